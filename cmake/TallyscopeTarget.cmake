@@ -1,0 +1,47 @@
+# The compile rules of every target, and the two ways a target is made.
+
+add_library(tallyscope_rules INTERFACE)
+target_compile_options(tallyscope_rules INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Werror)
+target_compile_definitions(tallyscope_rules INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(TALLYSCOPE_SANITIZE)
+  target_compile_options(tallyscope_rules INTERFACE
+    -fsanitize=${TALLYSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(tallyscope_rules INTERFACE -fsanitize=${TALLYSCOPE_SANITIZE})
+endif()
+
+# One static library per folder of src/. LINKS names the folders and libraries that its code may
+# include; headers are found as <folder>/<file>.
+function(tallyscope_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE tallyscope_rules)
+endfunction()
+
+function(tallyscope_executable name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LINKS} tallyscope_rules)
+endfunction()
+
+# A GoogleTest program, one CTest test per test program. Widget tests run on the offscreen platform.
+# Its main() is tests/fixtures/TestMain.cpp (a QCoreApplication) or, with GUI, TestMainGui.cpp.
+function(tallyscope_test name)
+  cmake_parse_arguments(ARG "GUI" "" "SOURCES;LINKS" ${ARGN})
+  if(ARG_GUI)
+    set(main ${PROJECT_SOURCE_DIR}/tests/fixtures/TestMainGui.cpp)
+    list(APPEND ARG_LINKS Qt6::Widgets Qt6::Test)
+  else()
+    set(main ${PROJECT_SOURCE_DIR}/tests/fixtures/TestMain.cpp)
+    list(APPEND ARG_LINKS Qt6::Core)
+  endif()
+  tallyscope_executable(${name} SOURCES ${ARG_SOURCES} ${main}
+    LINKS ${ARG_LINKS} GTest::gtest GTest::gmock)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TALLYSCOPE_SOURCE_DIR=${PROJECT_SOURCE_DIR};TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp halt_on_error=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
+endfunction()

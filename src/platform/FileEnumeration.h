@@ -1,0 +1,56 @@
+// Lists the entries of one folder: name, attribute bits, 64-bit length, one entry at a time, in the order
+// in which the file system gives them. Hidden and system entries are included; "." and ".." are not.
+//
+// Linux: an entry's attributes come from one status call relative to the open folder. A symbolic link is a
+// plain entry of its own length with kAttributeReparse and is never a folder. Devices, sockets and pipes
+// have kAttributeSystem and length 0. An entry that disappears while it is listed is left out.
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+enum TFileAttribute : unsigned {
+  kAttributeReadOnly = 0x01,   // not writable by its owner
+  kAttributeHidden = 0x02,     // the name begins with a dot
+  kAttributeSystem = 0x04,     // device, socket, pipe
+  kAttributeDirectory = 0x10,
+  kAttributeReparse = 0x400,   // symbolic link
+};
+
+struct TFoundFile {
+  QString Name;
+  unsigned Attributes = 0;  // bits of TFileAttribute
+  quint64 Size = 0;         // bytes; 0 for a folder
+
+  [[nodiscard]] bool IsDirectory() const { return (Attributes & kAttributeDirectory) != 0; }
+};
+
+// One enumeration at a time per object; the object keeps its buffers from folder to folder, so a walk
+// uses one object throughout. Not shared between threads. Blocks on the file system.
+class TFileEnumeration {
+ public:
+  TFileEnumeration();
+  ~TFileEnumeration();
+  TFileEnumeration(const TFileEnumeration&) = delete;
+  TFileEnumeration& operator=(const TFileEnumeration&) = delete;
+
+  // From now on only folders on the same mounted file system as root list their entries; any other folder
+  // is an empty one. So a walk counts nothing twice and never leaves its volume. An empty root or one
+  // that can't be opened lifts the confinement.
+  void ConfineTo(const QString& root);
+
+  // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; a folder
+  // on a pseudo file system (proc, sysfs, cgroup, ...) holds nothing. The path may be of any length and
+  // may end in the delimiter. Closes what was open.
+  [[nodiscard]] bool First(const QString& folder, TFoundFile& found);
+
+  // The next entry; false at the end or on a read error.
+  [[nodiscard]] bool Next(TFoundFile& found);
+
+  void Close();
+
+ private:
+  class TImpl;
+  std::unique_ptr<TImpl> FImpl;
+};

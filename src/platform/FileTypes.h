@@ -1,0 +1,8 @@
+// The system's texts for file types.
+#pragma once
+
+#include <QString>
+
+// The user-visible name of the type of files with this extension (point included, ".pdf"); empty if the
+// system has none. Main thread.
+[[nodiscard]] QString FileTypeText(const QString& extension);

@@ -1,0 +1,9 @@
+// The system's icons for files, by name alone: the file need not exist. Main thread.
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+// The icon of a file of this name, from the desktop's icon theme; a generic file picture if its type is
+// not known. Never a null icon while the theme or the program's own fall-back theme has that picture.
+[[nodiscard]] QIcon FileIcon(const QString& path);

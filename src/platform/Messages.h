@@ -1,0 +1,53 @@
+// Numbered messages between threads: a background thread posts a number with two words to a window, and
+// the window's handler for that number runs on the window's own thread.
+#pragma once
+
+#include <QObject>
+
+#include <deque>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <mutex>
+#include <utility>
+
+struct TMessage {
+  unsigned Msg = 0;
+  quintptr WParam = 0;
+  qintptr LParam = 0;
+};
+
+// The receiving end of messages. A form owns one and declares its handlers in one table, number to
+// handler; the address of the object is the form's window handle. Lives on the thread that made it; must
+// outlive every thread that posts to it. A number without a handler is dropped.
+class TMessageWindow : public QObject {
+ public:
+  using THandler = std::function<void(const TMessage&)>;
+
+  explicit TMessageWindow(std::initializer_list<std::pair<const unsigned, THandler>> handlers);
+  ~TMessageWindow() override;
+
+  bool event(QEvent* event) override;
+
+ private:
+  friend void PostMessage(TMessageWindow*, unsigned, quintptr, qintptr);
+  friend void SendMessage(TMessageWindow*, unsigned, quintptr, qintptr);
+
+  void Dispatch(const TMessage& message);
+  void TakeOne();
+
+  const std::map<unsigned, THandler> FHandlers;
+  std::mutex FGuard;
+  std::deque<TMessage> FQueue;  // under FGuard
+};
+
+// Queues the message and returns at once; messages of one sender arrive in order. A null window drops it.
+// Callable from any thread.
+void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam);
+
+// Runs the handler on the window's thread and returns after it has ended. Called on the window's own
+// thread it is a plain call. A null window drops it. Callable from any thread.
+void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam);
+
+// Handles the input and messages that wait for this thread, once, and returns. Main thread.
+void PumpMessages();

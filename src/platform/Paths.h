@@ -1,0 +1,57 @@
+// Path texts: the delimiter, the parts of a path, what a volume root is, and the lossless way between a
+// file name's bytes and its text. Every rule that differs between drive letters and mount points lives
+// here and nowhere else. All functions are callable from any thread.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// '\\' on Windows, '/' elsewhere.
+extern const QChar PathDelim;
+
+[[nodiscard]] QString IncludeTrailingPathDelimiter(const QString& path);
+
+// Without the delimiter at the end; a volume root keeps its own.
+[[nodiscard]] QString ExcludeTrailingPathDelimiter(const QString& path);
+
+// The folder of a file path, without the delimiter at its end unless it is a root. "/a/b" gives "/a",
+// "/a/" gives "/a".
+[[nodiscard]] QString ExtractFileDir(const QString& path);
+
+// The folder of a file path with its delimiter: "/a/b" gives "/a/".
+[[nodiscard]] QString ExtractFilePath(const QString& path);
+
+// What follows the last delimiter; empty for a path that ends in one.
+[[nodiscard]] QString ExtractFileName(const QString& path);
+
+// From the last '.' of the file name on, point included; empty if the name has none.
+[[nodiscard]] QString ExtractFileExt(const QString& path);
+
+// True for a path that stands for a whole volume. Windows: a path of up to 3 characters. Elsewhere: the
+// mount point of a fixed volume, with or without its delimiter.
+[[nodiscard]] bool IsVolumeRoot(const QString& path);
+
+// "X:..." on Windows, "/..." elsewhere.
+[[nodiscard]] bool IsAbsolutePath(const QString& path);
+
+// True if both paths lie on one volume. Windows compares the first letters without regard to case;
+// elsewhere the mount points that hold the two paths are compared. An empty path is on no volume.
+[[nodiscard]] bool SameVolume(const QString& a, const QString& b);
+
+// How a volume is named behind its label: "C:" for "C:\", "/home" for "/home/", "/" for "/".
+[[nodiscard]] QString VolumeName(const QString& root);
+
+// True if the two texts name the same folder, trailing delimiters aside. Case counts except on Windows.
+[[nodiscard]] bool SameFolder(const QString& a, const QString& b);
+
+// Below 0, 0 or above 0; ASCII letters compare without regard to case, all else by UTF-16 unit.
+[[nodiscard]] int CompareText(const QString& a, const QString& b);
+
+// File name bytes to text and back without loss: an invalid UTF-8 byte 0xNN is the lone surrogate
+// U+DC00+NN in the text. On Windows names are UTF-16 already and these two serve only bytes from files.
+[[nodiscard]] QString NameFromBytes(QByteArrayView bytes);
+[[nodiscard]] QByteArray NameToBytes(const QString& name);
+
+// A reversible escape for output that must be valid text: the lone surrogate of byte 0xNN becomes
+// "\xNN", any other one "\uNNNN", and a backslash "\\". Text without any of these comes back unchanged.
+[[nodiscard]] QString EscapeUndecodable(const QString& name);

@@ -1,0 +1,10 @@
+// Reads one value of an ini file by the rules of the system's private-profile service: section and key
+// without regard to case, the first section and the first key of a name win, blanks around both and one
+// pair of quotation marks round the value are taken off. Read only. Any thread; blocks on the file system.
+#pragma once
+
+#include <QString>
+
+// The default for a missing or unreadable file, section or key.
+[[nodiscard]] QString ReadPrivateProfile(const QString& file, const QString& section, const QString& key,
+                                         const QString& defaultValue);
