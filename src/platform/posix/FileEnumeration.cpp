@@ -1,0 +1,139 @@
+#include "platform/FileEnumeration.h"
+
+#include "platform/Paths.h"
+#include "platform/posix/FileAttributes.h"
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/MountTable.h"
+
+#include <cstddef>
+#include <cstring>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/vfs.h>
+
+namespace {
+
+// The record that getdents64 writes.
+struct TKernelEntry {
+  ino64_t Inode;
+  off64_t Offset;
+  unsigned short Length;
+  unsigned char Type;
+  char Name[1];
+};
+
+constexpr size_t kNameOffset = offsetof(TKernelEntry, Name);
+constexpr size_t kBufferSize = 128 * 1024;
+
+bool IsDotOrDotDot(const char* name) {
+  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+bool IsOnPseudoFileSystem(int folder) {
+  struct statfs status;
+  return fstatfs(folder, &status) == 0 && IsPseudoFileSystem(static_cast<unsigned long>(status.f_type));
+}
+
+TFileDescriptor OpenFolder(const QString& folder) {
+  return OpenPath(NameToBytes(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+}
+
+}  // namespace
+
+class TFileEnumeration::TImpl {
+ public:
+  void ConfineTo(const QString& root);
+  bool Open(const QString& folder);
+  bool Next(TFoundFile& found);
+  void Close() { FFolder = {}; }
+
+ private:
+  [[nodiscard]] bool ListsAsEmpty() const;
+  [[nodiscard]] bool FillBuffer();
+  [[nodiscard]] const TKernelEntry* NextEntry();
+  [[nodiscard]] bool LookAt(const char* name, TFoundFile& found) const;
+
+  TFileDescriptor FFolder;
+  std::optional<TMountPlace> FConfinedTo;
+  bool FConfinedToPseudo = false;
+  const std::unique_ptr<char[]> FBuffer{new char[kBufferSize]};
+  size_t FFilled = 0;  // bytes of the buffer that hold entries
+  size_t FPlace = 0;   // of the next entry
+};
+
+void TFileEnumeration::TImpl::ConfineTo(const QString& root) {
+  FConfinedTo.reset();
+  FConfinedToPseudo = false;
+  if (root.isEmpty()) return;
+  const TFileDescriptor folder = OpenFolder(root);
+  if (!folder.IsOpen()) return;
+  FConfinedTo = MountPlaceOf(folder.Get());
+  FConfinedToPseudo = FConfinedTo && IsOnPseudoFileSystem(folder.Get());
+}
+
+// A confined walk asks for the mount only: what lies on the root's own mount is of the root's kind.
+bool TFileEnumeration::TImpl::ListsAsEmpty() const {
+  if (!FConfinedTo) return IsOnPseudoFileSystem(FFolder.Get());
+  return FConfinedToPseudo || MountPlaceOf(FFolder.Get()) != FConfinedTo;
+}
+
+bool TFileEnumeration::TImpl::Open(const QString& folder) {
+  FFilled = 0;
+  FPlace = 0;
+  Close();
+  if (folder.isEmpty()) return false;
+  FFolder = OpenFolder(folder);
+  return FFolder.IsOpen() && !ListsAsEmpty();
+}
+
+bool TFileEnumeration::TImpl::FillBuffer() {
+  const long count = syscall(SYS_getdents64, FFolder.Get(), FBuffer.get(), kBufferSize);
+  FPlace = 0;
+  FFilled = count > 0 ? static_cast<size_t>(count) : 0;
+  return FFilled > 0;
+}
+
+const TKernelEntry* TFileEnumeration::TImpl::NextEntry() {
+  if (FPlace >= FFilled && !FillBuffer()) return nullptr;
+  const auto* const entry = reinterpret_cast<const TKernelEntry*>(FBuffer.get() + FPlace);
+  FPlace += entry->Length;
+  return entry;
+}
+
+bool TFileEnumeration::TImpl::LookAt(const char* name, TFoundFile& found) const {
+  struct stat status;
+  if (fstatat(FFolder.Get(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) return false;
+  found.Name = NameFromBytes(QByteArrayView(name, static_cast<qsizetype>(std::strlen(name))));
+  found.Attributes = AttributesOf(status.st_mode, name[0] == '.');
+  found.Size = LengthOf(status.st_mode, status.st_size);
+  return true;
+}
+
+bool TFileEnumeration::TImpl::Next(TFoundFile& found) {
+  if (!FFolder.IsOpen()) return false;
+  while (const TKernelEntry* const entry = NextEntry()) {
+    const char* const name = reinterpret_cast<const char*>(entry) + kNameOffset;
+    if (entry->Inode == 0 || IsDotOrDotDot(name)) continue;
+    if (LookAt(name, found)) return true;
+  }
+  Close();
+  return false;
+}
+
+TFileEnumeration::TFileEnumeration() : FImpl(std::make_unique<TImpl>()) {}
+
+TFileEnumeration::~TFileEnumeration() = default;
+
+void TFileEnumeration::ConfineTo(const QString& root) { FImpl->ConfineTo(root); }
+
+bool TFileEnumeration::First(const QString& folder, TFoundFile& found) {
+  if (FImpl->Open(folder)) return FImpl->Next(found);
+  FImpl->Close();
+  return false;
+}
+
+bool TFileEnumeration::Next(TFoundFile& found) { return FImpl->Next(found); }
+
+void TFileEnumeration::Close() { FImpl->Close(); }

@@ -1,0 +1,94 @@
+#include "platform/Paths.h"
+
+#include "platform/posix/FileDescriptor.h"
+#include "platform/posix/MountTable.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fcntl.h>
+
+const QChar PathDelim = u'/';
+
+namespace {
+
+QString WithoutDelimitersAtEnd(const QString& path) {
+  qsizetype end = path.size();
+  while (end > 1 && path[end - 1] == PathDelim)
+    --end;
+  return path.left(end);
+}
+
+// The place of what stands at the path, or of the nearest folder above it that exists. A link to a folder
+// counts as that folder.
+std::optional<TMountPlace> PlaceOf(const QString& path) {
+  QByteArray bytes = NameToBytes(path);
+  while (!bytes.isEmpty()) {
+    TFileDescriptor file = OpenPath(bytes, O_PATH | O_DIRECTORY);
+    if (!file.IsOpen()) file = OpenPath(bytes, O_PATH | O_NOFOLLOW);
+    if (file.IsOpen()) return MountPlaceOf(file.Get());
+    const qsizetype slash = bytes.lastIndexOf('/');
+    bytes.truncate(slash == 0 && bytes.size() > 1 ? 1 : std::max<qsizetype>(slash, 0));
+  }
+  return std::nullopt;
+}
+
+char16_t FoldAscii(QChar c) {
+  const char16_t unit = c.unicode();
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+}
+
+}  // namespace
+
+QString IncludeTrailingPathDelimiter(const QString& path) {
+  return path.endsWith(PathDelim) ? path : path + PathDelim;
+}
+
+QString ExcludeTrailingPathDelimiter(const QString& path) {
+  if (!path.endsWith(PathDelim) || IsVolumeRoot(path)) return path;
+  return WithoutDelimitersAtEnd(path);
+}
+
+QString ExtractFileDir(const QString& path) { return ExcludeTrailingPathDelimiter(ExtractFilePath(path)); }
+
+QString ExtractFilePath(const QString& path) { return path.left(path.lastIndexOf(PathDelim) + 1); }
+
+QString ExtractFileName(const QString& path) { return path.mid(path.lastIndexOf(PathDelim) + 1); }
+
+QString ExtractFileExt(const QString& path) {
+  const qsizetype point = path.lastIndexOf(u'.');
+  return point > path.lastIndexOf(PathDelim) ? path.mid(point) : QString();
+}
+
+// Only a path that is the top of some mount is looked up among the volumes.
+bool IsVolumeRoot(const QString& path) {
+  if (!IsAbsolutePath(path)) return false;
+  const QByteArray bytes = NameToBytes(WithoutDelimitersAtEnd(path));
+  if (bytes == "/") return true;
+  const TFileDescriptor folder = OpenPath(bytes, O_PATH | O_DIRECTORY | O_NOFOLLOW);
+  const auto place = MountPlaceOf(folder.Get());
+  if (!place || !place->IsMountRoot) return false;
+  const QVector<TMount> mounts = FixedMounts();
+  return std::any_of(mounts.begin(), mounts.end(), [&](const TMount& mount) { return mount.Point == bytes; });
+}
+
+bool IsAbsolutePath(const QString& path) { return path.startsWith(PathDelim); }
+
+bool SameVolume(const QString& a, const QString& b) {
+  if (!IsAbsolutePath(a) || !IsAbsolutePath(b)) return false;
+  const auto placeOfA = PlaceOf(a);
+  return placeOfA && placeOfA == PlaceOf(b);
+}
+
+QString VolumeName(const QString& root) { return WithoutDelimitersAtEnd(root); }
+
+bool SameFolder(const QString& a, const QString& b) {
+  return WithoutDelimitersAtEnd(a) == WithoutDelimitersAtEnd(b);
+}
+
+int CompareText(const QString& a, const QString& b) {
+  const qsizetype common = std::min(a.size(), b.size());
+  for (qsizetype i = 0; i < common; ++i) {
+    if (const int difference = FoldAscii(a[i]) - FoldAscii(b[i]); difference != 0) return difference;
+  }
+  return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}

@@ -1,0 +1,56 @@
+// The mounted file systems, as the kernel lists them. The parsing and choosing work on values, so that
+// tables of any computer can be tested.
+#pragma once
+
+#include <QByteArray>
+#include <QVector>
+
+#include <functional>
+#include <optional>
+#include <sys/types.h>
+
+struct TMount {
+  int Id = 0;           // the kernel's number of the mount
+  dev_t Device = 0;     // of the file system
+  QByteArray Root;      // the part of the file system that is mounted, "/" for all of it
+  QByteArray Point;     // where it is mounted, without a delimiter at its end unless it is "/"
+  QByteArray Type;      // "ext4"
+  QByteArray Source;    // "/dev/sda1", or any text for a file system without a device
+};
+
+// The lines of a mountinfo file, in their order; a line that is none is left out.
+[[nodiscard]] QVector<TMount> ParseMountInfo(const QByteArray& text);
+
+// What is mounted now, as this process sees it.
+[[nodiscard]] QVector<TMount> ReadMountTable();
+
+// The number of the device below a mount, if that is a block device that stays in the computer and the mount
+// is a folder that can be reached at its mount point.
+using TFixedDeviceOf = std::function<std::optional<dev_t>(const TMount&)>;
+
+// One mount per fixed device, the one with the shortest mount point; the one of "/" always, and first;
+// the others by mount point. Images that are read-only by their nature are no volumes.
+[[nodiscard]] QVector<TMount> ChooseFixedMounts(const QVector<TMount>& mounts,
+                                                const TFixedDeviceOf& fixedDeviceOf);
+
+// The answer for this computer.
+[[nodiscard]] std::optional<dev_t> FixedDeviceOf(const TMount& mount);
+
+// The fixed mounts of this computer.
+[[nodiscard]] QVector<TMount> FixedMounts();
+
+// The kernel's number of the mount that holds an open file, or of the mount that the path leads to; nothing
+// if it can't be told.
+struct TMountPlace {
+  quint64 MountId = 0;   // 0 where the kernel does not tell
+  dev_t Device = 0;
+  bool IsMountRoot = false;
+
+  bool operator==(const TMountPlace& other) const {
+    return MountId == other.MountId && Device == other.Device;
+  }
+};
+[[nodiscard]] std::optional<TMountPlace> MountPlaceOf(int descriptor);
+
+// True for the f_type of a file system that shows the kernel's own data as files.
+[[nodiscard]] bool IsPseudoFileSystem(unsigned long type);

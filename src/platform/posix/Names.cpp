@@ -1,0 +1,137 @@
+// The way between a file name's bytes and its text: UTF-8, with one lone low surrogate for each byte that
+// is not part of it.
+#include "platform/Paths.h"
+
+#include <cstring>
+
+namespace {
+
+// The code point at the beginning of the bytes and how many of them it takes; a length of 1 and a value of 0x80 and
+// above is a byte that is no UTF-8.
+struct TDecoded {
+  char32_t Value;
+  int Length;
+};
+
+TDecoded DecodeOne(const unsigned char* bytes, qsizetype available) {
+  const unsigned char lead = bytes[0];
+  const TDecoded invalid{lead, 1};
+  if (lead < 0x80) return {lead, 1};
+  const int length = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : 2;
+  if (lead < 0xc2 || lead > 0xf4 || available < length) return invalid;
+  char32_t value = lead & (0x7fU >> length);
+  for (int i = 1; i < length; ++i) {
+    if ((bytes[i] & 0xc0) != 0x80) return invalid;
+    value = (value << 6) | (bytes[i] & 0x3fU);
+  }
+  const bool overlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
+  const bool surrogate = value >= 0xd800 && value <= 0xdfff;
+  return overlong || surrogate || value > 0x10ffff ? invalid : TDecoded{value, length};
+}
+
+bool IsAscii(const char* bytes, qsizetype count) {
+  constexpr quint64 kHighBits = 0x8080808080808080U;
+  for (; count >= 8; bytes += 8, count -= 8) {
+    quint64 word;
+    std::memcpy(&word, bytes, sizeof word);
+    if ((word & kHighBits) != 0) return false;
+  }
+  for (; count > 0; ++bytes, --count) {
+    if ((*bytes & 0x80) != 0) return false;
+  }
+  return true;
+}
+
+QString DecodeAll(const unsigned char* bytes, qsizetype count) {
+  QString text(count, Qt::Uninitialized);
+  QChar* out = text.data();
+  while (count > 0) {
+    const auto [value, length] = DecodeOne(bytes, count);
+    if (value >= 0x10000) {
+      *out++ = QChar(QChar::highSurrogate(value));
+      *out++ = QChar(QChar::lowSurrogate(value));
+    } else {
+      const bool undecodable = length == 1 && value >= 0x80;
+      *out++ = QChar(static_cast<char16_t>(undecodable ? 0xdc00 + value : value));
+    }
+    bytes += length;
+    count -= length;
+  }
+  text.truncate(out - text.constData());
+  return text;
+}
+
+bool IsUndecodableByte(QChar c) { return c.unicode() >= 0xdc80 && c.unicode() <= 0xdcff; }
+
+bool IsPairAt(const QString& text, qsizetype place) {
+  return text[place].isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
+}
+
+// The lone surrogates of bytes become these bytes, any other one becomes '?'.
+void AppendUnit(QByteArray& bytes, QChar c) {
+  const unsigned unit = c.unicode();
+  if (IsUndecodableByte(c)) {
+    bytes += static_cast<char>(unit & 0xff);
+  } else if (c.isSurrogate()) {
+    bytes += '?';
+  } else if (unit < 0x80) {
+    bytes += static_cast<char>(unit);
+  } else if (unit < 0x800) {
+    bytes += static_cast<char>(0xc0 | (unit >> 6));
+    bytes += static_cast<char>(0x80 | (unit & 0x3f));
+  } else {
+    bytes += static_cast<char>(0xe0 | (unit >> 12));
+    bytes += static_cast<char>(0x80 | ((unit >> 6) & 0x3f));
+    bytes += static_cast<char>(0x80 | (unit & 0x3f));
+  }
+}
+
+void AppendPair(QByteArray& bytes, QChar high, QChar low) {
+  const char32_t value = QChar::surrogateToUcs4(high, low);
+  bytes += static_cast<char>(0xf0 | (value >> 18));
+  bytes += static_cast<char>(0x80 | ((value >> 12) & 0x3f));
+  bytes += static_cast<char>(0x80 | ((value >> 6) & 0x3f));
+  bytes += static_cast<char>(0x80 | (value & 0x3f));
+}
+
+}  // namespace
+
+QString NameFromBytes(QByteArrayView bytes) {
+  if (IsAscii(bytes.data(), bytes.size())) return QString::fromLatin1(bytes.data(), bytes.size());
+  return DecodeAll(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+}
+
+QByteArray NameToBytes(const QString& name) {
+  QByteArray bytes;
+  bytes.reserve(name.size());
+  for (qsizetype i = 0; i < name.size(); ++i) {
+    if (IsPairAt(name, i)) {
+      AppendPair(bytes, name[i], name[i + 1]);
+      ++i;
+    } else {
+      AppendUnit(bytes, name[i]);
+    }
+  }
+  return bytes;
+}
+
+QString EscapeUndecodable(const QString& name) {
+  QString escaped;
+  escaped.reserve(name.size());
+  for (qsizetype i = 0; i < name.size(); ++i) {
+    const QChar c = name[i];
+    if (IsPairAt(name, i)) {
+      escaped += c;
+      escaped += name[++i];
+    } else if (c == u'\\') {
+      escaped += QLatin1String("\\\\");
+    } else if (IsUndecodableByte(c)) {
+      escaped += QStringLiteral("\\x%1").arg(c.unicode() & 0xff, 2, 16, QLatin1Char('0'));
+    } else if (c.isSurrogate()) {
+      escaped += QStringLiteral("\\u%1").arg(c.unicode(), 4, 16, QLatin1Char('0'));
+    } else {
+      escaped += c;
+    }
+  }
+  return escaped;
+}

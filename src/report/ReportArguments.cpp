@@ -1,0 +1,66 @@
+#include "report/ReportArguments.h"
+
+#include "platform/Paths.h"
+
+namespace {
+
+TReportArguments Wrong(const QString& complaint) {
+  TReportArguments result;
+  result.Action = TReportAction::Wrong;
+  result.Complaint = complaint;
+  return result;
+}
+
+// False for a text that is no option of this program.
+bool TakeOption(const QString& option, TReportArguments& result) {
+  if (option == u"--json")
+    result.Json = true;
+  else if (option == u"--folder")
+    result.Folder = true;
+  else if (option == u"--help" || option == u"-h")
+    result.Action = TReportAction::Help;
+  else if (option == u"--version")
+    result.Action = TReportAction::Version;
+  else
+    return false;
+  return true;
+}
+
+}  // namespace
+
+TReportArguments ParseReportArguments(const QStringList& arguments) {
+  TReportArguments result;
+  bool options = true;
+  for (const QString& argument : arguments) {
+    if (options && argument == u"--")
+      options = false;
+    else if (!options || !argument.startsWith(u'-') || argument == u"-")
+      result.Paths.append(argument);
+    else if (!TakeOption(argument, result))
+      return Wrong(u"unknown option "_qs + argument);
+    if (result.Action != TReportAction::Scan) return result;
+  }
+  if (result.Paths.isEmpty()) return Wrong(u"no path given"_qs);
+  if (result.Folder && result.Paths.size() > 1) return Wrong(u"--folder takes exactly one path"_qs);
+  return result;
+}
+
+QString ReportUsage() {
+  return u"Usage: tallyscope-report [--json] [--folder] PATH...\n"
+         u"Shows what takes the space below each path: totals, the largest folders and files.\n"
+         u"\n"
+         u"  --json     print one JSON object instead of text\n"
+         u"  --folder   scan exactly one folder by itself, without the faster route for volumes\n"
+         u"  --version  print the version\n"
+         u"  --help     print this help\n"
+         u"\n"
+         u"Exit status: 0 done, 1 a path can't be scanned, 2 wrong usage, 130 stopped by Ctrl-C.\n"_qs;
+}
+
+QString MakeAbsolutePath(const QString& path, const QString& currentFolder) {
+  if (IsAbsolutePath(path)) return path;
+  QString result = currentFolder;
+  for (const QString& part : path.split(PathDelim, Qt::SkipEmptyParts))
+    if (part != u".") result = IncludeTrailingPathDelimiter(result) + part;
+  return result;
+}

@@ -1,0 +1,24 @@
+// The command line of the console program.
+#pragma once
+
+#include <QStringList>
+
+enum class TReportAction { Scan, Help, Version, Wrong };
+
+struct TReportArguments {
+  TReportAction Action = TReportAction::Scan;
+  QString Complaint;  // what is wrong, for TReportAction::Wrong
+  bool Json = false;
+  bool Folder = false;  // one folder instead of drives
+  QStringList Paths;    // as given; never empty for TReportAction::Scan
+};
+
+// The arguments without the program's name. "--" ends the options.
+[[nodiscard]] TReportArguments ParseReportArguments(const QStringList& arguments);
+
+// The help text, with a line break at its end.
+[[nodiscard]] QString ReportUsage();
+
+// A relative path below the current folder, without empty and "." parts; an absolute one unchanged. ".."
+// and links stay as they are, since only the file system knows where they lead.
+[[nodiscard]] QString MakeAbsolutePath(const QString& path, const QString& currentFolder);

@@ -1,0 +1,95 @@
+#include "report/ReportOutput.h"
+
+#include "platform/Paths.h"
+#include "support/Korvel_Routine_New.h"
+
+#include <algorithm>
+
+namespace {
+
+QByteArray Counted(quint64 number, const char* one, const char* many) {
+  return QByteArray::number(number) + ' ' + (number == 1 ? one : many);
+}
+
+QByteArray SizeText(quint64 bytes) {
+  return SizeToText(static_cast<qint64>(bytes)).toUtf8();
+}
+
+QByteArray TotalsText(const QString& path, const TPathTotals& totals) {
+  return NameToBytes(path) + "\n  " + Counted(totals.Files, "file", "files") + ", " +
+         Counted(totals.Folders, "folder", "folders") + ", " + Counted(totals.Bytes, "byte", "bytes") + " (" +
+         SizeText(totals.Bytes) + ")\n";
+}
+
+// Nothing at all for an empty list.
+QByteArray SectionText(const char* heading, std::span<const TFileInfoEx> rows) {
+  if (rows.empty()) return {};
+  qsizetype width = 0;
+  for (const TFileInfoEx& row : rows)
+    width = std::max(width, SizeText(row.Size).size());
+  QByteArray text = QByteArray("\n") + heading + '\n';
+  for (const TFileInfoEx& row : rows)
+    text += "  " + SizeText(row.Size).rightJustified(width) + "  " + NameToBytes(row.Path) +
+            NameToBytes(row.Name) + '\n';
+  return text;
+}
+
+// A JSON string; what its rules don't let stand is escaped, all else is UTF-8.
+QByteArray JsonText(const QString& text) {
+  QByteArray json = "\"";
+  for (const char byte : EscapeUndecodable(text).toUtf8()) {
+    if (byte == '"' || byte == '\\')
+      json += '\\', json += byte;
+    else if (static_cast<unsigned char>(byte) < 0x20)
+      json += "\\u" + QByteArray::number(byte, 16).rightJustified(4, '0');
+    else
+      json += byte;
+  }
+  return json + '"';
+}
+
+QByteArray JsonRow(const TFileInfoEx& row) {
+  return "{\"path\": " + JsonText(row.Path) + ", \"name\": " + JsonText(row.Name) +
+         ", \"size\": " + QByteArray::number(row.Size) + '}';
+}
+
+QByteArray JsonPath(const QString& path, const TPathTotals& totals) {
+  return "{\"path\": " + JsonText(path) + ", \"files\": " + QByteArray::number(totals.Files) +
+         ", \"folders\": " + QByteArray::number(totals.Folders) +
+         ", \"bytes\": " + QByteArray::number(totals.Bytes) + '}';
+}
+
+// "name": [ ... ] with one line for each of the count elements.
+template <typename TElement>
+QByteArray JsonArray(const char* name, size_t count, const TElement& element) {
+  QByteArray json = QByteArray("  \"") + name + "\": [";
+  for (size_t i = 0; i < count; ++i)
+    json += (i == 0 ? "\n    " : ",\n    ") + element(i);
+  return json + (count == 0 ? "],\n" : "\n  ],\n");
+}
+
+QByteArray JsonRows(const char* name, std::span<const TFileInfoEx> rows) {
+  return JsonArray(name, rows.size(), [rows](size_t i) { return JsonRow(rows[i]); });
+}
+
+}  // namespace
+
+QByteArray ReportAsText(const TReport& report) {
+  QByteArray text;
+  for (size_t i = 0; i < report.PathTotals.size(); ++i)
+    text += TotalsText(report.Paths[static_cast<qsizetype>(i)], report.PathTotals[i]);
+  return text + SectionText("Largest folders", report.Folders) + SectionText("Largest files", report.Files) +
+         SectionText("Download files", report.DownloadFiles);
+}
+
+QByteArray ReportAsJson(const TReport& report) {
+  const auto path = [&report](size_t i) {
+    return JsonPath(report.Paths[static_cast<qsizetype>(i)], report.PathTotals[i]);
+  };
+  return "{\n" + JsonArray("paths", report.PathTotals.size(), path) +
+         JsonRows("largestFolders", report.Folders) + JsonRows("largestFiles", report.Files) +
+         JsonRows("downloadFiles", report.DownloadFiles) +
+         "  \"stopped\": " + (report.Stopped ? "true" : "false") +
+         ",\n  \"seconds\": " + QByteArray::number(static_cast<double>(report.Milliseconds) / 1000, 'f', 3) +
+         "\n}\n";
+}

@@ -1,0 +1,26 @@
+// The two forms in which the console program prints a scan's results.
+#pragma once
+
+#include "scan/UnitScan.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <span>
+
+// The results of one scan. Views: the scan that owns the lists must outlive it.
+struct TReport {
+  QStringList Paths;                        // all that were asked for
+  std::span<const TPathTotals> PathTotals;  // of the first ones of Paths, fewer after a stop
+  std::span<const TFileInfoEx> Folders;
+  std::span<const TFileInfoEx> Files;
+  std::span<const TFileInfoEx> DownloadFiles;
+  bool Stopped = false;
+  qint64 Milliseconds = 0;
+};
+
+// Lines for people: totals per path, then the lists, sizes aligned. Names come out as their raw bytes.
+[[nodiscard]] QByteArray ReportAsText(const TReport& report);
+
+// One JSON object in UTF-8: exact integers, names that are not valid text escaped by EscapeUndecodable.
+[[nodiscard]] QByteArray ReportAsJson(const TReport& report);

@@ -1,0 +1,81 @@
+#include "report/ReportScan.h"
+
+#include "platform/PathText.h"
+#include "platform/Process.h"
+#include "scan/ScanMessages.h"
+
+#include <QCoreApplication>
+
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+// The program's own message to itself: a Ctrl-C came.
+constexpr unsigned kInterrupted = 1;
+
+constexpr std::chrono::milliseconds kTick{100};
+
+void WriteToStdErr(const QByteArray& bytes) {
+  std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+}
+
+std::span<const TFileInfoEx> Rows(const TList<TFileInfoEx>& list) {
+  return {list.begin(), list.end()};
+}
+
+}  // namespace
+
+TReportScan::TReportScan(bool showProgress)
+    : FShowProgress(showProgress),
+      FLine(WriteToStdErr),
+      FWindow({
+          {WM_SCANSTATUS, [this](const TMessage& message) { TakeStatus(message); }},
+          {WM_SCANPROGRESS,
+           [this](const TMessage& message) { FLine.TakeProgress(message.WParam, message.LParam); }},
+          {WM_SCANDONE, [this](const TMessage&) { End(false); }},
+          {WM_SCANSTOPPED, [this](const TMessage&) { End(true); }},
+          {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan.Stop(); }},
+      }),
+      FScan(&FWindow) {
+  FScan.SetProgressTarget(&FWindow, WM_SCANPROGRESS);
+  QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
+}
+
+TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
+  FClock.start();
+  FTick.start(kTick);
+  FScan.Start(paths, folderMode);
+  QCoreApplication::exec();
+  FTick.stop();
+  FLine.Erase();
+
+  const TList<TPathTotals>& totals = FScan.PathTotals();
+  return {.Paths = paths,
+          .PathTotals = {totals.begin(), totals.end()},
+          .Folders = Rows(FScan.Folders()),
+          .Files = Rows(FScan.Files()),
+          .DownloadFiles = Rows(FScan.DownloadFiles()),
+          .Stopped = FStopped,
+          .Milliseconds = FClock.elapsed()};
+}
+
+void TReportScan::Interrupt() {
+  PostMessage(&FWindow, kInterrupted, 0, 0);
+}
+
+void TReportScan::TakeStatus(const TMessage& message) {
+  if (message.WParam == kScanStatusPath && FShowProgress)
+    FLine.SetPath(reinterpret_cast<const TPathText*>(message.LParam)->Load());
+}
+
+// A stop that comes just before a walk begins is lost on that walk, so it is asked for until it is answered.
+void TReportScan::Tick() {
+  if (FInterrupted) FScan.Stop();
+  if (FShowProgress) FLine.Draw(TerminalColumns());
+}
+
+void TReportScan::End(bool stopped) {
+  FStopped = stopped;
+  QCoreApplication::quit();
+}

@@ -1,0 +1,37 @@
+// Runs one scan for the console program: the event loop on the main thread, fed by the scan's messages.
+#pragma once
+
+#include "platform/Messages.h"
+#include "report/ProgressLine.h"
+#include "report/ReportOutput.h"
+#include "scan/UnitScan.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+// Main thread; a QCoreApplication must exist. The results stay readable as long as the object lives.
+class TReportScan {
+ public:
+  // With showProgress a line on standard error shows how far the scan is.
+  explicit TReportScan(bool showProgress);
+
+  // Scans the absolute paths and returns when it is done or stopped.
+  [[nodiscard]] TReport Run(const QStringList& paths, bool folderMode);
+
+  // Ends the run early. Any thread, as long as the object lives.
+  void Interrupt();
+
+ private:
+  void TakeStatus(const TMessage& message);
+  void Tick();
+  void End(bool stopped);
+
+  const bool FShowProgress;
+  TProgressLine FLine;
+  bool FInterrupted = false;
+  bool FStopped = false;
+  QElapsedTimer FClock;
+  QTimer FTick;
+  TMessageWindow FWindow;
+  TTallyscopeScan FScan;
+};

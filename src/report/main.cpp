@@ -1,0 +1,111 @@
+// tallyscope-report: scans paths and prints what takes their space.
+#include "platform/FileTests.h"
+#include "platform/Paths.h"
+#include "platform/Process.h"
+#include "report/ReportArguments.h"
+#include "report/ReportScan.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <filesystem>
+#include <mutex>
+
+namespace {
+
+enum TExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2, kInterrupted = 130 };
+
+// Where a Ctrl-C goes while a scan runs.
+std::mutex InterruptGuard;
+TReportScan* InterruptTarget = nullptr;  // under InterruptGuard
+
+void SetInterruptTarget(TReportScan* target) {
+  const std::lock_guard lock(InterruptGuard);
+  InterruptTarget = target;
+}
+
+void PassInterrupt() {
+  const std::lock_guard lock(InterruptGuard);
+  if (InterruptTarget != nullptr) InterruptTarget->Interrupt();
+}
+
+void Print(std::FILE* stream, const QByteArray& bytes) {
+  std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+}
+
+void Complain(const QString& text) {
+  Print(stderr, "tallyscope-report: " + NameToBytes(text) + '\n');
+}
+
+// A full disk or a closed pipe shows at the latest when the last bytes are written.
+int FinishOutput(int exitCode) {
+  if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return exitCode;
+  Complain(u"the output can't be written"_qs);
+  return kFailed;
+}
+
+// True if all paths are folders that can be listed; a line on standard error for each other one.
+bool CheckPaths(const QStringList& paths) {
+  bool good = true;
+  for (const QString& path : paths) {
+    const bool folder = DirectoryExists(path);
+    if (folder && DirectoryReadable(path)) continue;
+    good = false;
+    Complain(path + (folder             ? u": this folder can't be read"_qs
+                     : FileExists(path) ? u": not a folder"_qs
+                                        : u": no such folder"_qs));
+  }
+  return good;
+}
+
+int Report(const TReportArguments& arguments, const QStringList& paths) {
+  TReportScan scan(StdErrIsTerminal());
+  SetInterruptTarget(&scan);
+  const TReport report = scan.Run(paths, arguments.Folder);
+  SetInterruptTarget(nullptr);
+  if (arguments.Json) Print(stdout, ReportAsJson(report));
+  if (report.Stopped) {
+    Complain(u"stopped"_qs);
+    return FinishOutput(kInterrupted);
+  }
+  if (!arguments.Json) Print(stdout, ReportAsText(report));
+  return FinishOutput(kDone);
+}
+
+int ScanPaths(const TReportArguments& arguments) {
+  const QString currentFolder = NameFromBytes(std::filesystem::current_path().string());
+  QStringList paths;
+  for (const QString& path : arguments.Paths)
+    paths.append(MakeAbsolutePath(path, currentFolder));
+  return CheckPaths(paths) ? Report(arguments, paths) : kFailed;
+}
+
+int Run(const TReportArguments& arguments) {
+  switch (arguments.Action) {
+    case TReportAction::Help:
+      Print(stdout, ReportUsage().toUtf8());
+      return FinishOutput(kDone);
+    case TReportAction::Version:
+      Print(stdout, "tallyscope-report " TALLYSCOPE_VERSION "\n");
+      return FinishOutput(kDone);
+    case TReportAction::Wrong:
+      Complain(arguments.Complaint);
+      Print(stderr, ReportUsage().toUtf8());
+      return kWrongUsage;
+    case TReportAction::Scan:
+      break;
+  }
+  return ScanPaths(arguments);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Names are bytes: the arguments are taken before anything decodes them by the locale.
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i)
+    arguments.append(NameFromBytes(argv[i]));
+  OnInterrupt(PassInterrupt);
+  QCoreApplication application(argc, argv);
+  return Run(ParseReportArguments(arguments));
+}

@@ -1,0 +1,92 @@
+// The one background thread of a scan: takes a list of paths, scans each one, sorts the results and tells a
+// window by posted messages (scan/ScanMessages.h). Made once and used for every scan.
+#pragma once
+
+#include "platform/Messages.h"
+#include "scan/ScanRecords.h"
+#include "scan/Volindex.h"
+#include "support/TWorkerThread.h"
+
+#include <QStringList>
+
+#include <atomic>
+
+// True while the first scan is to begin by itself; cleared at the end of every scan. The window's own flag.
+inline std::atomic<bool> AutoScan{false};
+
+// Whether the download locations are counted as steps. They are walked in any case. True after each scan.
+inline std::atomic<bool> CountDownloads{false};
+
+// What one scanned path held.
+struct TPathTotals {
+  quint32 Files = 0;
+  quint32 Folders = 0;
+  quint64 Bytes = 0;
+};
+Q_DECLARE_TYPEINFO(TPathTotals, Q_RELOCATABLE_TYPE);
+
+// Owned by the main thread, which calls everything public. The results belong to the scan thread from Start
+// to its final message (WM_SCANDONE or WM_SCANSTOPPED) and to the main thread from then on to the next
+// Start; they have no lock. After a stop they are partial and not sorted.
+class TTallyscopeScan : public TWorkerThread {
+ public:
+  // The status window receives WM_SCANSTATUS and WM_SCANDONE and must outlive the thread.
+  explicit TTallyscopeScan(TMessageWindow* statusWnd);
+  ~TTallyscopeScan() override;
+
+  // Where the steps and phases go, under this number, and WM_SCANSTOPPED. Not during a scan.
+  void SetProgressTarget(TMessageWindow* progressWnd, unsigned progressMsg);
+
+  // Drops the results of the scan before and begins a new one: of the one folder paths[0], which must be
+  // there, or of all the paths as drives. Returns at once.
+  void Start(const QStringList& paths, bool folderMode);
+
+  // Asks the scan to end; it answers with WM_SCANSTOPPED unless it was done already.
+  void Stop();
+
+  // Of each scanned path at most 100 rows, largest first over all paths.
+  [[nodiscard]] const TList<TFileInfoEx>& Folders() const { return FFolders; }
+  [[nodiscard]] const TList<TFileInfoEx>& Files() const { return FFiles; }
+  // Every file of every download location, largest first.
+  [[nodiscard]] const TList<TFileInfoEx>& DownloadFiles() const { return FDownloadFiles; }
+
+  // Of the last path scanned.
+  [[nodiscard]] quint32 FileCount() const { return FFileCount; }
+  [[nodiscard]] quint32 FolderCount() const { return FFolderCount; }
+  [[nodiscard]] quint64 TotalSize() const { return FTotalSize; }
+
+  // Of each path that was scanned, in order.
+  [[nodiscard]] const TList<TPathTotals>& PathTotals() const { return FPathTotals; }
+
+ protected:
+  void Execute() override;
+
+  // Walks each location into FDownloadFiles, whole. The scan thread.
+  void ScanDownloadFolders(int total, int first, const QStringList& locations);
+
+ private:
+  void RunScan();
+  void ScanFolder(const QString& path);
+  void ScanDrives(int total, int first);
+  void TakeDownloadFiles();
+  void SortResults();
+
+  void PostStatus(int row);
+  void PostStep(int total, int current);
+  void PostPhase(int value);
+
+  QStringList FPaths;
+  quint32 FFileCount = 0;
+  quint32 FFolderCount = 0;
+  quint64 FTotalSize = 0;
+  TList<TPathTotals> FPathTotals;
+  bool FFolderMode = false;
+  TList<TFileInfoEx> FFolders;
+  TList<TFileInfoEx> FFiles;
+  TList<TFileInfoEx> FDownloadFiles;
+  std::atomic<bool> FStopped{false};
+  TMessageWindow* const FStatusWnd;
+  TTallyscope FWalker;
+  TMessageWindow* FProgressWnd = nullptr;
+  unsigned FProgressMsg = 0;
+};
