@@ -11,11 +11,11 @@
 #include <memory>
 
 enum TFileAttribute : unsigned {
-  kAttributeReadOnly = 0x01,   // not writable by its owner
-  kAttributeHidden = 0x02,     // the name begins with a dot
-  kAttributeSystem = 0x04,     // device, socket, pipe
+  kAttributeReadOnly = 0x01,  // not writable by its owner
+  kAttributeHidden = 0x02,    // the name begins with a dot
+  kAttributeSystem = 0x04,    // device, socket, pipe
   kAttributeDirectory = 0x10,
-  kAttributeReparse = 0x400,   // symbolic link
+  kAttributeReparse = 0x400,  // symbolic link
 };
 
 struct TFoundFile {
@@ -36,8 +36,9 @@ class TFileEnumeration {
   TFileEnumeration& operator=(const TFileEnumeration&) = delete;
 
   // From now on only folders on the same mounted file system as root list their entries; any other folder
-  // is an empty one. So a walk counts nothing twice and never leaves its volume. An empty root or one
-  // that can't be opened lifts the confinement.
+  // is an empty one. So a walk counts nothing twice and never leaves its volume. Linux: parts of that file
+  // system that are mounted side by side, as subvolumes are, belong to it; what shows a part a second time
+  // does not. An empty root or one that can't be opened lifts the confinement.
   void ConfineTo(const QString& root);
 
   // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; a folder

@@ -6,12 +6,12 @@
 
 // The folder numbers that the program uses, as the system counts them.
 enum class TSpecialFolder : int {
-  Personal = 5,         // documents
+  Personal = 5,  // documents
   Desktop = 16,
-  AppData = 26,         // this user's application data
+  AppData = 26,  // this user's application data
   LocalAppData = 28,
-  CommonAppData = 35,   // application data of all users
-  Profile = 40,         // the user's home folder
+  CommonAppData = 35,  // application data of all users; Linux: first folder of XDG_CONFIG_DIRS, /etc/xdg
+  Profile = 40,        // the user's home folder
 };
 
 // The folder's path; nothing is created.

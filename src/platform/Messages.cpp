@@ -1,7 +1,9 @@
 #include "platform/Messages.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QScopeGuard>
 #include <QThread>
 
 #include <condition_variable>
@@ -9,72 +11,79 @@
 namespace {
 
 const QEvent::Type kWake = static_cast<QEvent::Type>(QEvent::registerEventType());
-const QEvent::Type kSend = static_cast<QEvent::Type>(QEvent::registerEventType());
-
-// Lets the sender wait until its message was handled, or the event was dropped with its window.
-struct TReply {
-  std::mutex Guard;
-  std::condition_variable Changed;
-  bool Done = false;
-};
-
-class TSendEvent : public QEvent {
- public:
-  TSendEvent(const TMessage& message, TReply& reply) : QEvent(kSend), Message(message), FReply(reply) {}
-  ~TSendEvent() override {
-    const std::lock_guard lock(FReply.Guard);
-    FReply.Done = true;
-    FReply.Changed.notify_all();
-  }
-
-  const TMessage Message;
-
- private:
-  TReply& FReply;
-};
 
 }  // namespace
+
+// Lets the sender wait until its message was handled, or dropped with its window.
+class TMessageWindow::TReply {
+ public:
+  void Give() {
+    const std::lock_guard lock(FGuard);
+    FGiven = true;
+    FChanged.notify_all();
+  }
+
+  void Await() {
+    std::unique_lock lock(FGuard);
+    FChanged.wait(lock, [this] { return FGiven; });
+  }
+
+ private:
+  std::mutex FGuard;
+  std::condition_variable FChanged;
+  bool FGiven = false;
+};
 
 TMessageWindow::TMessageWindow(std::initializer_list<std::pair<const unsigned, THandler>> handlers)
     : FHandlers(handlers) {}
 
-TMessageWindow::~TMessageWindow() = default;
+TMessageWindow::~TMessageWindow() {
+  const std::lock_guard lock(FGuard);
+  for (const TQueued& queued : FQueue)
+    if (queued.Reply != nullptr) queued.Reply->Give();
+}
 
+// The lock hands the event over from its sender's thread, before a byte of it is read.
 bool TMessageWindow::event(QEvent* event) {
-  if (event->type() == kWake) {
-    TakeOne();
-    return true;
-  }
-  if (event->type() == kSend) {
-    Dispatch(static_cast<TSendEvent*>(event)->Message);
-    return true;
-  }
-  return QObject::event(event);
+  std::unique_lock lock(FGuard);
+  const bool isWake = event->type() == kWake;
+  lock.unlock();
+  if (!isWake) return QObject::event(event);
+  TakeOne();
+  return true;
+}
+
+void TMessageWindow::Queue(const TMessage& message, TReply* reply) {
+  const std::lock_guard lock(FGuard);
+  FQueue.push_back({message, reply});
+  QCoreApplication::postEvent(this, new QEvent(kWake));
 }
 
 void TMessageWindow::Dispatch(const TMessage& message) {
   if (const auto handler = FHandlers.find(message.Msg); handler != FHandlers.end()) handler->second(message);
 }
 
-// One wake event per message, so that a pump inside a handler goes on with the next message.
+// One wake event per message, so that an event loop inside a handler goes on with the next message. That
+// loop must be told: an event dispatcher looks at posted events again only after a new one came.
 void TMessageWindow::TakeOne() {
-  TMessage message;
+  TQueued next;
+  bool isLast = true;
   {
     const std::lock_guard lock(FGuard);
     if (FQueue.empty()) return;
-    message = FQueue.front();
+    next = FQueue.front();
     FQueue.pop_front();
+    isLast = FQueue.empty();
   }
-  Dispatch(message);
+  if (!isLast) QAbstractEventDispatcher::instance()->wakeUp();
+  const auto giveReply = qScopeGuard([&] {
+    if (next.Reply != nullptr) next.Reply->Give();
+  });
+  Dispatch(next.Message);
 }
 
 void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
-  if (window == nullptr) return;
-  {
-    const std::lock_guard lock(window->FGuard);
-    window->FQueue.push_back({msg, wparam, lparam});
-  }
-  QCoreApplication::postEvent(window, new QEvent(kWake));
+  if (window != nullptr) window->Queue({msg, wparam, lparam}, nullptr);
 }
 
 void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
@@ -83,10 +92,11 @@ void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr 
     window->Dispatch({msg, wparam, lparam});
     return;
   }
-  TReply reply;
-  QCoreApplication::postEvent(window, new TSendEvent({msg, wparam, lparam}, reply));
-  std::unique_lock lock(reply.Guard);
-  reply.Changed.wait(lock, [&] { return reply.Done; });
+  TMessageWindow::TReply reply;
+  window->Queue({msg, wparam, lparam}, &reply);
+  reply.Await();
 }
 
-void PumpMessages() { QCoreApplication::processEvents(QEventLoop::AllEvents); }
+void PumpMessages() {
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+}

@@ -33,12 +33,19 @@ class TMessageWindow : public QObject {
   friend void PostMessage(TMessageWindow*, unsigned, quintptr, qintptr);
   friend void SendMessage(TMessageWindow*, unsigned, quintptr, qintptr);
 
+  class TReply;
+  struct TQueued {
+    TMessage Message;
+    TReply* Reply = nullptr;  // of the sender that waits, if one does
+  };
+
+  void Queue(const TMessage& message, TReply* reply);
   void Dispatch(const TMessage& message);
   void TakeOne();
 
   const std::map<unsigned, THandler> FHandlers;
   std::mutex FGuard;
-  std::deque<TMessage> FQueue;  // under FGuard
+  std::deque<TQueued> FQueue;  // under FGuard
 };
 
 // Queues the message and returns at once; messages of one sender arrive in order. A null window drops it.

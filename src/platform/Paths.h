@@ -11,7 +11,7 @@ extern const QChar PathDelim;
 
 [[nodiscard]] QString IncludeTrailingPathDelimiter(const QString& path);
 
-// Without the delimiter at the end; a volume root keeps its own.
+// Without the delimiter at the end; a volume root keeps its own, for which the system may be asked.
 [[nodiscard]] QString ExcludeTrailingPathDelimiter(const QString& path);
 
 // The folder of a file path, without the delimiter at its end unless it is a root. "/a/b" gives "/a",
@@ -48,10 +48,12 @@ extern const QChar PathDelim;
 [[nodiscard]] int CompareText(const QString& a, const QString& b);
 
 // File name bytes to text and back without loss: an invalid UTF-8 byte 0xNN is the lone surrogate
-// U+DC00+NN in the text. On Windows names are UTF-16 already and these two serve only bytes from files.
+// U+DC00+NN in the text. Any other lone surrogate becomes the byte '?'. On Windows names are UTF-16 already
+// and these two serve only bytes from files.
 [[nodiscard]] QString NameFromBytes(QByteArrayView bytes);
 [[nodiscard]] QByteArray NameToBytes(const QString& name);
 
 // A reversible escape for output that must be valid text: the lone surrogate of byte 0xNN becomes
-// "\xNN", any other one "\uNNNN", and a backslash "\\". Text without any of these comes back unchanged.
+// "\xNN", any other one "\uNNNN" (small hexadecimal digits), and a backslash "\\". Text without any of these
+// comes back unchanged.
 [[nodiscard]] QString EscapeUndecodable(const QString& name);

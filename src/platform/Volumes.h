@@ -6,8 +6,8 @@
 #include <QVector>
 
 struct TVolume {
-  QString Root;   // with its delimiter: "C:\", "/", "/home/"
-  QString Label;  // empty if the volume has none
+  QString Root;     // with its delimiter: "C:\", "/", "/home/"
+  QString Label;    // empty if the volume has none
   qint64 Size = 0;  // bytes
   qint64 Free = 0;  // bytes available to this user
 };

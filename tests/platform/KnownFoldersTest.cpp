@@ -1,0 +1,116 @@
+#include "platform/KnownFolders.h"
+
+#include "platform/FileTests.h"
+#include "platform/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <pwd.h>
+#include <unistd.h>
+#include <map>
+
+namespace {
+
+struct TVariable {
+  const char* Name;
+  const char* Value;  // null: not set
+};
+
+// Sets variables for one test.
+class TVariables {
+ public:
+  TVariables(std::initializer_list<TVariable> variables) {
+    for (const auto& [name, value] : variables) {
+      FBefore[name] = qgetenv(name);
+      Set(name, value);
+    }
+  }
+  ~TVariables() {
+    for (const auto& [name, value] : FBefore)
+      Set(name, value.isNull() ? nullptr : value.constData());
+  }
+  TVariables(const TVariables&) = delete;
+  TVariables& operator=(const TVariables&) = delete;
+
+ private:
+  static void Set(const QByteArray& name, const char* value) {
+    value == nullptr ? qunsetenv(name) : qputenv(name, value);
+  }
+  std::map<QByteArray, QByteArray> FBefore;
+};
+
+QString Text(const char16_t* text) {
+  return QString::fromUtf16(text);
+}
+
+TEST(KnownFolders, BaseDirectoriesFromTheEnvironment) {
+  const TVariables set{{"HOME", "/h/me/"},
+                       {"XDG_CONFIG_HOME", "/c\xff/"},
+                       {"XDG_DATA_HOME", "/d"},
+                       {"XDG_CONFIG_DIRS", ":relative:/first/:/second"}};
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), Text(u"/h/me"));
+  EXPECT_EQ(NameToBytes(GetKnownFolder(TSpecialFolder::AppData)), "/c\xff");
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), Text(u"/d"));
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), Text(u"/first"));
+}
+
+TEST(KnownFolders, BaseDirectoriesThatAreNotSetOrNotAbsolute) {
+  const TVariables set{
+      {"HOME", "/h"}, {"XDG_CONFIG_HOME", "relative"}, {"XDG_DATA_HOME", nullptr}, {"XDG_CONFIG_DIRS", ""}};
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::AppData), Text(u"/h/.config"));
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), Text(u"/h/.local/share"));
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), Text(u"/etc/xdg"));
+}
+
+TEST(KnownFolders, WithoutHomeTheUserDatabaseKnowsIt) {
+  const TVariables unset{{"HOME", nullptr}};
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), NameFromBytes(getpwuid(getuid())->pw_dir));
+}
+
+TEST(KnownFolders, PlacesOfTheSystemAndTheProgram) {
+  EXPECT_EQ(GetWindowsFolder(), Text(u"/"));
+  EXPECT_EQ(GetSystemFolder(), Text(u"/"));
+  EXPECT_EQ(SystemVolumeRoot(), Text(u"/"));
+  EXPECT_EQ(ProgramFolder(), QCoreApplication::applicationDirPath() + PathDelim);
+}
+
+TEST(ExpandEnvironment, KnownNamesAreReplacedAndOthersStay) {
+  const TVariables set{{"HOME", "/h"},
+                       {"HOMEPATH", nullptr},
+                       {"USERPROFILE", "/profile"},
+                       {"HOMEDRIVE", "X:"},
+                       {"APPDATA", nullptr},
+                       {"LOCALAPPDATA", nullptr},
+                       {"XDG_CONFIG_HOME", nullptr},
+                       {"XDG_DATA_HOME", nullptr},
+                       {"TALLYSCOPE_A", "v"},
+                       {"TALLYSCOPE_EMPTY", ""},
+                       {"tallyscope_a", nullptr}};
+  const struct {
+    const char16_t* Text;
+    const char16_t* Expanded;
+  } rows[] = {
+      {u"", u""},
+      {u"no name", u"no name"},
+      {u"%TALLYSCOPE_A%", u"v"},
+      {u"a%TALLYSCOPE_A%b%TALLYSCOPE_A%", u"avbv"},
+      {u"%tallyscope_a%", u"%tallyscope_a%"},
+      {u"<%TALLYSCOPE_EMPTY%>", u"<>"},
+      {u"%NO_SUCH_NAME%/x", u"%NO_SUCH_NAME%/x"},
+      {u"100%", u"100%"},
+      {u"%%", u"%%"},
+      {u"a%%b", u"a%%b"},
+      {u"%HOMEDRIVE%%HOMEPATH%/d", u"/h/d"},
+      {u"%homedrive%%HomePath%/d", u"/h/d"},
+      {u"%UserProfile%", u"/profile"},
+      {u"%APPDATA%|%LocalAppData%", u"/h/.config|/h/.local/share"},
+      {u"50% of %TALLYSCOPE_A%", u"50% of v"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(ExpandEnvironment(Text(row.Text)), Text(row.Expanded));
+}
+
+}  // namespace

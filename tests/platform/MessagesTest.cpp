@@ -1,0 +1,129 @@
+#include "platform/Messages.h"
+
+#include <gmock/gmock.h>
+
+#include <QElapsedTimer>
+
+#include <atomic>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using ::testing::ElementsAre;
+
+enum : unsigned { kFirst = 8045, kSecond = 8046, kLast = 8047, kUnknown = 9999 };
+
+// Pumps until the flag is set, with a bound so that a lost message fails the test.
+bool PumpUntil(const bool& done) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!done && timer.elapsed() < 20000)
+    PumpMessages();
+  return done;
+}
+
+TEST(Messages, PostedMessagesArriveInOrderOnTheWindowsThread) {
+  constexpr quintptr kCount = 2000;
+  const auto windowThread = std::this_thread::get_id();
+  std::vector<quintptr> seen;
+  bool onWindowThread = true;
+  bool done = false;
+  TMessageWindow window{{kFirst,
+                         [&](const TMessage& message) {
+                           seen.push_back(message.WParam);
+                           onWindowThread &= std::this_thread::get_id() == windowThread;
+                         }},
+                        {kLast, [&](const TMessage& message) { done = message.LParam == -7; }}};
+  std::thread sender([&] {
+    for (quintptr i = 0; i < kCount; ++i) {
+      PostMessage(&window, kFirst, i, 0);
+      PostMessage(&window, kUnknown, i, 0);
+    }
+    PostMessage(&window, kLast, 0, -7);
+  });
+  EXPECT_TRUE(PumpUntil(done));
+  sender.join();
+  EXPECT_TRUE(onWindowThread);
+  ASSERT_EQ(seen.size(), kCount);
+  EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
+}
+
+TEST(Messages, SendWaitsUntilTheHandlerHasEnded) {
+  std::vector<int> order;  // written by both threads, never at once
+  bool done = false;
+  TMessageWindow window{{kFirst, [&](const TMessage&) { order.push_back(1); }},
+                        {kSecond,
+                         [&](const TMessage& message) {
+                           PumpMessages();
+                           order.push_back(static_cast<int>(message.WParam));
+                         }},
+                        {kLast, [&](const TMessage&) { done = true; }}};
+  std::thread sender([&] {
+    PostMessage(&window, kFirst, 0, 0);
+    SendMessage(&window, kSecond, 2, 0);
+    order.push_back(3);
+    SendMessage(&window, kUnknown, 0, 0);
+    PostMessage(&window, kLast, 0, 0);
+  });
+  EXPECT_TRUE(PumpUntil(done));
+  sender.join();
+  EXPECT_THAT(order, ElementsAre(1, 2, 3));
+}
+
+TEST(Messages, SendOnTheWindowsOwnThreadIsAPlainCall) {
+  std::vector<int> order;
+  TMessageWindow window{{kFirst, [&](const TMessage&) { order.push_back(1); }},
+                        {kSecond, [&](const TMessage&) { order.push_back(2); }}};
+  PostMessage(&window, kFirst, 0, 0);
+  EXPECT_TRUE(order.empty()) << "posting runs nothing";
+  SendMessage(&window, kSecond, 0, 0);
+  EXPECT_THAT(order, ElementsAre(2));
+  PumpMessages();
+  EXPECT_THAT(order, ElementsAre(2, 1));
+}
+
+TEST(Messages, APumpInsideAHandlerGoesOnWithTheNextMessage) {
+  std::vector<int> order;
+  TMessageWindow window{
+      {kFirst,
+       [&](const TMessage&) {
+         order.push_back(1);
+         PumpMessages();
+         order.push_back(4);
+       }},
+      {kSecond, [&](const TMessage& message) { order.push_back(static_cast<int>(message.WParam)); }}};
+  PostMessage(&window, kFirst, 0, 0);
+  PostMessage(&window, kSecond, 2, 0);
+  PostMessage(&window, kSecond, 3, 0);
+  PumpMessages();
+  EXPECT_THAT(order, ElementsAre(1, 2, 3, 4));
+}
+
+TEST(Messages, WhatAHandlerPostsComesAfterWhatIsQueued) {
+  std::vector<int> order;
+  TMessageWindow* self = nullptr;
+  TMessageWindow window{
+      {kFirst, [&](const TMessage&) { PostMessage(self, kSecond, 2, 0); }},
+      {kSecond, [&](const TMessage& message) { order.push_back(static_cast<int>(message.WParam)); }}};
+  self = &window;
+  PostMessage(&window, kFirst, 0, 0);
+  PostMessage(&window, kSecond, 1, 0);
+  for (int i = 0; i < 3; ++i)
+    PumpMessages();
+  EXPECT_THAT(order, ElementsAre(1, 2));
+}
+
+TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
+  PostMessage(nullptr, kFirst, 0, 0);
+  SendMessage(nullptr, kFirst, 0, 0);
+  int handled = 0;
+  {
+    TMessageWindow window{{kFirst, [&](const TMessage&) { ++handled; }}};
+    PostMessage(&window, kFirst, 0, 0);
+  }
+  PumpMessages();
+  EXPECT_EQ(handled, 0);
+}
+
+}  // namespace

@@ -7,7 +7,7 @@
 
 // Bits of TFileAttribute. A link has no permissions of its own and is never read-only.
 [[nodiscard]] inline unsigned AttributesOf(mode_t mode, bool hidden) {
-  unsigned attributes = hidden ? kAttributeHidden : 0;
+  unsigned attributes = hidden ? unsigned{kAttributeHidden} : 0U;
   if (S_ISLNK(mode)) return attributes | kAttributeReparse;
   if ((mode & S_IWUSR) == 0) attributes |= kAttributeReadOnly;
   if (S_ISDIR(mode)) return attributes | kAttributeDirectory;

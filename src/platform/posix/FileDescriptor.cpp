@@ -1,7 +1,7 @@
 #include "platform/posix/FileDescriptor.h"
 
-#include <climits>
 #include <fcntl.h>
+#include <climits>
 
 namespace {
 
@@ -16,6 +16,7 @@ qsizetype NextGroup(QByteArrayView rest) {
 }  // namespace
 
 TFileDescriptor OpenPath(const QByteArray& path, int flags) {
+  if (path.isEmpty()) return {};
   QByteArray rest = path;
   TFileDescriptor folder;
   int base = AT_FDCWD;

@@ -29,5 +29,5 @@ class TFileDescriptor {
 };
 
 // open() with O_CLOEXEC for a path of any length: one that the system would refuse as too long is opened
-// in groups of components, each relative to the one before. Not open on failure.
+// in groups of components, each relative to the one before. Not open on failure and for an empty path.
 [[nodiscard]] TFileDescriptor OpenPath(const QByteArray& path, int flags);

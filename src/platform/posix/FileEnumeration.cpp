@@ -4,14 +4,16 @@
 #include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/MountTable.h"
+#include "platform/posix/Names.h"
 
-#include <cstddef>
-#include <cstring>
 #include <fcntl.h>
-#include <optional>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/vfs.h>
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <vector>
 
 namespace {
 
@@ -25,7 +27,7 @@ struct TKernelEntry {
 };
 
 constexpr size_t kNameOffset = offsetof(TKernelEntry, Name);
-constexpr size_t kBufferSize = 128 * 1024;
+constexpr size_t kBufferSize = 64 * 1024;
 
 bool IsDotOrDotDot(const char* name) {
   return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
@@ -38,6 +40,19 @@ bool IsOnPseudoFileSystem(int folder) {
 
 TFileDescriptor OpenFolder(const QString& folder) {
   return OpenPath(NameToBytes(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
+}
+
+// The places where a walk from this folder may list entries: its own, and the ones where further parts of
+// the same file system are mounted below it.
+std::vector<TMountPlace> PlacesOfFileSystem(int folder) {
+  const auto top = MountPlaceOf(folder);
+  if (!top) return {};
+  std::vector<TMountPlace> places{*top};
+  for (const TMount& part : FurtherParts(ReadMountTable(), top->MountId)) {
+    const auto place = MountPlaceOf(OpenPath(part.Point, O_PATH | O_DIRECTORY).Get());
+    if (place && place->MountId == static_cast<quint64>(part.Id)) places.push_back(*place);
+  }
+  return places;
 }
 
 }  // namespace
@@ -56,7 +71,7 @@ class TFileEnumeration::TImpl {
   [[nodiscard]] bool LookAt(const char* name, TFoundFile& found) const;
 
   TFileDescriptor FFolder;
-  std::optional<TMountPlace> FConfinedTo;
+  std::vector<TMountPlace> FConfinedTo;  // empty: not confined
   bool FConfinedToPseudo = false;
   const std::unique_ptr<char[]> FBuffer{new char[kBufferSize]};
   size_t FFilled = 0;  // bytes of the buffer that hold entries
@@ -64,19 +79,21 @@ class TFileEnumeration::TImpl {
 };
 
 void TFileEnumeration::TImpl::ConfineTo(const QString& root) {
-  FConfinedTo.reset();
+  FConfinedTo.clear();
   FConfinedToPseudo = false;
   if (root.isEmpty()) return;
   const TFileDescriptor folder = OpenFolder(root);
   if (!folder.IsOpen()) return;
-  FConfinedTo = MountPlaceOf(folder.Get());
-  FConfinedToPseudo = FConfinedTo && IsOnPseudoFileSystem(folder.Get());
+  FConfinedTo = PlacesOfFileSystem(folder.Get());
+  FConfinedToPseudo = IsOnPseudoFileSystem(folder.Get());
 }
 
 // A confined walk asks for the mount only: what lies on the root's own mount is of the root's kind.
 bool TFileEnumeration::TImpl::ListsAsEmpty() const {
-  if (!FConfinedTo) return IsOnPseudoFileSystem(FFolder.Get());
-  return FConfinedToPseudo || MountPlaceOf(FFolder.Get()) != FConfinedTo;
+  if (FConfinedTo.empty()) return IsOnPseudoFileSystem(FFolder.Get());
+  const auto place = MountPlaceOf(FFolder.Get());
+  return FConfinedToPseudo || !place ||
+         std::find(FConfinedTo.begin(), FConfinedTo.end(), *place) == FConfinedTo.end();
 }
 
 bool TFileEnumeration::TImpl::Open(const QString& folder) {
@@ -105,7 +122,7 @@ const TKernelEntry* TFileEnumeration::TImpl::NextEntry() {
 bool TFileEnumeration::TImpl::LookAt(const char* name, TFoundFile& found) const {
   struct stat status;
   if (fstatat(FFolder.Get(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) return false;
-  found.Name = NameFromBytes(QByteArrayView(name, static_cast<qsizetype>(std::strlen(name))));
+  AssignName(found.Name, QByteArrayView(name, static_cast<qsizetype>(std::strlen(name))));
   found.Attributes = AttributesOf(status.st_mode, name[0] == '.');
   found.Size = LengthOf(status.st_mode, status.st_size);
   return true;
@@ -126,7 +143,9 @@ TFileEnumeration::TFileEnumeration() : FImpl(std::make_unique<TImpl>()) {}
 
 TFileEnumeration::~TFileEnumeration() = default;
 
-void TFileEnumeration::ConfineTo(const QString& root) { FImpl->ConfineTo(root); }
+void TFileEnumeration::ConfineTo(const QString& root) {
+  FImpl->ConfineTo(root);
+}
 
 bool TFileEnumeration::First(const QString& folder, TFoundFile& found) {
   if (FImpl->Open(folder)) return FImpl->Next(found);
@@ -134,6 +153,10 @@ bool TFileEnumeration::First(const QString& folder, TFoundFile& found) {
   return false;
 }
 
-bool TFileEnumeration::Next(TFoundFile& found) { return FImpl->Next(found); }
+bool TFileEnumeration::Next(TFoundFile& found) {
+  return FImpl->Next(found);
+}
 
-void TFileEnumeration::Close() { FImpl->Close(); }
+void TFileEnumeration::Close() {
+  FImpl->Close();
+}

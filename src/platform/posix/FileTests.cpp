@@ -4,9 +4,9 @@
 #include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileDescriptor.h"
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <cerrno>
 
 namespace {
 
@@ -25,7 +25,9 @@ QByteArray WithoutDelimitersAtEnd(QByteArray path) {
   return path;
 }
 
-bool HasHiddenName(const QByteArray& path) { return path.mid(path.lastIndexOf('/') + 1).startsWith('.'); }
+bool HasHiddenName(const QByteArray& path) {
+  return path.mid(path.lastIndexOf('/') + 1).startsWith('.');
+}
 
 }  // namespace
 
@@ -34,7 +36,9 @@ bool FileExists(const QString& path) {
   return status && !S_ISDIR(status->st_mode);
 }
 
-bool DirectoryExists(const QString& path) { return StatusOf(NameToBytes(path), O_DIRECTORY).has_value(); }
+bool DirectoryExists(const QString& path) {
+  return StatusOf(NameToBytes(path), O_DIRECTORY).has_value();
+}
 
 bool DirectoryReadable(const QString& path) {
   return !path.isEmpty() && OpenPath(NameToBytes(path), O_RDONLY | O_DIRECTORY | O_NONBLOCK).IsOpen();

@@ -1,18 +1,21 @@
 #include "platform/posix/MountTable.h"
 
 #include "platform/FileTests.h"
+#include "platform/posix/FileDescriptor.h"
 
-#include <algorithm>
-#include <array>
 #include <fcntl.h>
-#include <iterator>
-#include <set>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <set>
 
 namespace {
 
-bool IsOctal(char c) { return c >= '0' && c <= '7'; }
+bool IsOctal(char c) {
+  return c >= '0' && c <= '7';
+}
 
 // "\040" is a blank: a backslash and three octal digits stand for one byte.
 QByteArray Unescape(const QByteArray& field) {
@@ -81,6 +84,10 @@ QVector<TMount> WithoutCovered(const QVector<TMount>& mounts) {
   return visible;
 }
 
+bool IsWithin(const QByteArray& path, const QByteArray& folder) {
+  return path == folder || path.startsWith(folder == "/" ? folder : folder + '/');
+}
+
 bool ShorterPoint(const TMount& a, const TMount& b) {
   return a.Point.size() != b.Point.size() ? a.Point.size() < b.Point.size() : a.Point < b.Point;
 }
@@ -118,15 +125,15 @@ std::optional<dev_t> FixedDeviceOf(const TMount& mount) {
   struct stat source;
   if (!mount.Source.startsWith('/') || stat(mount.Source, &source) != 0 || !S_ISBLK(source.st_mode))
     return std::nullopt;
-  const int descriptor = open(mount.Point, O_PATH | O_DIRECTORY | O_CLOEXEC);
-  const auto place = MountPlaceOf(descriptor);
-  if (descriptor >= 0) close(descriptor);
+  const auto place = MountPlaceOf(OpenPath(mount.Point, O_PATH | O_DIRECTORY).Get());
   const bool reachable = place && (place->MountId == 0 || place->MountId == static_cast<quint64>(mount.Id));
   if (!reachable || IsRemovable(source.st_rdev)) return std::nullopt;
   return source.st_rdev;
 }
 
-QVector<TMount> FixedMounts() { return ChooseFixedMounts(ReadMountTable(), FixedDeviceOf); }
+QVector<TMount> FixedMounts() {
+  return ChooseFixedMounts(ReadMountTable(), FixedDeviceOf);
+}
 
 std::optional<TMountPlace> MountPlaceOf(int descriptor) {
   struct statx status;
@@ -134,8 +141,36 @@ std::optional<TMountPlace> MountPlaceOf(int descriptor) {
   TMountPlace place;
   if ((status.stx_mask & STATX_MNT_ID) != 0) place.MountId = status.stx_mnt_id;
   place.Device = makedev(status.stx_dev_major, status.stx_dev_minor);
-  place.IsMountRoot = (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+  place.MayBeMountRoot = (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) == 0 ||
+                         (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
   return place;
+}
+
+std::optional<TMountPlace> NearestPlace(QByteArray path) {
+  while (!path.isEmpty()) {
+    TFileDescriptor file = OpenPath(path, O_PATH | O_DIRECTORY);
+    if (!file.IsOpen()) file = OpenPath(path, O_PATH | O_NOFOLLOW);
+    if (file.IsOpen()) return MountPlaceOf(file.Get());
+    const qsizetype slash = path.lastIndexOf('/');
+    path.truncate(slash == 0 && path.size() > 1 ? 1 : std::max<qsizetype>(slash, 0));
+  }
+  return std::nullopt;
+}
+
+QVector<TMount> FurtherParts(const QVector<TMount>& mounts, quint64 topId) {
+  const auto top = std::find_if(mounts.begin(), mounts.end(),
+                                [&](const TMount& mount) { return static_cast<quint64>(mount.Id) == topId; });
+  if (top == mounts.end()) return {};
+  QVector<TMount> parts;
+  for (const TMount& mount : mounts) {
+    const auto overlaps = [&](const TMount& part) {
+      return IsWithin(mount.Root, part.Root) || IsWithin(part.Root, mount.Root);
+    };
+    if (mount.Device == top->Device && IsWithin(mount.Point, top->Point) && !overlaps(*top) &&
+        std::none_of(parts.begin(), parts.end(), overlaps))
+      parts.append(mount);
+  }
+  return parts;
 }
 
 bool IsPseudoFileSystem(unsigned long type) {

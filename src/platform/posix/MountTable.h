@@ -5,17 +5,17 @@
 #include <QByteArray>
 #include <QVector>
 
+#include <sys/types.h>
 #include <functional>
 #include <optional>
-#include <sys/types.h>
 
 struct TMount {
-  int Id = 0;           // the kernel's number of the mount
-  dev_t Device = 0;     // of the file system
-  QByteArray Root;      // the part of the file system that is mounted, "/" for all of it
-  QByteArray Point;     // where it is mounted, without a delimiter at its end unless it is "/"
-  QByteArray Type;      // "ext4"
-  QByteArray Source;    // "/dev/sda1", or any text for a file system without a device
+  int Id = 0;         // the kernel's number of the mount
+  dev_t Device = 0;   // of the file system
+  QByteArray Root;    // the part of the file system that is mounted, "/" for all of it
+  QByteArray Point;   // where it is mounted, without a delimiter at its end unless it is "/"
+  QByteArray Type;    // "ext4"
+  QByteArray Source;  // "/dev/sda1", or any text for a file system without a device
 };
 
 // The lines of a mountinfo file, in their order; a line that is none is left out.
@@ -39,18 +39,27 @@ using TFixedDeviceOf = std::function<std::optional<dev_t>(const TMount&)>;
 // The fixed mounts of this computer.
 [[nodiscard]] QVector<TMount> FixedMounts();
 
-// The kernel's number of the mount that holds an open file, or of the mount that the path leads to; nothing
-// if it can't be told.
+// Where something lies: two places are equal if they are on the same mount and file system.
 struct TMountPlace {
-  quint64 MountId = 0;   // 0 where the kernel does not tell
+  quint64 MountId = 0;  // 0 where the kernel does not tell
   dev_t Device = 0;
-  bool IsMountRoot = false;
+  bool MayBeMountRoot = false;  // false: surely not the top of a mount
 
   bool operator==(const TMountPlace& other) const {
     return MountId == other.MountId && Device == other.Device;
   }
 };
+
+// The place of an open file; nothing if it can't be told.
 [[nodiscard]] std::optional<TMountPlace> MountPlaceOf(int descriptor);
+
+// The mount that holds what stands at the path, or the nearest folder above it that exists. A link to a
+// folder counts as that folder.
+[[nodiscard]] std::optional<TMountPlace> NearestPlace(QByteArray path);
+
+// The other mounts below the point of the top one that show parts of its file system which neither the top
+// nor another of them shows, as the subvolumes of one file system are mounted side by side.
+[[nodiscard]] QVector<TMount> FurtherParts(const QVector<TMount>& mounts, quint64 topId);
 
 // True for the f_type of a file system that shows the kernel's own data as files.
 [[nodiscard]] bool IsPseudoFileSystem(unsigned long type);

@@ -1,13 +1,16 @@
 // The way between a file name's bytes and its text: UTF-8, with one lone low surrogate for each byte that
 // is not part of it.
+#include "platform/posix/Names.h"
+
 #include "platform/Paths.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
 
-// The code point at the beginning of the bytes and how many of them it takes; a length of 1 and a value of 0x80 and
-// above is a byte that is no UTF-8.
+// The code point at the beginning of the bytes and how many of them it takes; a length of 1 and a value of
+// 0x80 and above is a byte that is no UTF-8.
 struct TDecoded {
   char32_t Value;
   int Length;
@@ -61,7 +64,9 @@ QString DecodeAll(const unsigned char* bytes, qsizetype count) {
   return text;
 }
 
-bool IsUndecodableByte(QChar c) { return c.unicode() >= 0xdc80 && c.unicode() <= 0xdcff; }
+bool IsUndecodableByte(QChar c) {
+  return c.unicode() >= 0xdc80 && c.unicode() <= 0xdcff;
+}
 
 bool IsPairAt(const QString& text, qsizetype place) {
   return text[place].isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
@@ -96,12 +101,23 @@ void AppendPair(QByteArray& bytes, QChar high, QChar low) {
 
 }  // namespace
 
+void AssignName(QString& name, QByteArrayView bytes) {
+  if (IsAscii(bytes.data(), bytes.size())) {
+    name = QLatin1String(bytes.data(), bytes.size());
+  } else {
+    name = DecodeAll(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  }
+}
+
 QString NameFromBytes(QByteArrayView bytes) {
-  if (IsAscii(bytes.data(), bytes.size())) return QString::fromLatin1(bytes.data(), bytes.size());
-  return DecodeAll(reinterpret_cast<const unsigned char*>(bytes.data()), bytes.size());
+  QString name;
+  AssignName(name, bytes);
+  return name;
 }
 
 QByteArray NameToBytes(const QString& name) {
+  if (std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; }))
+    return name.toLatin1();
   QByteArray bytes;
   bytes.reserve(name.size());
   for (qsizetype i = 0; i < name.size(); ++i) {

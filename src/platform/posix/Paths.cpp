@@ -3,9 +3,8 @@
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/MountTable.h"
 
-#include <algorithm>
-#include <cstring>
 #include <fcntl.h>
+#include <algorithm>
 
 const QChar PathDelim = u'/';
 
@@ -16,20 +15,6 @@ QString WithoutDelimitersAtEnd(const QString& path) {
   while (end > 1 && path[end - 1] == PathDelim)
     --end;
   return path.left(end);
-}
-
-// The place of what stands at the path, or of the nearest folder above it that exists. A link to a folder
-// counts as that folder.
-std::optional<TMountPlace> PlaceOf(const QString& path) {
-  QByteArray bytes = NameToBytes(path);
-  while (!bytes.isEmpty()) {
-    TFileDescriptor file = OpenPath(bytes, O_PATH | O_DIRECTORY);
-    if (!file.IsOpen()) file = OpenPath(bytes, O_PATH | O_NOFOLLOW);
-    if (file.IsOpen()) return MountPlaceOf(file.Get());
-    const qsizetype slash = bytes.lastIndexOf('/');
-    bytes.truncate(slash == 0 && bytes.size() > 1 ? 1 : std::max<qsizetype>(slash, 0));
-  }
-  return std::nullopt;
 }
 
 char16_t FoldAscii(QChar c) {
@@ -48,11 +33,17 @@ QString ExcludeTrailingPathDelimiter(const QString& path) {
   return WithoutDelimitersAtEnd(path);
 }
 
-QString ExtractFileDir(const QString& path) { return ExcludeTrailingPathDelimiter(ExtractFilePath(path)); }
+QString ExtractFileDir(const QString& path) {
+  return ExcludeTrailingPathDelimiter(ExtractFilePath(path));
+}
 
-QString ExtractFilePath(const QString& path) { return path.left(path.lastIndexOf(PathDelim) + 1); }
+QString ExtractFilePath(const QString& path) {
+  return path.left(path.lastIndexOf(PathDelim) + 1);
+}
 
-QString ExtractFileName(const QString& path) { return path.mid(path.lastIndexOf(PathDelim) + 1); }
+QString ExtractFileName(const QString& path) {
+  return path.mid(path.lastIndexOf(PathDelim) + 1);
+}
 
 QString ExtractFileExt(const QString& path) {
   const qsizetype point = path.lastIndexOf(u'.');
@@ -66,20 +57,24 @@ bool IsVolumeRoot(const QString& path) {
   if (bytes == "/") return true;
   const TFileDescriptor folder = OpenPath(bytes, O_PATH | O_DIRECTORY | O_NOFOLLOW);
   const auto place = MountPlaceOf(folder.Get());
-  if (!place || !place->IsMountRoot) return false;
+  if (!place || !place->MayBeMountRoot) return false;
   const QVector<TMount> mounts = FixedMounts();
   return std::any_of(mounts.begin(), mounts.end(), [&](const TMount& mount) { return mount.Point == bytes; });
 }
 
-bool IsAbsolutePath(const QString& path) { return path.startsWith(PathDelim); }
+bool IsAbsolutePath(const QString& path) {
+  return path.startsWith(PathDelim);
+}
 
 bool SameVolume(const QString& a, const QString& b) {
   if (!IsAbsolutePath(a) || !IsAbsolutePath(b)) return false;
-  const auto placeOfA = PlaceOf(a);
-  return placeOfA && placeOfA == PlaceOf(b);
+  const auto placeOfA = NearestPlace(NameToBytes(a));
+  return placeOfA && placeOfA == NearestPlace(NameToBytes(b));
 }
 
-QString VolumeName(const QString& root) { return WithoutDelimitersAtEnd(root); }
+QString VolumeName(const QString& root) {
+  return WithoutDelimitersAtEnd(root);
+}
 
 bool SameFolder(const QString& a, const QString& b) {
   return WithoutDelimitersAtEnd(a) == WithoutDelimitersAtEnd(b);

@@ -1,0 +1,109 @@
+// Renders the program's pages to PNG files: screenshot_maker FOLDER light|dark SCALE. The scale names the
+// files; it is set by QT_SCALE_FACTOR.
+#include <QApplication>
+#include <QIcon>
+#include <QPalette>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTimer>
+
+#include <functional>
+
+#include "DemoTree.h"
+#include "app/UnitScanWizard.h"
+#include "controls/list/ListView.h"
+#include "views/StartParameters.h"
+#include "views/UnitMain.h"
+
+namespace {
+
+constexpr int kSettleMs = 400;
+constexpr int kScanMs = 900;
+
+void UseDarkPalette() {
+  QPalette palette(QColor(45, 46, 50), QColor(35, 36, 40));
+  palette.setColor(QPalette::Base, QColor(30, 31, 34));
+  palette.setColor(QPalette::AlternateBase, QColor(38, 39, 43));
+  palette.setColor(QPalette::Highlight, QColor(53, 116, 190));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::ToolTipBase, QColor(60, 61, 66));
+  palette.setColor(QPalette::ToolTipText, Qt::white);
+  QApplication::setPalette(palette);
+}
+
+// Takes the pictures one after the other: each step runs inside the event loop of the modal wizard.
+class TPhotographer {
+ public:
+  TPhotographer(QString folder, const QString& suffix, TFormMain& form, TFormWizard& wizard)
+      : FFolder(std::move(folder)), FSuffix(suffix), FForm(form), FWizard(wizard) {}
+
+  void Run() {
+    After(kSettleMs, [this] { TakeDrivePage(); });
+    QApplication::exec();
+  }
+
+ private:
+  static void After(int milliseconds, std::function<void()> step) {
+    QTimer::singleShot(milliseconds, qApp, std::move(step));
+  }
+
+  void Save(QWidget& window, const QString& name) {
+    const QString file = FFolder + u'/' + name + FSuffix + u".png"_qs;
+    if (!window.grab().save(file)) qFatal("can't write %s", qPrintable(file));
+  }
+
+  QPushButton& Analyze() { return *FWizard.findChild<QPushButton*>(u"btnAnalyze"_qs); }
+
+  void TakeDrivePage() {
+    Save(FWizard, u"wizard-choose"_qs);
+    Save(FForm, u"overview-before"_qs);
+    Analyze().click();
+    After(kScanMs, [this] { TakeScanPage(); });
+  }
+
+  void TakeScanPage() {
+    Save(FWizard, u"wizard-scan"_qs);
+    Analyze().click();  // Stop
+    FWizard.PreselectFolder(FDemo.Root());
+    After(kSettleMs, [this] { Analyze().click(); });
+    After(kSettleMs + kScanMs, [this] { TakeResult(); });
+  }
+
+  void TakeResult() {
+    auto* list = FForm.findChild<TListView*>(u"lvTop"_qs);
+    list->SetSelected(list->Items().Item(2));
+    list->setFocus();
+    After(kSettleMs, [this] {
+      Save(FForm, u"overview-after"_qs);
+      QApplication::quit();
+    });
+  }
+
+  const TDemoTree FDemo;
+  const QString FFolder;
+  const QString FSuffix;
+  TFormMain& FForm;
+  TFormWizard& FWizard;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  if (argc != 4) qFatal("usage: screenshot_maker FOLDER light|dark SCALE");
+  QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
+  QIcon::setThemeName(u"tallyscope"_qs);
+  const QString palette = QString::fromLocal8Bit(argv[2]);
+  if (palette == u"dark") UseDarkPalette();
+  const QString suffix = u"-%1-%2x"_qs.arg(palette, QString::fromLocal8Bit(argv[3]));
+
+  const TStartParameters parameters{QStringList()};
+  TFormMain form(parameters);
+  TFormWizard wizard(form, form.StaticImages(), parameters);
+  form.SetScanForm(wizard);
+  form.show();
+  form.activateWindow();
+  TPhotographer(QString::fromLocal8Bit(argv[1]), suffix, form, wizard).Run();
+  return 0;
+}
