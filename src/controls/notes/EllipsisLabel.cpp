@@ -1,0 +1,40 @@
+#include "controls/notes/EllipsisLabel.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QTimerEvent>
+
+TEllipsisLabel::TEllipsisLabel(QWidget* parent) : QLabel(parent) {
+  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void TEllipsisLabel::SetCaption(const QString& caption) {
+  FCaption = caption;
+  if (!FRepaint.isActive()) FRepaint.start(kRepaintInterval, this);
+}
+
+void TEllipsisLabel::SetElideMode(Qt::TextElideMode mode) {
+  FElideMode = mode;
+  update();
+}
+
+QSize TEllipsisLabel::sizeHint() const {
+  const QMargins margins = contentsMargins();
+  return {margins.left() + margins.right(), fontMetrics().height() + margins.top() + margins.bottom()};
+}
+
+void TEllipsisLabel::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != FRepaint.timerId()) return QLabel::timerEvent(event);
+  FRepaint.stop();
+  setAccessibleName(FCaption);
+  update();
+}
+
+void TEllipsisLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QRect area = contentsRect();
+  const QString text = fontMetrics().elidedText(FCaption, FElideMode, area.width());
+  const int flags = static_cast<int>(QStyle::visualAlignment(layoutDirection(), alignment()));
+  style()->drawItemText(&painter, area, flags | Qt::TextSingleLine, palette(), isEnabled(), text,
+                        foregroundRole());
+}

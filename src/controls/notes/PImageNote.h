@@ -1,0 +1,45 @@
+// A picture control that shows one of the pictures it holds. Main thread.
+#pragma once
+
+#include <QRect>
+
+#include "controls/notes/Collection.h"
+#include "controls/notes/Image.h"
+
+struct TPictureItem {
+  static constexpr const char* kClassName = "TPictureItem";
+
+  QString Name;
+  TPicture Picture;
+};
+
+using TPictureCollection = TCollection<TPictureItem>;
+
+class TImageNote : public TImage {
+ public:
+  explicit TImageNote(QWidget* parent = nullptr) : TImage(parent) {}
+
+  [[nodiscard]] TPictureCollection& Items() { return FItems; }
+  [[nodiscard]] const TPictureCollection& Items() const { return FItems; }
+
+  // The item shown, -1 for none. Setting any other index out of range is ignored.
+  [[nodiscard]] int ImageIndex() const { return FImageIndex; }
+  void SetImageIndex(int index);
+
+  // While the form is loading, ImageIndex is stored and shows nothing yet.
+  void SetLoading(bool loading) { FLoading = loading; }
+
+  // Keeps the bounds that the control has now: every later change of size is undone.
+  [[nodiscard]] bool Locked() const { return FLocked; }
+  void SetLocked(bool locked);
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  TPictureCollection FItems;
+  int FImageIndex = -1;
+  bool FLoading = false;
+  bool FLocked = false;
+  QRect FLockedBounds;
+};

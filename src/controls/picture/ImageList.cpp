@@ -1,0 +1,43 @@
+#include "controls/picture/ImageList.h"
+
+#include <QPainter>
+
+#include <utility>
+
+int TImageList::AddIcon(const QIcon& icon) {
+  FIcons.push_back(icon);
+  Changed();
+  return Count() - 1;
+}
+
+void TImageList::Delete(int index) {
+  if (!IsIndex(index)) return;
+  FIcons.erase(FIcons.begin() + index);
+  Changed();
+}
+
+void TImageList::Clear() {
+  if (FIcons.empty()) return;
+  FIcons.clear();
+  Changed();
+}
+
+void TImageList::Draw(QPainter& painter, const QRect& rect, int index, bool enabled) const {
+  if (!IsIndex(index)) return;
+  QRect area(QPoint(), FSize.boundedTo(rect.size()));
+  area.moveCenter(rect.center());
+  FIcons[static_cast<std::size_t>(index)].paint(&painter, area, Qt::AlignCenter,
+                                                enabled ? QIcon::Normal : QIcon::Disabled);
+}
+
+int TImageList::AddChangeLink(std::function<void()> onChange) {
+  FLinks.emplace(FNextLink, std::move(onChange));
+  return FNextLink++;
+}
+
+void TImageList::Changed() const {
+  // A callback may add or remove links.
+  const auto links = FLinks;
+  for (const auto& [number, onChange] : links)
+    if (FLinks.contains(number)) onChange();
+}

@@ -1,0 +1,120 @@
+#include "controls/picture/PngDecoder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "controls/picture/PngFiles.h"
+
+namespace {
+
+QRgb Middle(const QImage& image) {
+  return image.pixel(image.width() / 2, image.height() / 2);
+}
+
+int Distance(QRgb a, QRgb b) {
+  return std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b)) +
+         std::abs(qAlpha(a) - qAlpha(b));
+}
+
+// Different in every pixel, with every alpha.
+QImage Ramp() {
+  QImage image(16, 16, QImage::Format_ARGB32);
+  for (int y = 0; y < 16; ++y)
+    for (int x = 0; x < 16; ++x)
+      image.setPixel(x, y, qRgba(x * 17, y * 17, 255 - x * 17, y * 16 + x));
+  return image;
+}
+
+}  // namespace
+
+TEST(PngDecoder, EveryPixelComesOutPremultipliedAndInItsPlace) {
+  const QImage decoded = DecodePng(PngOf(Ramp()));
+  EXPECT_EQ(decoded.format(), QImage::Format_ARGB32_Premultiplied);
+  EXPECT_EQ(decoded, Ramp().convertToFormat(QImage::Format_ARGB32_Premultiplied));
+  const auto* firstRow = reinterpret_cast<const QRgb*>(decoded.constScanLine(8));
+  EXPECT_EQ(firstRow[0], qRgba(0, 68, 128, 128)) << "stored value of (0, 136, 255) at half opacity";
+}
+
+TEST(PngDecoder, EveryKindOfPixelComesOutRight) {
+  const QRgb color = qRgb(102, 51, 204);  // one that Qt has in its palette
+  const QRgb gray = qRgb(89, 89, 89);
+  const struct {
+    QImage::Format Format;
+    QRgb Color;
+  } cases[] = {
+      {QImage::Format_RGB32, color},
+      {QImage::Format_ARGB32, color},
+      {QImage::Format_Indexed8, color},
+      {QImage::Format_RGBA64, color},
+      {QImage::Format_Grayscale8, gray},
+      {QImage::Format_Grayscale16, gray},
+      {QImage::Format_Mono, qRgb(255, 255, 255)},
+  };
+  for (const auto& row : cases) {
+    QImage image(5, 3, QImage::Format_ARGB32);
+    image.fill(row.Color);
+    const QRgb got = Middle(DecodePng(PngOf(image.convertToFormat(row.Format))));
+    EXPECT_LE(Distance(got, row.Color), 2) << "format " << row.Format << " gave " << std::hex << got;
+  }
+}
+
+TEST(PngDecoder, TransparencyByKeyAndByPaletteIsKept) {
+  EXPECT_EQ(qAlpha(Middle(DecodePng(PngOf({.Gray = true, .Level = 70, .TransparentLevel = 70})))), 0);
+  EXPECT_EQ(Middle(DecodePng(PngOf({.Gray = true, .Level = 70, .TransparentLevel = 71}))), qRgb(70, 70, 70));
+  EXPECT_EQ(qAlpha(Middle(DecodePng(PngOf({.Gray = false, .Level = 9, .TransparentLevel = 9})))), 0);
+
+  QImage palette(4, 4, QImage::Format_Indexed8);
+  palette.setColorTable({qRgba(200, 100, 0, 51)});
+  palette.fill(0);
+  EXPECT_EQ(Middle(DecodePng(PngOf(palette)).convertToFormat(QImage::Format_ARGB32)), qRgba(200, 100, 0, 51));
+}
+
+TEST(PngDecoder, InterlacedPicturesAreWhole) {
+  const QImage decoded = DecodePng(PngOf({.Side = 21, .Level = 123, .Interlaced = true}));
+  QImage expected(21, 21, QImage::Format_ARGB32_Premultiplied);
+  expected.fill(qRgb(123, 123, 123));
+  EXPECT_EQ(decoded, expected);
+}
+
+TEST(PngDecoder, ACutPictureIsNullOrWholeButNeverHalf) {
+  const QByteArray bytes = PngOf(Ramp());
+  const QImage whole = DecodePng(bytes);
+  constexpr int kEndChunk = 12;  // neither carries a pixel
+  constexpr int kChecksums = 8;
+  for (int size = 0; size < bytes.size(); ++size) {
+    const QImage cut = DecodePng(bytes.left(size));
+    const bool hasAllPixels = size >= bytes.size() - kEndChunk - kChecksums;
+    EXPECT_TRUE(cut.isNull() || (hasAllPixels && cut == whole)) << size;
+  }
+}
+
+TEST(PngDecoder, WhatIsNoPngGivesANullImage) {
+  for (const QByteArray& bytes : {QByteArray(), QByteArray("GIF89a and more of it"), QByteArray(5000, '\0')})
+    EXPECT_TRUE(DecodePng(bytes).isNull()) << bytes.left(9).data();
+}
+
+TEST(PngDecoder, AFlippedBitNeverHarms) {
+  const QByteArray bytes = PngOf(Ramp());
+  int refused = 0;
+  for (int bit = 0; bit < bytes.size() * 8; ++bit) {
+    QByteArray broken = bytes;
+    broken[bit / 8] = static_cast<char>(broken[bit / 8] ^ (1 << bit % 8));
+    refused += DecodePng(broken).isNull() ? 1 : 0;
+  }
+  EXPECT_GT(refused, bytes.size() * 8 / 2) << "the checksums are not looked at";
+}
+
+TEST(PngDecoder, SizesAreBounded) {
+  const auto isDecoded = [](int width, int height) {
+    QImage image(width, height, QImage::Format_Mono);
+    image.fill(0);
+    return !DecodePng(PngOf(image)).isNull();
+  };
+  EXPECT_TRUE(isDecoded(kMaxPngSide, 1));
+  EXPECT_TRUE(isDecoded(1, kMaxPngSide));
+  EXPECT_FALSE(isDecoded(kMaxPngSide + 1, 1));
+  EXPECT_FALSE(isDecoded(1, kMaxPngSide + 1));
+  EXPECT_TRUE(isDecoded(kMaxPngSide, kMaxPngPixels / kMaxPngSide));
+  EXPECT_FALSE(isDecoded(kMaxPngSide, kMaxPngPixels / kMaxPngSide + 1));
+}

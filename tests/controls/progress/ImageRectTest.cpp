@@ -1,0 +1,58 @@
+#include "controls/progress/PImageRect.h"
+
+#include <gtest/gtest.h>
+
+#include "controls/picture/Pictures.h"
+
+TEST(ImageRect, AlignDecidesTheRectangle) {
+  const QRect client(0, 0, 100, 40);
+  const struct {
+    TImageAlign Align;
+    QRect Expected;
+  } cases[] = {
+      {TImageAlign::None, {7, 5, 20, 10}},    {TImageAlign::Custom, {7, 5, 20, 10}},
+      {TImageAlign::Top, {0, 0, 100, 10}},    {TImageAlign::Bottom, {0, 30, 100, 10}},
+      {TImageAlign::Left, {0, 0, 20, 40}},    {TImageAlign::Right, {80, 0, 20, 40}},
+      {TImageAlign::Client, {0, 0, 100, 40}},
+  };
+  TImageItem item;
+  item.Left = 7;
+  item.Top = 5;
+  item.Width = 20;
+  item.Height = 10;
+  for (const auto& row : cases) {
+    item.Align = row.Align;
+    EXPECT_EQ(ImageItemRect(item, client), row.Expected) << static_cast<int>(row.Align);
+  }
+}
+
+TEST(ImageRect, ANewItemTakesNameAndSize) {
+  TImageRect control;
+  control.resize(30, 20);
+  control.Items().Add();
+  const TImageItem& item = control.Items().Add();
+  EXPECT_EQ(item.Name, u"TImageItem2");
+  EXPECT_EQ(QRect(item.Left, item.Top, item.Width, item.Height), QRect(0, 0, 30, 20));
+  EXPECT_TRUE(item.Visible);
+  EXPECT_FALSE(item.Stretch);
+}
+
+TEST(ImageRect, PaintsInOrderAndSkipsTheHiddenAndTheEmpty) {
+  TImageRect control;
+  control.resize(30, 20);
+  const auto add = [&](const TPicture& picture, bool stretch) -> TImageItem& {
+    TImageItem& item = control.Items().Add();
+    item.Picture = picture;
+    item.Stretch = stretch;
+    return item;
+  };
+  add(PictureOf({1, 1}, Qt::red), true);
+  add(PictureOf({4, 4}, Qt::blue), false);
+  add(PictureOf({30, 20}, Qt::green), true).Visible = false;
+  add({}, true);
+
+  const QImage image = control.grab().toImage();
+  EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::blue)) << "drawn over the first, at the corner";
+  EXPECT_EQ(image.pixelColor(4, 3), QColor(Qt::red)) << "in its own size";
+  EXPECT_EQ(image.pixelColor(29, 19), QColor(Qt::red)) << "stretched to the end";
+}
