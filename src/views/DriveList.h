@@ -53,6 +53,9 @@ class TDriveList {
 // the list has check boxes, its mark; any other image 1.
 void FillDriveRows(TListView& list, const TDriveList& drives);
 
+// Frees the data of a drive row: what the deletion handlers of the drive lists do.
+void FreeDriveRow(TListItem& item);
+
 // The data of a drive row, null for no row.
 [[nodiscard]] const TDriveRowData* DriveRowOf(const TListItem* item);
 

@@ -19,4 +19,6 @@ std::optional<QString> SelectFolderDialog(QWidget* owner, const QString& title) 
 TFolderDialogAnswer::TFolderDialogAnswer(std::optional<QString> answer) {
   GivenAnswer.emplace(std::move(answer));
 }
-TFolderDialogAnswer::~TFolderDialogAnswer() { GivenAnswer.reset(); }
+TFolderDialogAnswer::~TFolderDialogAnswer() {
+  GivenAnswer.reset();
+}

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int kFormFontHeight = 11;   // pixels at 96 dots per inch
+constexpr int kFormFontHeight = 11;  // pixels at 96 dots per inch
 constexpr int kTitleFontHeight = 16;
 
 // Colours the widget anew whenever its palette changes, which ends by itself since the same colour set
@@ -31,6 +31,7 @@ class TTextColorer : public QObject {
     const QColor color = ReadableColor(FColor, palette);
     if (palette.color(QPalette::WindowText) == color) return;
     palette.setColor(QPalette::WindowText, color);
+    palette.setColor(QPalette::Text, color);  // the role on a page of the list background
     FLabel.setPalette(palette);
   }
 
@@ -64,10 +65,14 @@ QColor ReadableColor(unsigned storedColor, const QPalette& palette) {
   const QColor color(static_cast<int>(storedColor & 0xFF), static_cast<int>(storedColor >> 8 & 0xFF),
                      static_cast<int>(storedColor >> 16 & 0xFF));
   if (!IsDark(palette)) return color;
-  constexpr float kReadableLightness = 0.75F;
+  constexpr float kReadableLightness = 0.8F;
   return QColor::fromHslF(color.hslHueF(), color.hslSaturationF(), kReadableLightness);
 }
 
-bool IsDark(const QPalette& palette) { return palette.color(QPalette::Window).lightnessF() < 0.5F; }
+bool IsDark(const QPalette& palette) {
+  return palette.color(QPalette::Window).lightnessF() < 0.5F;
+}
 
-void SetTextColor(QWidget& label, unsigned storedColor) { new TTextColorer(label, storedColor); }
+void SetTextColor(QWidget& label, unsigned storedColor) {
+  new TTextColorer(label, storedColor);
+}

@@ -45,7 +45,8 @@ TPreselection TStartParameters::Preselection() const {
   const QString& second = FParameters[1];
   if (IsAbsolutePath(second) && FileExists(second)) {
     const QStringList lines = ReadLines(second);
-    if (lines.size() == 1 && !lines.first().isEmpty() && !IsVolumeRoot(lines.first())) chosen.Folder = lines.first();
+    if (lines.size() == 1 && !lines.first().isEmpty() && !IsVolumeRoot(lines.first()))
+      chosen.Folder = lines.first();
     return chosen;
   }
   QStringList paths = SplitToList(second, u";"_qs);

@@ -11,7 +11,7 @@ enum class TAutoStart { None, ScanSystem, ScanDrives };
 
 // What the second parameter preselects, when there are exactly two.
 struct TPreselection {
-  std::optional<QString> Folder;  // the folder route with this folder
+  std::optional<QString> Folder;      // the folder route with this folder
   std::optional<QStringList> Drives;  // check marks of the drives that hold these paths
 };
 

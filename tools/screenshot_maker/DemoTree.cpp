@@ -39,7 +39,8 @@ constexpr TDemoFile kFiles[] = {
 TDemoTree::TDemoTree() : FFolder(QDir::tempPath() + u"/demo-XXXXXX"_qs) {
   constexpr double kBytesPerMegabyte = 1024.0 * 1024.0;
   for (const TDemoFile& file : kFiles)
-    AddFile(Root() + u'/' + QString::fromUtf8(file.Path), static_cast<qint64>(file.Megabytes * kBytesPerMegabyte));
+    AddFile(Root() + u'/' + QString::fromUtf8(file.Path),
+            static_cast<qint64>(file.Megabytes * kBytesPerMegabyte));
 }
 
 void TDemoTree::AddFile(const QString& path, qint64 bytes) {

@@ -22,9 +22,10 @@ constexpr int kSettleMs = 400;
 constexpr int kScanMs = 900;
 
 void UseDarkPalette() {
-  QPalette palette(QColor(45, 46, 50), QColor(35, 36, 40));
-  palette.setColor(QPalette::Base, QColor(30, 31, 34));
-  palette.setColor(QPalette::AlternateBase, QColor(38, 39, 43));
+  QPalette palette(QColor(62, 63, 68), QColor(53, 54, 58));
+  palette.setColor(QPalette::Base, QColor(35, 36, 40));
+  palette.setColor(QPalette::AlternateBase, QColor(42, 43, 47));
+  palette.setColor(QPalette::Disabled, QPalette::Light, Qt::transparent);
   palette.setColor(QPalette::Highlight, QColor(53, 116, 190));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   palette.setColor(QPalette::ToolTipBase, QColor(60, 61, 66));

@@ -1,0 +1,194 @@
+#include "app/TargetPage.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <algorithm>
+
+#include "app/ScanProgressPage.h"
+#include "app/WizardBand.h"
+#include "controls/list/ListView.h"
+
+#include "platform/FileTests.h"
+#include "platform/KnownFolders.h"
+#include "platform/Paths.h"
+#include "support/Korvel_Routine_New.h"
+#include "support/PLanguage.h"
+#include "views/DriveList.h"
+#include "views/FolderDialog.h"
+#include "views/FormLinks.h"
+#include "views/Looks.h"
+#include "views/Pictures.h"
+
+namespace {
+
+constexpr int kDriveListHeight = 96;  // pixels, at least
+
+}  // namespace
+
+TTargetPage::TTargetPage(const TResultForm& results, TImageList& images, QWidget* parent)
+    : QWidget(parent), FResults(results) {
+  Build(images);
+  FillDriveRows(*lvDrive, FResults.Drives());
+  edtBtnFolder->setText(ExtractFileDir(GetSpecialFolderPath(static_cast<int>(TSpecialFolder::Desktop))));
+
+  connect(rbScanDrive, &QRadioButton::clicked, this, [this] { rbScanDriveClick(); });
+  connect(rbScanFolder, &QRadioButton::clicked, this, [this] { rbScanFolderClick(); });
+  connect(edtBtnFolder, &QLineEdit::textChanged, this, [this] { edtBtnFolderChange(); });
+  connect(Button_Browse, &QPushButton::clicked, this, [this] { Button_BrowseClick(); });
+  lvDrive->OnItemChecked = [this](TListItem*) { lvDriveItemChecked(); };
+}
+
+TTargetPage::~TTargetPage() = default;
+
+void TTargetPage::Build(TImageList& images) {
+  auto* band = new TWizardBand(u"imgBK"_qs, this);
+  lblWel = AddWizardTitle(u"lblWel"_qs, u"Korvel Tallyscope"_qs, *band);
+  lbl_Warning_Content = MakeWizardLabel(
+      u"lbl_Warning_Content"_qs,
+      u"Tallyscope provides easy and effective way to search for the largest files and folders in your "
+      u"disks. "
+      u"After analyzing, it allows you to check the files and folders which are taking up your valuable disk "
+      u"space."_qs,
+      this);
+  BuildDriveChoice(images);
+  BuildFolderChoice();
+
+  auto* folderRow = new QHBoxLayout;
+  folderRow->setContentsMargins(kWizardIndent, 0, 0, 0);
+  folderRow->addWidget(edtBtnFolder, 1);
+  folderRow->addWidget(Button_Browse);
+  auto* driveRow = new QHBoxLayout;
+  driveRow->setContentsMargins(kWizardIndent, 0, 0, 0);
+  driveRow->addWidget(lvDrive);
+
+  auto* column = new QVBoxLayout;
+  column->setContentsMargins(kWizardMargin, 10, kWizardMargin, 12);
+  column->setSpacing(6);
+  column->addWidget(lbl_Warning_Content);
+  column->addSpacing(4);
+  column->addWidget(rbScanDrive);
+  column->addLayout(driveRow, 1);
+  column->addSpacing(2);
+  column->addWidget(rbScanFolder);
+  column->addLayout(folderRow);
+  LayOutUnderBand(*this, *band, *column);
+}
+
+void TTargetPage::BuildDriveChoice(TImageList& images) {
+  rbScanDrive = new QRadioButton(u"Scan Drives"_qs, this);
+  rbScanDrive->setObjectName(u"rbScanDrive"_qs);
+  rbScanDrive->setChecked(true);
+
+  lvDrive = new TListView(this);
+  lvDrive->setObjectName(u"lvDrive"_qs);
+  lvDrive->setAccessibleName(rbScanDrive->text());
+  TListViewOptions options;
+  options.CheckBoxes = true;
+  options.ColumnClick = false;
+  lvDrive->SetOptions(options);
+  lvDrive->setMinimumHeight(kDriveListHeight);
+  lvDrive->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  lvDrive->SetSmallImages(&images);
+  const auto addColumn = [this](const QString& caption, int width, TAlignment alignment) {
+    lvDrive->Columns().Add(caption, width, alignment).SetMinWidth(width);
+  };
+  addColumn(u"Name"_qs, 340, TAlignment::LeftJustify);
+  addColumn(u"Capacity"_qs, 95, TAlignment::RightJustify);
+  addColumn(u"Free Space"_qs, 100, TAlignment::RightJustify);
+  lvDrive->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
+}
+
+void TTargetPage::BuildFolderChoice() {
+  rbScanFolder = new QRadioButton(u"Scan Folder"_qs, this);
+  rbScanFolder->setObjectName(u"rbScanFolder"_qs);
+  edtBtnFolder = new QLineEdit(this);
+  edtBtnFolder->setObjectName(u"edtBtnFolder"_qs);
+  edtBtnFolder->setAccessibleName(rbScanFolder->text());
+  edtBtnFolder->setEnabled(false);
+  Button_Browse = new QPushButton(u"Browse..."_qs, this);
+  Button_Browse->setObjectName(u"Button_Browse"_qs);
+  Button_Browse->setAutoDefault(false);
+}
+
+void TTargetPage::EnableChoice() {
+  rbScanDrive->setEnabled(true);
+  rbScanFolder->setEnabled(true);
+  lvDrive->setEnabled(rbScanDrive->isChecked());
+  edtBtnFolder->setEnabled(rbScanFolder->isChecked());
+  Button_Browse->setEnabled(rbScanFolder->isChecked());
+}
+
+void TTargetPage::rbScanDriveClick() {
+  EnableChoice();
+  ChoiceChanged();
+}
+void TTargetPage::rbScanFolderClick() {
+  EnableChoice();
+  ChoiceChanged();
+}
+void TTargetPage::edtBtnFolderChange() {
+  ChoiceChanged();
+}
+void TTargetPage::lvDriveItemChecked() {
+  ChoiceChanged();
+}
+
+void TTargetPage::ChoiceChanged() {
+  if (OnChoiceChanged) OnChoiceChanged();
+}
+
+void TTargetPage::Button_BrowseClick() {
+  const QString title = FResults.Language().GetMessage(u"M_Sel_Dir"_qs, u"Select directory:"_qs);
+  if (const auto folder = SelectFolderDialog(window(), title)) edtBtnFolder->setText(*folder);
+}
+
+bool TTargetPage::CanAnalyze() const {
+  if (FolderChosen()) return DirectoryExists(edtBtnFolder->text());
+  return std::any_of(lvDrive->Items().begin(), lvDrive->Items().end(),
+                     [](const TListItem* item) { return item->Checked(); });
+}
+
+bool TTargetPage::FolderChosen() const {
+  return rbScanFolder->isChecked();
+}
+
+QStringList TTargetPage::ChosenTargets() const {
+  if (FolderChosen()) return {edtBtnFolder->text()};
+  QStringList roots;
+  for (const TListItem* item : lvDrive->Items())
+    if (item->Checked()) roots.append(DriveRowOf(item)->Root);
+  return roots;
+}
+
+std::vector<TScanRow> TTargetPage::RowsOf(const QStringList& targets) const {
+  std::vector<TScanRow> rows;
+  for (const QString& target : targets) {
+    if (!IsVolumeRoot(target))
+      rows.push_back({target, StaticImage::kFolder});
+    else if (const TListItem* drive = FindDriveRow(*lvDrive, target))
+      rows.push_back({drive->Caption(), drive->ImageIndex()});
+  }
+  if (targets.size() > 1 || (targets.size() == 1 && IsVolumeRoot(targets.first())))
+    rows.push_back({FResults.DownloadsCaption(), StaticImage::kFolder});
+  return rows;
+}
+
+void TTargetPage::PreselectFolder(const QString& folder) {
+  rbScanFolder->setChecked(true);
+  edtBtnFolder->setText(folder);
+  EnableChoice();
+  ChoiceChanged();
+}
+
+void TTargetPage::PreselectDrives(const QStringList& paths) {
+  rbScanDrive->setChecked(true);
+  if (TListItem* first = lvDrive->Items().Item(0)) first->SetChecked(false);
+  for (const QString& path : paths)
+    if (TListItem* drive = FindDriveRow(*lvDrive, path)) drive->SetChecked(true);
+  EnableChoice();
+  ChoiceChanged();
+}

@@ -1,0 +1,245 @@
+#include "app/UnitScanWizard.h"
+
+#include <QDeadlineTimer>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QThread>
+
+#include <algorithm>
+
+#include "app/ScanProgressPage.h"
+#include "app/TargetPage.h"
+#include "app/WizardBand.h"
+#include "controls/notes/PPageNote.h"
+#include "platform/PathText.h"
+#include "platform/Process.h"
+#include "scan/ScanMessages.h"
+#include "support/PLanguage.h"
+#include "views/Looks.h"
+
+namespace {
+
+constexpr int kCloseWaitMs = 200;
+constexpr QSize kClientSize(595, 382);
+constexpr int kBottomHeight = 49;
+constexpr int kTargetTab = 0;
+constexpr int kProgressTab = 1;
+
+// A page of the page control, filled by one widget.
+template <typename TPage>
+TPage* AddPage(TPageNote& note, const QString& name, const TResultForm& results, TImageList& images) {
+  auto* tab = new TPageTab(note);
+  tab->setObjectName(name);
+  auto* page = new TPage(results, images, tab);
+  auto* layout = new QVBoxLayout(tab);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(page);
+  return page;
+}
+
+QPushButton* AddButton(QHBoxLayout& row, const QString& name, const QString& caption) {
+  auto* button = new QPushButton(caption);
+  button->setObjectName(name);
+  row.addWidget(button);
+  return button;
+}
+
+}  // namespace
+
+TFormWizard::TFormWizard(TResultForm& results, TImageList& images, const TStartParameters& parameters)
+    : QDialog(&results.Window()),
+      FResults(results),
+      FParameters(parameters),
+      FMessages({{WM_SCANBEGIN, [this](const TMessage&) { ScanBegin(); }},
+                 {WM_SCANDONE, [this](const TMessage&) { ScanDone(); }},
+                 {WM_SCANSTATUS, [this](const TMessage& message) { ScanStatus(message); }},
+                 {WM_SCANPROGRESS, [this](const TMessage& message) { ScanProgress(message); }},
+                 {WM_SCANSTOPPED, [this](const TMessage&) { ScanStopped(); }}}),
+      FScanThread(&FMessages) {
+  setObjectName(u"FormWizard"_qs);
+  AutoScan = FParameters.AutoStart() != TAutoStart::None;
+  CountDownloads = FParameters.AutoStart() != TAutoStart::ScanSystem;
+  BuildPages(images);
+}
+
+TFormWizard::~TFormWizard() = default;
+
+void TFormWizard::BuildPages(TImageList& images) {
+  setWindowTitle(u"Korvel Tallyscope"_qs);
+  setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                 Qt::WindowCloseButtonHint);
+  setFont(FormFont());
+  pgntScan = new TPageNote(this);
+  pgntScan->setObjectName(u"pgntScan"_qs);
+  new TWizardPaper(*pgntScan);
+  FTargetPage = AddPage<TTargetPage>(*pgntScan, u"PageTab_1"_qs, FResults, images);
+  FProgressPage = AddPage<TScanProgressPage>(*pgntScan, u"PageTab_2"_qs, FResults, images);
+  pgntScan->SetTabIndex(kTargetTab);
+  FTargetPage->OnChoiceChanged = [this] { btnAnalyze->setEnabled(FTargetPage->CanAnalyze() && !FAbandoned); };
+
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(pgntScan, 1);
+  column->addWidget(BuildBottom());
+
+  const int pageHeight = std::max(FTargetPage->layout()->totalHeightForWidth(kClientSize.width()),
+                                  FProgressPage->layout()->totalHeightForWidth(kClientSize.width()));
+  setFixedSize(kClientSize.width(), std::max(kClientSize.height(), pageHeight + kBottomHeight));
+}
+
+QWidget* TFormWizard::BuildBottom() {
+  auto* bottom = new QFrame(this);
+  bottom->setObjectName(u"pnlpnBottom"_qs);
+  bottom->setFixedHeight(kBottomHeight);
+  auto* row = new QHBoxLayout(bottom);
+  row->setContentsMargins(kWizardMargin, 0, kWizardMargin, 0);
+  row->addStretch(1);
+  btnAnalyze = AddButton(*row, u"btnAnalyze"_qs, u"Analyze"_qs);
+  btnAnalyze->setDefault(true);
+  btnClose = AddButton(*row, u"btnClose"_qs, u"Close"_qs);
+  btnClose->setAutoDefault(false);
+  connect(btnAnalyze, &QPushButton::clicked, this, [this] { btnAnalyzeClick(); });
+  connect(btnClose, &QPushButton::clicked, this, [this] { close(); });
+  return bottom;
+}
+
+void TFormWizard::ShowModal() {
+  exec();
+}
+
+void TFormWizard::PreselectFolder(const QString& folder) {
+  FTargetPage->PreselectFolder(folder);
+}
+void TFormWizard::PreselectDrives(const QStringList& paths) {
+  FTargetPage->PreselectDrives(paths);
+}
+
+void TFormWizard::showEvent(QShowEvent* event) {
+  QDialog::showEvent(event);
+  if (!event->spontaneous()) FormShow();
+}
+
+void TFormWizard::FormShow() {
+  const TLanguage& language = FResults.Language();
+  FTargetPage->EnableChoice();
+  btnClose->setText(language.GetMessage(u"M_Close"_qs, u"Close"_qs));
+  ShowTargetPage();
+  btnAnalyze->show();
+  if (FTargets.isEmpty())
+    FProgressPage->ClearMarks();
+  else if (!FAbandoned)  // else the stopped scan's final message begins this one
+    PostMessage(&FMessages, WM_SCANBEGIN, 0, 0);
+  if (FFirstShow) BeginAutomaticScan();
+}
+
+void TFormWizard::BeginAutomaticScan() {
+  FFirstShow = false;
+  FTargets.clear();
+  if (!AutoScan) return;
+  FTargets = FParameters.AutoPaths();
+  if (!FTargets.isEmpty()) btnAnalyzeClick();
+}
+
+void TFormWizard::btnAnalyzeClick() {
+  if (pgntScan->TabIndex() == kTargetTab)
+    StartAnalysis();
+  else
+    StopAnalysis();
+  TrimWorkingSet();
+}
+
+void TFormWizard::StartAnalysis() {
+  btnAnalyze->setText(FResults.Language().GetMessage(u"M_Stop"_qs, u"Stop"_qs));
+  if (FTargets.isEmpty()) FTargets = FTargetPage->ChosenTargets();
+  FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
+  pgntScan->SetTabIndex(kProgressTab);
+  FScanThread.SetProgressTarget(&FMessages, WM_SCANPROGRESS);
+  FScanThread.Start(FTargets, FTargetPage->FolderChosen());
+}
+
+void TFormWizard::StopAnalysis() {
+  btnAnalyze->setEnabled(false);
+  FScanThread.Stop();
+}
+
+void TFormWizard::ShowTargetPage() {
+  pgntScan->SetTabIndex(kTargetTab);
+  btnAnalyze->setText(FResults.Language().GetMessage(u"M_Analyze"_qs, u"Analyze"_qs));
+  btnAnalyze->setEnabled(FTargetPage->CanAnalyze() && !FAbandoned);
+}
+
+void TFormWizard::reject() {
+  if (FormClose()) QDialog::reject();
+}
+
+// False refuses the close.
+bool TFormWizard::FormClose() {
+  if (!FCanClose) return false;
+  if (!FScanThread.Suspended()) {
+    FAbandoned = true;
+    StopAndWaitBriefly();
+    FTargets.clear();
+    FResults.ScanAbandoned();
+    TrimWorkingSet();
+  }
+  return true;
+}
+
+void TFormWizard::StopAndWaitBriefly() {
+  FScanThread.Stop();
+  const QDeadlineTimer deadline(kCloseWaitMs);
+  while (!FScanThread.Suspended() && !deadline.hasExpired())
+    QThread::msleep(1);
+}
+
+void TFormWizard::ScanBegin() {
+  StartAnalysis();
+}
+
+void TFormWizard::ScanDone() {
+  if (FAbandoned || !isVisible()) {  // it ended by itself while the user closed the window
+    ScanStopped();
+    return;
+  }
+  btnAnalyze->hide();
+  FCanClose = false;
+  FResults.FillResults(FScanThread, FTargets);
+  FCanClose = true;
+  FTargets.clear();
+  accept();
+}
+
+void TFormWizard::ScanStatus(const TMessage& message) {
+  switch (message.WParam) {
+    case kScanStatusRow:
+      FProgressPage->ShowRow(static_cast<int>(message.LParam));
+      break;
+    case kScanStatusBar:
+      FProgressPage->ShowBarPosition(static_cast<int>(message.LParam));
+      break;
+    case kScanStatusPath:
+      FProgressPage->ShowPath(reinterpret_cast<const TPathText*>(message.LParam)->Load());
+      break;
+    default:
+      break;
+  }
+}
+
+void TFormWizard::ScanProgress(const TMessage& message) {
+  FProgressPage->ShowProgress(message.WParam, static_cast<int>(message.LParam));
+}
+
+// After a close during the scan the user may have opened the window again on other targets: those stay.
+void TFormWizard::ScanStopped() {
+  const bool hasNewTargets = FAbandoned && isVisible() && !FTargets.isEmpty();
+  FAbandoned = false;
+  ShowTargetPage();
+  btnAnalyze->setEnabled(true);
+  if (hasNewTargets)
+    PostMessage(&FMessages, WM_SCANBEGIN, 0, 0);
+  else
+    FTargets.clear();
+}

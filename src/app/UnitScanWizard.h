@@ -1,0 +1,74 @@
+// The scan wizard: the small modal window through which every analysis runs. Its first page chooses drives or
+// one folder, its second shows the scan. It owns the scan thread, receives the scan's messages, and at the
+// end has the main form fill its tabs and closes. Made once, lives as long as the process; main thread.
+#pragma once
+
+#include <QDialog>
+#include <QStringList>
+
+#include "platform/Messages.h"
+#include "scan/UnitScan.h"
+#include "views/FormLinks.h"
+#include "views/StartParameters.h"
+
+class QPushButton;
+class TImageList;
+class TPageNote;
+class TScanProgressPage;
+class TTargetPage;
+
+class TFormWizard : public QDialog, public TScanForm {
+ public:
+  // The main form and the images must outlive the wizard.
+  TFormWizard(TResultForm& results, TImageList& images, const TStartParameters& parameters);
+  ~TFormWizard() override;
+
+  [[nodiscard]] QStringList& Targets() override { return FTargets; }
+  void ShowModal() override;
+  [[nodiscard]] bool Showing() const override { return isVisible(); }
+  [[nodiscard]] const TTallyscopeScan& ScanThread() const override { return FScanThread; }
+  void PreselectFolder(const QString& folder) override;
+  void PreselectDrives(const QStringList& paths) override;
+
+  // Escape and the window's close button, too: refused while results are filled; a running scan is asked to
+  // stop and not waited for.
+  void reject() override;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void BuildPages(TImageList& images);
+  [[nodiscard]] QWidget* BuildBottom();
+  void FormShow();
+  void BeginAutomaticScan();
+  [[nodiscard]] bool FormClose();
+  void StopAndWaitBriefly();
+
+  void btnAnalyzeClick();
+  void StartAnalysis();
+  void StopAnalysis();
+  void ShowTargetPage();
+
+  void ScanBegin();
+  void ScanDone();
+  void ScanStatus(const TMessage& message);
+  void ScanProgress(const TMessage& message);
+  void ScanStopped();
+
+  TResultForm& FResults;
+  const TStartParameters FParameters;
+  bool FCanClose = true;
+  bool FFirstShow = true;
+  bool FAbandoned = false;  // closed during a scan whose final message has not come yet
+  QStringList FTargets;
+
+  TPageNote* pgntScan = nullptr;
+  TTargetPage* FTargetPage = nullptr;
+  TScanProgressPage* FProgressPage = nullptr;
+  QPushButton* btnAnalyze = nullptr;
+  QPushButton* btnClose = nullptr;
+
+  TMessageWindow FMessages;
+  TTallyscopeScan FScanThread;  // last: it posts to FMessages until it is gone
+};

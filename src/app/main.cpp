@@ -1,0 +1,41 @@
+// The entry point: makes the main form, then the wizard, joins them and runs the message loop.
+#include <QApplication>
+#include <QIcon>
+
+#include "app/UnitScanWizard.h"
+#include "views/StartParameters.h"
+#include "views/UnitMain.h"
+
+namespace {
+
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int side : {16, 32, 48, 64, 128, 256})
+    icon.addFile(u":/art/tallyscope%1.png"_qs.arg(side), QSize(side, side));
+  return icon;
+}
+
+// The program's own file pictures serve wherever the desktop's icon theme has none.
+void UseOwnIconsAsFallback() {
+  const QString own = u"tallyscope"_qs;
+  QIcon::setFallbackThemeName(own);
+  if (QIcon::themeName().isEmpty()) QIcon::setThemeName(own);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(u"Tallyscope"_qs);
+  QApplication::setApplicationDisplayName(u"Tallyscope"_qs);
+  QApplication::setDesktopFileName(u"tallyscope"_qs);
+  UseOwnIconsAsFallback();
+  QApplication::setWindowIcon(ProgramIcon());
+
+  const TStartParameters parameters(QApplication::arguments().mid(1));
+  TFormMain formMain(parameters);
+  TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
+  formMain.SetScanForm(formWizard);
+  formMain.show();
+  return QApplication::exec();
+}

@@ -1,0 +1,61 @@
+#include "views/StartParameters.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "fixtures/QtPrinters.h"
+#include "platform/KnownFolders.h"
+
+namespace {
+
+QString WriteList(const QTemporaryDir& folder, const QByteArray& content) {
+  QFile file(folder.filePath(u"list.txt"_qs));
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(content);
+  return file.fileName();
+}
+
+}  // namespace
+
+TEST(StartParameters, FirstParameterBeginsAScanWithoutRegardToCase) {
+  EXPECT_EQ(TStartParameters({u"/ScanSys"_qs}).AutoStart(), TAutoStart::ScanSystem);
+  EXPECT_EQ(TStartParameters({u"/SCANDRIVE"_qs}).AutoStart(), TAutoStart::ScanDrives);
+  EXPECT_EQ(TStartParameters({u"/scan"_qs}).AutoStart(), TAutoStart::None);
+  EXPECT_EQ(TStartParameters({u"x"_qs, u"/scansys"_qs}).AutoStart(), TAutoStart::None);
+  EXPECT_EQ(TStartParameters(QStringList()).AutoStart(), TAutoStart::None);
+}
+
+TEST(StartParameters, PathsToScanAreTheSystemVolumeOrTheFoldersThatExist) {
+  const QTemporaryDir folder;
+  const QString missing = folder.filePath(u"missing"_qs);
+  EXPECT_EQ(TStartParameters({u"/scansys"_qs, folder.path()}).AutoPaths(), QStringList{SystemVolumeRoot()});
+  EXPECT_EQ(TStartParameters({u"/scandrive"_qs, missing, folder.path(), QDir::tempPath()}).AutoPaths(),
+            (QStringList{folder.path(), QDir::tempPath()}));
+  EXPECT_TRUE(TStartParameters({folder.path(), folder.path()}).AutoPaths().isEmpty());
+}
+
+TEST(StartParameters, AListFileOfOneFolderPreselectsIt) {
+  const QTemporaryDir folder;
+  const auto preselected = [&](const QByteArray& content) {
+    return TStartParameters({u"x"_qs, WriteList(folder, content)}).Preselection();
+  };
+  EXPECT_EQ(preselected("/srv/data\r\n").Folder, u"/srv/data"_qs);
+  EXPECT_EQ(preselected("\xEF\xBB\xBF/srv/d\xC3\xA4ta").Folder, u"/srv/däta"_qs);
+  for (const char* content : {"", "\n", "/srv/a\n/srv/b\n", "/\n"}) {
+    const TPreselection chosen = preselected(content);
+    EXPECT_FALSE(chosen.Folder.has_value()) << content;
+    EXPECT_FALSE(chosen.Drives.has_value()) << content;
+  }
+}
+
+TEST(StartParameters, OtherSecondParametersAreDrivesBetweenSemicolons) {
+  const auto drives = [](const QString& second) {
+    return TStartParameters({u"/scandrive"_qs, second}).Preselection().Drives;
+  };
+  EXPECT_EQ(drives(u"/;/home;"_qs), (QStringList{u"/"_qs, u"/home"_qs}));
+  EXPECT_EQ(drives(u"/no/such/file"_qs), QStringList{u"/no/such/file"_qs});
+  EXPECT_FALSE(TStartParameters({u"a"_qs, u"/"_qs, u"c"_qs}).Preselection().Drives.has_value());
+}
