@@ -81,6 +81,7 @@ void TScanProgressPage::BuildBar() {
 void TScanProgressPage::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   layout()->activate();
+  FitLastColumn(*lvAnalyze);
   PlaceBarTrack();
 }
 

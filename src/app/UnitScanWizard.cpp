@@ -154,8 +154,8 @@ void TFormWizard::btnAnalyzeClick() {
 void TFormWizard::StartAnalysis() {
   btnAnalyze->setText(FResults.Language().GetMessage(u"M_Stop"_qs, u"Stop"_qs));
   if (FTargets.isEmpty()) FTargets = FTargetPage->ChosenTargets();
-  FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
   pgntScan->SetTabIndex(kProgressTab);
+  FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
   FScanThread.SetProgressTarget(&FMessages, WM_SCANPROGRESS);
   FScanThread.Start(FTargets, FTargetPage->FolderChosen());
 }

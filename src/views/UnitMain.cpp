@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QMenuBar>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QShowEvent>
 #include <QTimer>
 #include <QToolBar>
@@ -26,6 +27,7 @@ namespace {
 
 constexpr QSize kClientSize(812, 572);
 constexpr QSize kMinimumSize(820, 599);
+constexpr int kActivationMs = 500;
 
 }  // namespace
 
@@ -90,6 +92,7 @@ void TFormMain::BuildWindow() {
   FStatusLine = std::make_unique<TStatusLine>(*dxstsbr1, *ImageNote1, FState);
   resize(kClientSize);
   setMinimumSize(kMinimumSize);
+  move(screen()->availableGeometry().center() - rect().center());
 }
 
 TdxDockPanel* TFormMain::AddPanel(const QString& name, const QString& caption, int picture) {
@@ -159,18 +162,21 @@ void TFormMain::FormShow() {
   FOverview->FormShow();
   FTopFiles->FormShow();
   TrimWorkingSet();
+  // Where no window manager activates windows, showing counts.
+  QTimer::singleShot(kActivationMs, this, [this] { FormActivate(); });
 }
 
-// The body runs once, after the event that activated the window is done with.
 bool TFormMain::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && !FActivated) {
-    FActivated = true;
+  // Later, since the body shows a modal form and this event is not done with yet.
+  if (event->type() == QEvent::WindowActivate && !FActivated)
     QTimer::singleShot(0, this, [this] { FormActivate(); });
-  }
   return QMainWindow::event(event);
 }
 
+// The body runs once.
 void TFormMain::FormActivate() {
+  if (FActivated) return;
+  FActivated = true;
   FOverview->FitDriveColumns();
   if (FParameters.Count() != 2) {
     btnScanClick();
