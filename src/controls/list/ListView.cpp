@@ -1,0 +1,269 @@
+#include "controls/list/ListView.h"
+
+#include "controls/list/accessible/ListAccessible.h"
+
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QTextDocument>
+#include <QToolTip>
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+// Milliseconds of a clock that never goes back.
+qint64 Now() {
+  const auto since = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(since).count();
+}
+
+}  // namespace
+
+TCustomListView::TCustomListView(QWidget* parent) : TRowHost(parent), FInput(*this) {
+  InstallListAccessibility();
+  ReplaceCollections(std::make_unique<TListItems>(static_cast<TListItemsOwner&>(*this)),
+                     std::make_unique<TListColumns>());
+}
+
+TCustomListView::~TCustomListView() {
+  FItems->Clear();
+}
+
+void TCustomListView::ReplaceCollections(std::unique_ptr<TListItems> items,
+                                         std::unique_ptr<TListColumns> columns) {
+  FItems = std::move(items);
+  FColumns = std::move(columns);
+  SetSource(*this, *FColumns);
+}
+
+TListItem* TCustomListView::Selected() const {
+  return FItems->Item(ItemIndex());
+}
+
+void TCustomListView::SetSelected(TListItem* item) {
+  if (item == nullptr)
+    TRowSelection(*this).DeselectAll();
+  else
+    States().Change(item->Index(), kRowSelected | kRowFocused, kRowSelected | kRowFocused);
+}
+
+int TCustomListView::ItemIndex() const {
+  return SelCount() == 0 ? -1 : States().Next(-1, kRowSelected);
+}
+
+int TCustomListView::SelCount() const {
+  return States().CountOf(kRowSelected);
+}
+
+TListItem* TCustomListView::GetNextSelected(const TListItem* after) const {
+  return FItems->Item(States().Next(FItems->IndexOf(after), kRowSelected));
+}
+
+void TCustomListView::DeleteSelected() {
+  const TListUpdate update(*FItems);
+  while (TListItem* const item = Selected())
+    item->Delete();
+}
+
+TListItem* TCustomListView::ItemFocused() const {
+  return FItems->Item(States().Next(-1, kRowFocused));
+}
+
+void TCustomListView::SetItemFocused(TListItem* item) {
+  TListItem* const changed = item != nullptr ? item : ItemFocused();
+  if (changed != nullptr) changed->SetFocused(item != nullptr);
+}
+
+TListItem* TCustomListView::TopItem() const {
+  return FItems->Item(TopIndex());
+}
+
+TListItem* TCustomListView::GetItemAt(int x, int y) const {
+  return FItems->Item(Layout().HitTest({x, y}).Row);
+}
+
+unsigned TCustomListView::GetHitTestInfoAt(int x, int y) const {
+  return Layout().HitTest({x, y}).Flags;
+}
+
+void TCustomListView::AlphaSort() {
+  CustomSort([this](TListItem& a, TListItem& b) {
+    if (!OnCompare) return QString::localeAwareCompare(a.Caption(), b.Caption());
+    int result = 0;
+    OnCompare(&a, &b, result);
+    return result;
+  });
+}
+
+std::unique_ptr<TListItem> TCustomListView::CreateListItem(TListItems& items) {
+  return std::make_unique<TListItem>(items);
+}
+
+void TCustomListView::ItemChanged(TListItem& item, TItemChange change) {
+  const int row = item.Index();
+  if (row < 0) return;
+  if (!FItems->Updating()) UpdateRow(row);
+  if (OnChange) OnChange(&item, change);
+}
+
+void TCustomListView::ItemDeleting(TListItem& item) {
+  if (OnDeletion) OnDeletion(&item);
+}
+
+void TCustomListView::RowsChanged() {
+  FInput.Cancel();
+  ContentChanged();
+  TellRowsChanged(*this);
+}
+
+void TCustomListView::UpdatingChanged(bool updating) {
+  LockPainting(updating);
+}
+
+void TCustomListView::ScrollToItem(TListItem& item, bool partialOk) {
+  MakeRowVisible(item.Index(), partialOk);
+}
+
+QString TCustomListView::CellText(int row, int column) const {
+  const TListItem* const item = FItems->Item(row);
+  if (item == nullptr) return {};
+  return column == 0 ? item->Caption() : item->SubItems().Text(column - 1);
+}
+
+int TCustomListView::CellImage(int row, int column) const {
+  const TListItem* const item = FItems->Item(row);
+  if (item == nullptr) return -1;
+  return column == 0 ? item->ImageIndex() : item->SubItems().ImageIndex(column - 1);
+}
+
+int TCustomListView::StateImage(int row) const {
+  const TListItem* const item = FItems->Item(row);
+  return item != nullptr ? item->StateIndex() : -1;
+}
+
+// Each handler may delete the row, so it is looked up again.
+void TCustomListView::RowStateChanged(int row, unsigned before, unsigned after) {
+  const unsigned changed = (before ^ after) & ~kRowAnchor;
+  TListItem* const item = FItems->Item(row);
+  if (changed == 0 || item == nullptr) return;
+  TellRowState(*this, row, changed, after);
+  if (OnChange) OnChange(item, TItemChange::State);
+  if (FItems->Item(row) != item) return;
+  if ((changed & kRowSelected) != 0 && OnSelectItem) OnSelectItem(item, (after & kRowSelected) != 0);
+  if (FItems->Item(row) != item) return;
+  if ((changed & kRowChecked) != 0 && OnItemChecked) OnItemChecked(item);
+}
+
+void TCustomListView::HeaderClicked(int column) {
+  if (OnColumnClick) OnColumnClick(&(*FColumns)[column]);
+}
+
+void TCustomListView::mousePressEvent(QMouseEvent* event) {
+  Press(*event, false);
+}
+
+void TCustomListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  Press(*event, true);
+}
+
+void TCustomListView::Press(QMouseEvent& event, bool second) {
+  const QPoint pos = event.position().toPoint();
+  const Qt::MouseButton button = event.button();
+  const bool left = button == Qt::LeftButton;
+  FClickPending = left && !second;
+  const bool onBox = FInput.Press(Layout().HitTest(pos), button, event.modifiers());
+  if (second && left && !onBox && OnDblClick) OnDblClick();
+  if (OnMouseDown) OnMouseDown(button, event.modifiers(), pos.x(), pos.y());
+}
+
+void TCustomListView::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint pos = event->position().toPoint();
+  if (event->buttons() == Qt::NoButton) SetHoverRow(Layout().HitTest(pos).Row);
+}
+
+void TCustomListView::mouseReleaseEvent(QMouseEvent* event) {
+  const QPoint pos = event->position().toPoint();
+  const Qt::MouseButton button = event->button();
+  if (button == Qt::LeftButton) FInput.Release();
+  const bool clicked = button == Qt::LeftButton && std::exchange(FClickPending, false);
+  if (clicked && viewport()->rect().contains(pos) && OnClick) OnClick();
+  if (OnMouseUp) OnMouseUp(button, event->modifiers(), pos.x(), pos.y());
+  if (button == Qt::RightButton) ContextPopup(pos);
+}
+
+bool TCustomListView::ContextPopup(const QPoint& pos) {
+  bool handled = false;
+  if (OnContextPopup) OnContextPopup(pos, handled);
+  return handled;
+}
+
+// The mouse's own request is left out: it comes at the press on some systems and at the release on others.
+// The release of the right button stands for it everywhere.
+void TCustomListView::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Mouse) return;
+  QPoint pos(0, 0);
+  if (const TListItem* const focused = ItemFocused()) {
+    MakeRowVisible(focused->Index(), false);
+    pos = Layout().CellParts(focused->Index(), 0).Text.center();
+  }
+  event->setAccepted(ContextPopup(pos));
+}
+
+void TCustomListView::keyPressEvent(QKeyEvent* event) {
+  int key = event->key();
+  if (OnKeyDown) OnKeyDown(key, event->modifiers());
+  if (key != 0) event->setAccepted(DoKey(key, *event));
+}
+
+bool TCustomListView::DoKey(int key, const QKeyEvent& event) {
+  const Qt::KeyboardModifiers shift = event.modifiers();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    if (ItemFocused() == nullptr || !OnDblClick) return false;
+    OnDblClick();
+    return true;
+  }
+  if (ClickHeaderByKey(key, shift) || FInput.Key(key, shift)) return true;
+  const bool typing = (shift & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
+  return typing && FInput.Type(event.text(), Now());
+}
+
+bool TCustomListView::ClickHeaderByKey(int key, Qt::KeyboardModifiers shift) {
+  const int column = key - Qt::Key_1;
+  const bool asked = shift == Qt::ControlModifier && column >= 0 && column < 9;
+  if (!asked || !Options().ColumnClick || column >= FColumns->Count()) return false;
+  HeaderClicked(column);
+  return true;
+}
+
+void TCustomListView::focusInEvent(QFocusEvent* event) {
+  TRowHost::focusInEvent(event);
+  if (const TListItem* const item = ItemFocused())
+    TellRowState(*this, item->Index(), kRowFocused, kRowFocused);
+}
+
+bool TCustomListView::viewportEvent(QEvent* event) {
+  if (event->type() == QEvent::Leave) SetHoverRow(-1);
+  if (event->type() != QEvent::ToolTip) return TRowHost::viewportEvent(event);
+  const auto* const help = static_cast<QHelpEvent*>(event);
+  ShowTip(help->pos(), help->globalPos());
+  return true;
+}
+
+void TCustomListView::ShowTip(const QPoint& pos, const QPoint& globalPos) {
+  const QString cut = CutText(pos);
+  const QString text = !cut.isEmpty() ? cut : Options().ShowHint ? FHint : QString();
+  QToolTip::showText(globalPos, Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text,
+                     viewport());
+}
+
+// The text of the cell at a point if the cell does not show all of it.
+QString TCustomListView::CutText(const QPoint& pos) const {
+  const TListLayout layout = Layout();
+  const THit hit = layout.HitTest(pos);
+  if (hit.Row < 0) return {};
+  const QString text = CellText(hit.Row, hit.Column);
+  const QRect room = layout.CellParts(hit.Row, hit.Column, CellImage(hit.Row, hit.Column) >= 0).Text;
+  const bool cut = fontMetrics().elidedText(text, Qt::ElideRight, room.width()) != text;
+  return cut ? text : QString();
+}

@@ -1,0 +1,122 @@
+// The list of the program: rows with texts, images and check boxes in a report with columns.
+//
+//   list.Columns().Add(u"Name"_qs, 200);
+//   list.SetOptions({.MultiSelect = true, .CheckBoxes = true});
+//   TListItem* item = list.Items().Add();
+//   item->SetCaption(name);
+//   item->SubItems().Add(size);
+//   list.OnSelectItem = [](TListItem* item, bool selected) { ... };
+//
+// The objectName is the component name. Main thread.
+#pragma once
+
+#include "controls/list/ListViewEvents.h"
+#include "controls/list/RowHost.h"
+#include "controls/list/RowSource.h"
+#include "controls/list/input/RowInput.h"
+#include "controls/list/model/ListColumns.h"
+#include "controls/list/model/ListItems.h"
+
+// Joins rows, row host and input. Items belong to the list; their Data does not.
+class TCustomListView : public TRowHost,
+                        public TListViewEvents,
+                        protected TListItemsOwner,
+                        protected TRowSource {
+ public:
+  explicit TCustomListView(QWidget* parent = nullptr);
+  // Fires OnDeletion for each row.
+  ~TCustomListView() override;
+
+  [[nodiscard]] TListItems& Items() { return *FItems; }
+  [[nodiscard]] const TListItems& Items() const { return *FItems; }
+  [[nodiscard]] TListColumns& Columns() { return *FColumns; }
+  [[nodiscard]] const TListColumns& Columns() const { return *FColumns; }
+  void Clear() { FItems->Clear(); }
+
+  // The selected row, with several the first of them, or null. Setting selects and focuses the row, in
+  // addition to others with MultiSelect; setting null deselects all.
+  [[nodiscard]] TListItem* Selected() const;
+  void SetSelected(TListItem* item);
+  // The index of Selected, -1 for none.
+  [[nodiscard]] int ItemIndex() const;
+  void SetItemIndex(int index) { SetSelected(FItems->Item(index)); }
+  [[nodiscard]] int SelCount() const;
+  // The next selected row after the given one, null for none.
+  [[nodiscard]] TListItem* GetNextSelected(const TListItem* after) const;
+  void DeleteSelected();
+
+  [[nodiscard]] TListItem* ItemFocused() const;
+  void SetItemFocused(TListItem* item);
+
+  // The row at the top of the client area, null in an empty list.
+  [[nodiscard]] TListItem* TopItem() const;
+
+  // The row at a point of the client area, null beside the rows.
+  [[nodiscard]] TListItem* GetItemAt(int x, int y) const;
+  [[nodiscard]] TListItem* ItemAtPos(const QPoint& pos) const { return GetItemAt(pos.x(), pos.y()); }
+  // The ht bits of what lies there.
+  [[nodiscard]] unsigned GetHitTestInfoAt(int x, int y) const;
+
+  // Sorts the rows; selection, focus and check marks stay with their items.
+  void CustomSort(const TListItems::TCompare& compare) { FItems->Sort(compare); }
+  // By OnCompare or, if it is not set, by the captions in the user's language.
+  virtual void AlphaSort();
+
+  // Shown when the mouse rests on the list, with ShowHint on. A cell whose text is cut shows that instead.
+  [[nodiscard]] const QString& Hint() const { return FHint; }
+  void SetHint(const QString& hint) { FHint = hint; }
+
+ protected:
+  // For lists with rows and columns of classes of their own, in their constructors, before any row exists.
+  void ReplaceCollections(std::unique_ptr<TListItems> items, std::unique_ptr<TListColumns> columns);
+
+  // TListItemsOwner
+  [[nodiscard]] std::unique_ptr<TListItem> CreateListItem(TListItems& items) override;
+  [[nodiscard]] TRowStates& RowStates() override { return States(); }
+  void ItemChanged(TListItem& item, TItemChange change) override;
+  void ItemDeleting(TListItem& item) override;
+  void RowsChanged() override;
+  void UpdatingChanged(bool updating) override;
+  void ScrollToItem(TListItem& item, bool partialOk) override;
+
+  // TRowSource
+  [[nodiscard]] const TListColumns& RowColumns() const override { return *FColumns; }
+  [[nodiscard]] QString CellText(int row, int column) const override;
+  [[nodiscard]] int CellImage(int row, int column) const override;
+  [[nodiscard]] int StateImage(int row) const override;
+
+  // TRowHost
+  void RowStateChanged(int row, unsigned before, unsigned after) override;
+  void HeaderClicked(int column) override;
+
+  // The mouse and the keys.
+  bool viewportEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+
+ private:
+  friend class THeaderCellAccessible;
+  void Press(QMouseEvent& event, bool second);
+  bool DoKey(int key, const QKeyEvent& event);
+  bool ClickHeaderByKey(int key, Qt::KeyboardModifiers shift);
+  bool ContextPopup(const QPoint& pos);
+  void ShowTip(const QPoint& pos, const QPoint& globalPos);
+  [[nodiscard]] QString CutText(const QPoint& pos) const;
+
+  std::unique_ptr<TListColumns> FColumns;
+  std::unique_ptr<TListItems> FItems;
+  TRowInput FInput;
+  QString FHint;
+  bool FClickPending = false;
+};
+
+// The plain face: a list as forms place it.
+class TListView : public TCustomListView {
+ public:
+  using TCustomListView::TCustomListView;
+};

@@ -1,0 +1,305 @@
+#include "controls/list/RowHost.h"
+
+#include "controls/list/HeaderBar.h"
+#include "controls/list/RowSource.h"
+#include "controls/list/model/ListColumns.h"
+#include "controls/list/painter/RowPainter.h"
+#include "controls/picture/ImageList.h"
+
+#include <QCoreApplication>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyle>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kFitRows = 20000;
+constexpr int kFitSlack = 2;
+constexpr int kHorzStep = 20;
+constexpr int kRowPadding = 8;
+constexpr int kImagePadding = 4;
+
+QSize SizeOf(const TImageList* images) {
+  return images != nullptr ? images->Size() : QSize();
+}
+
+}  // namespace
+
+// An image list in use, with the callback that repaints after its changes.
+class TRowHost::TImageLink {
+ public:
+  TImageLink(TImageList& images, std::function<void()> onChange)
+      : FImages(images), FLink(images.AddChangeLink(std::move(onChange))) {}
+  ~TImageLink() { FImages.RemoveChangeLink(FLink); }
+  TImageLink(const TImageLink&) = delete;
+  TImageLink& operator=(const TImageLink&) = delete;
+
+  [[nodiscard]] TImageList& Images() const { return FImages; }
+
+ private:
+  TImageList& FImages;
+  int FLink;
+};
+
+TRowHost::TRowHost(QWidget* parent) : QAbstractScrollArea(parent), FHeader(new THeaderBar(*this)) {
+  FStates.SetSingleSelect(true);
+  FStates.OnChange = [this](int row, unsigned before, unsigned after) {
+    UpdateRow(row);
+    RowStateChanged(row, before, after);
+  };
+  setFocusPolicy(Qt::StrongFocus);
+  viewport()->setMouseTracking(true);
+  viewport()->setBackgroundRole(QPalette::Base);
+  verticalScrollBar()->setSingleStep(1);
+  horizontalScrollBar()->setSingleStep(kHorzStep);
+}
+
+TRowHost::~TRowHost() = default;
+
+void TRowHost::SetSource(const TRowSource& source, TListColumns& columns) {
+  FSource = &source;
+  FHostColumns = &columns;
+  columns.OnChange = [this] { ContentChanged(); };
+}
+
+void TRowHost::SetOptions(const TListViewOptions& options) {
+  FOptions = options;
+  FStates.SetSingleSelect(!options.MultiSelect);
+  ContentChanged();
+}
+
+TImageList* TRowHost::SmallImages() const {
+  return FSmallImages != nullptr ? &FSmallImages->Images() : nullptr;
+}
+
+TImageList* TRowHost::StateImages() const {
+  return FStateImages != nullptr ? &FStateImages->Images() : nullptr;
+}
+
+void TRowHost::Link(std::unique_ptr<TImageLink>& link, TImageList* images) {
+  link.reset();
+  if (images != nullptr) link = std::make_unique<TImageLink>(*images, [this] { ContentChanged(); });
+  ContentChanged();
+}
+
+void TRowHost::SetSmallImages(TImageList* images) {
+  Link(FSmallImages, images);
+}
+
+void TRowHost::SetStateImages(TImageList* images) {
+  Link(FStateImages, images);
+}
+
+int TRowHost::TopIndex() const {
+  Settle();
+  return verticalScrollBar()->value();
+}
+
+void TRowHost::SetTopIndex(int row) {
+  Settle();
+  verticalScrollBar()->setValue(row);
+}
+
+int TRowHost::HorzPos() const {
+  Settle();
+  return horizontalScrollBar()->value();
+}
+
+void TRowHost::SetHorzPos(int pixels) {
+  Settle();
+  horizontalScrollBar()->setValue(pixels);
+}
+
+void TRowHost::MakeRowVisible(int row, bool partialOk) {
+  if (row >= 0 && row < FStates.Count()) SetTopIndex(Layout().TopRowShowing(row, partialOk));
+}
+
+void TRowHost::ScrollHorz(int steps) {
+  SetHorzPos(HorzPos() + steps * kHorzStep);
+}
+
+int TRowHost::RowsPerPage() const {
+  return Layout().RowsPerPage();
+}
+
+QString TRowHost::RowText(int row) const {
+  return FSource->CellText(row, 0);
+}
+
+int TRowHost::RowHeight() const {
+  const int image = std::max(SizeOf(SmallImages()).height(), SizeOf(StateImages()).height());
+  return std::max(fontMetrics().height() + kRowPadding, image + kImagePadding);
+}
+
+TListMetrics TRowHost::Metrics() const {
+  TListMetrics metrics;
+  metrics.Client = viewport()->size();
+  metrics.RowCount = FStates.Count();
+  metrics.RowHeight = RowHeight();
+  metrics.TopRow = verticalScrollBar()->value();
+  metrics.HorzPos = horizontalScrollBar()->value();
+  for (int column = 0; column < FHostColumns->Count(); ++column)
+    metrics.ColumnWidths.push_back((*FHostColumns)[column].Width());
+  if (FOptions.CheckBoxes) {
+    metrics.CheckBox = {style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
+                        style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this)};
+  }
+  metrics.StateImage = SizeOf(StateImages());
+  metrics.SmallImage = SizeOf(SmallImages());
+  metrics.RowSelect = FOptions.RowSelect;
+  return metrics;
+}
+
+TListLayout TRowHost::Layout() const {
+  Settle();
+  return TListLayout(Metrics());
+}
+
+int TRowHost::ClientWidth() const {
+  Settle();
+  return viewport()->width();
+}
+
+int TRowHost::VertScrollBarWidth() const {
+  return verticalScrollBar()->sizeHint().width();
+}
+
+QRect TRowHost::HeaderRect() const {
+  Settle();
+  return FOptions.ShowColumnHeaders ? FHeader->geometry() : QRect();
+}
+
+void TRowHost::UpdateRow(int row) {
+  if (FStale || row < verticalScrollBar()->value()) return;
+  const int below = row - verticalScrollBar()->value();
+  const int height = RowHeight();
+  if (below <= viewport()->height() / height)
+    viewport()->update(0, below * height, viewport()->width(), height);
+}
+
+void TRowHost::FitColumn(int column) {
+  if (column >= 0 && column < FHostColumns->Count()) (*FHostColumns)[column].SetWidth(MeasureColumn(column));
+}
+
+int TRowHost::MeasureColumn(int column) const {
+  const TListLayout layout = Layout();
+  const QFontMetrics font = fontMetrics();
+  const TListColumn& header = (*FHostColumns)[column];
+  int widest = font.horizontalAdvance(header.Caption()) + 2 * layout.Metrics().Margin;
+  if (header.ImageIndex() >= 0) widest += SizeOf(SmallImages()).width() + layout.Metrics().Gap;
+  for (int row = 0; row < std::min(FStates.Count(), kFitRows); ++row) {
+    const int overhead = layout.CellOverhead(column, FSource->CellImage(row, column) >= 0);
+    widest = std::max(widest, overhead + font.horizontalAdvance(FSource->CellText(row, column)));
+  }
+  return widest + kFitSlack;
+}
+
+// Scroll ranges follow at the end of the present event, or as soon as somebody asks for a position, so that a
+// long fill pays for them once.
+void TRowHost::ContentChanged() {
+  if (FStale) return;
+  FStale = true;
+  if (FLocked) return;
+  QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+  viewport()->update();
+}
+
+void TRowHost::Settle() const {
+  if (FStale) const_cast<TRowHost*>(this)->Arrange();
+}
+
+// A bar that comes or goes changes the room that the ranges were reckoned for.
+void TRowHost::Arrange() {
+  FStale = false;
+  for (int pass = 0; pass < 2; ++pass) {
+    PlaceHeader();
+    UpdateScrollBars();
+  }
+}
+
+void TRowHost::LockPainting(bool locked) {
+  FLocked = locked;
+  viewport()->setUpdatesEnabled(!locked);
+  if (locked) return;
+  FStale = false;
+  ContentChanged();
+}
+
+// Where everything fits without bars, none shows, whatever room the present ones take.
+void TRowHost::UpdateScrollBars() {
+  TListMetrics metrics = Metrics();
+  metrics.Client = maximumViewportSize();
+  const TListLayout whole(metrics);
+  const bool fits = whole.MaxTopRow() == 0 && whole.TotalWidth() <= metrics.Client.width();
+  const TListLayout layout = fits ? whole : TListLayout(Metrics());
+  const int width = layout.Metrics().Client.width();
+  verticalScrollBar()->setPageStep(layout.RowsPerPage());
+  verticalScrollBar()->setRange(0, layout.MaxTopRow());
+  horizontalScrollBar()->setPageStep(width);
+  horizontalScrollBar()->setRange(0, std::max(0, layout.TotalWidth() - width));
+  FHeader->update();
+}
+
+void TRowHost::PlaceHeader() {
+  const int height = FOptions.ShowColumnHeaders ? FHeader->sizeHint().height() : 0;
+  setViewportMargins(0, height, 0, 0);
+  FHeader->setVisible(height > 0);
+  const QRect rows = viewport()->geometry();
+  FHeader->setGeometry(rows.left(), rows.top() - height, rows.width(), height);
+}
+
+void TRowHost::SetHoverRow(int row) {
+  if (row == FHoverRow) return;
+  UpdateRow(std::exchange(FHoverRow, row));
+  UpdateRow(row);
+}
+
+void TRowHost::paintEvent(QPaintEvent* event) {
+  const TListLayout layout = Layout();
+  QPainter painter(viewport());
+  TRowPainter rows(painter, *this, layout, *FSource, FOptions, {SmallImages(), StateImages()});
+  // As long as no row has the focus, the keys begin at the first one, and it shows.
+  const int focus = std::max(0, FStates.Next(-1, kRowFocused));
+  for (int row = layout.Metrics().TopRow; row < layout.EndOfVisibleRows(); ++row) {
+    const unsigned state = FStates.State(row) | (row == focus ? kRowFocused : 0);
+    if (event->region().intersects(layout.RowRect(row)))
+      rows.Paint(row, {state, row == FHoverRow && isEnabled()});
+  }
+  if (layout.Metrics().RowCount == 0) rows.PaintEmpty();
+}
+
+void TRowHost::resizeEvent(QResizeEvent* event) {
+  QAbstractScrollArea::resizeEvent(event);
+  PlaceHeader();
+  UpdateScrollBars();
+}
+
+void TRowHost::scrollContentsBy(int dx, int dy) {
+  if (dy != 0) FHoverRow = -1;
+  if (dx != 0) FHeader->update();
+  viewport()->update();
+}
+
+bool TRowHost::event(QEvent* event) {
+  if (event->type() == QEvent::LayoutRequest) Settle();
+  return QAbstractScrollArea::event(event);
+}
+
+void TRowHost::changeEvent(QEvent* event) {
+  QAbstractScrollArea::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ContentChanged();
+}
+
+void TRowHost::focusInEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+void TRowHost::focusOutEvent(QFocusEvent* event) {
+  QAbstractScrollArea::focusOutEvent(event);
+  viewport()->update();
+}

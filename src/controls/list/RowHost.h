@@ -1,0 +1,109 @@
+// The scroll area under every list: keeps the state bits of the rows, the top row and the scroll positions,
+// and paints the rows that show. It holds no texts: it asks a TRowSource for them by row index.
+#pragma once
+
+#include "controls/list/ListTypes.h"
+#include "controls/list/input/RowInputHost.h"
+#include "controls/list/layout/ListLayout.h"
+#include "controls/list/model/RowStates.h"
+
+#include <QAbstractScrollArea>
+
+#include <memory>
+
+class THeaderBar;
+class TImageList;
+class TListColumns;
+class TRowSource;
+
+// Main thread. The vertical scroll bar counts rows, the horizontal one pixels; both show as needed.
+class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
+ public:
+  explicit TRowHost(QWidget* parent);
+  ~TRowHost() override;
+
+  [[nodiscard]] const TListViewOptions& Options() const override { return FOptions; }
+  virtual void SetOptions(const TListViewOptions& options);
+
+  // Small images of rows, cells and sort marks; images by StateIndex. Not owned: they must outlive the list
+  // or be taken back with null. Changed images repaint the list.
+  [[nodiscard]] TImageList* SmallImages() const;
+  void SetSmallImages(TImageList* images);
+  void SetStateImages(TImageList* images);
+
+  [[nodiscard]] TRowStates& States() override { return FStates; }
+  [[nodiscard]] const TRowStates& States() const { return FStates; }
+  [[nodiscard]] const TRowSource& Source() const { return *FSource; }
+
+  [[nodiscard]] int TopIndex() const override;
+  void SetTopIndex(int row) override;
+  [[nodiscard]] int HorzPos() const;
+  void SetHorzPos(int pixels);
+  void MakeRowVisible(int row, bool partialOk) override;
+
+  // Rectangles and hits of the present state. Valid until anything changes.
+  [[nodiscard]] TListLayout Layout() const;
+  [[nodiscard]] int ClientWidth() const;
+  // The width that a vertical scroll bar takes, whether one shows or not.
+  [[nodiscard]] int VertScrollBarWidth() const;
+  // In the list's own coordinates; empty without column headers.
+  [[nodiscard]] QRect HeaderRect() const;
+
+  void UpdateRow(int row);
+  // Makes the column as wide as its widest text, image and caption among the first 20,000 rows.
+  void FitColumn(int column);
+
+ protected:
+  // Set once, by the constructor of the list that has the rows.
+  void SetSource(const TRowSource& source, TListColumns& columns);
+
+  // A state bit of a row has changed.
+  virtual void RowStateChanged(int row, unsigned before, unsigned after) = 0;
+  virtual void HeaderClicked(int column) = 0;
+
+  // Room for the font, or for the images if they are higher.
+  [[nodiscard]] virtual int RowHeight() const;
+
+  // Rows or columns were changed: scroll ranges and paint follow, unless a batch is open.
+  void ContentChanged();
+  // While locked, nothing is painted and no scroll range moves; unlocking does both once.
+  void LockPainting(bool locked);
+  void SetHoverRow(int row);
+
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void scrollContentsBy(int dx, int dy) override;
+  void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+  // TRowInputHost
+  [[nodiscard]] int RowsPerPage() const override;
+  void ScrollHorz(int steps) override;
+  [[nodiscard]] QString RowText(int row) const override;
+
+ private:
+  friend class THeaderBar;
+  class TImageLink;
+
+  [[nodiscard]] TImageList* StateImages() const;
+  void Link(std::unique_ptr<TImageLink>& link, TImageList* images);
+  [[nodiscard]] TListMetrics Metrics() const;
+  void Settle() const;
+  void Arrange();
+  void UpdateScrollBars();
+  void PlaceHeader();
+  [[nodiscard]] int MeasureColumn(int column) const;
+
+  TRowStateList FStates;
+  TListViewOptions FOptions;
+  const TRowSource* FSource = nullptr;
+  TListColumns* FHostColumns = nullptr;
+  std::unique_ptr<TImageLink> FSmallImages;
+  std::unique_ptr<TImageLink> FStateImages;
+  THeaderBar* FHeader;  // owned as a child window
+  int FHoverRow = -1;
+  bool FLocked = false;
+  mutable bool FStale = false;  // scroll ranges are behind the content
+};

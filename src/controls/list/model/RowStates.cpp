@@ -1,0 +1,70 @@
+#include "controls/list/model/RowStates.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+constexpr unsigned kUniqueBits = kRowFocused | kRowAnchor;
+}
+
+unsigned TRowStateList::State(int row) const {
+  return Has(row) ? FStates[static_cast<size_t>(row)] : 0;
+}
+
+void TRowStateList::Change(int row, unsigned bits, unsigned mask) {
+  if (!Has(row)) return;
+  TakeFromOthers(row, bits & mask);
+  const unsigned before = State(row);
+  const unsigned after = (before & ~mask) | (bits & mask);
+  if (!Has(row) || after == before) return;
+  Put(row, after);
+  if (OnChange) OnChange(row, before, after);
+}
+
+void TRowStateList::TakeFromOthers(int row, unsigned bits) {
+  const unsigned unique = kUniqueBits | (FSingleSelect ? kRowSelected : 0);
+  for (const unsigned bit : {kRowSelected, kRowFocused, kRowAnchor}) {
+    if ((bits & unique & bit) == 0 || CountOf(bit) == 0 || (State(row) & bit) != 0) continue;
+    Change(Next(-1, bit), 0, bit);
+  }
+}
+
+void TRowStateList::Put(int row, unsigned state) {
+  if (!Has(row)) return;
+  quint8& place = FStates[static_cast<size_t>(row)];
+  Recount(place, state);
+  place = static_cast<quint8>(state);
+}
+
+void TRowStateList::Recount(unsigned before, unsigned after) {
+  if (before == after) return;
+  for (unsigned bit = 0; bit < std::size(FCounts); ++bit)
+    FCounts[bit] += static_cast<int>(after >> bit & 1) - static_cast<int>(before >> bit & 1);
+}
+
+void TRowStateList::Insert(int row, int count) {
+  FStates.insert(FStates.begin() + std::clamp(row, 0, Count()), static_cast<size_t>(count), 0);
+}
+
+void TRowStateList::Remove(int row, int count) {
+  const auto first = FStates.begin() + row;
+  bool focused = false;
+  for (auto place = first; place != first + count; ++place) {
+    focused = focused || (*place & kRowFocused) != 0;
+    Recount(*place, 0);
+  }
+  FStates.erase(first, first + count);
+  const int heir = std::min(row, Count() - 1);
+  if (focused) Put(heir, State(heir) | kRowFocused);
+}
+
+int TRowStateList::Next(int after, unsigned bits) const {
+  const auto from = FStates.begin() + std::clamp(after + 1, 0, Count());
+  const auto has = [bits](unsigned state) { return (state & bits) == bits; };
+  const auto found = std::find_if(from, FStates.end(), has);
+  return found == FStates.end() ? -1 : static_cast<int>(found - FStates.begin());
+}
+
+int TRowStateList::CountOf(unsigned bit) const {
+  return FCounts[std::countr_zero(bit)];
+}

@@ -1,0 +1,113 @@
+// What a screen reader gets of a list.
+#include "ShownList.h"
+
+#include "controls/list/accessible/ListAccessible.h"
+
+#include <QAccessible>
+
+#include <vector>
+
+namespace {
+
+struct TNotice {
+  QAccessible::Event Kind;
+  int Child;
+  bool operator==(const TNotice&) const = default;
+};
+
+std::vector<TNotice> Notices;
+
+void Notice(QAccessibleEvent& event) {
+  Notices.push_back({event.type(), event.child()});
+}
+
+class TListAccessibility : public TShownList {
+ protected:
+  void SetUp() override {
+    Show({.MultiSelect = true, .CheckBoxes = true}, 3);
+    Root = QAccessible::queryAccessibleInterface(&List);
+    ASSERT_NE(Root, nullptr);
+    Table = Root->tableInterface();
+    ASSERT_NE(Table, nullptr);
+  }
+
+  QAccessibleInterface* Root = nullptr;
+  QAccessibleTableInterface* Table = nullptr;
+};
+
+}  // namespace
+
+TEST_F(TListAccessibility, RowsCellsAndHeaders) {
+  EXPECT_EQ(Root->role(), QAccessible::Table);
+  EXPECT_EQ(Table->rowCount(), 3);
+  EXPECT_EQ(Table->columnCount(), 2);
+  EXPECT_EQ(Table->columnDescription(1), u"Size");
+  EXPECT_EQ(Table->cellAt(2, 1)->text(QAccessible::Name), u"20");
+  EXPECT_EQ(Table->cellAt(3, 0), nullptr);
+  ASSERT_EQ(Root->childCount(), 2 + 3 * 2);
+  EXPECT_EQ(Root->child(1)->role(), QAccessible::ColumnHeader);
+  for (int child = 0; child < Root->childCount(); ++child)
+    EXPECT_EQ(Root->indexOfChild(Root->child(child)), child);
+
+  const QPoint global = List.viewport()->mapToGlobal(TextOf(1));
+  EXPECT_EQ(Root->childAt(global.x(), global.y())->text(QAccessible::Name), u"row 1");
+  EXPECT_TRUE(Table->cellAt(1, 0)->rect().contains(global));
+  EXPECT_EQ(Table->cellAt(1, 1)->tableCellInterface()->columnHeaderCells().value(0), Root->child(1));
+}
+
+TEST_F(TListAccessibility, States) {
+  List.Items()[1]->SetChecked(true);
+  List.SetSelected(List.Items()[1]);
+  const QAccessible::State state = Table->cellAt(1, 0)->state();
+  EXPECT_TRUE(state.checkable && state.checked && state.selected && state.focused);
+  EXPECT_FALSE(Table->cellAt(1, 1)->state().checkable);
+  EXPECT_FALSE(Table->cellAt(0, 0)->state().selected);
+  EXPECT_EQ(Table->selectedRows(), QList<int>{1});
+  EXPECT_EQ(Root->focusChild(), Table->cellAt(1, 0));
+  List.setEnabled(false);
+  EXPECT_TRUE(Table->cellAt(1, 0)->state().disabled);
+}
+
+TEST_F(TListAccessibility, Actions) {
+  QAccessibleActionInterface* const cell = Table->cellAt(2, 0)->actionInterface();
+  cell->doAction(QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(TakeLog(), u"check 2");
+  cell->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(TakeLog(), u"+2, dblclick");
+  Root->child(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(TakeLog(), u"column 1");
+  EXPECT_FALSE(Table->cellAt(2, 1)->actionInterface()->actionNames().contains(
+      QAccessibleActionInterface::toggleAction()));
+}
+
+TEST_F(TListAccessibility, ChangesAreTold) {
+  Notices.clear();
+  SetListNoticeSink(Notice);
+  List.SetSelected(List.Items()[1]);
+  List.Items()[2]->SetChecked(true);
+  List.Items().Delete(0);
+  SetListNoticeSink(nullptr);
+  const std::vector<TNotice> expected{
+      {QAccessible::SelectionAdd, 4},
+      {QAccessible::Focus, 4},
+      {QAccessible::StateChanged, 6},
+      {QAccessible::TableModelChanged, -1},
+  };
+  EXPECT_EQ(Notices, expected);
+}
+
+TEST_F(TListAccessibility, ACellOutlivesItsRowAndItsListHarmlessly) {
+  auto list = std::make_unique<TListView>();
+  list->Columns().Add(u"Name"_qs, 100);
+  list->Items().Add()->SetCaption(u"gone"_qs);
+  QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(list.get());
+  QAccessibleInterface* const cell = table->tableInterface()->cellAt(0, 0);
+  EXPECT_TRUE(cell->isValid());
+  list->Clear();
+  EXPECT_FALSE(cell->isValid());
+  EXPECT_EQ(cell->text(QAccessible::Name), QString());
+  cell->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  const QAccessible::Id id = QAccessible::uniqueId(cell);
+  list.reset();
+  EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
+}

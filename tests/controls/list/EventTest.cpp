@@ -1,0 +1,183 @@
+// The order of events under real mouse and key events.
+#include "ShownList.h"
+
+using TListEvents = TShownList;
+
+TEST_F(TListEvents, ClicksOnRows) {
+  Show({.CheckBoxes = true}, 5);
+  const struct {
+    QPoint Pos;
+    Qt::MouseButton Button;
+    const char16_t* Events;
+  } cases[] = {
+      {TextOf(1), Qt::LeftButton, u"+1, down, click, up"},
+      {TextOf(1), Qt::LeftButton, u"down, click, up"},
+      {TextOf(3), Qt::LeftButton, u"-1, +3, down, click, up"},
+      {BoxOf(0), Qt::LeftButton, u"check 0, down, click, up"},
+      {BoxOf(0), Qt::LeftButton, u"uncheck 0, down, click, up"},
+      {TextOf(2), Qt::RightButton, u"-3, +2, down, up, popup"},
+      {TextOf(2), Qt::RightButton, u"down, up, popup"},
+      {TextOf(4), Qt::MiddleButton, u"down, up"},
+      {Blank(), Qt::LeftButton, u"-2, down, click, up"},
+      {Blank(), Qt::RightButton, u"down, up, popup"},
+  };
+  for (const auto& one : cases) {
+    Click(one.Pos, one.Button);
+    EXPECT_EQ(TakeLog().toStdU16String(), one.Events);
+  }
+}
+
+TEST_F(TListEvents, DoubleClicks) {
+  Show({.CheckBoxes = true}, 5);
+  const struct {
+    QPoint Pos;
+    const char16_t* Events;
+  } cases[] = {
+      {TextOf(1), u"+1, down, click, up, dblclick, down, up"},
+      {BoxOf(2), u"check 2, down, click, up, uncheck 2, down, up"},
+      {Blank(), u"-1, down, click, up, dblclick, down, up"},
+  };
+  for (const auto& one : cases) {
+    Click(one.Pos);
+    ClickAgain(one.Pos);
+    EXPECT_EQ(TakeLog().toStdU16String(), one.Events);
+  }
+}
+
+TEST_F(TListEvents, AReleaseOutsideIsNoClick) {
+  Show({});
+  QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(1));
+  QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, QPoint(-50, -50));
+  EXPECT_EQ(TakeLog(), u"+1, down, up");
+}
+
+TEST_F(TListEvents, OneOfSeveralSelectedRowsIsPressed) {
+  Show({.MultiSelect = true});
+  Click(TextOf(4));
+  TakeLog();
+  Click(TextOf(1));
+  EXPECT_EQ(TakeLog(), u"-4, +1, down, click, up");
+  Click(TextOf(3), Qt::LeftButton, Qt::ShiftModifier);
+  EXPECT_EQ(TakeLog(), u"+2, +3, down, click, up");
+  QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(2));
+  EXPECT_EQ(TakeLog(), u"down");
+  QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, TextOf(2));
+  EXPECT_EQ(TakeLog(), u"-1, -3, click, up");
+  Click(TextOf(2), Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(TakeLog(), u"-2, down, click, up");
+}
+
+TEST_F(TListEvents, Keys) {
+  Show({.CheckBoxes = true});
+  const struct {
+    Qt::Key Key;
+    const char16_t* Events;
+  } cases[] = {
+      {Qt::Key_Return, u""},       {Qt::Key_Down, u"+0"},         {Qt::Key_Down, u"-0, +1"},
+      {Qt::Key_Space, u"check 1"}, {Qt::Key_Return, u"dblclick"}, {Qt::Key_End, u"-1, +9"},
+  };
+  for (const auto& one : cases) {
+    QTest::keyClick(&List, one.Key);
+    EXPECT_EQ(TakeLog().toStdU16String(), one.Events) << one.Key;
+  }
+  QTest::keyClicks(&List, u"row"_qs);
+  EXPECT_EQ(List.ItemIndex(), 0) << "the first letter goes on to the next row, the others stay";
+}
+
+TEST_F(TListEvents, AKeyHandlerMaySwallowTheKey) {
+  Show({});
+  List.OnKeyDown = [this](int& key, Qt::KeyboardModifiers) {
+    Log << u"key %1"_qs.arg(key);
+    if (key == Qt::Key_Down) key = 0;
+  };
+  QTest::keyClick(&List, Qt::Key_Down);
+  EXPECT_EQ(List.ItemIndex(), -1);
+  QTest::keyClick(&List, Qt::Key_Up);
+  EXPECT_EQ(TakeLog(), u"key %1, key %2, +0"_qs.arg(Qt::Key_Down).arg(Qt::Key_Up));
+}
+
+TEST_F(TListEvents, TheMenuKeyAsksAtTheFocusedRow) {
+  Show({});
+  List.Items()[3]->SetFocused(true);
+  QPoint asked;
+  List.OnContextPopup = [&asked](const QPoint& pos, bool& handled) {
+    asked = pos;
+    handled = true;
+  };
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(0, 0), QPoint(0, 0));
+  QCoreApplication::sendEvent(&List, &event);
+  EXPECT_EQ(List.GetItemAt(asked.x(), asked.y()), List.Items()[3]);
+}
+
+TEST_F(TListEvents, TheSystemsOwnMouseRequestForAMenuIsNotASecondOne) {
+  Show({});
+  QContextMenuEvent event(QContextMenuEvent::Mouse, TextOf(1), QPoint(0, 0));
+  QCoreApplication::sendEvent(List.viewport(), &event);
+  EXPECT_EQ(TakeLog(), u"");
+}
+
+TEST_F(TListEvents, TheProgramSelectsAsAUserDoes) {
+  Show({}, 3);
+  List.SetSelected(List.Items()[0]);
+  List.SetSelected(List.Items()[2]);
+  EXPECT_EQ(List.ItemFocused(), List.Items()[2]);
+  List.SetSelected(nullptr);
+  List.SetSelected(nullptr);
+  List.Items()[1]->SetChecked(true);
+  List.Items()[1]->SetChecked(true);
+  EXPECT_EQ(TakeLog(), u"+0, -0, +2, -2, check 1");
+  EXPECT_EQ(List.Selected(), nullptr);
+}
+
+TEST_F(TListEvents, DeletionComesOncePerRow) {
+  Show({.MultiSelect = true}, 5);
+  List.Items()[1]->SetSelected(true);
+  List.Items()[2]->SetSelected(true);
+  TakeLog();
+  List.DeleteSelected();
+  EXPECT_EQ(TakeLog(), u"-1, deletion 1, -2, deletion 2");
+  List.Clear();
+  List.Clear();
+  EXPECT_EQ(TakeLog(), u"deletion 0, deletion 3, deletion 4");
+  {
+    TListView other;
+    other.OnDeletion = List.OnDeletion;
+    other.Items().Add()->SetCaption(u"row x"_qs);
+  }
+  EXPECT_EQ(TakeLog(), u"deletion x");
+}
+
+TEST_F(TListEvents, HeaderClicks) {
+  Show({});
+  const auto click = [this](int column) {
+    QTest::mouseClick(Header(), Qt::LeftButton, {}, List.Layout().SectionRect(column, 10).center());
+    return TakeLog();
+  };
+  EXPECT_EQ(click(1), u"column 1");
+  EXPECT_EQ(click(0), u"column 0");
+  QTest::keyClick(&List, Qt::Key_2, Qt::ControlModifier);
+  QTest::keyClick(&List, Qt::Key_3, Qt::ControlModifier);
+  EXPECT_EQ(TakeLog(), u"column 1") << "there is no third column";
+  QTest::mouseClick(Header(), Qt::RightButton, {}, QPoint(20, 5));
+  EXPECT_EQ(TakeLog(), u"");
+  TListViewOptions options = List.Options();
+  options.ColumnClick = false;
+  List.SetOptions(options);
+  EXPECT_EQ(click(1), u"");
+  QTest::keyClick(&List, Qt::Key_2, Qt::ControlModifier);
+  EXPECT_EQ(TakeLog(), u"");
+}
+
+TEST_F(TListEvents, ADoubleClickMayOpenAWindowThatTakesTheRelease) {
+  Show({});
+  List.OnDblClick = [this] {
+    Log << u"dblclick"_qs;
+    List.Clear();
+  };
+  Click(TextOf(1));
+  TakeLog();
+  QTest::mouseDClick(List.viewport(), Qt::LeftButton, {}, TextOf(1));
+  EXPECT_TRUE(TakeLog().startsWith(u"dblclick, deletion 0"));
+  Click(TextOf(1));
+  EXPECT_EQ(TakeLog(), u"down, click, up");
+}

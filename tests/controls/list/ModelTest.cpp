@@ -1,0 +1,296 @@
+// Rows, columns and state bits without a window.
+#include "PlainList.h"
+
+#include "controls/list/model/ListColumns.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+using ::testing::ElementsAre;
+
+namespace {
+
+int ByCaption(TListItem& a, TListItem& b) {
+  return QString::compare(a.Caption(), b.Caption());
+}
+
+void Fill(TPlainList& list, const QString& captions) {
+  for (const QChar caption : captions)
+    list.Add(caption);
+  list.Log.clear();
+}
+
+}  // namespace
+
+TEST(RowStates, UniqueBitsMoveAndSingleSelectionDeselectsFirst) {
+  TPlainList list;
+  Fill(list, u"abc"_qs);
+  list.States.SetSingleSelect(true);
+  list.Items[0]->SetFocused(true);
+  list.Items[0]->SetSelected(true);
+  list.Items[2]->SetFocused(true);
+  list.Items[2]->SetSelected(true);
+  EXPECT_EQ(list.Log, (QStringList{u"select a"_qs, u"deselect a"_qs, u"select c"_qs}));
+  EXPECT_EQ(list.Having(kRowFocused), u"c");
+
+  list.States.SetSingleSelect(false);
+  list.Items[1]->SetSelected(true);
+  EXPECT_EQ(list.Having(kRowSelected), u"b c");
+  EXPECT_EQ(list.States.CountOf(kRowSelected), 2);
+}
+
+TEST(RowStates, AHandlerThatRemovesTheRowsLeavesNoTrace) {
+  TPlainList list;
+  Fill(list, u"ab"_qs);
+  list.States.SetSingleSelect(true);
+  list.Items[0]->SetSelected(true);
+  list.States.OnChange = [&](int, unsigned, unsigned) { list.Items.Clear(); };
+  list.Items[1]->SetSelected(true);
+  EXPECT_EQ(list.States.Count(), 0);
+  EXPECT_EQ(list.States.CountOf(kRowSelected), 0);
+}
+
+TEST(ListItems, BitsStayWithTheirItems) {
+  TPlainList list;
+  Fill(list, u"dbeac"_qs);
+  list.Items[2]->SetSelected(true);        // e
+  list.Items[2]->SetFocused(true);         // e
+  list.Items[1]->SetChecked(true);         // b
+  list.Items[4]->SetState(kRowCut, true);  // c
+  TListItem* const focused = list.Items[2];
+
+  list.Items.Sort(ByCaption);
+  EXPECT_EQ(list.Captions(), u"a b c d e");
+  EXPECT_EQ(focused->Index(), 4);
+  list.Items.Delete(0);
+  list.Items.Insert(1)->SetCaption(u"x"_qs);
+  EXPECT_EQ(list.Captions(), u"b x c d e");
+  EXPECT_EQ(list.Having(kRowSelected | kRowFocused), u"e");
+  EXPECT_EQ(list.Having(kRowChecked), u"b");
+  EXPECT_EQ(list.Having(kRowCut), u"c");
+}
+
+TEST(ListItems, DeletionTellsInOrderAndHandsTheFocusOn) {
+  TPlainList list;
+  Fill(list, u"abc"_qs);
+  list.Items[1]->SetSelected(true);
+  list.Items[1]->SetFocused(true);
+  list.Log.clear();
+  list.Items[1]->Delete();
+  EXPECT_EQ(list.Log, (QStringList{u"deselect b"_qs, u"delete b"_qs, u"rows"_qs}));
+  EXPECT_EQ(list.Having(kRowFocused), u"c");
+  list.Items[1]->Delete();
+  EXPECT_EQ(list.Having(kRowFocused), u"a");
+
+  list.Items[0]->SetSelected(true);
+  list.Log.clear();
+  list.Items.Clear();
+  EXPECT_EQ(list.Log, (QStringList{u"delete a"_qs, u"rows"_qs}));
+  EXPECT_EQ(list.States.Count(), 0);
+}
+
+TEST(ListItems, ADeselectHandlerMayDeleteTheRowItself) {
+  TPlainList list;
+  Fill(list, u"abc"_qs);
+  list.Items[1]->SetSelected(true);
+  list.States.OnChange = [&](int row, unsigned, unsigned) {
+    list.States.OnChange = nullptr;
+    list.Items.Delete(row);
+  };
+  list.Items[1]->Delete();
+  EXPECT_EQ(list.Captions(), u"a c");
+}
+
+TEST(ListItems, BracketsNestTellOnceAndRefuseASurplusClose) {
+  TPlainList list;
+  EXPECT_TRUE(list.Items.BeginUpdate());
+  EXPECT_FALSE(list.Items.BeginUpdate());
+  list.Add(u"a"_qs);
+  list.Add(u"b"_qs);
+  EXPECT_FALSE(list.Items.EndUpdate());
+  EXPECT_TRUE(list.Items.Updating());
+  EXPECT_TRUE(list.Items.EndUpdate());
+  EXPECT_EQ(list.Log, (QStringList{u"begin"_qs, u"rows"_qs, u"end"_qs}));
+
+  EXPECT_THROW(list.Items.EndUpdate(), EListError);
+  list.Items.TolerateSurplusEndUpdate(true);
+  EXPECT_FALSE(list.Items.EndUpdate());
+  EXPECT_TRUE(list.Items.BeginUpdate()) << "the surplus close was counted";
+}
+
+TEST(ListItems, StrangeIndexesAreRefused) {
+  TPlainList list;
+  TPlainList other;
+  Fill(list, u"a"_qs);
+  EXPECT_EQ(list.Items.Item(1), nullptr);
+  EXPECT_EQ(list.Items.Item(-1), nullptr);
+  EXPECT_THROW((void)list.Items[1], EListError);
+  EXPECT_THROW(list.Items.Insert(2), EListError);
+  EXPECT_THROW(list.Items.Delete(-1), EListError);
+  EXPECT_THROW((void)list.Items[0]->SubItems()[0], EListError);
+  EXPECT_EQ(other.Items.IndexOf(list.Items[0]), -1);
+}
+
+// Comparisons that a quicksort cannot trust: never below 0, at random, throwing.
+TEST(ListItems, ASortAlwaysEndsWithEveryRowInPlace) {
+  std::mt19937 random(7);
+  TPlainList list;
+  for (int row = 0; row < 300; ++row)
+    list.Add(QString::number(random() % 40));
+  std::vector<TListItem*> before(list.Items.begin(), list.Items.end());
+  std::sort(before.begin(), before.end());
+  const auto expectAll = [&] {
+    std::vector<TListItem*> after(list.Items.begin(), list.Items.end());
+    std::sort(after.begin(), after.end());
+    EXPECT_EQ(before, after);
+  };
+
+  list.Items[5]->SetChecked(true);
+  const TListItem* const checked = list.Items[5];
+  list.Items.Sort([](TListItem& a, TListItem& b) { return a.Caption() >= b.Caption() ? 1 : 0; });
+  expectAll();
+  list.Items.Sort([&random](TListItem&, TListItem&) { return static_cast<int>(random() % 3) - 1; });
+  expectAll();
+  int calls = 0;
+  const auto throwing = [&calls](TListItem& a, TListItem& b) {
+    if (++calls > 100) throw std::runtime_error("compare");
+    return ByCaption(a, b);
+  };
+  EXPECT_THROW(list.Items.Sort(throwing), std::runtime_error);
+  expectAll();
+  EXPECT_TRUE(checked->Checked());
+  EXPECT_EQ(list.States.CountOf(kRowChecked), 1);
+}
+
+namespace {
+
+// The slow twin of a list: each row carries its own bits.
+struct TTwinRow {
+  const TListItem* Item;
+  QString Caption;
+  unsigned State;
+};
+
+class TTwin {
+ public:
+  explicit TTwin(unsigned seed) : FRandom(seed) {}
+
+  void Step() {
+    switch (FRandom() % 6) {
+      case 0:
+      case 1:
+        return Insert();
+      case 2:
+        return Delete();
+      case 3:
+        return Switch(kRowSelected);
+      case 4:
+        return Switch(kRowChecked);
+      default:
+        return Sort();
+    }
+  }
+
+  void Expect() const {
+    ASSERT_EQ(FList.Items.Count(), static_cast<int>(FRows.size()));
+    for (int row = 0; row < FList.Items.Count(); ++row) {
+      const TTwinRow& twin = FRows[static_cast<size_t>(row)];
+      ASSERT_EQ(FList.Items[row], twin.Item) << row;
+      ASSERT_EQ(twin.Item->Index(), row);
+      ASSERT_EQ(FList.States.State(row), twin.State) << row;
+    }
+  }
+
+ private:
+  int Row() { return static_cast<int>(FRandom() % (FRows.size() + 1)); }
+
+  void Insert() {
+    const int row = Row();
+    TListItem* const item = FList.Items.Insert(row);
+    item->SetCaption(QString::number(FNext++ * 7919 % 10007));
+    FRows.insert(FRows.begin() + row, {item, item->Caption(), 0});
+  }
+
+  void Delete() {
+    const int row = Row();
+    if (row == FList.Items.Count()) return;
+    FList.Items.Delete(row);
+    FRows.erase(FRows.begin() + row);
+  }
+
+  void Switch(unsigned bit) {
+    const int row = Row();
+    if (row == FList.Items.Count()) return;
+    FList.Items[row]->SetState(bit, !FList.Items[row]->HasState(bit));
+    FRows[static_cast<size_t>(row)].State ^= bit;
+  }
+
+  void Sort() {
+    FList.Items.Sort(ByCaption);
+    std::stable_sort(FRows.begin(), FRows.end(), [](const TTwinRow& a, const TTwinRow& b) {
+      return QString::compare(a.Caption, b.Caption) < 0;
+    });
+  }
+
+  std::mt19937 FRandom;
+  TPlainList FList;
+  std::vector<TTwinRow> FRows;
+  int FNext = 1;
+};
+
+}  // namespace
+
+TEST(ListItems, AgreeWithASlowTwinUnderRandomChanges) {
+  for (unsigned seed = 0; seed < 20; ++seed) {
+    TTwin twin(seed);
+    for (int step = 0; step < 400; ++step) {
+      twin.Step();
+      ASSERT_NO_FATAL_FAILURE(twin.Expect()) << "seed " << seed << " step " << step;
+    }
+  }
+}
+
+TEST(SubItems, TextsAndImagesStayParallel) {
+  TPlainList list;
+  TSubItems& texts = list.Add(u"a"_qs)->SubItems();
+  texts.Assign({u"1"_qs, u"2"_qs, u"3"_qs});
+  texts.SetImageIndex(2, 9);
+  texts.Delete(0);
+  texts.Insert(0, u"0"_qs);
+  texts.Put(1, u"two"_qs);
+  EXPECT_EQ(texts.Text(1), u"two");
+  EXPECT_EQ(texts.ImageIndex(2), 9);
+  EXPECT_EQ(texts.ImageIndex(0), -1);
+  EXPECT_EQ(texts.Text(3), QString()) << "a painter asks beyond the end";
+}
+
+TEST(ListColumns, WidthKeepsToItsBounds) {
+  TListColumns columns;
+  int changes = 0;
+  columns.OnChange = [&changes] { ++changes; };
+  TListColumn& column = columns.Add(u"Name"_qs, 200);
+  column.SetMinWidth(100);
+  column.SetMaxWidth(150);
+  EXPECT_EQ(column.Width(), 150);
+  column.SetWidth(20);
+  EXPECT_EQ(column.Width(), 100);
+  column.SetMinWidth(0);
+  column.SetMaxWidth(0);
+  column.SetWidth(-5);
+  EXPECT_EQ(column.Width(), 0);
+  const int before = changes;
+  column.SetWidth(0);
+  EXPECT_EQ(changes, before) << "nothing changed, nothing told";
+}
+
+TEST(ListColumns, IndexFollowsTheOrder) {
+  TListColumns columns;
+  columns.Add(u"a"_qs, 1);
+  TListColumn& second = columns.Add(u"b"_qs, 1);
+  columns.Delete(0);
+  EXPECT_EQ(second.Index(), 0);
+  EXPECT_THROW((void)columns[1], EListError);
+}
