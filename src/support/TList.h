@@ -7,7 +7,9 @@
 #include <limits>
 #include <new>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 // A comparer gives a negative number, 0 or a positive number as the left record comes before, with or
 // after the right one.
@@ -18,28 +20,50 @@ class TComparer {
   [[nodiscard]] virtual int Compare(const T& left, const T& right) const = 0;
 };
 
+// One pass over left to right: what comes before the middle record goes to its left, what comes after it to
+// its right. Returns where the right part begins and where the left part ends.
+template <typename Index, typename At, typename Exchange, typename Compare>
+[[nodiscard]] std::pair<Index, Index> QuickSortPartition(Index left, Index right, const At& at,
+                                                         const Exchange& exchange, const Compare& compare) {
+  Index i = left;
+  Index j = right;
+  const auto pivot = at(left + (right - left) / 2);
+  do {
+    while (compare(at(i), pivot) < 0)
+      ++i;
+    while (compare(at(j), pivot) > 0)
+      --j;
+    if (i <= j) {
+      if (i != j) exchange(i, j);
+      ++i;
+      --j;
+    }
+  } while (i <= j);
+  return {i, j};
+}
+
 // The quicksort of the result lists over any indexed sequence: pivot in the middle, no second key, not
 // stable. Its steps are fixed, so that records that compare equal come out in the same places every time.
+// It never recurses: the worst order costs time and memory, not stack.
 //   at(i)            gives the record at place i, 0-based
 //   exchange(i, j)   swaps two places
-//   compare(a, b)    as TComparer::Compare
+//   compare(a, b)    as TComparer::Compare; one that contradicts itself can lead to places beside the range
 template <typename Index, typename At, typename Exchange, typename Compare>
 void QuickSort(Index left, Index right, const At& at, const Exchange& exchange, const Compare& compare) {
-  while (left < right) {
-    Index i = left;
-    Index j = right;
-    const auto pivot = at(left + (right - left) / 2);
-    do {
-      while (compare(at(i), pivot) < 0) ++i;
-      while (compare(at(j), pivot) > 0) --j;
-      if (i <= j) {
-        if (i != j) exchange(i, j);
-        ++i;
-        --j;
+  std::vector<std::pair<Index, Index>> later;  // ranges whose turn comes after the one at hand, nearest last
+  for (;;) {
+    while (left < right) {
+      const auto [i, j] = QuickSortPartition(left, right, at, exchange, compare);
+      if (left < j) {
+        if (i < right) later.emplace_back(i, right);
+        right = j;
+      } else {
+        left = i;
       }
-    } while (i <= j);
-    if (left < j) QuickSort(left, j, at, exchange, compare);
-    left = i;
+    }
+    if (later.empty()) return;
+    std::tie(left, right) = later.back();
+    later.pop_back();
   }
 }
 
@@ -77,16 +101,18 @@ class TList {
 
   // Count and capacity are 0 afterwards.
   void Clear() {
-    for (int i = 0; i < FCount; ++i) FRecords[i].~T();
+    for (int i = 0; i < FCount; ++i)
+      FRecords[i].~T();
     std::free(static_cast<void*>(FRecords));
     FRecords = nullptr;
     FCount = 0;
     FCapacity = 0;
   }
 
+  // A comparer that contradicts itself leaves some order or throws std::out_of_range; no record is lost.
   void Sort(const TComparer<T>& comparer) {
     QuickSort<int>(
-        0, FCount - 1, [this](int i) -> const T& { return FRecords[i]; },
+        0, FCount - 1, [this](int i) -> const T& { return (*this)[i]; },
         [this](int i, int j) { std::swap(FRecords[i], FRecords[j]); },
         [&comparer](const T& a, const T& b) { return comparer.Compare(a, b); });
   }
@@ -102,7 +128,8 @@ class TList {
 
   void Grow(long long wanted) {
     long long capacity = FCapacity == 0 ? wanted : FCapacity;
-    while (capacity < wanted) capacity *= 2;
+    while (capacity < wanted)
+      capacity *= 2;
     if (capacity > std::numeric_limits<int>::max()) throw std::bad_alloc();
     void* records = std::realloc(static_cast<void*>(FRecords), static_cast<size_t>(capacity) * sizeof(T));
     if (records == nullptr) throw std::bad_alloc();

@@ -2,7 +2,9 @@
 
 TWorkerThread::TWorkerThread() : FThread([this] { Run(); }) {}
 
-TWorkerThread::~TWorkerThread() { Finish(); }
+TWorkerThread::~TWorkerThread() {
+  Finish();
+}
 
 void TWorkerThread::Resume() {
   const std::lock_guard lock(FGuard);
@@ -11,7 +13,9 @@ void TWorkerThread::Resume() {
   FResumedChanged.notify_all();
 }
 
-void TWorkerThread::Suspend() { WaitForResume(); }
+void TWorkerThread::Suspend() {
+  WaitForResume();
+}
 
 void TWorkerThread::Finish() {
   Terminate();

@@ -1,0 +1,64 @@
+#include "SmallStack.h"
+#include "fixtures/TempTree.h"
+#include "support/Korvel_Routine_New.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+quint64 SizeBelow(const QString& folder) {
+  return FolderSizeOf(folder + u"/*.*"_qs);
+}
+
+}  // namespace
+
+TEST(FolderSizeOf, SumsFilesOfAnyNameInPlainFolders) {
+  TTempTree tree;
+  tree.MakeFile("a", 1);
+  tree.MakeFile(".hidden file", 20);
+  tree.MakeFile("sub/caf\xc3\xa9", 300);
+  tree.MakeFile("sub/bad\xff", 4000);
+  tree.MakeFile("sub/deeper/x", 50000);
+  tree.MakeHole("sub/hole", qint64{1} << 40);
+  EXPECT_EQ(SizeBelow(tree.Path()), 54321 + (quint64{1} << 40));
+}
+
+TEST(FolderSizeOf, FoldersThatAreNotPlainCountForNothing) {
+  TTempTree tree;
+  tree.MakeFile("plain/x", 1);
+  tree.MakeFile(".git/x", 20);
+  tree.MakeFile("plain/.cache/x", 300);
+  tree.MakeFile("read only/x", 4000);
+  tree.SetMode("read only", 0555);
+  tree.MakeLink("loop", ".");
+  const auto linkLength = quint64{1};
+  EXPECT_EQ(SizeBelow(tree.Path()), 1 + linkLength);
+}
+
+TEST(FolderSizeOf, APathIsTheOneEntry) {
+  TTempTree tree;
+  tree.MakeFile("a*b", 7);
+  tree.MakeFile("dir/x", 20);
+  tree.MakeFile("dir/y", 300);
+  tree.MakeFile(".dir/x", 4000);
+  EXPECT_EQ(FolderSizeOf(tree.Path("a*b")), 7U);
+  EXPECT_EQ(FolderSizeOf(tree.Path("dir")), 320U);
+  EXPECT_EQ(FolderSizeOf(tree.Path(".dir")), 0U);
+}
+
+TEST(FolderSizeOf, WhatFindsNothingIsZero) {
+  TTempTree tree;
+  tree.MakeFile("dir/x", 20);
+  tree.MakeFolder("empty");
+  for (const QString& path : {QString(), tree.Path("dir/"), tree.Path("none"), tree.Path("none/*.*"),
+                              tree.Path("dir/x/*.*"), tree.Path("empty/*.*")})
+    EXPECT_EQ(FolderSizeOf(path), 0U) << qPrintable(path);
+}
+
+TEST(FolderSizeOf, ADeepTreeIsSummedToItsEnd) {
+  TTempTree tree;
+  const QByteArray innermost = tree.MakeChain("d", 1000);
+  tree.MakeFile(innermost + "/x", 9);
+  tree.MakeFile("y", 1);
+  EXPECT_EQ(OnSmallStack([&] { return SizeBelow(tree.Path()); }), 10U);
+}

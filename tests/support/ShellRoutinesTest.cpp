@@ -1,0 +1,50 @@
+// Opening is watched at the desktop's door: nothing is started.
+#include "fixtures/TempTree.h"
+#include "platform/KnownFolders.h"
+#include "support/ShellRoutines.h"
+
+#include <gtest/gtest.h>
+
+#include <QDesktopServices>
+#include <QObject>
+#include <QUrl>
+
+namespace {
+
+class TWatcher : public QObject {
+  Q_OBJECT
+
+ public:
+  TWatcher() { QDesktopServices::setUrlHandler(u"file"_qs, this, "Opened"); }
+  ~TWatcher() override { QDesktopServices::unsetUrlHandler(u"file"_qs); }
+
+  QStringList Paths;
+
+ public Q_SLOTS:
+  void Opened(const QUrl& url) { Paths.append(url.path()); }
+};
+
+}  // namespace
+
+TEST(OpenWithShell, ReplacesTheFoldersItKnowsByTheirExactNames) {
+  TWatcher watcher;
+  for (const QString& target : {u"%APP%/a%APP%\\b"_qs, u"%WINDOWS%a/%SYSTEM%b"_qs, u"/%app%/x"_qs})
+    OpenWithShell(target);
+  EXPECT_EQ(watcher.Paths,
+            QStringList({ProgramFolder() + u'a' + ProgramFolder() + u'b', u"/a//b"_qs, u"/%app%/x"_qs}));
+}
+
+TEST(GetFileIconHandle, GoesByTheNameThatIsLeftOfACommandLine) {
+  TTempTree themes;
+  themes.WriteFile("made/index.theme",
+                   "[Icon Theme]\nName=Made\nDirectories=16\n[16]\nSize=16\nType=Fixed\n");
+  for (const char* const name : {"application-pdf", "text-plain", "text-x-generic"})
+    themes.MakeFile(QByteArray("made/16/") + name + ".png", 0);
+  QIcon::setThemeSearchPaths({themes.Path()});
+  QIcon::setThemeName(u"made"_qs);
+  EXPECT_EQ(GetFileIconHandle(u"/no/such/a.pdf"_qs).name(), u"application-pdf");
+  EXPECT_EQ(GetFileIconHandle(u"\"/no such/a.pdf\" -x"_qs).name(), u"application-pdf");
+  EXPECT_EQ(GetFileIconHandle(u"/a/b - c.pdf"_qs).name(), u"text-x-generic") << "cut before the extension";
+}
+
+#include "ShellRoutinesTest.moc"
