@@ -45,12 +45,16 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
   return result;
 }
 
-QString ReportUsage() {
-  return u"Usage: tallyscope-report [--json] [--folder] PATH...\n"
+QString ReportUsageLine() {
+  return u"Usage: tallyscope-report [--json] [--folder] PATH...\n"_qs;
+}
+
+QString ReportHelp() {
+  return ReportUsageLine() +
          u"Shows what takes the space below each path: totals, the largest folders and files.\n"
          u"\n"
          u"  --json     print one JSON object instead of text\n"
-         u"  --folder   scan exactly one folder by itself, without the faster route for volumes\n"
+         u"  --folder   PATH is one folder to be walked, not a list of drives\n"
          u"  --version  print the version\n"
          u"  --help     print this help\n"
          u"\n"

@@ -16,8 +16,9 @@ struct TReportArguments {
 // The arguments without the program's name. "--" ends the options.
 [[nodiscard]] TReportArguments ParseReportArguments(const QStringList& arguments);
 
-// The help text, with a line break at its end.
-[[nodiscard]] QString ReportUsage();
+// One line for a wrong command line, and the whole help; each ends in a line break.
+[[nodiscard]] QString ReportUsageLine();
+[[nodiscard]] QString ReportHelp();
 
 // A relative path below the current folder, without empty and "." parts; an absolute one unchanged. ".."
 // and links stay as they are, since only the file system knows where they lead.

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <mutex>
 
@@ -24,9 +25,13 @@ void SetInterruptTarget(TReportScan* target) {
   InterruptTarget = target;
 }
 
+// The first Ctrl-C asks the scan to stop. Without a scan, or should the scan hang in the file system, nothing
+// is left to wait for.
 void PassInterrupt() {
   const std::lock_guard lock(InterruptGuard);
-  if (InterruptTarget != nullptr) InterruptTarget->Interrupt();
+  if (InterruptTarget == nullptr) std::_Exit(kInterrupted);
+  InterruptTarget->Interrupt();
+  InterruptTarget = nullptr;
 }
 
 void Print(std::FILE* stream, const QByteArray& bytes) {
@@ -83,14 +88,14 @@ int ScanPaths(const TReportArguments& arguments) {
 int Run(const TReportArguments& arguments) {
   switch (arguments.Action) {
     case TReportAction::Help:
-      Print(stdout, ReportUsage().toUtf8());
+      Print(stdout, ReportHelp().toUtf8());
       return FinishOutput(kDone);
     case TReportAction::Version:
       Print(stdout, "tallyscope-report " TALLYSCOPE_VERSION "\n");
       return FinishOutput(kDone);
     case TReportAction::Wrong:
       Complain(arguments.Complaint);
-      Print(stderr, ReportUsage().toUtf8());
+      Print(stderr, ReportUsageLine().toUtf8());
       return kWrongUsage;
     case TReportAction::Scan:
       break;

@@ -30,7 +30,8 @@ Q_DECLARE_TYPEINFO(TPathTotals, Q_RELOCATABLE_TYPE);
 // Start; they have no lock. After a stop they are partial and not sorted.
 class TTallyscopeScan : public TWorkerThread {
  public:
-  // The status window receives WM_SCANSTATUS and WM_SCANDONE and must outlive the thread.
+  // The status window receives WM_SCANSTATUS and WM_SCANDONE. It must outlive this object and read no more
+  // path texts after its end, since their buffer goes with it.
   explicit TTallyscopeScan(TMessageWindow* statusWnd);
   ~TTallyscopeScan() override;
 

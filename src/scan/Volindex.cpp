@@ -57,16 +57,15 @@ bool TTallyscope::Walk() {
 TTallyscope::TNames TTallyscope::WalkRoot() {
   TNames subfolders;
   int entries = 0;
-  ListFolder(FPath, [&](const TFoundFile& found) {
+  ListFolder(FPath, [&](TFoundFile& found) {
+    if (!found.IsDirectory() && (found.Attributes & kAttributeSystem) != 0) return;
+    if (++entries % kEntriesPerPost == 0) PostPathText(FPath + found.Name);
     if (found.IsDirectory()) {
       ++FFolderCount;
-      subfolders.push_back(found.Name);
-    } else if ((found.Attributes & kAttributeSystem) != 0) {
-      return;
+      subfolders.push_back(std::move(found.Name));
     } else {
       AddFile(FPath, found);
     }
-    if (++entries % kEntriesPerPost == 0) PostPathText(FPath + found.Name);
   });
   return subfolders;
 }
@@ -80,13 +79,13 @@ void TTallyscope::WalkSubfolder(const QString& name) {
   while (!work.empty() && !FStopped) {
     const QString folder = std::move(work.front());
     work.pop_front();
-    ListFolder(folder, [&](const TFoundFile& found) {
+    ListFolder(folder, [&](TFoundFile& found) {
       if (found.IsDirectory()) {
         ++FFolderCount;
         work.push_back(folder % found.Name % PathDelim);
       } else {
-        AddFile(folder, found);
         size += found.Size;
+        AddFile(folder, found);
       }
       if (++entries % kEntriesPerPost == 0) PostPathText(folder);
     });
@@ -103,8 +102,9 @@ void TTallyscope::ListFolder(const QString& folder, const TEntry& entry) {
   FEnumeration.Close();
 }
 
-void TTallyscope::AddFile(const QString& folder, const TFoundFile& found) {
-  FFiles.Add({folder, found.Name, found.Size});
+// The name moves into its record: a walk makes one text per file and no copy of it.
+void TTallyscope::AddFile(const QString& folder, TFoundFile& found) {
+  FFiles.Add({folder, std::move(found.Name), found.Size});
   FTotalSize += found.Size;
   ++FFileCount;
 }

@@ -19,7 +19,8 @@
 // Owned by the scan thread, which alone walks and reads the results; only Stop may come from another thread.
 class TTallyscope {
  public:
-  // The status window receives path texts and must outlive the walker. A null window drops them.
+  // The status window receives path texts, whose buffer is the walker's own. It must outlive the walker; a
+  // null window drops them.
   explicit TTallyscope(TMessageWindow* statusWnd);
   TTallyscope(const TTallyscope&) = delete;
   TTallyscope& operator=(const TTallyscope&) = delete;
@@ -54,7 +55,7 @@ class TTallyscope {
   void WalkSubfolder(const QString& name);
   template <typename TEntry>
   void ListFolder(const QString& folder, const TEntry& entry);
-  void AddFile(const QString& folder, const TFoundFile& found);
+  void AddFile(const QString& folder, TFoundFile& found);
 
   void PostProgress(quintptr code, int value);
   void PostPercent(int value);

@@ -1,0 +1,55 @@
+#include "report/ReportArguments.h"
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+#include <vector>
+
+TEST(ReportArguments, AreTakenApart) {
+  const QStringList a = {u"a"_qs};
+  struct {
+    QStringList Arguments;
+    TReportAction Action;
+    bool Json, Folder;
+    QStringList Paths;
+  } const cases[] = {
+      {{u"a"_qs}, TReportAction::Scan, false, false, a},
+      {{u"--json"_qs, u"a"_qs, u"--folder"_qs}, TReportAction::Scan, true, true, a},
+      {{u"a"_qs, u"b"_qs, u"a"_qs}, TReportAction::Scan, false, false, {u"a"_qs, u"b"_qs, u"a"_qs}},
+      {{u"--"_qs, u"--json"_qs}, TReportAction::Scan, false, false, {u"--json"_qs}},
+      {{u"-"_qs}, TReportAction::Scan, false, false, {u"-"_qs}},
+      {{u"--help"_qs}, TReportAction::Help, false, false, {}},
+      {{u"--version"_qs, u"--nonsense"_qs}, TReportAction::Version, false, false, {}},
+  };
+  for (const auto& [arguments, action, json, folder, paths] : cases) {
+    const TReportArguments result = ParseReportArguments(arguments);
+    EXPECT_EQ(std::tie(result.Action, result.Json, result.Folder, result.Paths),
+              std::tie(action, json, folder, paths))
+        << qPrintable(arguments.join(u' '));
+  }
+}
+
+TEST(ReportArguments, WrongOnesAreNamed) {
+  const std::pair<QStringList, QString> cases[] = {
+      {{}, u"no path"_qs},
+      {{u"--json"_qs}, u"no path"_qs},
+      {{u"--all"_qs, u"a"_qs}, u"unknown option --all"_qs},
+      {{u"-x"_qs}, u"unknown option -x"_qs},
+      {{u"--folder"_qs, u"a"_qs, u"b"_qs}, u"exactly one"_qs},
+  };
+  for (const auto& [arguments, complaint] : cases) {
+    const TReportArguments result = ParseReportArguments(arguments);
+    EXPECT_EQ(result.Action, TReportAction::Wrong);
+    EXPECT_TRUE(result.Complaint.contains(complaint)) << qPrintable(result.Complaint);
+  }
+}
+
+TEST(ReportArguments, RelativePathsAreJoinedAndNothingIsResolved) {
+  const std::tuple<QString, QString, QString> cases[] = {
+      {u"/a/./b/"_qs, u"/home"_qs, u"/a/./b/"_qs},  {u"x"_qs, u"/home"_qs, u"/home/x"_qs},
+      {u"."_qs, u"/home"_qs, u"/home"_qs},          {u"./x//y/"_qs, u"/home"_qs, u"/home/x/y"_qs},
+      {u"link/../x"_qs, u"/"_qs, u"/link/../x"_qs}, {u""_qs, u"/home"_qs, u"/home"_qs},
+  };
+  for (const auto& [path, folder, result] : cases)
+    EXPECT_EQ(MakeAbsolutePath(path, folder), result);
+}

@@ -1,0 +1,88 @@
+#include "report/ReportOutput.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QLocale>
+
+#include <limits>
+
+namespace {
+
+const TPathTotals kTotals[] = {{1, 2, 1536}, {0, 0, 0}};
+const TFileInfoEx kFolders[] = {{u"/a/"_qs, u"sub"_qs, 2'000'000'000}, {u"/a/"_qs, u"x"_qs, 5}};
+const TFileInfoEx kOddFiles[] = {
+    {u"/a/"_qs, u"q\"b\\n\n"_qs, std::numeric_limits<quint64>::max()},
+    {u"/a/"_qs, u'f' + QString(QChar(0xDCFF)), (quint64{1} << 53) + 1},
+};
+
+TReport SampleReport() {
+  return {.Paths = {u"/a"_qs, u"/b"_qs},
+          .PathTotals = kTotals,
+          .Folders = kFolders,
+          .Files = kOddFiles,
+          .DownloadFiles = {},
+          .Stopped = false,
+          .Milliseconds = 1234};
+}
+
+QByteArray Decimal(const char* text) {
+  return QByteArray(text).replace('.', QLocale().decimalPoint().toUtf8());
+}
+
+}  // namespace
+
+TEST(ReportAsText, ShowsTotalsThenTheListsWithTheirSizesAligned) {
+  TReport report = SampleReport();
+  report.Files = {};
+  EXPECT_EQ(ReportAsText(report), Decimal("/a\n"
+                                          "  1 file, 2 folders, 1536 bytes (1.50 KB)\n"
+                                          "/b\n"
+                                          "  0 files, 0 folders, 0 bytes (0 Byte)\n"
+                                          "\n"
+                                          "Largest folders\n"
+                                          "  1.86 GB  /a/sub\n"
+                                          "   5 Byte  /a/x\n"));
+}
+
+TEST(ReportAsText, NamesComeOutAsTheirBytes) {
+  const QByteArray text = ReportAsText(SampleReport());
+  EXPECT_TRUE(text.endsWith("  /a/f\xff\n")) << text.constData();
+  EXPECT_TRUE(text.contains("\nLargest files\n"));
+  EXPECT_FALSE(text.contains("Download files"));
+}
+
+TEST(ReportAsJson, IsValidAndHasEverything) {
+  QJsonParseError error;
+  const QJsonObject json = QJsonDocument::fromJson(ReportAsJson(SampleReport()), &error).object();
+  ASSERT_EQ(error.error, QJsonParseError::NoError) << qPrintable(error.errorString());
+  EXPECT_EQ(json.keys(), QStringList({u"downloadFiles"_qs, u"largestFiles"_qs, u"largestFolders"_qs,
+                                      u"paths"_qs, u"seconds"_qs, u"stopped"_qs}));
+  const QJsonObject path = json[u"paths"].toArray()[0].toObject();
+  EXPECT_EQ(path,
+            QJsonObject({{u"path"_qs, u"/a"_qs}, {u"files"_qs, 1}, {u"folders"_qs, 2}, {u"bytes"_qs, 1536}}));
+  EXPECT_EQ(json[u"largestFolders"].toArray()[1].toObject(),
+            QJsonObject({{u"path"_qs, u"/a/"_qs}, {u"name"_qs, u"x"_qs}, {u"size"_qs, 5}}));
+  EXPECT_EQ(json[u"stopped"], false);
+  EXPECT_EQ(json[u"seconds"].toDouble(), 1.234);
+}
+
+TEST(ReportAsJson, NamesAreEscapedReversiblyAndIntegersAreExact) {
+  const QByteArray json = ReportAsJson(SampleReport());
+  EXPECT_TRUE(json.contains(": 18446744073709551615}"));
+  EXPECT_TRUE(json.contains(": 9007199254740993}"));
+  const QJsonArray files = QJsonDocument::fromJson(json).object()[u"largestFiles"].toArray();
+  EXPECT_EQ(files[0][u"name"].toString(), u"q\"b\\\\n\n"_qs);
+  EXPECT_EQ(files[1][u"name"].toString(), u"f\\xff"_qs);
+}
+
+TEST(ReportAsJson, AStoppedScanHasOnlyThePathsItCameTo) {
+  TReport report = SampleReport();
+  report.PathTotals = std::span(kTotals).first(1);
+  report.Stopped = true;
+  const QJsonObject json = QJsonDocument::fromJson(ReportAsJson(report)).object();
+  EXPECT_EQ(json[u"paths"].toArray().size(), 1);
+  EXPECT_EQ(json[u"stopped"], true);
+}

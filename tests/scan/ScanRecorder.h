@@ -1,0 +1,42 @@
+// A window that keeps every message of a scan, for tests. Main thread.
+#pragma once
+
+#include "platform/Messages.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <vector>
+
+class TScanRecorder {
+ public:
+  TScanRecorder();
+
+  [[nodiscard]] TMessageWindow* Window() { return &FWindow; }
+
+  // Handles messages until the condition holds; false if it does not within a minute.
+  [[nodiscard]] bool WaitUntil(const std::function<bool()>& condition);
+  // ... until the scan is done or stopped.
+  [[nodiscard]] bool WaitForEnd();
+
+  // What came so far, one text each: "row N", "path", "step N of M", "phase N", "done", "stopped".
+  [[nodiscard]] const QStringList& Log() const { return FLog; }
+  // The values of the phase messages.
+  [[nodiscard]] std::vector<int> Phases() const { return FPhases; }
+  // How many path texts came, and the last one of them.
+  [[nodiscard]] int PathTexts() const { return FPathTexts; }
+  [[nodiscard]] QString LastPath() const { return FLastPath; }
+
+  void Clear();
+
+ private:
+  void TakeStatus(const TMessage& message);
+  void TakeProgress(const TMessage& message);
+
+  QStringList FLog;
+  std::vector<int> FPhases;
+  int FPathTexts = 0;
+  QString FLastPath;
+  TMessageWindow FWindow;
+};
