@@ -29,7 +29,7 @@ need_packages() {
 build_preset() {
   local preset=$1
   shift
-  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+  export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
   if [ ! -f "build/$preset/build.ninja" ]; then cmake --preset "$preset" >&2 || exit 1; fi
   cmake --build --preset "$preset" ${1:+--target "$@"}
 }

@@ -21,8 +21,7 @@ const std::map<QString, QStringList> kMayInclude = {
     {u"download"_qs, {u"platform"_qs, u"support"_qs}},
     {u"controls"_qs, {u"platform"_qs, u"support"_qs}},
     {u"views"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs, u"controls"_qs}},
-    {u"app"_qs,
-     {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs, u"controls"_qs, u"views"_qs}},
+    {u"app"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs, u"controls"_qs, u"views"_qs}},
     {u"report"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs}},
 };
 
@@ -33,7 +32,9 @@ struct TLine {
   QString Text;
 };
 
-QString SourceRoot() { return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u"/src/"_qs; }
+QString SourceRoot() {
+  return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u"/src/"_qs;
+}
 
 std::vector<TLine> SourceLines(const QString& root) {
   std::vector<TLine> lines;
