@@ -3,6 +3,7 @@
 #include <QIcon>
 
 #include "app/UnitScanWizard.h"
+#include "platform/Process.h"
 #include "views/StartParameters.h"
 #include "views/UnitMain.h"
 
@@ -32,7 +33,7 @@ int main(int argc, char** argv) {
   UseOwnIconsAsFallback();
   QApplication::setWindowIcon(ProgramIcon());
 
-  const TStartParameters parameters(QApplication::arguments().mid(1));
+  const TStartParameters parameters(ProgramParameters(argc, argv));  // without what Qt took for itself
   TFormMain formMain(parameters);
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
   formMain.SetScanForm(formWizard);

@@ -41,6 +41,10 @@ class TFileEnumeration {
   // does not. An empty root or one that can't be opened lifts the confinement.
   void ConfineTo(const QString& root);
 
+  // From now on a folder among the entries may come with kAttributeDirectory as its only attribute, which
+  // saves a status call for each where the listing itself tells what is a folder.
+  void SkipFolderDetails();
+
   // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; a folder
   // on a pseudo file system (proc, sysfs, cgroup, ...) holds nothing. The path may be of any length and
   // may end in the delimiter. Closes what was open.

@@ -54,9 +54,12 @@ bool TMessageWindow::event(QEvent* event) {
 }
 
 void TMessageWindow::Queue(const TMessage& message, TReply* reply) {
-  const std::lock_guard lock(FGuard);
-  FQueue.push_back({message, reply});
-  QCoreApplication::postEvent(this, new QEvent(kWake));
+  auto* const wake = new QEvent(kWake);  // before the lock, which hands it over
+  {
+    const std::lock_guard lock(FGuard);
+    FQueue.push_back({message, reply});
+  }
+  QCoreApplication::postEvent(this, wake);
 }
 
 void TMessageWindow::Dispatch(const TMessage& message) {

@@ -1,7 +1,7 @@
 // What the program asks of the system about itself. Any thread.
 #pragma once
 
-#include <QtGlobal>
+#include <QStringList>
 
 // Gives memory that is free inside the process back to the system.
 void TrimWorkingSet();
@@ -21,3 +21,7 @@ void OnInterrupt(void (*handler)());
 // Text for the system's debug output: the debugger on Windows, nowhere unless TALLYSCOPE_DEBUG is set on
 // Linux, then standard error.
 void DebugOutput(const char* text);
+
+// The arguments of main() without the program's name, file names in them whole: bytes that are not UTF-8
+// come through as in NameFromBytes.
+[[nodiscard]] QStringList ProgramParameters(int argc, char** argv);

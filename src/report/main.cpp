@@ -106,10 +106,8 @@ int Run(const TReportArguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // Names are bytes: the arguments are taken before anything decodes them by the locale.
-  QStringList arguments;
-  for (int i = 1; i < argc; ++i)
-    arguments.append(NameFromBytes(argv[i]));
+  // Before anything decodes them by the locale.
+  const QStringList arguments = ProgramParameters(argc, argv);
   OnInterrupt(PassInterrupt);
   QCoreApplication application(argc, argv);
   return Run(ParseReportArguments(arguments));

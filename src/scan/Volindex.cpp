@@ -41,6 +41,7 @@ bool TTallyscope::Walk() {
   PostPercent(1);
   FPath = IncludeTrailingPathDelimiter(FPath);
   FEnumeration.ConfineTo(FPath);
+  FEnumeration.SkipFolderDetails();
   PostPathText(FPath);
   const TNames subfolders = WalkRoot();
   PostPercent(3);

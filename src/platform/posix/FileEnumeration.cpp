@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <dirent.h>
 #include <vector>
 
 namespace {
@@ -60,6 +61,7 @@ std::vector<TMountPlace> PlacesOfFileSystem(int folder) {
 class TFileEnumeration::TImpl {
  public:
   void ConfineTo(const QString& root);
+  void SkipFolderDetails() { FFolderDetails = false; }
   bool Open(const QString& folder);
   bool Next(TFoundFile& found);
   void Close() { FFolder = {}; }
@@ -69,10 +71,12 @@ class TFileEnumeration::TImpl {
   [[nodiscard]] bool FillBuffer();
   [[nodiscard]] const TKernelEntry* NextEntry();
   [[nodiscard]] bool LookAt(const char* name, TFoundFile& found) const;
+  [[nodiscard]] bool Take(const char* name, unsigned char type, TFoundFile& found) const;
 
   TFileDescriptor FFolder;
   std::vector<TMountPlace> FConfinedTo;  // empty: not confined
   bool FConfinedToPseudo = false;
+  bool FFolderDetails = true;
   const std::unique_ptr<char[]> FBuffer{new char[kBufferSize]};
   size_t FFilled = 0;  // bytes of the buffer that hold entries
   size_t FPlace = 0;   // of the next entry
@@ -122,9 +126,19 @@ const TKernelEntry* TFileEnumeration::TImpl::NextEntry() {
 bool TFileEnumeration::TImpl::LookAt(const char* name, TFoundFile& found) const {
   struct stat status;
   if (fstatat(FFolder.Get(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) return false;
-  AssignName(found.Name, QByteArrayView(name, static_cast<qsizetype>(std::strlen(name))));
   found.Attributes = AttributesOf(status.st_mode, name[0] == '.');
   found.Size = LengthOf(status.st_mode, status.st_size);
+  return true;
+}
+
+bool TFileEnumeration::TImpl::Take(const char* name, unsigned char type, TFoundFile& found) const {
+  if (type == DT_DIR && !FFolderDetails) {
+    found.Attributes = kAttributeDirectory;
+    found.Size = 0;
+  } else if (!LookAt(name, found)) {
+    return false;
+  }
+  AssignName(found.Name, QByteArrayView(name, static_cast<qsizetype>(std::strlen(name))));
   return true;
 }
 
@@ -133,7 +147,7 @@ bool TFileEnumeration::TImpl::Next(TFoundFile& found) {
   while (const TKernelEntry* const entry = NextEntry()) {
     const char* const name = reinterpret_cast<const char*>(entry) + kNameOffset;
     if (entry->Inode == 0 || IsDotOrDotDot(name)) continue;
-    if (LookAt(name, found)) return true;
+    if (Take(name, entry->Type, found)) return true;
   }
   Close();
   return false;
@@ -145,6 +159,10 @@ TFileEnumeration::~TFileEnumeration() = default;
 
 void TFileEnumeration::ConfineTo(const QString& root) {
   FImpl->ConfineTo(root);
+}
+
+void TFileEnumeration::SkipFolderDetails() {
+  FImpl->SkipFolderDetails();
 }
 
 bool TFileEnumeration::First(const QString& folder, TFoundFile& found) {

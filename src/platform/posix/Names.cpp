@@ -72,31 +72,32 @@ bool IsPairAt(const QString& text, qsizetype place) {
   return text[place].isHighSurrogate() && place + 1 < text.size() && text[place + 1].isLowSurrogate();
 }
 
-// The lone surrogates of bytes become these bytes, any other one becomes '?'.
-void AppendUnit(QByteArray& bytes, QChar c) {
+// The lone surrogates of bytes become these bytes, any other one becomes '?'. Both return the place behind
+// what they wrote.
+char* PutUnit(char* out, QChar c) {
   const unsigned unit = c.unicode();
-  if (IsUndecodableByte(c)) {
-    bytes += static_cast<char>(unit & 0xff);
+  if (unit < 0x80) {
+    *out++ = static_cast<char>(unit);
   } else if (c.isSurrogate()) {
-    bytes += '?';
-  } else if (unit < 0x80) {
-    bytes += static_cast<char>(unit);
+    *out++ = IsUndecodableByte(c) ? static_cast<char>(unit & 0xff) : '?';
   } else if (unit < 0x800) {
-    bytes += static_cast<char>(0xc0 | (unit >> 6));
-    bytes += static_cast<char>(0x80 | (unit & 0x3f));
+    *out++ = static_cast<char>(0xc0 | (unit >> 6));
+    *out++ = static_cast<char>(0x80 | (unit & 0x3f));
   } else {
-    bytes += static_cast<char>(0xe0 | (unit >> 12));
-    bytes += static_cast<char>(0x80 | ((unit >> 6) & 0x3f));
-    bytes += static_cast<char>(0x80 | (unit & 0x3f));
+    *out++ = static_cast<char>(0xe0 | (unit >> 12));
+    *out++ = static_cast<char>(0x80 | ((unit >> 6) & 0x3f));
+    *out++ = static_cast<char>(0x80 | (unit & 0x3f));
   }
+  return out;
 }
 
-void AppendPair(QByteArray& bytes, QChar high, QChar low) {
+char* PutPair(char* out, QChar high, QChar low) {
   const char32_t value = QChar::surrogateToUcs4(high, low);
-  bytes += static_cast<char>(0xf0 | (value >> 18));
-  bytes += static_cast<char>(0x80 | ((value >> 12) & 0x3f));
-  bytes += static_cast<char>(0x80 | ((value >> 6) & 0x3f));
-  bytes += static_cast<char>(0x80 | (value & 0x3f));
+  *out++ = static_cast<char>(0xf0 | (value >> 18));
+  *out++ = static_cast<char>(0x80 | ((value >> 12) & 0x3f));
+  *out++ = static_cast<char>(0x80 | ((value >> 6) & 0x3f));
+  *out++ = static_cast<char>(0x80 | (value & 0x3f));
+  return out;
 }
 
 }  // namespace
@@ -115,19 +116,19 @@ QString NameFromBytes(QByteArrayView bytes) {
   return name;
 }
 
+// One unit takes at most three bytes; a pair, which is two units, four.
 QByteArray NameToBytes(const QString& name) {
-  if (std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x80; }))
-    return name.toLatin1();
-  QByteArray bytes;
-  bytes.reserve(name.size());
+  QByteArray bytes(name.size() * 3, Qt::Uninitialized);
+  char* out = bytes.data();
   for (qsizetype i = 0; i < name.size(); ++i) {
     if (IsPairAt(name, i)) {
-      AppendPair(bytes, name[i], name[i + 1]);
+      out = PutPair(out, name[i], name[i + 1]);
       ++i;
     } else {
-      AppendUnit(bytes, name[i]);
+      out = PutUnit(out, name[i]);
     }
   }
+  bytes.truncate(out - bytes.constData());
   return bytes;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/Process.h"
 
 #include "platform/FileTests.h"
+#include "platform/Paths.h"
 
 #include <QList>
 
@@ -89,4 +90,11 @@ int TerminalColumns() {
 
 void DebugOutput(const char* text) {
   if (qEnvironmentVariableIsSet("TALLYSCOPE_DEBUG")) std::fputs(text, stderr);
+}
+
+QStringList ProgramParameters(int argc, char** argv) {
+  QStringList parameters;
+  for (int i = 1; i < argc; ++i)
+    parameters.append(NameFromBytes(argv[i]));
+  return parameters;
 }
