@@ -85,6 +85,7 @@ void TTopFilesTab::FillResults(const TTallyscopeScan& scan) {
 
 void TTopFilesTab::Activate() {
   lvTopFile->SetSelected(nullptr);
+  FitLastColumn(*lvTopFile);
   ShowCount();
 }
 

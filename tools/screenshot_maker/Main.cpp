@@ -12,14 +12,16 @@
 
 #include "DemoTree.h"
 #include "app/UnitScanWizard.h"
+#include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
+#include "views/Commands.h"
 #include "views/StartParameters.h"
 #include "views/UnitMain.h"
 
 namespace {
 
 constexpr int kSettleMs = 400;
-constexpr int kScanMs = 900;
+constexpr int kScanMs = 1200;  // the mark of the running row blinks and shows then
 
 void UseDarkPalette() {
   QPalette palette(QColor(62, 63, 68), QColor(53, 54, 58));
@@ -77,6 +79,18 @@ class TPhotographer {
     list->setFocus();
     After(kSettleMs, [this] {
       Save(FForm, u"overview-after"_qs);
+      TakeTopFiles();
+    });
+  }
+
+  void TakeTopFiles() {
+    FForm.findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)
+        ->SetActiveChildIndex(kTopFilesTab);
+    auto* list = FForm.findChild<TListView*>(u"lvTopFile"_qs);
+    for (const int row : {1, 3, 4})
+      list->Items()[row]->SetChecked(true);
+    After(kSettleMs, [this] {
+      Save(FForm, u"top-files"_qs);
       QApplication::quit();
     });
   }
