@@ -1,7 +1,7 @@
 # Sourced by run, test and bench/run: installs the Debian packages that are missing, configures and builds.
 
 build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpng-dev fonts-dejavu-core shared-mime-info)
-test_packages=(libgtest-dev libgmock-dev findutils coreutils)
+test_packages=(libgtest-dev libgmock-dev findutils coreutils e2fsprogs mount ntfs-3g)
 
 die() {
   printf '%s\n' "$*" >&2

@@ -1,0 +1,314 @@
+#include "volindex/index/IndexBuilder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+#include <utility>
+
+namespace volindex {
+
+namespace {
+
+constexpr size_t kStopInterval = 1024;  // steps of a merging loop between two looks at the stop flag
+
+bool StopSeen(const std::atomic<bool>& stop, size_t step) {
+  return step % kStopInterval == 0 && stop.load(std::memory_order_relaxed);
+}
+
+// The paths to be covered as a tree of their components; node 0 is the root.
+class TCoverTree {
+ public:
+  explicit TCoverTree(const std::vector<std::string>& paths) {
+    for (std::string_view path : paths)
+      Add(path);
+  }
+
+  [[nodiscard]] bool IsEnd(size_t node) const { return node != 0 && FNodes[node].End; }
+
+  // 0 when there is none.
+  [[nodiscard]] size_t Child(size_t node, std::string_view name) const {
+    const auto found = FNodes[node].Children.find(std::string(name));
+    return found == FNodes[node].Children.end() ? 0 : found->second;
+  }
+
+ private:
+  struct TNode {
+    std::unordered_map<std::string, size_t> Children;
+    bool End = false;
+  };
+
+  void Add(std::string_view path) {
+    size_t node = 0;
+    while (!path.empty()) {
+      const std::string_view component = path.substr(0, path.find('/'));
+      path.remove_prefix(std::min(path.size(), component.size() + 1));
+      if (!component.empty()) node = ChildOrNew(node, component);
+    }
+    FNodes[node].End = true;
+  }
+
+  size_t ChildOrNew(size_t node, std::string_view name) {
+    const auto [place, isNew] = FNodes[node].Children.try_emplace(std::string(name), FNodes.size());
+    const size_t child = place->second;
+    if (isNew) FNodes.emplace_back();
+    return child;
+  }
+
+  std::vector<TNode> FNodes{1};
+};
+
+}  // namespace
+
+TIndexShard::TIndexShard(TFolderTable& folders, TFolderOrder order)
+    : FFolders(folders),
+      FOrder(order),
+      FTop(folders, order == TFolderOrder::ParentsFirst),
+      FLinks(folders, order == TFolderOrder::ParentsFirst) {}
+
+bool TIndexShard::SetFolder(TFolderId id, TFolderId parent, std::string_view name) {
+  if (FSecondPass != nullptr) return true;
+  if (!FFolders.Set(id, parent, FFolderNames.Add(name))) return false;
+  if (FOrder == TFolderOrder::ParentsFirst) FFolders.Place(id);
+  return true;
+}
+
+void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size) {
+  if (FSecondPass != nullptr) {
+    if ((*FSecondPass)[parent] == TFolderState::Counted) FTop.Add(parent, name, size);
+    return;
+  }
+  if (parent != FPendingFolder) {
+    FlushPending();
+    FPendingFolder = parent;
+  }
+  FPendingSize += size;
+  ++FPendingFiles;
+  FTop.Add(parent, name, size);
+}
+
+void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key) {
+  if (FSecondPass == nullptr) FLinks.Add(parent, name, size, key);
+}
+
+void TIndexShard::FlushPending() {
+  if (FPendingFiles != 0) FFolders.AddContent(FPendingFolder, FPendingSize, FPendingFiles);
+  FPendingFolder = kNoFolder;
+  FPendingSize = 0;
+  FPendingFiles = 0;
+}
+
+TIndexBuilder::TIndexBuilder() {
+  Begin(1, TFolderOrder::Any);
+}
+
+TIndexBuilder::~TIndexBuilder() = default;
+
+void TIndexBuilder::Begin(unsigned shards, TFolderOrder order) {
+  FShards.clear();
+  FIndex = TVolumeIndex();
+  FFolders = std::make_unique<TFolderTable>();
+  FOrder = order;
+  FExcluded.clear();
+  FLinkedTop.clear();
+  FStates.clear();
+  FSecondPass = false;
+  for (unsigned shard = 0; shard < std::max(shards, 1U); ++shard)
+    FShards.push_back(std::make_unique<TIndexShard>(*FFolders, order));
+}
+
+void TIndexBuilder::ExcludeFolder(TFolderId id) {
+  const std::lock_guard guard(FExcludedLock);
+  FExcluded.push_back(id);
+}
+
+void TIndexBuilder::CoverPath(std::string relative) {
+  FCovers.push_back(std::move(relative));
+}
+
+TFinish TIndexBuilder::Finish(const std::atomic<bool>& stop) {
+  if (!FSecondPass) {
+    FlushShards();
+    if (!ResolveFolders(stop) || !ResolveLinks(stop)) return FinishStopped();
+    if (!MakeTotals(stop)) return FinishStopped();
+  }
+  if (stop.load(std::memory_order_relaxed)) return FinishStopped();
+  if (MergeTopFiles()) return TFinish::Done;
+  PrepareSecondPass();
+  return TFinish::TopListAgain;
+}
+
+TFinish TIndexBuilder::FinishStopped() {
+  Begin(1, TFolderOrder::Any);
+  return TFinish::Stopped;
+}
+
+void TIndexBuilder::FlushShards() {
+  for (const auto& shard : FShards) {
+    shard->FlushPending();
+    FIndex.FStatistics.Unreadable += shard->FUnreadable;
+    FIndex.FStatistics.BytesRead += shard->FBytesRead;
+    shard->FUnreadable = shard->FBytesRead = 0;
+  }
+}
+
+// Goes down level by level: one pass over the folders finds all that lie in the folders found before.
+bool TIndexBuilder::ApplyCovers(const std::atomic<bool>& stop) {
+  const TCoverTree covers(FCovers);
+  const uint32_t count = FFolders->Count();
+  std::unordered_map<TFolderId, size_t> found{{kRootFolder, 0}};
+  while (!found.empty()) {
+    std::unordered_map<TFolderId, size_t> next;
+    for (TFolderId id = 1; id < count; ++id) {
+      if (StopSeen(stop, id)) return false;
+      if (!FFolders->IsSet(id)) continue;
+      const auto parent = found.find(FFolders->Parent(id));
+      const size_t node = parent == found.end() ? 0 : covers.Child(parent->second, FFolders->Name(id));
+      if (covers.IsEnd(node))
+        FExcluded.push_back(id);
+      else if (node != 0)
+        next.emplace(id, node);
+    }
+    found = std::move(next);
+  }
+  return true;
+}
+
+bool TIndexBuilder::ResolveFolders(const std::atomic<bool>& stop) {
+  if (FOrder == TFolderOrder::Any && !FCovers.empty() && !ApplyCovers(stop)) return false;
+  std::sort(FExcluded.begin(), FExcluded.end());
+  const uint32_t count = FFolders->Count();
+  FStates.assign(count, TFolderState::Unknown);
+  FStates[kRootFolder] = TFolderState::Counted;
+  std::vector<TFolderId> path;
+  for (TFolderId id = 0; id < count; ++id) {
+    if (StopSeen(stop, id)) return false;
+    ResolveFolder(id, path);
+    if (FStates[id] != TFolderState::Counted) FFolders->ClearContent(id);
+  }
+  return true;
+}
+
+// Climbs until a folder is known and brings the answer back down; a folder met twice on the way closes a
+// ring, and a parent that is not set or does not exist ends it.
+void TIndexBuilder::ResolveFolder(TFolderId id, std::vector<TFolderId>& path) {
+  path.clear();
+  while (FFolders->IsSet(id) && FStates[id] == TFolderState::Unknown) {
+    FStates[id] = TFolderState::OnPath;
+    path.push_back(id);
+    id = FFolders->Parent(id);
+  }
+  bool counted = id < FStates.size() && FStates[id] == TFolderState::Counted;
+  if (!counted && id < FStates.size() && FStates[id] == TFolderState::Unknown)
+    FStates[id] = TFolderState::LeftOut;
+  for (auto folder = path.rbegin(); folder != path.rend(); ++folder) {
+    const bool covered = std::binary_search(FExcluded.begin(), FExcluded.end(), *folder);
+    if (counted) FFolders->Place(*folder);
+    FStates[*folder] = !counted  ? TFolderState::LeftOut
+                       : covered ? TFolderState::Covered
+                                 : TFolderState::Counted;
+    counted = counted && !covered;
+  }
+}
+
+bool TIndexBuilder::ResolveLinks(const std::atomic<bool>& stop) {
+  TTopFiles top(*FFolders, true);
+  for (size_t part = 0; part < TLinkedFiles::kParts; ++part) {
+    std::vector<TLinkedName> links;
+    for (const auto& shard : FShards) {
+      std::copy_if(shard->FLinks.Part(part).begin(), shard->FLinks.Part(part).end(),
+                   std::back_inserter(links),
+                   [this](const TLinkedName& link) { return FStates[link.Parent] == TFolderState::Counted; });
+    }
+    if (stop.load(std::memory_order_relaxed)) return false;
+    TLinkedFiles::Sort(*FFolders, links);
+    AddLinks(links, top);
+    for (const auto& shard : FShards)
+      shard->FLinks.Clear(part);
+  }
+  FLinkedTop = top.Take();
+  return true;
+}
+
+void TIndexBuilder::AddLinks(const std::vector<TLinkedName>& sorted, TTopFiles& top) {
+  for (size_t i = 0; i < sorted.size(); ++i) {
+    if (i != 0 && sorted[i].SameFile(sorted[i - 1])) continue;
+    FFolders->AddContent(sorted[i].Parent, sorted[i].Size, 1);
+    top.Add(sorted[i].Parent, TNameArena::Text(sorted[i].Name), sorted[i].Size);
+  }
+}
+
+// Bottom-up without recursion: a folder is added to its parent when all folders in it have been added.
+bool TIndexBuilder::MakeTotals(const std::atomic<bool>& stop) {
+  const uint32_t count = FFolders->Count();
+  const auto counts = [this](TFolderId id) {
+    return FStates[id] == TFolderState::Counted || FStates[id] == TFolderState::Covered;
+  };
+  std::vector<uint32_t> open(count, 0);
+  for (TFolderId id = 1; id < count; ++id) {
+    if (StopSeen(stop, id)) return false;
+    if (!counts(id)) continue;
+    ++open[FFolders->Parent(id)];
+    ++FIndex.FFolderCount;
+  }
+  for (TFolderId id = 0; id < count; ++id)
+    FIndex.FFileCount += FFolders->Files(id);
+
+  TTopFiles top(*FFolders, true);
+  for (TFolderId leaf = 0; leaf < count; ++leaf) {
+    if (StopSeen(stop, leaf)) return false;
+    if (!counts(leaf) || open[leaf] != 0) continue;
+    TFolderId id = leaf;
+    for (size_t step = 1; id != kRootFolder && open[id] == 0; id = FFolders->Parent(id), ++step) {
+      if (StopSeen(stop, step)) return false;
+      top.Add(id, {}, FFolders->Size(id));
+      FFolders->AddContent(FFolders->Parent(id), FFolders->Size(id), 0);
+      open[id] = kNoFolder;
+      --open[FFolders->Parent(id)];
+    }
+  }
+  std::vector<TFileRecord> folders = top.Take();
+  TTopFiles::SortAndCut(*FFolders, folders);
+  for (const TFileRecord& folder : folders)
+    FIndex.FTopFolders.push_back(folder.Folder);
+  return true;
+}
+
+bool TIndexBuilder::MergeTopFiles() {
+  std::vector<TFileRecord> records = FLinkedTop;
+  bool dropped = false;
+  uint64_t droppedSize = 0;
+  for (const auto& shard : FShards) {
+    for (TFileRecord& record : shard->FTop.Take()) {
+      if (FStates[record.Folder] == TFolderState::Counted) records.push_back(std::move(record));
+    }
+    dropped = dropped || shard->FTop.Dropped();
+    droppedSize = std::max(droppedSize, shard->FTop.DroppedSize());
+  }
+  TTopFiles::SortAndCut(*FFolders, records);
+  if (dropped && (records.size() < kTopCount || records.back().Size <= droppedSize)) return false;
+  FIndex.FTopFiles = std::move(records);
+  return true;
+}
+
+void TIndexBuilder::PrepareSecondPass() {
+  FSecondPass = true;
+  for (const auto& shard : FShards) {
+    shard->FTop.Restart();
+    shard->FSecondPass = &FStates;
+  }
+}
+
+TVolumeIndex TIndexBuilder::TakeIndex() {
+  TVolumeIndex index = std::move(FIndex);
+  for (const auto& shard : FShards)
+    index.FNames.push_back(std::move(shard->FFolderNames));
+  index.FFolders = std::move(FFolders);
+  index.FCounted.resize(FStates.size());
+  for (size_t id = 0; id < FStates.size(); ++id)
+    index.FCounted[id] = FStates[id] == TFolderState::Counted || FStates[id] == TFolderState::Covered;
+  FCovers.clear();
+  Begin(1, TFolderOrder::Any);
+  return index;
+}
+
+}  // namespace volindex

@@ -1,0 +1,53 @@
+#include "volindex/index/RunThreads.h"
+
+#include <exception>
+#include <mutex>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+namespace volindex {
+
+namespace {
+
+class TGuardedWork {
+ public:
+  explicit TGuardedWork(const std::function<void(unsigned)>& work) : FWork(work) {}
+
+  void Run(unsigned thread) {
+    try {
+      FWork(thread);
+    } catch (...) {
+      const std::lock_guard guard(FLock);
+      if (FFailure == nullptr) FFailure = std::current_exception();
+    }
+  }
+
+  void Rethrow() const {
+    if (FFailure != nullptr) std::rethrow_exception(FFailure);
+  }
+
+ private:
+  const std::function<void(unsigned)>& FWork;
+  std::mutex FLock;
+  std::exception_ptr FFailure;
+};
+
+}  // namespace
+
+void RunThreads(unsigned count, const std::function<void(unsigned thread)>& work) {
+  TGuardedWork guarded(work);
+  {
+    std::vector<std::jthread> threads;
+    try {
+      for (unsigned thread = 1; thread < count; ++thread)
+        threads.emplace_back([&guarded, thread] { guarded.Run(thread); });
+    } catch (const std::system_error&) {
+      // The threads that there are do the work.
+    }
+    guarded.Run(0);
+  }
+  guarded.Rethrow();
+}
+
+}  // namespace volindex

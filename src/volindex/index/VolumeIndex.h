@@ -1,0 +1,62 @@
+// The finished index of one volume: two record sets, largest first, the counts and every folder's total.
+// Read by one thread.
+#pragma once
+
+#include "volindex/index/FolderTable.h"
+#include "volindex/index/TopFiles.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace volindex {
+
+class TVolumeIndex {
+ public:
+  // For the trace line.
+  struct TStatistics {
+    uint64_t Unreadable = 0;
+    uint64_t BytesRead = 0;
+  };
+
+  [[nodiscard]] uint64_t FileCount() const { return FFileCount; }
+  [[nodiscard]] uint64_t FolderCount() const { return FFolderCount; }
+  [[nodiscard]] const TStatistics& Statistics() const { return FStatistics; }
+
+  // At most kTopCount each, by falling size, files or folders of one size by rising full path. The root
+  // is not among the folders.
+  [[nodiscard]] const std::vector<TFileRecord>& TopFiles() const { return FTopFiles; }
+  [[nodiscard]] const std::vector<TFolderId>& TopFolders() const { return FTopFolders; }
+
+  [[nodiscard]] std::string_view FolderName(TFolderId id) const { return FFolders->Name(id); }
+  [[nodiscard]] TFolderId FolderParent(TFolderId id) const { return FFolders->Parent(id); }
+  [[nodiscard]] uint64_t FolderTotal(TFolderId id) const { return FFolders->Size(id); }
+  // The path relative to the root, a '/' at its end unless it is the root's own, empty one.
+  [[nodiscard]] std::string FolderPath(TFolderId id) const { return FFolders->Path(id); }
+  // False when it is longer than `limit` bytes.
+  [[nodiscard]] bool FolderPathWithin(TFolderId id, size_t limit, std::string& path) const {
+    return FFolders->PathWithin(id, limit, path);
+  }
+
+  // The folder at a relative path; the empty path is the root. Delimiters before, after and doubled are
+  // ignored. None when it is no folder of this index, or left out, or there is no index.
+  [[nodiscard]] std::optional<TFolderId> FindFolder(std::string_view relative) const;
+
+ private:
+  friend class TIndexBuilder;
+  [[nodiscard]] std::optional<TFolderId> FindChild(TFolderId parent, std::string_view name) const;
+
+  std::unique_ptr<TFolderTable> FFolders;
+  std::vector<TNameArena> FNames;
+  std::vector<bool> FCounted;  // per folder: not left out
+  std::vector<TFileRecord> FTopFiles;
+  std::vector<TFolderId> FTopFolders;
+  uint64_t FFileCount = 0;
+  uint64_t FFolderCount = 0;
+  TStatistics FStatistics;
+};
+
+}  // namespace volindex

@@ -1,0 +1,22 @@
+// What the system knows of a folder that is to be scanned.
+#pragma once
+
+#include "volindex/readers/Reader.h"
+
+#include <optional>
+#include <string>
+
+namespace volindex {
+
+// Describes the folder at `path` (bytes, symbolic links allowed). None when it is no folder, may not be read,
+// or lies on a file system that stores nothing (proc and its like).
+[[nodiscard]] std::optional<TScanRoot> DescribeScanRoot(const std::string& path);
+
+// Has the system write to the device what it holds back of the volume at `path`. Blocks. False when it
+// failed.
+bool FlushVolume(const std::string& path);
+
+// How many threads read the root at best: one per processor, at most two where the disk rotates.
+[[nodiscard]] unsigned ThreadsFor(const TScanRoot& root);
+
+}  // namespace volindex

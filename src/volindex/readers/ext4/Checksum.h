@@ -1,0 +1,14 @@
+// The two checksums that guard ext4's superblock and group descriptors.
+#pragma once
+
+#include "volindex/readers/ext4/Ext4Bytes.h"
+
+namespace volindex::ext4 {
+
+// CRC-32C (Castagnoli, reflected), without inversion at either end, so that pieces can be chained.
+[[nodiscard]] std::uint32_t Crc32c(std::uint32_t seed, TBytes bytes);
+
+// CRC-16 of the polynomial 0x8005, reflected, chained in the same way.
+[[nodiscard]] std::uint16_t Crc16(std::uint16_t seed, TBytes bytes);
+
+}  // namespace volindex::ext4

@@ -1,0 +1,88 @@
+#include "volindex/readers/ext4/GroupTable.h"
+
+#include <algorithm>
+
+#include "volindex/readers/ext4/Checksum.h"
+
+namespace volindex::ext4 {
+namespace {
+
+constexpr std::size_t kChecksumOffset = 0x1E;
+constexpr std::uint16_t kInodesNeverUsed = 0x1;
+
+[[nodiscard]] std::uint32_t Chain32(TBytes bytes, TBytes group, const TSuperblock& super) {
+  constexpr std::byte kNoChecksum[2]{};
+  std::uint32_t sum = Crc32c(super.ChecksumSeed, group);
+  sum = Crc32c(sum, bytes.first(kChecksumOffset));
+  sum = Crc32c(sum, kNoChecksum);
+  return Crc32c(sum, bytes.subspan(kChecksumOffset + 2));
+}
+
+[[nodiscard]] std::uint16_t Chain16(TBytes bytes, TBytes group, const TSuperblock& super) {
+  std::uint16_t sum = Crc16(0xFFFF, super.Uuid);
+  sum = Crc16(sum, group);
+  sum = Crc16(sum, bytes.first(kChecksumOffset));
+  return Crc16(sum, bytes.subspan(kChecksumOffset + 2));
+}
+
+[[nodiscard]] bool ChecksumHolds(TBytes bytes, std::uint32_t group, const TSuperblock& super) {
+  const TBytes number = std::as_bytes(std::span(&group, 1));
+  const auto stored = Load<std::uint16_t>(bytes, kChecksumOffset);
+  if (super.HasMetadataChecksums) return (Chain32(bytes, number, super) & 0xFFFF) == stored;
+  if (super.HasGroupChecksums) return Chain16(bytes, number, super) == stored;
+  return true;
+}
+
+[[nodiscard]] std::uint32_t UsedInodes(TBytes bytes, const TSuperblock& super) {
+  if (!super.TablesMayBeUnused()) return super.InodesPerGroup;
+  if ((Load<std::uint16_t>(bytes, 0x12) & kInodesNeverUsed) != 0) return 0;
+  const std::uint32_t high = super.DescriptorSize >= 64 ? Load<std::uint16_t>(bytes, 0x32) : 0;
+  const std::uint32_t unused = high << 16 | Load<std::uint16_t>(bytes, 0x1C);
+  return super.InodesPerGroup - std::min(unused, super.InodesPerGroup);
+}
+
+// The block that holds the index-th block full of descriptors.
+[[nodiscard]] std::uint64_t DescriptorBlock(const TSuperblock& super, std::uint32_t index) {
+  const std::uint64_t superBlock = super.BlockSize == 1024 ? 1 : 0;
+  if (!super.HasMetaGroups || index < super.FirstMetaGroup) return superBlock + 1 + index;
+  const std::uint64_t group = std::uint64_t{index} * (super.BlockSize / super.DescriptorSize);
+  std::uint64_t behind = super.HoldsBackup(static_cast<std::uint32_t>(group)) ? 1 : 0;
+  // Group 0 then begins with the boot block, one block before the superblock.
+  if (super.BlockSize == 1024 && super.FirstDataBlock == 0 && group == 0) ++behind;
+  return super.GroupStart(static_cast<std::uint32_t>(group)) + behind;
+}
+
+}  // namespace
+
+std::optional<TGroup> ParseGroup(TBytes bytes, std::uint32_t group, const TSuperblock& super) {
+  if (bytes.size() != super.DescriptorSize || !ChecksumHolds(bytes, group, super)) return std::nullopt;
+  const std::uint32_t high = super.DescriptorSize >= 64 ? Load<std::uint32_t>(bytes, 0x28) : 0;
+  const TGroup result{Join(high, Load<std::uint32_t>(bytes, 0x08)), UsedInodes(bytes, super)};
+  const std::uint64_t tableBytes = std::uint64_t{result.UsedInodes} * super.InodeSize;
+  const std::uint64_t blocks = (tableBytes + super.BlockSize - 1) / super.BlockSize;
+  if (blocks > 0 &&
+      (result.InodeTable <= super.FirstDataBlock || !Fits(result.InodeTable, blocks, super.BlockCount)))
+    return std::nullopt;
+  return result;
+}
+
+std::optional<std::vector<TGroup>> ReadGroups(const TByteSource& source, const TSuperblock& super) {
+  const std::uint32_t perBlock = super.BlockSize / super.DescriptorSize;
+  std::vector<std::byte> block(super.BlockSize);
+  std::vector<TGroup> groups;
+  for (std::uint32_t group = 0; group < super.GroupCount; ++group) {
+    const std::uint32_t within = group % perBlock;
+    if (within == 0) {
+      const std::uint64_t at = DescriptorBlock(super, group / perBlock);
+      if (at >= super.BlockCount || !source.ReadAt(at * super.BlockSize, block)) return std::nullopt;
+    }
+    const TBytes bytes =
+        TBytes(block).subspan(std::size_t{within} * super.DescriptorSize, super.DescriptorSize);
+    const auto parsed = ParseGroup(bytes, group, super);
+    if (!parsed) return std::nullopt;
+    groups.push_back(*parsed);
+  }
+  return groups;
+}
+
+}  // namespace volindex::ext4

@@ -1,0 +1,55 @@
+#include "volindex/readers/ext4/InodeTable.h"
+
+#include <algorithm>
+
+namespace volindex::ext4 {
+
+TInodeTable::TInodeTable(const TSuperblock& super, std::vector<TGroup> groups)
+    : FSuper(super), FGroups(std::move(groups)) {
+  constexpr std::uint32_t kPieceBytes = 1u << 20;
+  FPieceInodes = kPieceBytes / super.InodeSize;
+  FSlotsPerGroup = (super.InodesPerGroup - 1) / FPieceInodes + 1;
+  FKept.resize(FGroups.size() * FSlotsPerGroup);
+}
+
+std::vector<TTablePiece> TInodeTable::Pieces() const {
+  std::vector<TTablePiece> pieces;
+  for (std::uint32_t group = 0; group < FGroups.size(); ++group) {
+    const std::uint64_t table = FGroups[group].InodeTable * FSuper.BlockSize;
+    for (std::uint32_t within = 0; within < FGroups[group].UsedInodes; within += FPieceInodes) {
+      const std::uint32_t inodes = std::min(FPieceInodes, FGroups[group].UsedInodes - within);
+      pieces.push_back({table + std::uint64_t{within} * FSuper.InodeSize, inodes * FSuper.InodeSize,
+                        group * FSuper.InodesPerGroup + within + 1, inodes});
+    }
+  }
+  std::ranges::sort(pieces, {}, &TTablePiece::Offset);
+  return pieces;
+}
+
+void TInodeTable::Store(const TTablePiece& piece, std::span<const TEntry> entries) {
+  while (!entries.empty() && entries.back().Use() == TUse::None)
+    entries = entries.first(entries.size() - 1);
+  if (entries.empty()) return;
+  const std::uint32_t index = piece.FirstInode - 1;
+  TKept& kept = FKept[SlotOf(index / FSuper.InodesPerGroup, index % FSuper.InodesPerGroup)];
+  kept.Entries = std::make_unique<TEntry[]>(entries.size());
+  std::ranges::copy(entries, kept.Entries.get());
+  kept.Count = static_cast<std::uint32_t>(entries.size());
+}
+
+TInodeTable::TEntry TInodeTable::Find(std::uint32_t number) const {
+  const std::uint32_t index = number - 1;
+  const std::uint32_t within = index % FSuper.InodesPerGroup;
+  const TKept& kept = FKept[SlotOf(index / FSuper.InodesPerGroup, within)];
+  const std::uint32_t inPiece = within % FPieceInodes;
+  return inPiece < kept.Count ? kept.Entries[inPiece] : TEntry();
+}
+
+std::uint64_t TInodeTable::OffsetOf(std::uint32_t number) const {
+  const std::uint32_t index = number - 1;
+  const std::uint32_t group = index / FSuper.InodesPerGroup;
+  return FGroups[group].InodeTable * FSuper.BlockSize +
+         std::uint64_t{index % FSuper.InodesPerGroup} * FSuper.InodeSize;
+}
+
+}  // namespace volindex::ext4

@@ -1,0 +1,224 @@
+#include "volindex/readers/ext4/VolumeScan.h"
+
+#include <algorithm>
+#include <array>
+
+#include "volindex/readers/ext4/FolderEntries.h"
+
+namespace volindex::ext4 {
+namespace {
+
+constexpr TProgressRange kInodeProgress{1, 50};
+constexpr TProgressRange kFolderProgress{50, 98};
+constexpr TProgressRange kAgainProgress{98, 99};
+
+using TUse = TInodeTable::TUse;
+
+[[nodiscard]] std::optional<TSuperblock> ReadSuperblock(const TByteSource& source) {
+  std::array<std::byte, kSuperblockSize> bytes;
+  if (!source.ReadAt(kSuperblockOffset, bytes)) return std::nullopt;
+  return ParseSuperblock(bytes, source.Size());
+}
+
+// A mounted volume may be caught between a change and the new checksum; a damaged one stays so.
+template <class TRead>
+[[nodiscard]] auto Repeat(TVolumeState state, TRead&& read) {
+  auto result = read();
+  for (int again = 0; !result && state == TVolumeState::Mounted && again < 3; ++again)
+    result = read();
+  return result;
+}
+
+}  // namespace
+
+TVolumeScan::TVolumeScan(const TByteSource& source, const TSuperblock& super, std::vector<TGroup> groups,
+                         TIndexBuilder& builder, const TScanControl& control, unsigned threads)
+    : FSource(source),
+      FSuper(super),
+      FBuilder(builder),
+      FControl(control),
+      FCrew(source, control, threads),
+      FInodes(super, std::move(groups)),
+      FFolderBlocks(source, super),
+      FFound(FCrew.Threads()) {}
+
+TReadResult TVolumeScan::Run() {
+  FBuilder.Begin(FCrew.Threads(), TFolderOrder::Any);
+  TReadResult result = ReadInodes();
+  if (result != TReadResult::Done) return result;
+  if (!FRootSeen) return TReadResult::HandedOver;
+  SortRuns();
+  result = ReadFolders(kFolderProgress);
+  if (result != TReadResult::Done) return result;
+  if (!UnnamedFoldersAreGone()) return TReadResult::HandedOver;
+  TFinish finish = FBuilder.Finish(FControl.Stop);
+  if (finish == TFinish::TopListAgain) {
+    FFilesOnly = true;
+    result = ReadFolders(kAgainProgress);
+    if (result != TReadResult::Done) return result;
+    finish = FBuilder.Finish(FControl.Stop);
+  }
+  return finish == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;
+}
+
+TReadResult TVolumeScan::ReadInodes() {
+  const std::vector<TTablePiece> pieces = FInodes.Pieces();
+  const auto reads = PlanReads(std::span(pieces), [](const TTablePiece& piece) {
+    return std::pair<std::uint64_t, std::uint64_t>(piece.Offset, piece.Length);
+  });
+  return FCrew.Run(reads, kInodeProgress, [&](unsigned thread, const TReadBatch& batch, TBytes bytes) {
+    FBuilder.Shard(thread).CountBytesRead(batch.Length);
+    return std::ranges::all_of(
+        std::span(pieces).subspan(batch.First, batch.Count), [&](const TTablePiece& piece) {
+          return HandlePiece(thread, piece, bytes.subspan(piece.Offset - batch.Offset, piece.Length));
+        });
+  });
+}
+
+bool TVolumeScan::HandlePiece(unsigned thread, const TTablePiece& piece, TBytes bytes) {
+  TFound& found = FFound[thread];
+  found.Entries.assign(piece.Inodes, {});
+  for (std::uint32_t i = 0; i < piece.Inodes; ++i) {
+    const std::size_t at = std::size_t{i} * FSuper.InodeSize;
+    if (!HandleInode(found, piece.FirstInode + i, piece.Offset + at, bytes.subspan(at, FSuper.InodeSize),
+                     found.Entries[i]))
+      return false;
+  }
+  FInodes.Store(piece, found.Entries);
+  return true;
+}
+
+bool TVolumeScan::HandleInode(TFound& found, std::uint32_t number, std::uint64_t offset, TBytes bytes,
+                              TInodeTable::TEntry& entry) {
+  if (number < FSuper.FirstInode && number != kRootInode) return true;
+  const auto inode = ParseInode(bytes, FSuper);
+  if (!inode) return false;
+  if (inode->Kind == TInodeKind::File)
+    entry = {inode->Links > 1 ? TUse::LinkedFile : TUse::File, inode->Size};
+  if (inode->Kind != TInodeKind::Folder) return true;
+  if (number == kRootInode) FRootSeen = true;
+  const TFolderId folder = number == kRootInode ? kRootFolder : FBuilder.ReserveFolder();
+  FFolderCount.fetch_add(1, std::memory_order_relaxed);
+  entry = {TUse::Folder, folder};
+  return HandleFolder(found, offset, *inode, bytes, folder);
+}
+
+bool TVolumeScan::HandleFolder(TFound& found, std::uint64_t offset, const TInode& inode, TBytes bytes,
+                               TFolderId folder) {
+  if (FControl.Stop) return true;
+  if (inode.Layout == TFolderLayout::Inline) {
+    found.Runs.push_back({offset, 0, folder});
+    return true;
+  }
+  if (!FFolderBlocks.Find(inode, MapOf(bytes), found.Scratch)) return false;
+  const std::uint64_t most = kLargestRead / FSuper.BlockSize;
+  for (TBlockRun run : found.Scratch) {
+    for (; run.Count > 0;
+         run = {run.First + std::min(run.Count, most), run.Count - std::min(run.Count, most)})
+      found.Runs.push_back({run.First, static_cast<std::uint32_t>(std::min(run.Count, most)), folder});
+  }
+  return true;
+}
+
+std::pair<std::uint64_t, std::uint64_t> TVolumeScan::PlaceOf(const TFolderRun& run) const {
+  if (run.Blocks == 0) return {run.First, FSuper.InodeSize};
+  return {run.First * FSuper.BlockSize, std::uint64_t{run.Blocks} * FSuper.BlockSize};
+}
+
+void TVolumeScan::SortRuns() {
+  for (TFound& found : FFound) {
+    FRuns.insert(FRuns.end(), found.Runs.begin(), found.Runs.end());
+    found = {};
+  }
+  std::ranges::sort(FRuns, {}, [this](const TFolderRun& run) { return PlaceOf(run).first; });
+  FFolderReads =
+      PlanReads(std::span<const TFolderRun>(FRuns), [this](const TFolderRun& run) { return PlaceOf(run); });
+  FNamed = std::make_unique<std::atomic<bool>[]>(FFolderCount + 1);
+}
+
+TReadResult TVolumeScan::ReadFolders(TProgressRange progress) {
+  return FCrew.Run(FFolderReads, progress, [&](unsigned thread, const TReadBatch& batch, TBytes bytes) {
+    FBuilder.Shard(thread).CountBytesRead(batch.Length);
+    return std::ranges::all_of(std::span(FRuns).subspan(batch.First, batch.Count),
+                               [&](const TFolderRun& run) {
+                                 const auto [offset, length] = PlaceOf(run);
+                                 return HandleRun(thread, run, bytes.subspan(offset - batch.Offset, length));
+                               });
+  });
+}
+
+bool TVolumeScan::HandleRun(unsigned thread, const TFolderRun& run, TBytes bytes) {
+  if (run.Blocks == 0) {
+    // The first four bytes stand for ".." and "." has no entry at all.
+    const auto rest = InlineRest(bytes);
+    return rest && HandleEntries(thread, run.Folder, MapOf(bytes).subspan(4)) &&
+           HandleEntries(thread, run.Folder, *rest);
+  }
+  for (std::size_t at = 0; at < bytes.size(); at += FSuper.BlockSize)
+    if (!HandleEntries(thread, run.Folder, bytes.subspan(at, FSuper.BlockSize))) return false;
+  return true;
+}
+
+bool TVolumeScan::HandleEntries(unsigned thread, TFolderId folder, TBytes bytes) {
+  TIndexShard& shard = FBuilder.Shard(thread);
+  return ForEachEntry(bytes, [&](std::uint32_t number, std::string_view name) {
+    return HandleEntry(shard, folder, number, name);
+  });
+}
+
+// An entry without an inode was made, or its file deleted, after the inode was read.
+bool TVolumeScan::HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_t number,
+                              std::string_view name) {
+  if (number > FSuper.InodeCount || name.find('/') != name.npos || name.find('\0') != name.npos) return false;
+  const TInodeTable::TEntry entry = FInodes.Find(number);
+  switch (entry.Use()) {
+    case TUse::None:
+      return true;
+    case TUse::File:
+      shard.AddFile(parent, name, entry.Size());
+      return true;
+    case TUse::LinkedFile:
+      shard.AddLinkedFile(parent, name, entry.Size(), {.File = number});
+      return true;
+    case TUse::Folder:
+      return NameFolder(shard, entry.Folder(), parent, name);
+  }
+  return false;
+}
+
+bool TVolumeScan::NameFolder(TIndexShard& shard, TFolderId folder, TFolderId parent, std::string_view name) {
+  if (FFilesOnly) return true;
+  FNamed[folder].store(true, std::memory_order_relaxed);
+  FNamedCount.fetch_add(1, std::memory_order_relaxed);
+  return folder != kRootFolder && shard.SetFolder(folder, parent, name);
+}
+
+// A folder without a name was deleted in the meantime, or moved from a place not yet read to one read
+// already.
+bool TVolumeScan::UnnamedFoldersAreGone() const {
+  if (FNamedCount + 1 == FFolderCount) return true;
+  bool gone = true;
+  FInodes.ForEachFolder([&](std::uint32_t number, TFolderId folder) {
+    if (folder != kRootFolder && !FNamed[folder].load(std::memory_order_relaxed) && gone)
+      gone = !IsStillFolder(number);
+  });
+  return gone;
+}
+
+bool TVolumeScan::IsStillFolder(std::uint32_t number) const {
+  std::vector<std::byte> bytes(FSuper.InodeSize);
+  if (!FSource.ReadAt(FInodes.OffsetOf(number), bytes)) return true;
+  const auto inode = ParseInode(bytes, FSuper);
+  return !inode || inode->Kind == TInodeKind::Folder;
+}
+
+TReadResult ReadVolume(const TByteSource& source, TVolumeState state, TIndexBuilder& builder,
+                       const TScanControl& control, unsigned threads) {
+  const auto super = Repeat(state, [&] { return ReadSuperblock(source); });
+  if (!super || (super->NeedsRecovery && state == TVolumeState::AtRest)) return TReadResult::HandedOver;
+  auto groups = Repeat(state, [&] { return ReadGroups(source, *super); });
+  if (!groups) return TReadResult::HandedOver;
+  return TVolumeScan(source, *super, std::move(*groups), builder, control, threads).Run();
+}
+
+}  // namespace volindex::ext4

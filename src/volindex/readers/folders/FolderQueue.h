@@ -1,0 +1,66 @@
+// Shares folders out to the threads that read them. Each thread works on a stack of its own and touches the
+// shared one only when another has run dry.
+#pragma once
+
+#include "volindex/index/FolderTable.h"
+#include "volindex/posix/FolderAccess.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace volindex {
+
+// An open folder that is kept for its subfolders to be opened from; counts itself in a number of open ones.
+struct TKeptFolder {
+  TKeptFolder(TFolderHandle handle, std::atomic<unsigned>& openCount)
+      : Handle(std::move(handle)), OpenCount(openCount) {
+    ++OpenCount;
+  }
+  ~TKeptFolder() { --OpenCount; }
+  TKeptFolder(const TKeptFolder&) = delete;
+  TKeptFolder& operator=(const TKeptFolder&) = delete;
+
+  TFolderHandle Handle;
+  std::atomic<unsigned>& OpenCount;
+};
+
+// A folder to be read.
+struct TFolderTask {
+  TFolderId Folder = kNoFolder;
+  std::shared_ptr<TKeptFolder>
+      Parent;        // null when too many are open: the folder is then opened from the root
+  double Share = 0;  // its part of the whole work as far as can be told, for the progress
+};
+
+class TFolderQueue {
+ public:
+  explicit TFolderQueue(TFolderTask first) { FShared.push_back(std::move(first)); }
+
+  // Once by each thread before its first Next.
+  void Join();
+
+  // Takes the thread's next folder from its own stack, giving some away when others wait; with an empty one
+  // waits for those of others. False when there will be none any more.
+  [[nodiscard]] bool Next(std::vector<TFolderTask>& own, TFolderTask& task);
+
+  // Lets all calls of Next answer false. Any thread.
+  void Cancel();
+
+ private:
+  void GiveAway(std::vector<TFolderTask>& own);
+  [[nodiscard]] bool TakeShared(TFolderTask& task);
+
+  std::atomic<bool> FWanted{false};
+  std::atomic<bool> FEnded{false};
+  std::mutex FLock;
+  std::condition_variable FChanged;
+  std::vector<TFolderTask> FShared;
+  unsigned FThreads = 0;
+  unsigned FWaiting = 0;
+};
+
+}  // namespace volindex

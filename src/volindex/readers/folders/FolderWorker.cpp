@@ -1,0 +1,124 @@
+#include "volindex/readers/folders/FolderWorker.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace volindex {
+
+namespace {
+
+// Bytes of path that the system surely takes in one go.
+constexpr size_t kPathPiece = 3000;
+
+}  // namespace
+
+void TFolderProgress::Add(double share) {
+  const double done = FDone.fetch_add(share, std::memory_order_relaxed) + share;
+  const int percent = std::clamp(1 + static_cast<int>(done * 98), 1, 99);
+  int reported = FReported.load(std::memory_order_relaxed);
+  while (percent > reported) {
+    if (FReported.compare_exchange_weak(reported, percent, std::memory_order_relaxed))
+      return FControl.Progress(percent);
+  }
+}
+
+TFolderWorker::TFolderWorker(TFolderScan& scan, unsigned thread)
+    : FScan(scan), FShard(scan.Builder.Shard(thread)) {
+  scan.Queue.Join();
+}
+
+bool TFolderWorker::Stopped() const {
+  return FScan.Control.Stop.load(std::memory_order_relaxed);
+}
+
+void TFolderWorker::Run() {
+  TFolderTask task;
+  while (!Stopped() && FScan.Queue.Next(FStack, task)) {
+    ReadFolder(task);
+    task.Parent.reset();
+  }
+  if (Stopped()) FScan.Queue.Cancel();
+  FShard.CountBytesRead(FListing.BytesRead());
+}
+
+void TFolderWorker::ReadFolder(const TFolderTask& task) {
+  FSubfolders.clear();
+  TFolderHandle folder;
+  TAccess access = Open(task, folder);
+  if (access == TAccess::Ok) access = ReadEntries(task.Folder, folder);
+  if (access == TAccess::Unreadable) FShard.CountUnreadable();
+  QueueSubfolders(task, std::move(folder));
+}
+
+TAccess TFolderWorker::Open(const TFolderTask& task, TFolderHandle& folder) {
+  if (task.Folder == kRootFolder) return folder.OpenBelow(FScan.Root, ".");
+  if (task.Parent == nullptr) return OpenFromRoot(task.Folder, folder);
+  return folder.OpenBelow(task.Parent->Handle, std::string(FScan.Builder.FolderName(task.Folder)));
+}
+
+// Goes down from the root in pieces, and makes sure that no folder on the way was replaced by a link.
+TAccess TFolderWorker::OpenFromRoot(TFolderId id, TFolderHandle& folder) {
+  std::vector<TFolderId> way;
+  for (; id != kRootFolder; id = FScan.Builder.FolderParent(id))
+    way.push_back(id);
+  const TFolderHandle* from = &FScan.Root;
+  std::string piece;
+  while (!way.empty() && !Stopped()) {
+    piece.append(FScan.Builder.FolderName(way.back())) += '/';
+    way.pop_back();
+    if (!way.empty() && piece.size() < kPathPiece) continue;
+    piece.pop_back();
+    if (const TAccess access = folder.OpenBelow(*from, piece); access != TAccess::Ok) return access;
+    from = &folder;
+    piece.clear();
+  }
+  TEntryFacts facts;
+  const TAccess access = folder.Facts(facts);
+  return access == TAccess::Ok && facts.Place != FScan.RootFacts.Place ? TAccess::Gone : access;
+}
+
+TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
+  FListing.Start(folder);
+  bool refused = false;
+  TAccess access = FListing.Next();
+  for (; access == TAccess::Ok && !Stopped(); access = FListing.Next()) {
+    TEntryFacts facts;
+    const TAccess known = folder.EntryFacts(FListing.Name().data(), FListing.ListedAsFolder(), facts);
+    refused = refused || known == TAccess::Unreadable;
+    if (known != TAccess::Ok) continue;
+    if (facts.IsFolder)
+      AddFolder(id, facts);
+    else
+      AddFile(id, facts);
+  }
+  return refused ? TAccess::Unreadable : access;
+}
+
+void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {
+  const TFolderId id = FScan.Builder.ReserveFolder();
+  if (FShard.SetFolder(id, parent, FListing.Name()) && facts.Place == FScan.RootFacts.Place)
+    FSubfolders.push_back(id);
+}
+
+// What is mounted over a file belongs to another place; the file counts all the same. On layered file systems
+// files have device numbers of their own, hence the mount alone decides where it is known.
+void TFolderWorker::AddFile(TFolderId parent, const TEntryFacts& facts) {
+  const uint64_t size = facts.Place.Mount == FScan.RootFacts.Place.Mount ? facts.Size : 0;
+  if (facts.Links < 2) return FShard.AddFile(parent, FListing.Name(), size);
+  const uint32_t device = (facts.Place.Major << 20) ^ facts.Place.Minor;
+  FShard.AddLinkedFile(parent, FListing.Name(), size, {facts.Number, device});
+}
+
+void TFolderWorker::QueueSubfolders(const TFolderTask& task, TFolderHandle folder) {
+  const double share = task.Share / static_cast<double>(FSubfolders.size() + 1);
+  if (!FSubfolders.empty()) {
+    std::shared_ptr<TKeptFolder> kept;
+    if (FScan.OpenCount.load(std::memory_order_relaxed) < FScan.OpenLimit)
+      kept = std::make_shared<TKeptFolder>(std::move(folder), FScan.OpenCount);
+    for (const TFolderId id : FSubfolders)
+      FStack.push_back({id, kept, share});
+  }
+  FScan.Progress.Add(share);
+}
+
+}  // namespace volindex

@@ -1,0 +1,25 @@
+// Reads any folder on any file system through the system's own calls, on several threads. Takes every root;
+// never hands over but when the root can no longer be opened.
+#pragma once
+
+#include "volindex/readers/Reader.h"
+
+namespace volindex {
+
+class TFoldersReader : public TReader {
+ public:
+  TFoldersReader() = default;
+  // With a fixed number of threads and of folders held open, for tests.
+  TFoldersReader(unsigned threads, unsigned openLimit) : FThreads(threads), FOpenLimit(openLimit) {}
+
+  [[nodiscard]] const char* Name() const override { return "folders"; }
+  [[nodiscard]] bool Accepts(const TScanRoot&) const override { return true; }
+  [[nodiscard]] TReadResult Read(const TScanRoot& root, TIndexBuilder& builder,
+                                 const TScanControl& control) override;
+
+ private:
+  unsigned FThreads = 0;  // 0: as suits the disk
+  unsigned FOpenLimit = 0;
+};
+
+}  // namespace volindex

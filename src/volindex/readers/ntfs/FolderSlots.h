@@ -1,0 +1,45 @@
+// Which folder of the index a file record stands for. A file names its folder by record and sequence number
+// long before or after that folder's own record is met, so the pair itself gets the identifier; a pair that
+// no folder ever claims is a folder that was deleted, and the index leaves it out with all that it holds.
+#pragma once
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include "volindex/index/IndexBuilder.h"
+#include "volindex/readers/ntfs/FileRecord.h"
+
+namespace volindex::ntfs {
+
+// The volume's own records: its metadata files, and the root folder among them.
+inline constexpr std::uint64_t kFirstUserRecord = 24;
+inline constexpr std::uint64_t kRootRecord = 5;
+
+class TFolderSlots {
+ public:
+  // The root's pair stands for folder 0. The builder must outlive the slots.
+  TFolderSlots(TIndexBuilder& builder, std::uint64_t recordCount, TFileReference root);
+
+  // The identifier of the pair, made at its first use; nothing for a record that does not exist or belongs to
+  // the metadata. Any thread.
+  [[nodiscard]] std::optional<TFolderId> IdOf(TFileReference folder);
+
+  // From now on there is nothing for pairs not seen before. While no other thread asks.
+  void Close() { FClosed = true; }
+
+ private:
+  [[nodiscard]] std::optional<TFolderId> IdOfRival(TFileReference folder);
+
+  TIndexBuilder& FBuilder;
+  std::uint64_t FRecordCount;
+  bool FClosed = false;
+  // Per record the first pair seen: identifier + 1, then the 16 bits of the sequence number. 0 is none.
+  std::unique_ptr<std::atomic<std::uint64_t>[]> FSlots;
+  std::mutex FRivalLock;
+  std::map<TFileReference, TFolderId> FRivals;  // pairs whose record has another pair in its slot
+};
+
+}  // namespace volindex::ntfs

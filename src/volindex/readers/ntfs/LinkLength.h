@@ -1,0 +1,23 @@
+// The lengths of what is stored as data or as a reparse point but shown as a link, device or socket.
+#pragma once
+
+#include <optional>
+
+#include "volindex/readers/ntfs/NtfsBytes.h"
+
+namespace volindex::ntfs {
+
+// The longest value of a reparse point that the format allows, and of data that may describe a link.
+inline constexpr std::size_t kMaxReparseValue = 16u << 10;
+inline constexpr std::size_t kMaxSpecialData = 8u + 2 * 4096;
+
+// The bytes of a link's target as a path of this system: of a relative symbolic link just what the system
+// shows; of an absolute one and of a junction the stored path without its "\??\" (a mount shows it behind its
+// own mount point). 0 for a socket, pipe or device. Nothing if the tag is none of these or the value is
+// broken.
+[[nodiscard]] std::optional<std::uint64_t> ReparseTargetLength(TBytes value);
+
+// The same for the data of a file with the system attribute: a link or device made by Interix and by ntfs-3g.
+[[nodiscard]] std::optional<std::uint64_t> SpecialDataSize(TBytes data);
+
+}  // namespace volindex::ntfs

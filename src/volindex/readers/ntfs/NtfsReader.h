@@ -1,0 +1,29 @@
+// Reads an NTFS volume from its device by its master file table.
+//
+// What counts is what a walk over a mount of the volume sees. Lengths are logical: sparse, compressed and
+// preallocated files count their data length, named streams nothing. The metadata files and what lies in them
+// are left out. A name for DOS alone is no second link. A reparse point is never entered and counts as a
+// file: a link by the length of its target (LinkLength.h), any other by its data, or as the driver shows it.
+// A record that does not hold together is skipped alone, and a folder that is gone takes its left-over files
+// with it.
+#pragma once
+
+#include "volindex/readers/Reader.h"
+#include "volindex/readers/ntfs/RecordFacts.h"
+
+namespace volindex::ntfs {
+
+// Accepts the root of a volume mounted by ntfs3 or ntfs-3g whose device may be read.
+class TNtfsReader : public TReader {
+ public:
+  [[nodiscard]] const char* Name() const override { return "ntfs"; }
+  [[nodiscard]] bool Accepts(const TScanRoot& root) const override;
+  [[nodiscard]] TReadResult Read(const TScanRoot& root, TIndexBuilder& builder,
+                                 const TScanControl& control) override;
+};
+
+// The same for bytes from anywhere, with that many threads.
+[[nodiscard]] TReadResult ReadNtfs(const TByteSource& source, TForeignTags tags, TIndexBuilder& builder,
+                                   const TScanControl& control, unsigned threads);
+
+}  // namespace volindex::ntfs

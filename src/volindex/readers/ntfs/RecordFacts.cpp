@@ -1,0 +1,158 @@
+#include "volindex/readers/ntfs/RecordFacts.h"
+
+#include <algorithm>
+
+#include "volindex/readers/ntfs/LinkLength.h"
+
+namespace volindex::ntfs {
+
+namespace {
+
+constexpr std::size_t kFileAttributes = 0x20;  // within the standard information
+constexpr std::uint32_t kSystemFile = 0x04;
+constexpr std::size_t kNameHeader = 0x42;
+constexpr std::uint8_t kNameForDosOnly = 2;
+constexpr std::size_t kMaxAttributeList = 256u << 10;
+constexpr std::uint64_t kUnsupportedTagText = 34;  // "unsupported reparse tag 0x80000017"
+
+bool IsPlainName(std::string_view name) {
+  if (name == "." || name == "..") return false;
+  return name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+}
+
+bool TakeName(TBytes value, TRecordFacts& facts) {
+  if (value.size() < kNameHeader) return false;
+  const std::size_t length = 2u * Load<std::uint8_t>(value, 0x40);
+  if (length == 0 || !Fits(kNameHeader, length, value.size())) return false;
+  if (Load<std::uint8_t>(value, 0x41) == kNameForDosOnly) return true;
+  TFileName name{TFileReference(Load<std::uint64_t>(value, 0)), static_cast<std::uint32_t>(facts.Text.size()),
+                 0};
+  AppendWtf8(value.subspan(kNameHeader, length), facts.Text);
+  name.Length = static_cast<std::uint32_t>(facts.Text.size()) - name.Begin;
+  if (IsPlainName(facts.NameOf(name))) facts.Names.push_back(name);
+  return true;
+}
+
+bool IsOfInterest(const TListEntry& entry) {
+  if (entry.Named) return false;
+  return entry.Type == TAttributeType::FileName || entry.Type == TAttributeType::ReparsePoint ||
+         (entry.Type == TAttributeType::Data && entry.LowestVcn == 0);
+}
+
+void DropRepeated(std::vector<THolder>& holders) {
+  std::sort(holders.begin(), holders.end());
+  holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
+}
+
+// Walks one record and sorts what it finds into the facts.
+class TGathering {
+ public:
+  TGathering(const TNtfsVolume& volume, bool extension, TForeignTags tags, TRecordFacts& facts)
+      : FVolume(volume), FExtension(extension), FTags(tags), FFacts(facts) {}
+
+  [[nodiscard]] bool Take(const TAttribute& attribute) {
+    if (attribute.Named) return true;
+    switch (attribute.Type) {
+      case TAttributeType::StandardInformation:
+        return TakeInformation(attribute);
+      case TAttributeType::FileName:
+        return attribute.Resident && TakeName(attribute.Value, FFacts);
+      case TAttributeType::Data:
+        return TakeData(attribute);
+      case TAttributeType::ReparsePoint:
+        return TakeReparse(attribute);
+      case TAttributeType::AttributeList:
+        return TakeList(attribute);
+      default:
+        return true;
+    }
+  }
+
+ private:
+  bool TakeInformation(const TAttribute& attribute) {
+    if (attribute.Value.size() < kFileAttributes + 4) return false;
+    FFacts.System = (Load<std::uint32_t>(attribute.Value, kFileAttributes) & kSystemFile) != 0;
+    return true;
+  }
+
+  bool TakeData(const TAttribute& attribute) {
+    if (!attribute.IsFirstExtent()) return true;
+    if (FFacts.DataLength) return false;
+    FFacts.DataLength = attribute.DataSize;
+    if (attribute.DataSize > kMaxSpecialData || !(attribute.Resident || FFacts.System || FExtension))
+      return true;
+    if (attribute.Resident)
+      FFacts.SpecialSize = SpecialDataSize(attribute.Value);
+    else if (const auto data = FVolume.ReadValue(attribute, kMaxSpecialData))
+      FFacts.SpecialSize = SpecialDataSize(*data);
+    return true;
+  }
+
+  bool TakeReparse(const TAttribute& attribute) {
+    FFacts.Reparse = true;
+    if (attribute.Resident)
+      FFacts.LinkLength = ReparseTargetLength(attribute.Value);
+    else if (const auto value = FVolume.ReadValue(attribute, kMaxReparseValue))
+      FFacts.LinkLength = ReparseTargetLength(*value);
+    if (!FFacts.LinkLength && FTags == TForeignTags::ShownAsLinks) FFacts.LinkLength = kUnsupportedTagText;
+    return true;
+  }
+
+  bool TakeList(const TAttribute& attribute) {
+    const auto value = FVolume.ReadValue(attribute, kMaxAttributeList);
+    if (!value) return false;
+    TBytes list = *value;
+    bool broken = false;
+    while (const auto entry = TakeListEntry(list, broken))
+      if (IsOfInterest(*entry)) FFacts.Holders.push_back({entry->Type, entry->Holder});
+    DropRepeated(FFacts.Holders);
+    return !broken;
+  }
+
+  const TNtfsVolume& FVolume;
+  bool FExtension;  // then the system attribute, told by the base, is not known here
+  TForeignTags FTags;
+  TRecordFacts& FFacts;
+};
+
+}  // namespace
+
+void TRecordFacts::Clear() {
+  Names.clear();
+  Text.clear();
+  Holders.clear();
+  DataLength = LinkLength = SpecialSize = std::nullopt;
+  Reparse = System = false;
+}
+
+void TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
+  if (type == TAttributeType::FileName) {
+    for (const TFileName& name : extension.Names) {
+      Names.push_back({name.Parent, static_cast<std::uint32_t>(Text.size()), name.Length});
+      Text += extension.NameOf(name);
+    }
+  } else if (type == TAttributeType::Data && extension.DataLength) {
+    DataLength = extension.DataLength;
+    SpecialSize = extension.SpecialSize;
+  } else if (type == TAttributeType::ReparsePoint && extension.Reparse) {
+    Reparse = true;
+    LinkLength = extension.LinkLength;
+  }
+}
+
+std::uint64_t TRecordFacts::Length() const {
+  if (Reparse) return LinkLength.value_or(DataLength.value_or(0));
+  if (System && SpecialSize) return *SpecialSize;
+  return DataLength.value_or(0);
+}
+
+bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header, TForeignTags tags,
+                 TRecordFacts& facts) {
+  TGathering gathering(volume, !header.IsBase(), tags, facts);
+  TAttributeWalk walk(record, header);
+  for (TAttribute attribute; walk.Next(attribute);)
+    if (!gathering.Take(attribute)) return false;
+  return !walk.Broken();
+}
+
+}  // namespace volindex::ntfs

@@ -1,0 +1,60 @@
+// What one file record says about its file: names, length, where the rest is told. A file's facts may be
+// spread over a base record and its extension records.
+#pragma once
+
+#include <string_view>
+
+#include "volindex/readers/ntfs/NtfsVolume.h"
+
+namespace volindex::ntfs {
+
+// How the file system's driver shows what only another system could read.
+enum class TForeignTags {
+  ShownAsData,   // as the file's own data
+  ShownAsLinks,  // as a link to the text "unsupported reparse tag 0x........", as ntfs-3g does
+};
+
+struct TFileName {
+  TFileReference Parent;
+  std::uint32_t Begin = 0;  // within TRecordFacts::Text
+  std::uint32_t Length = 0;
+};
+
+// Where an extension record that says something of interest lies.
+struct THolder {
+  TAttributeType Type = TAttributeType::End;
+  TFileReference Record;
+
+  auto operator<=>(const THolder&) const = default;
+};
+
+struct TRecordFacts {
+  std::vector<TFileName> Names;              // real names only: a name for DOS alone is none
+  std::string Text;                          // their bytes
+  std::optional<std::uint64_t> DataLength;   // of the unnamed data, if this record tells it
+  std::optional<std::uint64_t> LinkLength;   // of the text that a reparse point shows as its target
+  std::optional<std::uint64_t> SpecialSize;  // if the data describe a link (its length), device or socket (0)
+  bool Reparse = false;
+  bool System = false;           // the attribute that makes such data special
+  std::vector<THolder> Holders;  // the records that the attribute list names, of interest only
+
+  [[nodiscard]] std::string_view NameOf(const TFileName& name) const {
+    return std::string_view(Text).substr(name.Begin, name.Length);
+  }
+  void Clear();
+
+  // True if nothing in here would change what is known about the file.
+  [[nodiscard]] bool Empty() const { return Names.empty() && !DataLength && !Reparse; }
+
+  // Adds what an extension record tells of the kind of attribute for which it was named.
+  void Take(const TRecordFacts& extension, TAttributeType type);
+
+  // The length that the file shows.
+  [[nodiscard]] std::uint64_t Length() const;
+};
+
+// Gathers the facts of a record in use; false if the record does not hold together. Any thread.
+[[nodiscard]] bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header,
+                               TForeignTags tags, TRecordFacts& facts);
+
+}  // namespace volindex::ntfs

@@ -1,0 +1,259 @@
+#include "volindex/index/IndexBuilder.h"
+
+#include "volindex/core/SlowTwin.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <random>
+
+namespace volindex {
+namespace {
+
+const std::atomic<bool> kGoOn{false};
+
+// A volume as a reader might find it: folders by number in no order, some without a name, some in rings, some
+// covered, names that sort around the delimiter, few sizes, and files with names all over the tree.
+class TRandomVolume {
+ public:
+  TRandomVolume(unsigned seed, bool whole, unsigned fileCount, uint64_t sizes)
+      : FRandom(seed), FWhole(whole), FSizes(sizes) {
+    for (TFolderId id = 1; id < kFolders; ++id)
+      AddFolder(id);
+    for (unsigned file = 0; file < fileCount; ++file)
+      AddFile(file);
+  }
+
+  TAnswer Expected() const {
+    std::vector<std::string> folders;
+    for (TFolderId id = 1; id < kFolders; ++id) {
+      if (const auto path = PathOf(id)) folders.push_back(*path);
+    }
+    std::vector<TPlainFile> files;
+    for (const TFile& file : FFiles) {
+      const auto path = FFolders[file.Folder].Covered ? std::nullopt : PathOf(file.Folder);
+      if (path) files.push_back({path->empty() ? file.Name : *path + '/' + file.Name, file.Size, file.Link});
+    }
+    return AnswerOf(files, folders);
+  }
+
+  // The answer of a builder that is told all this by that many shards, after however many passes.
+  TAnswer Build(unsigned shards, unsigned& secondPasses) {
+    TIndexBuilder builder;
+    builder.Begin(shards, FWhole ? TFolderOrder::ParentsFirst : TFolderOrder::Any);
+    for (TFolderId id = 1; id < kFolders; ++id)
+      EXPECT_EQ(builder.ReserveFolder(), id);
+    std::vector<std::function<void(TIndexShard&)>> steps = FolderSteps(builder);
+    if (FWhole) Tell(builder, shards, steps);
+    AppendFileSteps(steps);
+    std::shuffle(steps.begin(), steps.end(), FRandom);
+    Tell(builder, shards, steps);
+    TFinish result = builder.Finish(kGoOn);
+    if (result == TFinish::TopListAgain) {
+      ++secondPasses;
+      AppendFileSteps(steps);
+      Tell(builder, shards, steps);
+      result = builder.Finish(kGoOn);
+    }
+    EXPECT_EQ(result, TFinish::Done);
+    return AnswerOf(builder.TakeIndex());
+  }
+
+ private:
+  static constexpr TFolderId kFolders = 300;
+  struct TFolder {
+    std::string Name;
+    TFolderId Parent = 0;
+    bool Covered = false;
+    bool Set = true;
+  };
+  struct TFile {
+    TFolderId Folder;
+    std::string Name;
+    uint64_t Size;
+    uint64_t Link;
+  };
+  using TSteps = std::vector<std::function<void(TIndexShard&)>>;
+
+  unsigned Below(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(FRandom); }
+
+  std::string NewName(unsigned number) {
+    static const std::vector<std::string> kBeginnings{"a", "a-", "a.", "a0", "\xff", "a\xc3\xa4"};
+    const std::string beginning = kBeginnings[Below(static_cast<unsigned>(kBeginnings.size()))];
+    return Below(2) != 0 ? beginning + std::to_string(number) : std::to_string(number) + beginning;
+  }
+
+  // Parents have lower numbers but now and then, so that there are rings, some of them of one.
+  void AddFolder(TFolderId id) {
+    FFolders.resize(kFolders);
+    const bool odd = !FWhole && Below(12) == 0;
+    FFolders[id] = {NewName(id), odd ? Below(kFolders) : Below(id), !FWhole && Below(25) == 0,
+                    FWhole || Below(25) != 0};
+  }
+
+  void AddFile(unsigned number) {
+    const uint64_t link = Below(4) == 0 ? 1 + Below(200) : 0;
+    const uint64_t size = link != 0 ? link % FSizes : Below(static_cast<unsigned>(FSizes));
+    FFiles.push_back({Below(kFolders), NewName(kFolders + number), size, link});
+  }
+
+  // None for a folder that is left out.
+  std::optional<std::string> PathOf(TFolderId id) const {
+    std::string path;
+    for (unsigned steps = 0; id != kRootFolder; id = FFolders[id].Parent) {
+      const bool inCovered = !path.empty() && FFolders[id].Covered;
+      if (++steps > kFolders || !FFolders[id].Set || inCovered) return std::nullopt;
+      path = path.empty() ? FFolders[id].Name : FFolders[id].Name + '/' + path;
+    }
+    return path;
+  }
+
+  TSteps FolderSteps(TIndexBuilder& builder) const {
+    TSteps steps;
+    for (TFolderId id = 1; id < kFolders; ++id) {
+      const TFolder& folder = FFolders[id];
+      if (folder.Covered) builder.ExcludeFolder(id);
+      if (folder.Set) {
+        steps.push_back([id, &folder](TIndexShard& shard) {
+          EXPECT_TRUE(shard.SetFolder(id, folder.Parent, folder.Name));
+        });
+      }
+    }
+    return steps;
+  }
+
+  void AppendFileSteps(TSteps& steps) const {
+    for (const TFile& file : FFiles) {
+      steps.push_back([&file](TIndexShard& shard) {
+        if (file.Link != 0)
+          shard.AddLinkedFile(file.Folder, file.Name, file.Size, {file.Link});
+        else
+          shard.AddFile(file.Folder, file.Name, file.Size);
+      });
+    }
+  }
+
+  static void Tell(TIndexBuilder& builder, unsigned shards, TSteps& steps) {
+    for (size_t i = 0; i < steps.size(); ++i)
+      steps[i](builder.Shard(static_cast<unsigned>(i * 7 % shards)));
+    steps.clear();
+  }
+
+  std::mt19937 FRandom;
+  bool FWhole;
+  uint64_t FSizes;
+  std::vector<TFolder> FFolders;
+  std::vector<TFile> FFiles;
+};
+
+struct TVolumeKind {
+  bool Whole;
+  unsigned Files;
+  uint64_t Sizes;
+};
+
+TEST(Builder, AgreesWithSlowTwinOnRandomVolumes) {
+  unsigned secondPasses = 0;
+  for (const TVolumeKind& kind :
+       {TVolumeKind{false, 500, 1000}, TVolumeKind{false, 20'000, 1'000'000}, TVolumeKind{false, 20'000, 3},
+        TVolumeKind{true, 20'000, 3}, TVolumeKind{true, 20'000, 1}, TVolumeKind{true, 20'000, 1'000'000}}) {
+    for (unsigned seed = 1; seed <= 6; ++seed) {
+      TRandomVolume volume(seed, kind.Whole, kind.Files, kind.Sizes);
+      const TAnswer expected = volume.Expected();
+      const unsigned before = secondPasses;
+      EXPECT_EQ(volume.Build(1, secondPasses), expected) << seed;
+      EXPECT_EQ(volume.Build(5, secondPasses), expected) << seed;
+      EXPECT_TRUE(!kind.Whole || secondPasses == before);
+    }
+  }
+  EXPECT_GT(secondPasses, 0U);
+}
+
+// The list is full of larger files from a folder that turns out to hang nowhere.
+TEST(Builder, LostFolderDoesNotPushOthersOutOfTheList) {
+  TIndexBuilder builder;
+  builder.Begin(1, TFolderOrder::Any);
+  const TFolderId lost = builder.ReserveFolder();
+  TIndexShard& shard = builder.Shard(0);
+  const auto addAll = [&shard, lost] {
+    for (unsigned i = 0; i < 10'000; ++i)
+      shard.AddFile(lost, std::to_string(i), 1'000'000 + i);
+    for (unsigned i = 0; i < 3; ++i)
+      shard.AddFile(kRootFolder, std::to_string(i), i);
+  };
+  addAll();
+  ASSERT_EQ(builder.Finish(kGoOn), TFinish::TopListAgain);
+  addAll();
+  ASSERT_EQ(builder.Finish(kGoOn), TFinish::Done);
+  const TAnswer answer = AnswerOf(builder.TakeIndex());
+  EXPECT_EQ(answer.Files, (std::vector<TListed>{{2, "2"}, {1, "1"}, {0, "0"}}));
+  EXPECT_EQ(answer.Total, 3U);
+  EXPECT_EQ(answer.FileCount, 3U);
+}
+
+// A covered path is found wherever its folders come, counts itself, and a path to nowhere does no harm.
+TEST(Builder, CoveredPathsLoseTheirContent) {
+  TIndexBuilder builder;
+  for (const char* path : {"home/disk", "home/none", "home/disk/inner", "file"})
+    builder.CoverPath(path);
+  builder.Begin(1, TFolderOrder::Any);
+  TIndexShard& shard = builder.Shard(0);
+  const TFolderId inner = builder.ReserveFolder();
+  const TFolderId disk = builder.ReserveFolder();
+  const TFolderId home = builder.ReserveFolder();
+  ASSERT_TRUE(shard.SetFolder(inner, disk, "inner"));
+  ASSERT_TRUE(shard.SetFolder(disk, home, "disk"));
+  ASSERT_TRUE(shard.SetFolder(home, kRootFolder, "home"));
+  shard.AddFile(inner, "a", 100);
+  shard.AddFile(disk, "b", 10);
+  shard.AddFile(home, "c", 1);
+  ASSERT_EQ(builder.Finish(kGoOn), TFinish::Done);
+  const TVolumeIndex index = builder.TakeIndex();
+  EXPECT_EQ(AnswerOf(index).Folders, (std::vector<TListed>{{1, "home"}, {0, "home/disk"}}));
+  EXPECT_EQ(index.FileCount(), 1U);
+  EXPECT_TRUE(index.FindFolder("/home//disk/").has_value());
+  EXPECT_FALSE(index.FindFolder("home/disk/inner").has_value());
+}
+
+TEST(Builder, RefusesSecondPlaceForFolder) {
+  TIndexBuilder builder;
+  builder.Begin(2, TFolderOrder::Any);
+  const TFolderId folder = builder.ReserveFolder();
+  EXPECT_TRUE(builder.Shard(0).SetFolder(folder, kRootFolder, "a"));
+  EXPECT_FALSE(builder.Shard(1).SetFolder(folder, kRootFolder, "b"));
+  EXPECT_FALSE(builder.Shard(1).SetFolder(kRootFolder, folder, "root"));
+}
+
+// 200,000 levels with a file in each, all of one size: neither recursion nor time in the square of the depth.
+TEST(Builder, DeepTreeOfEqualSizes) {
+  constexpr TFolderId kDepth = 200'000;
+  TIndexBuilder builder;
+  builder.Begin(1, TFolderOrder::ParentsFirst);
+  TIndexShard& shard = builder.Shard(0);
+  TFolderId parent = kRootFolder;
+  for (TFolderId level = 0; level < kDepth; ++level) {
+    const TFolderId folder = builder.ReserveFolder();
+    ASSERT_TRUE(shard.SetFolder(folder, parent, "d"));
+    shard.AddFile(folder, "z", 0);
+    parent = folder;
+  }
+  ASSERT_EQ(builder.Finish(kGoOn), TFinish::Done);
+  const TVolumeIndex index = builder.TakeIndex();
+  EXPECT_EQ(index.FolderCount(), kDepth);
+  EXPECT_EQ(index.TopFolders().front(), 1U);           // "d" before "d/d"
+  EXPECT_EQ(index.TopFiles().front().Folder, kDepth);  // "d/…/d/z" before "d/z"
+}
+
+TEST(Builder, StopLeavesNothing) {
+  const std::atomic<bool> stop{true};
+  TIndexBuilder builder;
+  builder.Begin(1, TFolderOrder::Any);
+  builder.Shard(0).AddFile(kRootFolder, "a", 1);
+  EXPECT_EQ(builder.Finish(stop), TFinish::Stopped);
+  EXPECT_EQ(builder.TakeIndex().FileCount(), 0U);
+}
+
+}  // namespace
+}  // namespace volindex

@@ -1,0 +1,253 @@
+// The single structures, made by hand where the file system's tools make none of their kind.
+#include <gtest/gtest.h>
+
+#include "Volumes.h"
+#include "volindex/readers/ext4/Checksum.h"
+#include "volindex/readers/ext4/FolderEntries.h"
+
+namespace volindex::ext4 {
+namespace {
+
+constexpr std::uint32_t kBlock = 1024;
+
+template <class T>
+void Put(std::span<std::byte> bytes, std::size_t at, T value) {
+  std::memcpy(bytes.data() + at, &value, sizeof value);
+}
+
+TEST(ChecksumTest, KnownValues) {
+  const TBytes digits = std::as_bytes(std::span("123456789", 9));
+  EXPECT_EQ(Crc32c(~0u, digits), ~0xE3069283u);
+  EXPECT_EQ(Crc16(0, digits), 0xBB3D);
+  EXPECT_EQ(Crc32c(Crc32c(~0u, digits.first(4)), digits.subspan(4)), ~0xE3069283u);
+}
+
+// A volume of 64 blocks and the map of one folder in it.
+class FolderBlocksTest : public testing::Test {
+ protected:
+  FolderBlocksTest() {
+    FSuper.BlockSize = kBlock;
+    FSuper.BlockCount = FSource.Size() / kBlock;
+    FSuper.FirstDataBlock = 1;
+  }
+
+  [[nodiscard]] std::span<std::byte> Block(std::uint32_t block) {
+    return std::span(FSource.Bytes()).subspan(std::size_t{block} * kBlock, kBlock);
+  }
+
+  static void PutNode(std::span<std::byte> node, int entries, int depth) {
+    Put<std::uint16_t>(node, 0, 0xF30A);
+    Put<std::uint16_t>(node, 2, static_cast<std::uint16_t>(entries));
+    Put<std::uint16_t>(node, 4, static_cast<std::uint16_t>(node.size() / 12 - 1));
+    Put<std::uint16_t>(node, 6, static_cast<std::uint16_t>(depth));
+  }
+
+  static void PutExtent(std::span<std::byte> node, std::size_t index, std::uint32_t logical,
+                        std::uint16_t count, std::uint32_t first) {
+    Put(node, 12 * (index + 1), logical);
+    Put(node, 12 * (index + 1) + 4, count);
+    Put(node, 12 * (index + 1) + 8, first);
+  }
+
+  // One child per node from the root down to a leaf in the block `depth + 1`.
+  void PutChain(int depth) {
+    FSource.Bytes().assign(FSource.Bytes().size(), {});
+    PutNode(FMap, 1, depth);
+    Put(FMap, 16, 2u);
+    for (int level = 1; level < depth; ++level) {
+      const auto node = Block(static_cast<std::uint32_t>(level) + 1);
+      PutNode(node, 1, depth - level);
+      Put(node, 16, static_cast<std::uint32_t>(level) + 2);
+    }
+    PutNode(Block(static_cast<std::uint32_t>(depth) + 1), 1, 0);
+    PutExtent(Block(static_cast<std::uint32_t>(depth) + 1), 0, 0, 3, 40);
+  }
+
+  [[nodiscard]] std::optional<std::uint64_t> Find(TFolderLayout layout, std::uint64_t blocks) {
+    std::vector<TBlockRun> runs;
+    TFolderBlocks found(FSource, FSuper);
+    const TInode inode{TInodeKind::Folder, layout, 2, blocks * kBlock};
+    if (!found.Find(inode, FMap, runs)) return std::nullopt;
+    std::uint64_t count = 0;
+    for (const TBlockRun& run : runs)
+      count += run.Count;
+    return count;
+  }
+
+  TMemorySource FSource{std::vector<std::byte>(64 * kBlock)};
+  TSuperblock FSuper;
+  std::array<std::byte, kMapSize> FMap{};
+};
+
+TEST_F(FolderBlocksTest, ExtentTreesOfAnyDepth) {
+  for (int depth = 1; depth <= 5; ++depth) {
+    PutChain(depth);
+    EXPECT_EQ(Find(TFolderLayout::Extents, 3), 3u) << depth;
+    EXPECT_EQ(Find(TFolderLayout::Extents, 2), 2u) << "what lies behind the end is not read";
+  }
+  PutChain(6);
+  EXPECT_FALSE(Find(TFolderLayout::Extents, 3));
+}
+
+TEST_F(FolderBlocksTest, DamagedExtentTreesAreRefused) {
+  const auto refused = [&](std::size_t at, std::uint16_t value) {
+    PutChain(2);
+    Put(Block(3), at, value);
+    return !Find(TFolderLayout::Extents, 60);
+  };
+  EXPECT_FALSE(refused(18, 0));      // nothing changed
+  EXPECT_TRUE(refused(0, 0xF30B));   // magic
+  EXPECT_TRUE(refused(2, 0));        // an empty leaf
+  EXPECT_TRUE(refused(2, 85));       // more entries than room
+  EXPECT_TRUE(refused(4, 85));       // more room than block
+  EXPECT_TRUE(refused(6, 1));        // wrong depth
+  EXPECT_TRUE(refused(16, 0));       // no blocks
+  EXPECT_TRUE(refused(16, 25));      // beyond the end of the volume
+  EXPECT_TRUE(refused(16, 0x8003));  // set aside, but not written
+  EXPECT_TRUE(refused(18, 1));       // far beyond the end
+}
+
+TEST_F(FolderBlocksTest, ExtentsThatComeBackAreRefused) {
+  PutNode(FMap, 2, 0);
+  PutExtent(FMap, 0, 0, 4, 40);
+  PutExtent(FMap, 1, 3, 4, 50);
+  EXPECT_FALSE(Find(TFolderLayout::Extents, 8)) << "overlapping";
+  PutExtent(FMap, 1, 4, 4, 40);
+  EXPECT_EQ(Find(TFolderLayout::Extents, 8), 8u);
+  PutNode(FMap, 4, 1);
+  for (std::size_t child = 0; child < 4; ++child)
+    Put(FMap, 16 + 12 * child, 2u);
+  PutNode(Block(2), 1, 0);
+  PutExtent(Block(2), 0, 0, 3, 40);
+  EXPECT_FALSE(Find(TFolderLayout::Extents, 12)) << "the same node again";
+}
+
+TEST_F(FolderBlocksTest, MapsOfThreeLevelsWithHoles) {
+  Put(FMap, 4 * 3, 50u);
+  Put(FMap, 4 * 12, 10u);
+  Put(Block(10), 4 * 7, 51u);
+  Put(FMap, 4 * 14, 11u);
+  Put(Block(11), 0, 12u);
+  Put(Block(12), 0, 13u);
+  Put(Block(13), 0, 52u);
+  FSource.Bytes().resize(std::size_t{70000} * kBlock);
+  FSuper.BlockCount = 70000;
+  EXPECT_EQ(Find(TFolderLayout::BlockMap, 12 + 256 + 65536 + 1), 3u);
+  EXPECT_EQ(Find(TFolderLayout::BlockMap, 12 + 256 + 65536), 2u);
+  EXPECT_EQ(Find(TFolderLayout::BlockMap, 19), 1u);
+  Put(Block(13), 0, 70000u);
+  EXPECT_FALSE(Find(TFolderLayout::BlockMap, 12 + 256 + 65536 + 1));
+}
+
+// A small volume can't make the reader follow the same blocks for ever.
+TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
+  Put(FMap, 4 * 12, 10u);
+  for (std::size_t i = 0; i < kBlock / 4; ++i)
+    Put(Block(10), 4 * i, 10u);
+  std::vector<TBlockRun> runs;
+  TFolderBlocks found(FSource, FSuper);
+  const TInode inode{TInodeKind::Folder, TFolderLayout::BlockMap, 2, 64 * kBlock};
+  EXPECT_TRUE(found.Find(inode, FMap, runs));
+  EXPECT_FALSE(found.Find(inode, FMap, runs));
+}
+
+class EntriesTest : public testing::Test {
+ protected:
+  void PutEntry(std::size_t at, std::uint32_t inode, std::uint16_t length, std::string_view name) {
+    Put(FBytes, at, inode);
+    Put(FBytes, at + 4, length);
+    Put(FBytes, at + 6, static_cast<std::uint8_t>(name.size()));
+    std::memcpy(FBytes.data() + at + 8, name.data(), name.size());
+  }
+  [[nodiscard]] std::optional<std::string> Names() const {
+    std::string names;
+    const bool sound = ForEachEntry(FBytes, [&](std::uint32_t, std::string_view name) {
+      names += std::string(name) + ",";
+      return true;
+    });
+    return sound ? std::optional(names) : std::nullopt;
+  }
+  std::array<std::byte, 64> FBytes{};
+};
+
+TEST_F(EntriesTest, UnusedAndOwnEntriesArePassedOver) {
+  PutEntry(0, 2, 12, ".");
+  PutEntry(12, 2, 12, "..");
+  PutEntry(24, 0, 12, "old");
+  PutEntry(36, 12, 16, "new");
+  PutEntry(52, 0, 12, "");
+  EXPECT_EQ(Names(), "new,");
+}
+
+TEST_F(EntriesTest, DamagedEntriesAreRefused) {
+  for (const int length : {0, 4, 8, 13, 68, 0xFFFC, 60}) {
+    PutEntry(0, 12, static_cast<std::uint16_t>(length), "name");
+    EXPECT_FALSE(Names()) << length;
+  }
+  PutEntry(0, 12, 64, "name");
+  EXPECT_EQ(Names(), "name,");
+  PutEntry(0, 12, 64, "");
+  EXPECT_FALSE(Names());
+}
+
+TEST(InlineTest, AttributesThatPointOutsideAreRefused) {
+  std::vector<std::byte> inode(256);
+  Put<std::uint16_t>(inode, 128, 32);
+  const std::size_t table = 128 + 32 + 4;
+  const auto rest = [&](std::uint16_t offset, std::uint32_t size, std::uint8_t nameLength) {
+    Put<std::uint32_t>(inode, table - 4, 0xEA020000);
+    Put<std::uint8_t>(inode, table, nameLength);
+    Put<std::uint8_t>(inode, table + 1, 7);
+    Put(inode, table + 2, offset);
+    Put(inode, table + 8, size);
+    std::memcpy(inode.data() + table + 16, "data", 4);
+    return InlineRest(inode);
+  };
+  ASSERT_TRUE(rest(60, 32, 4));
+  EXPECT_EQ(rest(60, 32, 4)->data(), inode.data() + table + 60);
+  EXPECT_FALSE(rest(60, 33, 4));
+  EXPECT_FALSE(rest(0xFFFF, 1, 4));
+  EXPECT_FALSE(rest(60, 0xFFFFFFFF, 4));
+  EXPECT_FALSE(rest(60, 32, 255));
+  Put<std::uint16_t>(inode, 128, 0xFFF0);
+  EXPECT_FALSE(InlineRest(inode));
+}
+
+// One number of a good superblock changed at a time; the checksum is off so that nothing but the number
+// tells.
+TEST(SuperblockTest, NumbersThatCannotBeTrueAreRefused) {
+  const TScratch scratch;
+  ASSERT_TRUE(Shell("truncate -s 8M " + scratch.Path("image") +
+                    " && mke2fs -q -F -t ext4 -b 1024 -O ^metadata_csum " + scratch.Path("image")));
+  const std::vector<std::byte> image = LoadFile(scratch.Path("image"));
+  const auto good = std::vector(image.begin() + kSuperblockOffset, image.begin() + 2 * kSuperblockOffset);
+  const struct {
+    std::size_t At;
+    std::uint32_t Value;
+    const char* What;
+  } kRows[] = {{0x00, 0, "inodes"},
+               {0x04, 8193, "blocks beyond the device"},
+               {0x04, 0, "no blocks"},
+               {0x14, 2, "first block"},
+               {0x18, 7, "block size"},
+               {0x20, 0, "blocks per group"},
+               {0x20, 9000, "group of more than its bitmap holds"},
+               {0x28, 0, "inodes per group"},
+               {0x28, 9000, "inodes of more than their bitmap holds"},
+               {0x38, 0xEF54, "magic"},
+               {0x54, 1, "first inode"},
+               {0x58, 300, "inode size"},
+               {0x58, 2048, "inode above a block"},
+               {0x60, 0x2C3, "compression"},
+               {0x60, 0x2C2 | 0x80000000u, "unknown"},
+               {0xFC, 48u << 16, "descriptor size"}};
+  ASSERT_TRUE(ParseSuperblock(good, image.size()));
+  for (const auto& row : kRows) {
+    auto bytes = good;
+    Put(bytes, row.At, row.Value);
+    EXPECT_FALSE(ParseSuperblock(bytes, image.size())) << row.What;
+  }
+}
+
+}  // namespace
+}  // namespace volindex::ext4

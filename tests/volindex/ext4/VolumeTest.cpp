@@ -1,0 +1,162 @@
+// Volumes of many feature sets read from images, beside a walk of the tree that they were made of.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "Listing.h"
+#include "Volumes.h"
+
+namespace volindex::ext4 {
+namespace {
+
+struct TCase {
+  const char* Name;
+  const char* Options;
+  const char* After = nullptr;  // a command on the image %
+};
+
+std::string NameOf(const testing::TestParamInfo<TCase>& row) {
+  return row.param.Name;
+}
+
+// The tree that all volumes are made of.
+class VolumeTest : public testing::Test {
+ public:
+  static void SetUpTestSuite() {
+    FScratch = std::make_unique<TScratch>();
+    MakeVariedTree(FScratch->Path("tree"));
+    FListing = WalkTree(FScratch->Path("tree"));
+    AddLostFound(FListing);
+  }
+  static void TearDownTestSuite() { FScratch.reset(); }
+
+ protected:
+  static inline std::unique_ptr<TScratch> FScratch;
+  static inline TListing FListing;
+};
+
+constexpr TCase kCases[] = {
+    {"ext2", "-t ext2 -b 4096"},
+    {"ext2_no_sparse_super", "-t ext2 -b 4096 -O ^sparse_super,^resize_inode -g 256"},
+    {"ext2_no_file_type", "-t ext2 -b 4096 -O ^filetype"},
+    {"ext3", "-t ext3 -b 4096"},
+    {"ext3_hashed", "-t ext3 -b 4096", "e2fsck -fyD %"},
+    {"ext4", "-t ext4"},
+    {"ext4_hashed", "-t ext4", "e2fsck -fyD %"},
+    {"not_64bit", "-t ext4 -O ^64bit"},
+    {"old_group_checksums", "-t ext4 -O ^metadata_csum,uninit_bg"},
+    {"old_group_checksums_64bit", "-t ext4 -O ^metadata_csum,uninit_bg,64bit"},
+    {"no_checksums", "-t ext4 -O ^metadata_csum,^uninit_bg"},
+    {"meta_bg", "-t ext4 -O meta_bg,^resize_inode"},
+    {"meta_bg_small_blocks", "-t ext4 -b 1024 -g 512 -O meta_bg,^resize_inode,^flex_bg"},
+    {"meta_bg_clusters_small_blocks", "-t ext4 -b 1024 -C 4096 -O bigalloc,meta_bg,^resize_inode"},
+    {"no_flex_bg", "-t ext4 -O ^flex_bg -g 512"},
+    {"sparse_super2", "-t ext4 -O sparse_super2,^resize_inode"},
+    {"bigalloc", "-t ext4 -O bigalloc -C 65536"},
+    {"bigalloc_small_blocks", "-t ext4 -b 1024 -O bigalloc -C 8192"},
+    {"inline_data", "-t ext4 -O inline_data"},
+    {"inline_data_large_inodes", "-t ext4 -O inline_data -I 1024"},
+    {"inline_data_small_blocks", "-t ext4 -b 1024 -O inline_data -I 512"},
+    {"inodes_128", "-t ext4 -I 128 -b 4096"},
+    {"inodes_1024", "-t ext4 -I 1024"},
+    {"inodes_4096", "-t ext4 -I 4096 -b 4096 -N 3000"},
+    {"few_inodes_per_group", "-t ext4 -N 4000 -g 1024"},
+    {"blocks_1024", "-t ext4 -b 1024"},
+    {"blocks_1024_hashed", "-t ext4 -b 1024", "e2fsck -fyD %"},
+    {"blocks_2048", "-t ext4 -b 2048"},
+    {"blocks_65536", "-t ext4 -b 65536"},
+    {"large_dir", "-t ext4 -O large_dir"},
+    {"casefold", "-t ext4 -E encoding=utf8 -O casefold"},
+    {"encrypt_but_nothing_encrypted", "-t ext4 -O encrypt"},
+    {"verity_and_quota", "-t ext4 -O verity,quota,project"},
+    {"ea_inode", "-t ext4 -O ea_inode"},
+    {"checksum_seed", "-t ext4 -O metadata_csum_seed", "tune2fs -U 01234567-89ab-cdef-0123-456789abcdef %"},
+    {"orphan_file", "-t ext4 -O orphan_file"},
+    {"multi_mount_protection", "-t ext4 -O mmp"},
+    {"no_journal", "-t ext4 -O ^has_journal"},
+};
+
+class FeatureTest : public VolumeTest, public testing::WithParamInterface<TCase> {};
+
+TEST_P(FeatureTest, IndexHoldsWhatTheTreeHolds) {
+  const std::string image = FScratch->Path("image");
+  ASSERT_TRUE(MakeImage(image, "192M", GetParam().Options, FScratch->Path("tree")));
+  if (GetParam().After) {
+    std::string command = GetParam().After;
+    command.replace(command.find('%'), 1, image);
+    // The checker's status 1 says that it has changed something.
+    ASSERT_TRUE(Shell(command + " || test $? -eq 1"));
+  }
+  const TOutcome outcome = ScanImage(image);
+  ASSERT_EQ(outcome.Result, TReadResult::Done);
+  ExpectSame(outcome.Index, FListing);
+  std::filesystem::remove(image);
+}
+
+INSTANTIATE_TEST_SUITE_P(Features, FeatureTest, testing::ValuesIn(kCases), NameOf);
+
+TEST_F(VolumeTest, ProgressRisesAndAStopIsObeyedAtEachOfItsSteps) {
+  ASSERT_TRUE(MakeImage(FScratch->Path("image"), "192M", "-t ext4", FScratch->Path("tree")));
+  const auto source = OpenByteSource(FScratch->Path("image"));
+  std::vector<int> seen;
+  for (int stopAt : {100, 1, 50, 51}) {
+    std::atomic<bool> stop{false};
+    TIndexBuilder builder;
+    const TScanControl control{stop, [&](int percent) {
+                                 if (stopAt == 100) seen.push_back(percent);
+                                 if (percent >= stopAt) stop = true;
+                               }};
+    EXPECT_EQ(ReadVolume(*source, TVolumeState::AtRest, builder, control, 1),
+              stopAt == 100 ? TReadResult::Done : TReadResult::Stopped);
+  }
+  EXPECT_TRUE(std::ranges::is_sorted(seen));
+  EXPECT_GE(seen.front(), 1);
+  EXPECT_LE(seen.back(), 99);
+}
+
+TEST_F(VolumeTest, WhatIsNotUnderstoodIsHandedOver) {
+  const std::string image = FScratch->Path("image");
+  for (const char* change : {"set_inode_field odd flags 0x80800",       // encrypted
+                             "set_inode_field odd mode 0xF1ED",         // of no known kind
+                             "set_inode_field aaa size_hi 0x10000000",  // longer than any file
+                             "link odd another",                        // a folder in two places
+                             "unlink odd",                              // a folder in no place
+                             "set_inode_field <2> links_count 0"}) {    // no root
+    ASSERT_TRUE(MakeImage(image, "192M", "-t ext4", FScratch->Path("tree")));
+    EXPECT_EQ(ScanImage(image).Result, TReadResult::Done);
+    ASSERT_TRUE(Shell("debugfs -w -R '" + std::string(change) + "' " + image));
+    EXPECT_EQ(ScanImage(image).Result, TReadResult::HandedOver) << change;
+  }
+}
+
+class LargeFolderTest : public testing::TestWithParam<TCase> {};
+
+// Hundreds of blocks that alternate with those of the files, so that hardly two are neighbours.
+TEST_P(LargeFolderTest, ScatteredBlocksAreAllFound) {
+  const TScratch scratch;
+  const std::string tree = scratch.Path("tree");
+  std::filesystem::create_directories(tree + "/large/inner");
+  for (int i = 0; i < 3000; ++i)
+    WriteFile(tree + "/large/" + std::string(180, 'n') + std::to_string(i),
+              std::string(std::size_t(1 + i % 3), 'x'));
+  TListing listing = WalkTree(tree);
+  AddLostFound(listing);
+  ASSERT_TRUE(MakeImage(scratch.Path("image"), "32M", GetParam().Options, tree));
+  if (GetParam().After) {
+    ASSERT_TRUE(Shell("e2fsck -fyD " + scratch.Path("image") + " || test $? -eq 1"));
+  }
+  const TOutcome outcome = ScanImage(scratch.Path("image"));
+  ASSERT_EQ(outcome.Result, TReadResult::Done);
+  ExpectSame(outcome.Index, listing);
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, LargeFolderTest,
+                         testing::Values(TCase{"extent_tree", "-t ext4 -b 1024"},
+                                         TCase{"block_map", "-t ext2 -b 1024"},
+                                         TCase{"extent_tree_hashed", "-t ext4 -b 1024", "-D"},
+                                         TCase{"block_map_hashed", "-t ext3 -b 1024", "-D"}),
+                         NameOf);
+
+}  // namespace
+}  // namespace volindex::ext4

@@ -1,0 +1,130 @@
+#include "MountedVolume.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
+
+#include "volindex/posix/ScanRoot.h"
+
+namespace volindex::ntfs {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool Run(const std::string& command) {
+  return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+std::string FirstLineOf(const std::string& command) {
+  std::string line(256, '\0');
+  FILE* const pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
+  const bool got = pipe != nullptr && std::fgets(line.data(), static_cast<int>(line.size()), pipe) != nullptr;
+  if (pipe != nullptr) ::pclose(pipe);
+  return got ? line.substr(0, line.find('\n')) : std::string();
+}
+
+// Walks a mounted tree without recursion, gathering what counts.
+class TWalk {
+ public:
+  explicit TWalk(const fs::path& root) : FRoot(root) {}
+
+  TTree Run() {
+    std::vector<std::string> folders = {""};
+    while (!folders.empty()) {
+      const std::string folder = folders.back();
+      folders.pop_back();
+      for (const auto& entry : fs::directory_iterator(FRoot / folder))
+        if (Visit(folder + entry.path().filename().string()))
+          folders.push_back(folder + entry.path().filename().string() + '/');
+    }
+    for (const auto& [inode, file] : FFiles)
+      Count(file.first, file.second);
+    return FTree;
+  }
+
+ private:
+  // True for a folder.
+  bool Visit(const std::string& path) {
+    struct stat status {};
+    if (::lstat((FRoot / path).c_str(), &status) != 0) return false;
+    if (S_ISDIR(status.st_mode)) {
+      FTree.Entries.try_emplace(path + '/', 0);
+      ++FTree.Folders;
+      return true;
+    }
+    const bool sized = S_ISREG(status.st_mode) || S_ISLNK(status.st_mode);
+    const auto size = sized ? static_cast<std::uint64_t>(status.st_size) : 0;
+    const auto [place, isNew] = FFiles.try_emplace(status.st_ino, path, size);
+    if (!isNew && path < place->second.first) place->second.first = path;
+    return false;
+  }
+
+  void Count(const std::string& path, std::uint64_t size) {
+    FTree.Entries[path] = size;
+    FTree.Total += size;
+    ++FTree.Files;
+    for (std::size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1))
+      FTree.Entries[path.substr(0, end + 1)] += size;
+  }
+
+  fs::path FRoot;
+  TTree FTree;
+  std::map<ino_t, std::pair<std::string, std::uint64_t>> FFiles;
+};
+
+}  // namespace
+
+TMountedVolume::TMountedVolume(const TShape& shape) {
+  std::string pattern = (fs::temp_directory_path() / "volindex_ntfs_XXXXXX").string();
+  if (::geteuid() != 0 || ::mkdtemp(pattern.data()) == nullptr) return;
+  FFolder = pattern;
+  fs::create_directory(Root());
+  std::ofstream(Image()).close();
+  fs::resize_file(Image(), shape.Megabytes << 20);
+  if (!Run("mkntfs -F -Q -q -p 0 -H 0 -S 0 -c " + std::to_string(shape.ClusterSize) + " -s " +
+           std::to_string(shape.SectorSize) + ' ' + Image().string()))
+    return;
+  FDevice = FirstLineOf("losetup --find --show " + Image().string());
+  FMounted = !FDevice.empty() && Run("ntfs-3g -o compression " + FDevice + ' ' + Root().string());
+}
+
+TMountedVolume::~TMountedVolume() {
+  Unmount();
+  if (!FFolder.empty()) fs::remove_all(FFolder);
+}
+
+void TMountedVolume::Unmount() {
+  if (FMounted) Run("umount " + Root().string());
+  if (!FDevice.empty()) Run("losetup --detach " + FDevice);
+  FMounted = false;
+  FDevice.clear();
+}
+
+TScanRoot TMountedVolume::ScanRoot() const {
+  return DescribeScanRoot(Root().string()).value_or(TScanRoot{});
+}
+
+TTree TMountedVolume::Walk() const {
+  return TWalk(Root()).Run();
+}
+
+std::optional<TTree> TMountedVolume::Read() const {
+  const std::atomic<bool> noStop{false};
+  TNtfsReader reader;
+  TIndexBuilder builder;
+  if (!reader.Accepts(ScanRoot())) return std::nullopt;
+  if (reader.Read(ScanRoot(), builder, {noStop, {}}) != TReadResult::Done) return std::nullopt;
+  return TreeOf(builder.TakeIndex());
+}
+
+void MakeFile(const fs::path& path, std::uint64_t length) {
+  std::ofstream(path) << std::string(static_cast<std::size_t>(std::min<std::uint64_t>(length, 70000)), 'x');
+  if (length > 70000) fs::resize_file(path, length);
+}
+
+}  // namespace volindex::ntfs

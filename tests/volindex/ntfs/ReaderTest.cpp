@@ -1,0 +1,280 @@
+// The reader on volumes written record by record: what no tool of today leaves behind on purpose.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "ReadTree.h"
+#include "VolumeMaker.h"
+
+namespace volindex::ntfs {
+namespace {
+
+using TEntries = std::map<std::string, std::uint64_t>;
+using enum TAttributeType;
+
+TEntries EntriesOf(const TVolumeMaker& maker) {
+  const auto tree = ReadTree(maker.Make());
+  EXPECT_TRUE(tree);
+  return tree ? tree->Entries : TEntries{};
+}
+
+TRecordMaker File(std::u16string_view name, std::size_t length, std::uint64_t parent = kRoot,
+                  std::uint16_t sequence = 1) {
+  return TRecordMaker(false, sequence).Name(parent, name).Data(length);
+}
+
+TRecordMaker Folder(std::u16string_view name, std::uint64_t parent = kRoot, std::uint16_t sequence = 1) {
+  return TRecordMaker(true, sequence).Name(parent, name);
+}
+
+TEST(NtfsReader, ReadsEveryClusterAndRecordSize) {
+  for (const std::uint32_t cluster : {512u, 4096u, 65536u})
+    for (const std::uint32_t record : {1024u, 4096u}) {
+      const std::int64_t table = 257 * 1024 / cluster + 1;
+      TVolumeMaker maker(cluster, record, static_cast<std::uint64_t>(table) + 8);
+      maker.TableRuns({{table, 4}});
+      maker.Put(24, Folder(u"a")).Put(25, File(u"b", 7, Reference(24, 1))).Put(60, File(u"c", 9));
+      EXPECT_EQ(EntriesOf(maker), (TEntries{{"a/", 7}, {"a/b", 7}, {"c", 9}})) << cluster << ' ' << record;
+    }
+}
+
+TEST(NtfsReader, FollowsTheTableInPiecesSmallerThanARecord) {
+  TVolumeMaker maker(512, 1024, 512);
+  maker.TableRuns({{21, 20}, {31, 300}, {5, 10}, {33, 100}});
+  TEntries expected;
+  for (std::uint64_t record = 24; record < 45; ++record) {
+    maker.Put(record, File(std::u16string(1, static_cast<char16_t>('A' + record - 24)), record));
+    expected[std::string(1, static_cast<char>('A' + record - 24))] = record;
+  }
+  EXPECT_EQ(EntriesOf(maker), expected);
+}
+
+// Record 0 keeps the first part of the table's runs, two extension records the others; the second of them
+// lies in the part that only the first makes known.
+TVolumeMaker SpreadTable(bool listOutside) {
+  const std::vector<TListLine> lines = {
+      {Data, 0, Reference(0, 1)}, {Data, 8, Reference(15, 1)}, {Data, 16, Reference(40, 1)}};
+  TVolumeMaker maker(4096, 1024, 128);
+  maker.TableRuns({{8, 4}, {8, 50}, {8, 30}});
+  TRecordMaker table;
+  if (listOutside) {
+    maker.PutBytes(100, MakeList(lines));
+    table.NonResident(AttributeList, PackRuns({{1, 100}}), MakeList(lines).size());
+  } else {
+    table.Resident(AttributeList, MakeList(lines));
+  }
+  maker.OwnTableRecord(table.NonResident(Data, PackRuns({{8, 4}}), 96 * 1024));
+  const auto extent = [](std::int64_t cluster, std::uint64_t vcn) {
+    return TRecordMaker().Base(Reference(0, 1)).NonResident(Data, PackRuns({{8, cluster}}), 0, vcn);
+  };
+  maker.Put(15, extent(50, 8)).Put(40, extent(30, 16));
+  return maker.Put(24, File(u"first", 1)).Put(63, File(u"second", 2)).Put(95, File(u"third", 3));
+}
+
+TEST(NtfsReader, FindsATableDescribedByAnAttributeList) {
+  const TEntries expected = {{"first", 1}, {"second", 2}, {"third", 3}};
+  EXPECT_EQ(EntriesOf(SpreadTable(false)), expected);
+  EXPECT_EQ(EntriesOf(SpreadTable(true)), expected);
+}
+
+TEST(NtfsReader, HandsOverIfTheTableIsNotToBeHadWhole) {
+  TVolumeMaker staleExtent = SpreadTable(false);
+  staleExtent.Put(40,
+                  TRecordMaker(false, 2).Base(Reference(0, 1)).NonResident(Data, PackRuns({{8, 30}}), 0, 16));
+  EXPECT_FALSE(ReadTree(staleExtent.Make())) << "an extent in a reused record";
+  TVolumeMaker lost = SpreadTable(false);
+  lost.Put(15, TRecordMaker().Base(Reference(0, 1)).NonResident(Data, PackRuns({{8, 50}}), 0, 9));
+  EXPECT_FALSE(ReadTree(lost.Make())) << "a gap in the runs";
+  TImage noRoot = TVolumeMaker().Make();
+  noRoot[TVolumeMaker().OffsetOf(5) + 0x16] = std::byte{1};
+  EXPECT_FALSE(ReadTree(noRoot)) << "a root that is no folder";
+  TImage torn = TVolumeMaker().Make();
+  torn[TVolumeMaker().OffsetOf(0) + 511] ^= std::byte{1};
+  EXPECT_FALSE(ReadTree(torn)) << "a torn record 0";
+}
+
+TEST(NtfsReader, RecordsBeyondTheWrittenPartAreNotLookedAt) {
+  TVolumeMaker maker;
+  maker.OwnTableRecord(TRecordMaker().NonResident(Data, PackRuns({{32, 4}}), 128 * 1024, 0, 40 * 1024));
+  maker.Put(39, File(u"written", 1)).Put(40, File(u"garbage", 2));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"written", 1}}));
+}
+
+TEST(NtfsReader, LeavesOutMetadataDeletedAndReusedRecords) {
+  TVolumeMaker maker;
+  maker.Put(11, Folder(u"$Extend", kRoot, 11)).Put(24, File(u"$ObjId", 5, Reference(11, 11)));
+  maker.Put(9, File(u"$Secure", 5));
+  maker.Put(25, File(u"deleted", 5).Deleted());
+  maker.Put(26, Folder(u"new folder", kRoot, 8));
+  maker.Put(27, File(u"of the new", 3, Reference(26, 8)));
+  maker.Put(28, File(u"of the old", 4, Reference(26, 7)));
+  maker.Put(29, File(u"of no record", 4, Reference(4000, 1)));
+  maker.Put(30, File(u"of a file", 4, Reference(27, 1)));
+  maker.Put(31, Folder(u"loop", Reference(32, 1))).Put(32, Folder(u"pool", Reference(31, 1)));
+  maker.Put(33, File(u"in the loop", 4, Reference(31, 1)));
+  maker.Put(34, File(u"of the old root", 4, Reference(5, 4)));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"new folder/", 3}, {"new folder/of the new", 3}}));
+}
+
+TEST(NtfsReader, ADosNameIsNoSecondLink) {
+  TVolumeMaker maker;
+  maker.Put(24, Folder(u"b")).Put(25, Folder(u"a"));
+  const std::uint64_t b = Reference(24, 1), a = Reference(25, 1);
+  maker.Put(26, TRecordMaker().Name(b, u"LONGNA~1", TNameSpace::Dos).Name(b, u"long name here").Data(10));
+  maker.Put(27,
+            TRecordMaker().Name(b, u"hard").Name(a, u"HARD~1", TNameSpace::Dos).Name(a, u"hardly").Data(20));
+  maker.Put(28, TRecordMaker().Name(b, u"x", TNameSpace::Posix).Name(b, u"X", TNameSpace::Posix).Data(40));
+  maker.Put(29, TRecordMaker().Name(b, u"y").Name(Reference(25, 9), u"gone").Data(80));
+  maker.Put(30, TRecordMaker().Name(b, u"ONLY", TNameSpace::Dos).Data(100));
+  EXPECT_EQ(
+      EntriesOf(maker),
+      (TEntries{
+          {"a/", 20}, {"b/", 130}, {"a/hardly", 20}, {"b/X", 40}, {"b/long name here", 10}, {"b/y", 80}}));
+}
+
+TEST(NtfsReader, CountsTheLengthOfTheUnnamedData) {
+  TVolumeMaker maker;
+  const auto named = [](std::u16string_view name) { return TRecordMaker().Name(kRoot, name); };
+  maker.Put(24, named(u"streams").Data(300, u"stream"));
+  maker.Put(25, named(u"both").Data(3).Data(400, u"stream"));
+  maker.Put(26, named(u"hole").NonResident(Data, PackRuns({{8, -1}}), 30000, 0, 0));
+  maker.Put(27, named(u"huge").NonResident(Data, PackRuns({{8, -1}}), 1ull << 50));
+  maker.Put(28, TRecordMaker(true).Name(kRoot, u"folder").Data(50));
+  EXPECT_EQ(EntriesOf(maker),
+            (TEntries{{"streams", 0}, {"both", 3}, {"hole", 30000}, {"huge", 1ull << 50}, {"folder/", 0}}));
+}
+
+TEST(NtfsReader, GathersAFileFromItsExtensionRecords) {
+  TVolumeMaker maker;
+  const std::uint64_t base = Reference(30, 3);
+  const TImage list = MakeList({{FileName, 0, base},
+                                {FileName, 0, Reference(24, 2)},
+                                {Data, 0, Reference(50, 1)},
+                                {Data, 9, Reference(51, 1)}});
+  maker.Put(30, TRecordMaker(false, 3).Resident(AttributeList, list).Name(kRoot, u"z"));
+  maker.Put(24, TRecordMaker(false, 2).Base(base).Name(kRoot, u"a"));
+  maker.Put(50, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 36000));
+  maker.Put(51, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 77, 9));
+  maker.Put(52, TRecordMaker().Base(base).Name(kRoot, u"0 not in the list"));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"a", 36000}}));
+  maker.Put(24, TRecordMaker(false, 3).Base(base).Name(kRoot, u"a"));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"z", 36000}})) << "the record of one name was reused";
+  maker.Put(50, TRecordMaker().Base(Reference(30, 2)).NonResident(Data, PackRuns({{9, 0}}), 36000));
+  EXPECT_EQ(EntriesOf(maker), TEntries{}) << "no length to be had";
+}
+
+TEST(NtfsReader, AListMayLieOutsideTheRecord) {
+  TVolumeMaker maker;
+  const TImage list = MakeList({{FileName, 0, Reference(24, 1)}, {Data, 0, Reference(25, 1)}});
+  maker.PutBytes(50, list);
+  maker.Put(24,
+            TRecordMaker().NonResident(AttributeList, PackRuns({{1, 50}}), list.size()).Name(kRoot, u"f"));
+  maker.Put(25, TRecordMaker().Base(Reference(24, 1)).Data(12));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"f", 12}}));
+}
+
+TEST(NtfsReader, SkipsABadRecordAlone) {
+  TVolumeMaker maker;
+  for (std::uint64_t record = 24; record < 30; ++record)
+    maker.Put(record, File(std::u16string(1, static_cast<char16_t>('a' + record - 24)), record));
+  TImage image = maker.Make();
+  image[maker.OffsetOf(24) + 511] ^= std::byte{1};            // torn
+  image[maker.OffsetOf(26) + 0x98 + 4] = std::byte{0xFF};     // an attribute of crooked length
+  std::memcpy(image.data() + maker.OffsetOf(28), "BAAD", 4);  // marked bad by a checker
+  Store(image, maker.OffsetOf(29) + 0x2C, 12345u);            // a wrong number of its own: not trusted
+  const auto tree = ReadTree(image);
+  ASSERT_TRUE(tree);
+  EXPECT_EQ(tree->Entries, (TEntries{{"b", 25}, {"d", 27}, {"f", 29}}));
+  EXPECT_EQ(tree->Unreadable, 2u);
+}
+
+TEST(NtfsReader, ReparsePointsAreFilesAndNeverEntered) {
+  TVolumeMaker maker;
+  TImage link(20), compressed(24);
+  Store(link, 0, 0xA0000003u);
+  Store<std::uint16_t>(link, 10, 4);
+  Store(compressed, 0, 0x80000017u);
+  maker.Put(24, Folder(u"junction").Resident(ReparsePoint, link));
+  maker.Put(25, File(u"beneath", 9, Reference(24, 1)));
+  maker.Put(26, File(u"compressed", 400).Resident(ReparsePoint, compressed));
+  const TImage image = maker.Make();
+  EXPECT_EQ(ReadTree(image)->Entries, (TEntries{{"junction", 2}, {"compressed", 34}}));
+  EXPECT_EQ(ReadTree(TMemorySource(image), 2, TForeignTags::ShownAsData)->Entries,
+            (TEntries{{"junction", 2}, {"compressed", 400}}));
+}
+
+TEST(NtfsReader, NamesThatNoPathCanHoldAreIgnored) {
+  TVolumeMaker maker;
+  using namespace std::string_view_literals;
+  maker.Put(24, File(u"..", 1)).Put(25, File(u"a/b", 2)).Put(26, File(u"a\0b"sv, 3)).Put(27, File({}, 4));
+  maker.Put(28, File(u"\xD800", 5)).Put(29, File(u"...", 6));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"\xED\xA0\x80", 5}, {"...", 6}}));
+}
+
+// More files in a folder that is gone than the top list holds, all larger than those that count.
+TEST(NtfsReader, LeftOverFilesPushNoneOutOfTheTopList) {
+  TVolumeMaker maker(4096, 1024, 4096);
+  maker.TableRuns({{4000, 4}});
+  constexpr std::uint64_t kGone = 14000, kKept = 1200;
+  for (std::uint64_t i = 0; i < kGone; ++i)
+    maker.Put(24 + i, File(u"gone", 400, Reference(15999, 1)));
+  std::u16string name = u"kept";
+  for (std::uint64_t i = 0; i < kKept; ++i) {
+    name.resize(4);
+    for (const char digit : std::to_string(i))
+      name.push_back(static_cast<char16_t>(digit));
+    maker.Put(24 + kGone + i, File(name, i % 300));
+  }
+  const auto tree = ReadTree(maker.Make());
+  ASSERT_TRUE(tree);
+  EXPECT_EQ(tree->Files, kKept);
+  EXPECT_EQ(tree->Entries.size(), kTopCount);
+  EXPECT_EQ(tree->Entries.at("kept299"), 299u);
+}
+
+// Thousands of folders and files in a shuffled order of records; every number of threads gives one answer.
+TEST(NtfsReader, TheAnswerDoesNotDependOnTheThreads) {
+  TVolumeMaker maker(4096, 1024, 2048);
+  maker.TableRuns({{2000, 4}});
+  std::mt19937 random(7);
+  for (std::uint64_t record = 24; record < 7900; ++record) {
+    const std::uint64_t parent = random() % 3 == 0 ? kRoot : Reference(24 + random() % 7876, 1);
+    const std::u16string name = {static_cast<char16_t>(0x4E00 + record), u'x'};
+    if (random() % 4 == 0)
+      maker.Put(record, Folder(name, parent));
+    else
+      maker.Put(record, File(name, random() % 300, parent).Name(Reference(24 + random() % 7876, 1), name));
+  }
+  const TImage image = maker.Make();
+  const auto once = ReadTree(image, 1);
+  ASSERT_TRUE(once);
+  EXPECT_GT(once->Files, 1000u);
+  for (const unsigned threads : {1u, 2u, 3u, 8u})
+    EXPECT_TRUE(ReadTree(image, threads) == once) << threads;
+}
+
+TEST(NtfsReader, StopsWhenTold) {
+  const TImage image = TVolumeMaker().Put(24, File(u"a", 1)).Make();
+  const std::atomic<bool> stop{true};
+  TIndexBuilder builder;
+  EXPECT_EQ(ReadNtfs(TMemorySource(image), TForeignTags::ShownAsData, builder, {stop, {}}, 2),
+            TReadResult::Stopped);
+}
+
+TEST(NtfsReader, ProgressStaysWithin1And99) {
+  TVolumeMaker maker(4096, 1024, 2048);
+  const TImage image = maker.TableRuns({{2000, 4}}).Make();
+  const std::atomic<bool> noStop{false};
+  std::vector<int> reported;
+  TIndexBuilder builder;
+  const TScanControl control{noStop, [&reported](int percent) { reported.push_back(percent); }};
+  ASSERT_EQ(ReadNtfs(TMemorySource(image), TForeignTags::ShownAsData, builder, control, 1),
+            TReadResult::Done);
+  ASSERT_GE(reported.size(), 8u);
+  EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
+  EXPECT_GE(reported.front(), 1);
+  EXPECT_LE(reported.back(), 99);
+}
+
+}  // namespace
+}  // namespace volindex::ntfs
