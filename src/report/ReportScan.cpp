@@ -37,12 +37,13 @@ TReportScan::TReportScan(bool showProgress)
           {WM_SCANSTOPPED, [this](const TMessage&) { End(true); }},
           {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan.Stop(); }},
       }),
-      FScan(&FWindow) {
+      FScan(&FWindow, showProgress ? TPathDisplay::Shown : TPathDisplay::None) {
   FScan.SetProgressTarget(&FWindow, WM_SCANPROGRESS);
   QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
 }
 
 TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
+  FPaths = paths;
   FClock.start();
   FTick.start(kTick);
   FScan.Start(paths, folderMode);
@@ -65,8 +66,11 @@ void TReportScan::Interrupt() {
 }
 
 void TReportScan::TakeStatus(const TMessage& message) {
-  if (message.WParam == kScanStatusPath && FShowProgress)
+  if (!FShowProgress) return;
+  if (message.WParam == kScanStatusPath)
     FLine.SetPath(reinterpret_cast<const TPathText*>(message.LParam)->Load());
+  else if (message.WParam == kScanStatusRow && message.LParam < FPaths.size())
+    FLine.SetPath(FPaths[message.LParam]);
 }
 
 // A stop that comes just before a walk begins is lost on that walk, so it is asked for until it is answered.

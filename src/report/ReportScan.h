@@ -27,6 +27,7 @@ class TReportScan {
   void End(bool stopped);
 
   const bool FShowProgress;
+  QStringList FPaths;  // of the present run
   TProgressLine FLine;
   bool FInterrupted = false;
   bool FStopped = false;

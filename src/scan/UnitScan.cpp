@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <thread>
 
 namespace {
@@ -19,18 +20,59 @@ TFileInfoEx ResultRow(const T& record) {
   return {record.Path, record.Name, record.Size};
 }
 
+// Texts for the library and from it; its buffers hold one path.
+constexpr quint32 kPathUnits = TPathText::kUnits;
+
+const char16_t* Utf16(const QString& text) {
+  return reinterpret_cast<const char16_t*>(text.utf16());
+}
+
+quint64 Joined(quint32 high, quint32 low) {
+  return quint64{high} << 32 | low;
+}
+
+// Nothing for a record that the library can't deliver.
+std::optional<TFileInfoEx> RecordAt(int index) {
+  constexpr quint32 kOption = 4;
+  char16_t name[kPathUnits];
+  char16_t path[kPathUnits];
+  quint32 high = 0;
+  quint32 low = 0;
+  if (Tallyscope_GetRecordByIndex(index, name, kPathUnits, path, kPathUnits, &high, &low, kOption) == 0)
+    return std::nullopt;
+  return TFileInfoEx{QString::fromUtf16(path), QString::fromUtf16(name), Joined(high, low)};
+}
+
+quint64 VolumeBytes(const QString& path) {
+  quint32 high = 0;
+  quint32 low = 0;
+  Tallyscope_GetFolderSize(Utf16(path), &high, &low);
+  return Joined(high, low);
+}
+
+void PostToWindow(void* window, unsigned message, uintptr_t wparam, intptr_t lparam) {
+  PostMessage(static_cast<TMessageWindow*>(window), message, wparam, lparam);
+}
+
 }  // namespace
 
-TTallyscopeScan::TTallyscopeScan(TMessageWindow* statusWnd) : FStatusWnd(statusWnd), FWalker(statusWnd) {}
+TTallyscopeScan::TTallyscopeScan(TMessageWindow* statusWnd, TPathDisplay paths)
+    : FStatusWnd(statusWnd),
+      FPathDisplay(paths),
+      FTicker(statusWnd),
+      FWalker(paths == TPathDisplay::Shown ? statusWnd : nullptr) {}
 
 TTallyscopeScan::~TTallyscopeScan() {
   Stop();
   Finish();
+  Tallyscope_SetNotifyHwnd(nullptr, 0);
 }
 
 void TTallyscopeScan::SetProgressTarget(TMessageWindow* progressWnd, unsigned progressMsg) {
   FProgressWnd = progressWnd;
   FProgressMsg = progressMsg;
+  FNotify = {progressWnd, PostToWindow};
+  Tallyscope_SetNotifyHwnd(&FNotify, progressMsg);
   FWalker.SetProgressTarget(progressWnd, progressMsg);
 }
 
@@ -47,6 +89,7 @@ void TTallyscopeScan::Start(const QStringList& paths, bool folderMode) {
 
 void TTallyscopeScan::Stop() {
   FStopped.store(true);
+  Tallyscope_Stop();
   FWalker.Stop();
 }
 
@@ -102,8 +145,41 @@ void TTallyscopeScan::ScanDrives(int total, int first) {
   for (int i = 0; i < FPaths.size() && !FStopped; ++i) {
     PostStatus(i);
     PostStep(total, first + i);
-    ScanFolder(FPaths[i]);
+    if (Tallyscope_CheckFileSystem(Utf16(FPaths[i])) == 0)
+      ScanFolder(FPaths[i]);
+    else
+      ScanVolume(FPaths[i]);
   }
+}
+
+// After a stop the same calls run, and find nothing to take.
+void TTallyscopeScan::ScanVolume(const QString& path) {
+  const bool ticks = FPathDisplay == TPathDisplay::Shown;
+  if (ticks) FTicker.Start(path);
+  Tallyscope_ScanLocalDrive(Utf16(path));
+  PullRecords(kPhaseFiles, kRowsPerPath, TALLYSCOPE_FILES, FFiles);
+  PullRecords(kPhaseFolders, kRowsPerPath, TALLYSCOPE_FOLDERS, FFolders);
+  Tallyscope_GetRecordCount(&FFileCount, &FFolderCount);
+  FPathTotals.Add({FFileCount, FFolderCount, VolumeBytes(path)});
+  Tallyscope_Free();
+  if (ticks) FTicker.Stop();
+}
+
+// The library gives its records largest first; one that it can't deliver takes nothing from the limit.
+void TTallyscopeScan::PullRecords(int base, int limit, int kind, TList<TFileInfoEx>& list) {
+  Tallyscope_OpenRecord(kind);
+  const auto count = static_cast<int>(Tallyscope_GetRecordCount(nullptr, nullptr));
+  if (count == 0) return;
+  const int step = count / std::min(count, 100);
+  int accepted = 0;
+  int posts = 0;
+  for (int index = 0; index < count && accepted < limit && !FStopped; ++index) {
+    const auto record = RecordAt(index);
+    if (!record) continue;
+    list.Add(*record);
+    if (++accepted % step == 0) PostPhase(base + ++posts);
+  }
+  PostPhase(base + 100);
 }
 
 void TTallyscopeScan::ScanDownloadFolders(int total, int first, const QStringList& locations) {

@@ -4,8 +4,10 @@
 
 #include "platform/Messages.h"
 #include "scan/ScanRecords.h"
+#include "scan/UnitTextProgressThread.h"
 #include "scan/Volindex.h"
 #include "support/TWorkerThread.h"
+#include "volindex/include/volindex.h"
 
 #include <QStringList>
 
@@ -25,6 +27,10 @@ struct TPathTotals {
 };
 Q_DECLARE_TYPEINFO(TPathTotals, Q_RELOCATABLE_TYPE);
 
+// Whether the window shows the paths that a scan is at. If not, none is posted and no ticker starts, which
+// spares each volume the ticker's pause.
+enum class TPathDisplay { Shown, None };
+
 // Owned by the main thread, which calls everything public. The results belong to the scan thread from Start
 // to its final message (WM_SCANDONE or WM_SCANSTOPPED) and to the main thread from then on to the next
 // Start; they have no lock. After a stop they are partial and not sorted.
@@ -32,7 +38,7 @@ class TTallyscopeScan : public TWorkerThread {
  public:
   // The status window receives WM_SCANSTATUS and WM_SCANDONE. It must outlive this object and read no more
   // path texts after its end, since their buffer goes with it.
-  explicit TTallyscopeScan(TMessageWindow* statusWnd);
+  explicit TTallyscopeScan(TMessageWindow* statusWnd, TPathDisplay paths = TPathDisplay::Shown);
   ~TTallyscopeScan() override;
 
   // Where the steps and phases go, under this number, and WM_SCANSTOPPED. Not during a scan.
@@ -69,6 +75,8 @@ class TTallyscopeScan : public TWorkerThread {
   void RunScan();
   void ScanFolder(const QString& path);
   void ScanDrives(int total, int first);
+  void ScanVolume(const QString& path);
+  void PullRecords(int base, int limit, int kind, TList<TFileInfoEx>& list);
   void TakeDownloadFiles();
   void SortResults();
 
@@ -87,7 +95,10 @@ class TTallyscopeScan : public TWorkerThread {
   TList<TFileInfoEx> FDownloadFiles;
   std::atomic<bool> FStopped{false};
   TMessageWindow* const FStatusWnd;
+  const TPathDisplay FPathDisplay;
+  TTextProgressThread FTicker;
   TTallyscope FWalker;
   TMessageWindow* FProgressWnd = nullptr;
   unsigned FProgressMsg = 0;
+  TTallyscopeNotify FNotify{};  // how the volume index library reaches FProgressWnd
 };

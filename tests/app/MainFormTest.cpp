@@ -62,10 +62,14 @@ TEST_F(MainForm, ADoubleClickOnADriveAnalysesItAtOnce) {
   FForm->show();
   TListView& list = List("lvOverview");
   QStringList scanned;
-  QTimer::singleShot(0, FWizard.get(), [&] {  // before any scan can end
+  QTimer whileShowing;
+  QObject::connect(&whileShowing, &QTimer::timeout, FWizard.get(), [&] {
+    if (!FWizard->isVisible()) return;
     scanned = FWizard->Targets();
     FWizard->reject();
+    whileShowing.stop();
   });
+  whileShowing.start(0);
   QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, CellOf(list, 0));
   EXPECT_EQ(scanned, QStringList{FForm->Drives().Drives()[0].Root});
   EXPECT_TRUE(WaitFor([this] { return FWizard->ScanThread().Suspended(); }));

@@ -183,7 +183,7 @@ TEST(ReportProgram, ShowsItsProgressOnATerminalAndTakesItOff) {
   TTempTree tree;
   MakeFiles(tree);
   QProcess process;
-  StartOnTerminal(process, tree, 2000, u""_qs, u"/dev/null"_qs);
+  StartOnTerminal(process, tree, 3, u""_qs, u"/dev/null"_qs);
   const TRun run = Finish(process);
   EXPECT_EQ(run.ExitCode, 0);
   EXPECT_TRUE(run.Out.contains("% " + NameToBytes(tree.Path()))) << run.Out.constData();
