@@ -195,8 +195,12 @@ void TFormWizard::StopAndWaitBriefly() {
     QThread::msleep(1);
 }
 
+// A window that was closed before its scan began begins none.
 void TFormWizard::ScanBegin() {
-  StartAnalysis();
+  if (isVisible())
+    StartAnalysis();
+  else
+    FTargets.clear();
 }
 
 void TFormWizard::ScanDone() {

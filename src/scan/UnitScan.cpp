@@ -156,7 +156,7 @@ void TTallyscopeScan::ScanDrives(int total, int first) {
 void TTallyscopeScan::ScanVolume(const QString& path) {
   const bool ticks = FPathDisplay == TPathDisplay::Shown;
   if (ticks) FTicker.Start(path);
-  Tallyscope_ScanLocalDrive(Utf16(path));
+  if (!FStopped) Tallyscope_ScanLocalDrive(Utf16(path));  // a stop during the ticker's pause is not lost
   PullRecords(kPhaseFiles, kRowsPerPath, TALLYSCOPE_FILES, FFiles);
   PullRecords(kPhaseFolders, kRowsPerPath, TALLYSCOPE_FOLDERS, FFolders);
   Tallyscope_GetRecordCount(&FFileCount, &FFolderCount);

@@ -33,6 +33,9 @@ class TFormMain : public QMainWindow, public TResultForm {
   // Images of drive rows, for the wizard too.
   [[nodiscard]] TImageList& StaticImages() { return *imglstStatic; }
 
+  // True once the first activation was handled.
+  [[nodiscard]] bool Activated() const { return FActivated; }
+
   // TResultForm
   [[nodiscard]] const TDriveList& Drives() const override { return FState.FDrives; }
   [[nodiscard]] const TLanguage& Language() const override { return FState.FLanguage; }

@@ -14,11 +14,17 @@ class MainForm : public TFormsTest {
  protected:
   void Analyse() {
     Open();
-    FForm->SetScanForm(*FWizard);
     ShowWizard();
     FWizard->PreselectFolder(FTree.Path());
     Click(Button("btnAnalyze"));
     ASSERT_TRUE(WaitForResult());
+    Join();
+  }
+
+  // From here on commands reach the wizard; the first activation, which opens it, is over by then.
+  void Join() {
+    ASSERT_TRUE(WaitFor([this] { return FForm->Activated(); }));
+    FForm->SetScanForm(*FWizard);
   }
 
   [[nodiscard]] bool Enabled(const char* command) {
@@ -58,8 +64,8 @@ TEST_F(MainForm, SelectingADriveTellsOfItAndDeselectingOfTheComputer) {
 
 TEST_F(MainForm, ADoubleClickOnADriveAnalysesItAtOnce) {
   Open();
-  FForm->SetScanForm(*FWizard);
   FForm->show();
+  Join();
   TListView& list = List("lvOverview");
   QStringList scanned;
   QTimer whileShowing;
