@@ -22,6 +22,7 @@
 namespace {
 
 constexpr int kCloseWaitMs = 200;
+constexpr int kStopAgainMs = 50;
 constexpr QSize kClientSize(595, 382);
 constexpr int kBottomHeight = 49;
 constexpr int kTargetTab = 0;
@@ -61,6 +62,8 @@ TFormWizard::TFormWizard(TResultForm& results, TImageList& images, const TStartP
   setObjectName(u"FormWizard"_qs);
   AutoScan = FParameters.AutoStart() != TAutoStart::None;
   CountDownloads = FParameters.AutoStart() != TAutoStart::ScanSystem;
+  FStopAgain.setInterval(kStopAgainMs);
+  connect(&FStopAgain, &QTimer::timeout, this, [this] { FScanThread.Stop(); });
   BuildPages(images);
 }
 
@@ -162,7 +165,13 @@ void TFormWizard::StartAnalysis() {
 
 void TFormWizard::StopAnalysis() {
   btnAnalyze->setEnabled(false);
+  AskToStop();
+}
+
+// A stop that comes just before a walk begins is lost on that walk, so it is asked for until it is answered.
+void TFormWizard::AskToStop() {
   FScanThread.Stop();
+  FStopAgain.start();
 }
 
 void TFormWizard::ShowTargetPage() {
@@ -189,7 +198,7 @@ bool TFormWizard::FormClose() {
 }
 
 void TFormWizard::StopAndWaitBriefly() {
-  FScanThread.Stop();
+  AskToStop();
   const QDeadlineTimer deadline(kCloseWaitMs);
   while (!FScanThread.Suspended() && !deadline.hasExpired())
     QThread::msleep(1);
@@ -208,6 +217,7 @@ void TFormWizard::ScanDone() {
     ScanStopped();
     return;
   }
+  FStopAgain.stop();
   btnAnalyze->hide();
   FCanClose = false;
   FResults.FillResults(FScanThread, FTargets);
@@ -238,6 +248,7 @@ void TFormWizard::ScanProgress(const TMessage& message) {
 
 // After a close during the scan the user may have opened the window again on other targets: those stay.
 void TFormWizard::ScanStopped() {
+  FStopAgain.stop();
   const bool hasNewTargets = FAbandoned && isVisible() && !FTargets.isEmpty();
   FAbandoned = false;
   ShowTargetPage();

@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QStringList>
+#include <QTimer>
 
 #include "platform/Messages.h"
 #include "scan/UnitScan.h"
@@ -48,6 +49,7 @@ class TFormWizard : public QDialog, public TScanForm {
   void btnAnalyzeClick();
   void StartAnalysis();
   void StopAnalysis();
+  void AskToStop();
   void ShowTargetPage();
 
   void ScanBegin();
@@ -62,6 +64,7 @@ class TFormWizard : public QDialog, public TScanForm {
   bool FFirstShow = true;
   bool FAbandoned = false;  // closed during a scan whose final message has not come yet
   QStringList FTargets;
+  QTimer FStopAgain;
 
   TPageNote* pgntScan = nullptr;
   TTargetPage* FTargetPage = nullptr;
