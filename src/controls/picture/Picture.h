@@ -33,11 +33,12 @@ class TPicture {
   // a device of more than one pixel per pixel.
   void Draw(QPainter& painter, const QRect& target, bool stretch = false) const;
 
+  // The pixels for a device of that density; a null image if empty.
+  [[nodiscard]] const QImage& ImageFor(qreal devicePixelRatio) const;
+
   [[nodiscard]] QIcon ToIcon() const;
 
  private:
-  [[nodiscard]] const QImage& ImageFor(qreal devicePixelRatio) const;
-
   QImage FOneX;
   QImage FTwoX;
 };

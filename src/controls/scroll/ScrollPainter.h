@@ -1,0 +1,42 @@
+// The drawing of a skinned scroll bar's parts: values in, pixels out. Main thread.
+#pragma once
+
+#include "controls/scroll/RdScrollBarImages.h"
+#include "controls/scroll/ScrollTypes.h"
+
+#include <QColor>
+#include <QPalette>
+#include <QRect>
+
+class QPainter;
+
+// The looks that all parts share.
+struct TScrollPaint {
+  const TScrollSkin& Skin;
+  TScrollBarKind Kind;
+  QPalette Palette;
+  QColor Color;  // of the control; invalid if the parent shows through
+};
+
+// The colour fill and the background pictures. `bar` is the whole bar, `area` what has to be painted anew.
+void PaintBackground(QPainter& painter, const TScrollPaint& paint, const QRect& bar, const QRect& area);
+// A page part: shaded if there is no background picture.
+void PaintPage(QPainter& painter, const TScrollPaint& paint, const QRect& rect, bool down,
+               TButtonState state);
+void PaintButton(QPainter& painter, const TScrollPaint& paint, const QRect& rect, bool bottom,
+                 TButtonState state);
+// The thumb without its state but hot: pictures or, without any, a raised face with a grip.
+void PaintThumb(QPainter& painter, const TScrollPaint& paint, const QRect& rect, bool hot);
+// Marks the bar that has the keyboard.
+void PaintFocus(QPainter& painter, const TScrollPaint& paint, const QRect& rect);
+
+// The platform's numbers of the direction of a scroll arrow, and the bits of its style.
+enum class TArrowDirection { Up = 0, Down = 1, Left = 2, Right = 3 };
+inline constexpr unsigned kArrowInactive = 256;
+inline constexpr unsigned kArrowPushed = 512;
+inline constexpr unsigned kArrowHot = 4096;
+inline constexpr unsigned kArrowFlat = 16384;
+
+// A scroll arrow as a button of its own. A flat one has no face unless it is pushed.
+void DrawScrollArrow(QPainter& painter, const QRect& rect, TArrowDirection direction, unsigned style,
+                     const QPalette& palette);

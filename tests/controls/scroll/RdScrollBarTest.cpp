@@ -1,0 +1,279 @@
+#include "controls/scroll/RdScrollBar.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QTest>
+
+#include <string>
+
+#include "controls/picture/Pictures.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr QSize kBar(16, 232);
+constexpr QColor kFace(120, 130, 140);
+
+// A shown bar 16 by 232 in a red window, with the plain look and arrows as long as the platform's.
+class RdScrollBarTest : public ::testing::Test {
+ protected:
+  RdScrollBarTest() {
+    Form.setPalette(QPalette(Qt::white, Qt::red));
+    Form.resize(300, 300);
+    Bar.AllSkinImage().SetColor(ToTColor(kFace));
+    Bar.AllSkinImage().SetAutoSize(false);
+    Bar.AllSkinImage().SetAutoArrow(false);
+    Bar.resize(kBar);
+    Bar.OnScroll = [this](TRdScrollBar&, bool, TIScrollCode, TScrollMode mode, int change) {
+      Events += "scroll";
+      Modes.push_back(mode);
+      LastChange = change;
+    };
+    Bar.OnChange = [this] { Events += "change"; };
+    Bar.OnTrackEnd = [this] { Events += "end"; };
+    Form.show();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&Form));
+    Bar.clearFocus();  // the window gives it to its only control
+  }
+
+  [[nodiscard]] QPoint CentreOf(TScrollBarPos part) const { return Bar.Layout().RectOf(part).center(); }
+  // Of the pixel in the middle of that point, whatever the density.
+  [[nodiscard]] QColor PixelAt(QPoint point) {
+    const QImage image = Form.grab().toImage();
+    const auto pixel = [&image](int at) { return static_cast<int>((at + 0.5) * image.devicePixelRatio()); };
+    return image.pixelColor(pixel(point.x()), pixel(point.y()));
+  }
+
+  void Picture(TScrollPicture which, QSize size, const QColor& color) {
+    Bar.AllSkinImage().SetPicture(which, PictureOf(size, color));
+  }
+
+  QWidget Form;
+  TRdScrollBar Bar{&Form};
+  std::string Events;
+  std::vector<TScrollMode> Modes;
+  int LastChange = 0;
+};
+
+}  // namespace
+
+TEST_F(RdScrollBarTest, AClickOnEachPartScrollsWithItsEventsInOrder) {
+  const std::pair<TScrollBarPos, int> cases[] = {{TScrollBarPos::TopButton, -3},
+                                                 {TScrollBarPos::BottomButton, 3},
+                                                 {TScrollBarPos::PageUp, -10},
+                                                 {TScrollBarPos::PageDown, 10}};
+  for (const auto& [part, change] : cases) {
+    Bar.SetPosition(50);
+    Events.clear();
+    QTest::mouseClick(&Bar, Qt::LeftButton, {}, CentreOf(part));
+    EXPECT_EQ(Bar.Position(), 50 + change);
+    EXPECT_EQ(LastChange, change);
+    EXPECT_EQ(Events, "scrollchangeend");
+  }
+  Events.clear();
+  QTest::mouseClick(&Bar, Qt::RightButton, {}, CentreOf(TScrollBarPos::TopButton));
+  EXPECT_EQ(Events, "");
+}
+
+TEST_F(RdScrollBarTest, AHeldButtonRepeatsAfterTheWaitUntilLetGo) {
+  Bar.SetWaitInterval(120);
+  QElapsedTimer held;
+  held.start();
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::BottomButton));
+  ASSERT_EQ(Bar.Position(), 3);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Bar.Position() >= 12; }, 5000));
+  EXPECT_GE(held.elapsed(), 200) << "120 and twice 50, less the timer's coarseness";
+  QTest::mouseRelease(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::BottomButton));
+  const int released = Bar.Position();
+  EXPECT_FALSE(QTest::qWaitFor([&] { return Bar.Position() != released; }, 150));
+}
+
+TEST_F(RdScrollBarTest, DraggingTheThumbKeepsItUnderTheMouseWhateverTheOwnerSets) {
+  const QPoint start = CentreOf(TScrollBarPos::Thumb);
+  const int top = Bar.Layout().ThumbRect.y();
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, start);
+  QTest::mouseMove(&Bar, start + QPoint(0, 37));
+  EXPECT_EQ(Bar.Layout().ThumbRect.y(), top + 37);
+  Bar.SetPosition(90);
+  Bar.SetParams(0, 100, 0, 80);
+  EXPECT_EQ(Bar.Layout().ThumbRect.y(), top + 37);
+  QTest::mouseRelease(&Bar, Qt::LeftButton, {}, start + QPoint(0, 37));
+  EXPECT_EQ(Bar.Position(), 80);
+  EXPECT_GT(Bar.Layout().ThumbRect.y(), top + 100) << "the release puts it where the position is";
+}
+
+TEST_F(RdScrollBarTest, WheelNotchesAddUpAndKeysFollowTheFocus) {
+  Bar.SetPosition(50);
+  for (const QPoint delta : {QPoint(0, 60), QPoint(0, 60), QPoint(-240, 0)}) {
+    QWheelEvent event({8, 8}, Bar.mapToGlobal(QPointF(8, 8)), {}, delta, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&Bar, &event);
+  }
+  EXPECT_EQ(Bar.Position(), 56);
+  EXPECT_THAT(Modes, ElementsAre(20u, 36u, 36u));
+
+  for (const Qt::FocusPolicy policy : {Qt::NoFocus, Qt::StrongFocus}) {
+    Bar.setFocusPolicy(policy);
+    QTest::mouseClick(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::TopButton));
+    EXPECT_EQ(Bar.hasFocus(), policy == Qt::StrongFocus);
+  }
+  EXPECT_EQ(PixelAt(Bar.Layout().ThumbRect.topLeft()), Bar.palette().color(QPalette::Highlight));
+  QTest::keyClick(&Bar, Qt::Key_End);
+  EXPECT_EQ(Bar.Position(), 100);
+}
+
+TEST_F(RdScrollBarTest, OnlySettingThePositionFiresTheEvent) {
+  Bar.SetParams(0, 90, 10, 40);
+  Bar.SetPositionSilent(120, true);
+  EXPECT_EQ(Bar.Position(), 90);
+  Bar.SetPosition(90);
+  Bar.SetPosition(85);
+  EXPECT_EQ(Events, "change");
+  Bar.SetPageSize(30);
+  EXPECT_EQ(Bar.Position(), 61);
+  EXPECT_EQ(Events, "changechange") << "the last page took the position back";
+  Bar.ScrollBy(-1, 5);
+  EXPECT_EQ(Events, "changechangescrollchange");
+  EXPECT_EQ(LastChange, -5);
+}
+
+TEST_F(RdScrollBarTest, NothingToScrollDisablesAndWithAutoHideHides) {
+  int enabledChanges = 0;
+  Bar.OnEnabledChange = [&] { ++enabledChanges; };
+  Bar.SetPageSize(100);
+  EXPECT_TRUE(Bar.isEnabled()) << "a page as large as the range still scrolls";
+  Bar.SetPageSize(101);
+  EXPECT_FALSE(Bar.isEnabled());
+  EXPECT_FALSE(Bar.Layout().HasThumb());
+  EXPECT_EQ(PixelAt({8, 100}), kFace) << "shown, as one part";
+  Bar.AllSkinImage().SetAutoHide(true);
+  EXPECT_FALSE(Bar.isVisible());
+  Bar.SetParams(0, 500, 101, 0);
+  EXPECT_TRUE(Bar.isVisible());
+  EXPECT_TRUE(Bar.Layout().HasThumb());
+  EXPECT_EQ(enabledChanges, 2);
+
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::PageDown));
+  const int pressed = Bar.Position();
+  Bar.SetWaitInterval(1);
+  Bar.setEnabled(false);
+  EXPECT_FALSE(Bar.isVisible());
+  EXPECT_FALSE(QTest::qWaitFor([&] { return Bar.Position() != pressed; }, 60)) << "the press has ended";
+  Bar.SetReading(true);
+  Bar.SetMax(600);
+  EXPECT_FALSE(Bar.isVisible());
+  Bar.SetReading(false);
+  EXPECT_TRUE(Bar.isVisible());
+}
+
+TEST_F(RdScrollBarTest, PagesAreShadedByTheirState) {
+  Bar.SetPosition(50);
+  const QPoint up = CentreOf(TScrollBarPos::PageUp);
+  const QPoint down = CentreOf(TScrollBarPos::PageDown);
+  EXPECT_EQ(PixelAt(up), Shaded(kFace, -20));
+  EXPECT_EQ(PixelAt(down), Shaded(kFace, 10));
+  QTest::mouseMove(&Bar, up);
+  EXPECT_EQ(PixelAt(up), Shaded(kFace, 50));
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, up);
+  EXPECT_EQ(PixelAt(up), Shaded(kFace, -80));
+  QTest::mouseRelease(&Bar, Qt::LeftButton, {}, up);
+
+  Picture(ScrollBg, {16, 4}, Qt::green);
+  EXPECT_EQ(PixelAt(down), QColor(Qt::green)) << "a background picture leaves them alone";
+  Bar.AllSkinImage().Assign(nullptr);
+  EXPECT_EQ(PixelAt(down), Shaded(Qt::red, 10)) << "the parent's colour";
+  Bar.AllSkinImage().SetColor(clNone);
+  EXPECT_EQ(PixelAt(down), QColor(Qt::red)) << "the parent itself";
+}
+
+TEST_F(RdScrollBarTest, PicturesFillTheirPartsAndSetTheThickness) {
+  Bar.SetPosition(50);
+  Bar.AllSkinImage().SetAutoSize(true);
+  Picture(ScrollBgTop, {20, 30}, QColor(1, 1, 1));
+  Picture(ScrollBg, {20, 1}, QColor(2, 2, 2));
+  Picture(ScrollBgBottom, {20, 40}, QColor(3, 3, 3));
+  Picture(TrackTop, {10, 8}, QColor(4, 4, 4));
+  Picture(TrackCenter, {10, 20}, QColor(5, 5, 5));
+  Picture(TrackBottom, {6, 9}, QColor(6, 6, 6));
+  Picture(TrackCenterHot, {10, 20}, QColor(7, 7, 7));
+  Picture(BtnLeft, {12, 11}, QColor(8, 8, 8));
+  Picture(BtnLeftHot, {12, 11}, QColor(9, 9, 9));
+  Picture(BtnRight, {12, 13}, QColor(10, 10, 10));
+  EXPECT_EQ(Bar.width(), 20);
+  const QRect thumb = Bar.Layout().ThumbRect;
+  EXPECT_EQ(thumb, QRect(5, 97, 10, 37)) << "11 + round((208 - 37) / 2), centred across";
+
+  const auto shade = [this](QPoint point) { return PixelAt(point).red(); };
+  EXPECT_EQ(shade({10, 20}), 1);
+  EXPECT_EQ(shade({10, kBar.height() - 40}), 3);
+  EXPECT_EQ(shade(thumb.topLeft() + QPoint(0, 7)), 4);
+  EXPECT_EQ(shade(thumb.topLeft() + QPoint(0, 8)), 5);
+  EXPECT_EQ(shade(thumb.bottomRight() - QPoint(2, 8)), 6);
+  EXPECT_EQ(shade(thumb.bottomRight() - QPoint(1, 8)), 2) << "beside the thin end";
+  EXPECT_EQ(shade({10, 5}), 8);
+
+  QTest::mouseMove(&Bar, thumb.center());
+  EXPECT_EQ(shade(thumb.center()), 7);
+  EXPECT_EQ(shade(thumb.topLeft()), 4) << "without a hot picture the normal one";
+  Picture(TrackTop, {10, 8}, QColor(11, 11, 11));
+  EXPECT_EQ(shade(thumb.topLeft()), 11) << "composed anew";
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, QPoint(10, 5));
+  EXPECT_EQ(shade({10, 5}), 9) << "the hot picture is also the pressed one";
+}
+
+TEST_F(RdScrollBarTest, AssigningKeepsThePicturesThatTheOtherLacks) {
+  Picture(BtnLeft, {12, 11}, Qt::blue);
+  Picture(BtnRight, {12, 11}, Qt::blue);
+  TRdScrollBar other;
+  other.AllSkinImage().SetPicture(BtnRight, PictureOf({5, 6}, Qt::green));
+  other.AllSkinImage().SetAutoHide(true);
+  other.AllSkinImage().SetColor(clSilver);
+  other.AllSkinImage().SetPropertyPaste(&Bar.AllSkinImage());
+  EXPECT_EQ(Bar.Skin()[BtnLeft].Size(), QSize(12, 11));
+  EXPECT_EQ(Bar.Skin()[BtnRight].Size(), QSize(5, 6));
+  EXPECT_TRUE(Bar.Skin().AutoHide);
+  EXPECT_EQ(Bar.Skin().Color, clSilver);
+}
+
+TEST_F(RdScrollBarTest, OwnerDrawComesBeforeEachPartAndAfterItIfDrawn) {
+  Bar.SetPosition(50);
+  std::vector<std::pair<TScrollBarPos, bool>> calls;
+  Bar.OnDrawControl = [&](QPainter& painter, TScrollBarPos part, const QRect& rect, TButtonState state,
+                          bool& draw) {
+    EXPECT_EQ(state, TButtonState::Normal);
+    calls.emplace_back(part, draw);
+    if (part == TScrollBarPos::PageUp) painter.fillRect(rect, Qt::yellow);
+    if (part == TScrollBarPos::PageDown) draw = true;
+  };
+  Bar.SetOwnerDraw(true);
+  calls.clear();
+  const QColor pageUp = PixelAt(CentreOf(TScrollBarPos::PageUp));
+  const std::vector<std::pair<TScrollBarPos, bool>> expected{
+      {TScrollBarPos::PageUp, false},    {TScrollBarPos::PageDown, false},
+      {TScrollBarPos::PageDown, true},   {TScrollBarPos::Thumb, false},
+      {TScrollBarPos::TopButton, false}, {TScrollBarPos::BottomButton, false}};
+  EXPECT_EQ(calls, expected);
+  EXPECT_EQ(pageUp, QColor(Qt::yellow));
+  EXPECT_EQ(PixelAt(CentreOf(TScrollBarPos::PageDown)), Shaded(kFace, 10));
+  EXPECT_EQ(PixelAt(CentreOf(TScrollBarPos::Thumb)), kFace) << "nothing but the bar's colour";
+}
+
+TEST_F(RdScrollBarTest, AssistiveToolsReadAndSetTheValue) {
+  Bar.SetParams(0, 300, 20, 120);
+  QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&Bar);
+  ASSERT_NE(told, nullptr);
+  EXPECT_EQ(told->role(), QAccessible::ScrollBar);
+  QAccessibleValueInterface* value = told->valueInterface();
+  ASSERT_NE(value, nullptr);
+  EXPECT_EQ(value->currentValue(), 120);
+  value->setCurrentValue(150);
+  EXPECT_EQ(Bar.Position(), 150);
+  EXPECT_EQ(Events, "scrollchange") << "as if the user had moved it";
+  told->actionInterface()->doAction(QAccessibleActionInterface::decreaseAction());
+  EXPECT_EQ(Bar.Position(), 149);
+}

@@ -1,0 +1,214 @@
+#include "controls/scroll/ScrollTrack.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <tuple>
+
+#include "controls/picture/Pictures.h"
+#include "controls/scroll/RdScrollBarImages.h"
+
+namespace {
+
+TScrollRange RangeOf(int min, int max, int pageSize, int position = 0) {
+  TScrollRange range;
+  range.SetParams(min, max, pageSize, position);
+  return range;
+}
+
+// A vertical bar 16 wide with arrows of 10 and 14.
+TScrollRoom RoomOf(int length) {
+  TScrollRoom room;
+  room.Bar = {16, length};
+  room.Screen = {1000, 1000};
+  room.Sizes.TopArrow = 10;
+  room.Sizes.BottomArrow = 14;
+  room.Sizes.MinThumb = 21;
+  return room;
+}
+
+}  // namespace
+
+TEST(ScrollRange, TheLaterOfMinAndMaxGivesWayAndThePositionFollows) {
+  TScrollRange range = RangeOf(10, 50, 0, 40);
+  range.SetMax(5);
+  EXPECT_EQ(range, RangeOf(10, 10, 0, 10));
+  range.SetMax(90);
+  range.SetMin(95);
+  EXPECT_EQ(range, RangeOf(90, 90, 0, 90));
+
+  range = RangeOf(0, 99, 0, 99);
+  range.SetPageSize(-1);
+  EXPECT_EQ(range, RangeOf(0, 99, 0, 99));
+  range.SetPageSize(30);
+  EXPECT_EQ(range.Position, 70) << "the last page begins there";
+  range.SetPosition(99);
+  EXPECT_EQ(range.Position, 99) << "set directly it may go beyond";
+  range.SetPageSize(500);
+  EXPECT_EQ(range.Position, 0);
+
+  EXPECT_EQ(RangeOf(7, 3, -4, 100), RangeOf(7, 7, 0, 7));
+}
+
+TEST(ScrollRange, StepsAndScaleComeFromPageAndRange) {
+  const struct {
+    int Min, Max, PageSize, Small, Large;
+    qint64 Scale, Largest;
+    bool CanScroll;
+  } cases[] = {
+      {0, 100, 0, 3, 10, 100, 100, true},
+      {0, 5, 0, 1, 1, 5, 5, true},
+      {0, 1000, 1, 1, 4, 1000, 1000, true},
+      {0, 1000, 100, 9, 90, 901, 901, true},
+      {0, 1000, 24, 2, 21, 977, 977, true},
+      {10, 20, 10, 1, 9, 1, 11, true},  // a page as large as the way still scrolls
+      {10, 20, 11, 1, 9, 0, 10, false},
+      {10, 20, 40, 3, 36, -29, -19, false},
+      {INT_MIN, INT_MAX, 0, 143165576, 429496729, 4294967295, INT_MAX, true},
+  };
+  for (const auto& row : cases) {
+    const TScrollRange range = RangeOf(row.Min, row.Max, row.PageSize);
+    EXPECT_EQ(std::tuple(range.SmallStep(), range.LargeStep(), range.ScaleLength(), range.LargestPosition(),
+                         range.CanScroll()),
+              std::tuple(row.Small, row.Large, row.Scale, row.Largest, row.CanScroll))
+        << row.Max << ' ' << row.PageSize;
+  }
+}
+
+TEST(ScrollLayout, TheThumbShowsTheShareAndTheWay) {
+  const struct {
+    int Length, PageSize, Position, ThumbStart, ThumbLength;
+  } cases[] = {
+      {224, 0, 0, 10, 21},                               // track 200
+      {224, 0, 50, 100, 21},                             // 10 + round(179 x 50 / 100)
+      {224, 0, 100, 189, 21},  {224, 51, 0, 10, 101},    // round(200 x 51 / 101)
+      {224, 51, 20, 50, 101},                            // 10 + round(99 x 20 / 50)
+      {224, 51, 50, 109, 101}, {224, 51, 80, 109, 101},  // beyond the last page
+      {224, 1, 0, 10, 21},                               // never below the smallest
+      {46, 0, 100, 11, 21},                              // one pixel of way
+  };
+  for (const auto& row : cases) {
+    const TScrollLayout layout =
+        ScrollLayout(RangeOf(0, 100, row.PageSize, row.Position), RoomOf(row.Length));
+    EXPECT_EQ(layout.ThumbRect, QRect(0, row.ThumbStart, 16, row.ThumbLength)) << row.Position;
+    EXPECT_EQ(layout.PageUpRect, QRect(0, 10, 16, row.ThumbStart - 10)) << row.Position;
+    const int end = row.ThumbStart + row.ThumbLength;
+    EXPECT_EQ(layout.PageDownRect, QRect(0, end, 16, row.Length - 14 - end)) << row.Position;
+  }
+}
+
+TEST(ScrollLayout, WithoutRoomOrNeedForAThumbTheTrackIsOne) {
+  const QRect none(-1, -1, 0, 0);
+  TScrollRoom disabled = RoomOf(224);
+  disabled.Enabled = false;
+  const struct {
+    TScrollRoom Room;
+    int PageSize;
+    QRect Track;
+  } cases[] = {
+      {RoomOf(45), 0, {0, 10, 16, 21}},      // not above thumb and arrows together
+      {RoomOf(224), 101, {0, 10, 16, 200}},  // all is visible
+      {disabled, 20, {0, 10, 16, 200}},
+      {RoomOf(24), 0, {}},    // the arrows take all
+      {RoomOf(2001), 0, {}},  // beyond twice the screen
+      {RoomOf(-5), 0, {}},
+  };
+  for (const auto& row : cases) {
+    const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, row.PageSize), row.Room);
+    EXPECT_EQ(layout.ThumbRect, none);
+    EXPECT_EQ(layout.PageUpRect, row.Track) << row.Room.Bar.height();
+    EXPECT_EQ(layout.PageDownRect, row.Track) << row.Room.Bar.height();
+    EXPECT_EQ(layout.PartAt({8, 25}), TScrollBarPos::None);
+  }
+  disabled.Bar = {16, 224};
+  EXPECT_EQ(ScrollLayout(RangeOf(0, 100, 0), disabled).ThumbRect, QRect(0, 10, 16, 21));
+}
+
+TEST(ScrollLayout, APointFindsItsPartInEitherKind) {
+  TScrollRoom across = RoomOf(224);
+  across.Kind = TScrollBarKind::Horizontal;
+  across.Bar = {224, 16};
+  const TScrollLayout vertical = ScrollLayout(RangeOf(0, 100, 0, 50), RoomOf(224));
+  const TScrollLayout horizontal = ScrollLayout(RangeOf(0, 100, 0, 50), across);
+  const struct {
+    int Along;
+    TScrollBarPos Part;
+  } cases[] = {
+      {-1, TScrollBarPos::None},          {0, TScrollBarPos::TopButton},      {9, TScrollBarPos::TopButton},
+      {10, TScrollBarPos::PageUp},        {99, TScrollBarPos::PageUp},        {100, TScrollBarPos::Thumb},
+      {120, TScrollBarPos::Thumb},        {121, TScrollBarPos::PageDown},     {209, TScrollBarPos::PageDown},
+      {210, TScrollBarPos::BottomButton}, {223, TScrollBarPos::BottomButton}, {224, TScrollBarPos::None},
+  };
+  for (const auto& row : cases) {
+    EXPECT_EQ(vertical.PartAt({15, row.Along}), row.Part) << row.Along;
+    EXPECT_EQ(horizontal.PartAt({row.Along, 15}), row.Part) << row.Along;
+    EXPECT_EQ(vertical.PartAt({16, row.Along}), TScrollBarPos::None) << row.Along;
+  }
+}
+
+TEST(ScrollSizes, ArrowsFollowTheirPicturesAndTheFlags) {
+  const struct {
+    const char* What;
+    bool AllowArrow, AutoSize, AutoArrow, Left, Right;
+    int Top, Bottom;
+  } cases[] = {
+      {"none allowed", false, true, true, true, true, 0, 0},
+      {"pictures give the size", true, true, true, true, true, 7, 9},
+      {"a missing one takes no room", true, true, true, true, false, 7, 0},
+      {"or the default", true, true, false, true, false, 7, 30},
+      {"both by default", true, true, false, false, false, 30, 30},
+      {"default size for pictures", true, false, true, true, true, 30, 30},
+      {"one alone doesn't show", true, false, true, false, true, 0, 0},
+      {"the platform's arrows", true, false, false, false, false, 30, 30},
+  };
+  for (const auto& row : cases) {
+    TScrollSkin skin;
+    if (row.Left) skin.Pictures[BtnLeft] = PictureOf({11, 7}, Qt::red);
+    if (row.Right) skin.Pictures[BtnRight] = PictureOf({13, 9}, Qt::red);
+    skin.AllowArrow = row.AllowArrow;
+    skin.AutoSize = row.AutoSize;
+    skin.AutoArrow = row.AutoArrow;
+    const TScrollSizes sizes = ScrollSizes(skin, TScrollBarKind::Vertical, {16, 30, 21});
+    EXPECT_EQ(sizes.TopArrow, row.Top) << row.What;
+    EXPECT_EQ(sizes.BottomArrow, row.Bottom) << row.What;
+  }
+}
+
+TEST(ScrollSizes, ThicknessAndSmallestThumbComeFromThePictures) {
+  const TScrollDefaults defaults{16, 30, 21};
+  TScrollSkin skin;
+  skin.Pictures[TrackTop] = PictureOf({12, 18}, Qt::blue);
+  skin.Pictures[TrackBottom] = PictureOf({14, 10}, Qt::blue);
+  skin.Pictures[ScrollBg] = PictureOf({19, 5}, Qt::blue);
+  TScrollSizes sizes = ScrollSizes(skin, TScrollBarKind::Vertical, defaults);
+  EXPECT_EQ(sizes.Thickness, 19);
+  EXPECT_EQ(sizes.MinThumb, 28);
+  EXPECT_EQ(sizes.ThumbThickness, 14);
+  sizes = ScrollSizes(skin, TScrollBarKind::Horizontal, defaults);
+  EXPECT_EQ(sizes.Thickness, 18);
+  EXPECT_EQ(sizes.MinThumb, 26);
+
+  skin.AutoSize = skin.AutoCenter = false;
+  sizes = ScrollSizes(skin, TScrollBarKind::Vertical, defaults);
+  EXPECT_EQ(sizes.Thickness, 0) << "the bar keeps its own";
+  EXPECT_EQ(sizes.ThumbThickness, 0) << "as thick as the bar";
+  EXPECT_EQ(ScrollSizes({}, TScrollBarKind::Vertical, defaults).Thickness, 16);
+}
+
+TEST(ScrollTrack, DraggingSetsThePositionByTheWay) {
+  TScrollTrack track;
+  track.SetRange(RangeOf(10, 110, 0, 10));
+  track.Arrange(RoomOf(224));
+  EXPECT_TRUE(track.DragThumb(100));
+  EXPECT_EQ(track.Range().Position, 60) << "10 + round(90 x 100 / 179)";
+  EXPECT_FALSE(track.DragThumb(100));
+  track.DragThumb(-50);
+  EXPECT_EQ(track.ThumbStart(), 10);
+  track.SetRange(RangeOf(0, 99, 30, 0));
+  track.Arrange();
+  track.DragThumb(999);
+  EXPECT_EQ(track.Range().Position, 70) << "the thumb reaches the last page, no further";
+  track.Arrange(RoomOf(40));
+  track.DragThumb(30);
+  EXPECT_EQ(track.Range().Position, 0) << "a track without room keeps it at Min";
+}
