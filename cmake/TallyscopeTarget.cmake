@@ -7,6 +7,10 @@ target_compile_options(tallyscope_rules INTERFACE
 target_compile_definitions(tallyscope_rules INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
   QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+option(TALLYSCOPE_FUZZ "Build the fuzz targets; needs clang" OFF)
+if(TALLYSCOPE_FUZZ)
+  target_compile_options(tallyscope_rules INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 if(TALLYSCOPE_SANITIZE)
   target_compile_options(tallyscope_rules INTERFACE
     -fsanitize=${TALLYSCOPE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
@@ -73,4 +77,22 @@ function(tallyscope_test name)
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300
     ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TALLYSCOPE_SOURCE_DIR=${PROJECT_SOURCE_DIR};TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp halt_on_error=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
+endfunction()
+
+# A libFuzzer program. It is built where TALLYSCOPE_FUZZ is on (see tools/fuzz), and is then a CTest test with the label
+# fuzz. SEEDS is a folder of first inputs, or a program that puts them into the folder that it is given.
+function(tallyscope_fuzz_target name)
+  if(NOT TALLYSCOPE_FUZZ)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "SEEDS" "SOURCES;LINKS" ${ARGN})
+  tallyscope_executable(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  if(NOT TARGET fuzz_targets)
+    add_custom_target(fuzz_targets)
+  endif()
+  add_dependencies(fuzz_targets ${name})
+  add_test(NAME ${name} COMMAND ${PROJECT_SOURCE_DIR}/tools/fuzz --one $<TARGET_FILE:${name}> ${ARG_SEEDS})
+  set_tests_properties(${name} PROPERTIES LABELS fuzz TIMEOUT 0)
 endfunction()

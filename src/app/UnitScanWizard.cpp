@@ -13,6 +13,7 @@
 #include "app/TargetPage.h"
 #include "app/WizardBand.h"
 #include "controls/notes/PPageNote.h"
+#include "download/DownloadDirectoryScan.h"
 #include "platform/PathText.h"
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
@@ -58,7 +59,7 @@ TFormWizard::TFormWizard(TResultForm& results, TImageList& images, const TStartP
                  {WM_SCANSTATUS, [this](const TMessage& message) { ScanStatus(message); }},
                  {WM_SCANPROGRESS, [this](const TMessage& message) { ScanProgress(message); }},
                  {WM_SCANSTOPPED, [this](const TMessage&) { ScanStopped(); }}}),
-      FScanThread(&FMessages) {
+      FScanThread(&FMessages, FindDownloadLocations) {
   setObjectName(u"FormWizard"_qs);
   AutoScan = FParameters.AutoStart() != TAutoStart::None;
   CountDownloads = FParameters.AutoStart() != TAutoStart::ScanSystem;

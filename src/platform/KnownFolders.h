@@ -17,6 +17,14 @@ enum class TSpecialFolder : int {
 // The folder's path; nothing is created.
 [[nodiscard]] QString GetKnownFolder(TSpecialFolder folder);
 
+// This user's folder for downloads; empty only if the home folder is not known. Linux: the one of the user
+// directories, unless that is the home folder itself, which stands for none; then "Downloads" at home.
+[[nodiscard]] QString GetDownloadsFolder();
+
+// Where this user's browser keeps its profiles, whether or not it is installed.
+enum class TBrowser { Firefox, Chrome };
+[[nodiscard]] QString GetBrowserFolder(TBrowser browser);
+
 // The folder of the operating system, and of its programs. Both are "/" on Linux, where the system volume
 // is the one of "/".
 [[nodiscard]] QString GetWindowsFolder();

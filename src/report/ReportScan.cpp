@@ -1,5 +1,6 @@
 #include "report/ReportScan.h"
 
+#include "download/DownloadDirectoryScan.h"
 #include "platform/PathText.h"
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
@@ -37,7 +38,8 @@ TReportScan::TReportScan(bool showProgress)
           {WM_SCANSTOPPED, [this](const TMessage&) { End(true); }},
           {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan.Stop(); }},
       }),
-      FScan(&FWindow, showProgress ? TPathDisplay::Shown : TPathDisplay::None) {
+      FScan(&FWindow, FindDownloadLocations, showProgress ? TPathDisplay::Shown : TPathDisplay::None) {
+  CountDownloads = true;
   FScan.SetProgressTarget(&FWindow, WM_SCANPROGRESS);
   QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
 }

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <optional>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -56,8 +57,9 @@ void PostToWindow(void* window, unsigned message, uintptr_t wparam, intptr_t lpa
 
 }  // namespace
 
-TTallyscopeScan::TTallyscopeScan(TMessageWindow* statusWnd, TPathDisplay paths)
+TTallyscopeScan::TTallyscopeScan(TMessageWindow* statusWnd, TFindLocations findLocations, TPathDisplay paths)
     : FStatusWnd(statusWnd),
+      FFindLocations(std::move(findLocations)),
       FPathDisplay(paths),
       FTicker(statusWnd),
       FWalker(paths == TPathDisplay::Shown ? statusWnd : nullptr) {}
@@ -103,16 +105,16 @@ void TTallyscopeScan::Execute() {
 }
 
 void TTallyscopeScan::RunScan() {
-  const QStringList noLocationsYet;  // nothing looks for download folders so far
+  const QStringList locations = FFindLocations ? FFindLocations(FPaths) : QStringList();
   const auto paths = static_cast<int>(FPaths.size());
-  const int total = paths + (CountDownloads ? static_cast<int>(noLocationsYet.size()) : 0);
+  const int total = paths + (CountDownloads ? static_cast<int>(locations.size()) : 0);
   PostStatus(0);
   PostStep(total, 0);
   if (FFolderMode)
     ScanFolder(FPaths.value(0));
   else
     ScanDrives(total, 0);
-  ScanDownloadFolders(total, paths, noLocationsYet);
+  ScanDownloadFolders(total, paths, locations);
   if (FStopped) {
     PostMessage(FProgressWnd, WM_SCANSTOPPED, 0, 0);
     return;
@@ -187,7 +189,7 @@ void TTallyscopeScan::ScanDownloadFolders(int total, int first, const QStringLis
   for (int i = 0; i < locations.size() && !FStopped; ++i) {
     PostStep(total, first + i);
     std::this_thread::sleep_for(kLocationPause);
-    FWalker.Scan(locations[i]);
+    if (!FStopped) FWalker.Scan(locations[i]);  // a stop during the pause is not lost
     TakeDownloadFiles();
     PostPhase(kPhaseDone);
   }
@@ -195,11 +197,12 @@ void TTallyscopeScan::ScanDownloadFolders(int total, int first, const QStringLis
 
 // All files of one location, with a post at every hundredth of them.
 void TTallyscopeScan::TakeDownloadFiles() {
-  const TList<TFileInfo>& files = FWalker.Files();
+  TList<TFileInfo> files = FWalker.TakeFiles();
   const int step = std::max(files.Count() / 100, 1);
   int posts = 0;
   for (int i = 0; i < files.Count() && !FStopped;) {
-    FDownloadFiles.Add(ResultRow(files[i]));
+    TFileInfo& file = files[i];
+    FDownloadFiles.Add({std::move(file.Path), std::move(file.Name), file.Size});
     if (++i % step == 0) PostPhase(kPhaseFiles + ++posts);
   }
 }

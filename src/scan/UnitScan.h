@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <atomic>
+#include <functional>
 
 // True while the first scan is to begin by itself; cleared at the end of every scan. The window's own flag.
 inline std::atomic<bool> AutoScan{false};
@@ -31,14 +32,20 @@ Q_DECLARE_TYPEINFO(TPathTotals, Q_RELOCATABLE_TYPE);
 // spares each volume the ticker's pause.
 enum class TPathDisplay { Shown, None };
 
+// Gives the folders below the paths of a scan into which applications download, each once. Called on the scan
+// thread as a scan begins; may block on the file system and must not throw.
+using TFindLocations = std::function<QStringList(const QStringList& paths)>;
+
 // Owned by the main thread, which calls everything public. The results belong to the scan thread from Start
 // to its final message (WM_SCANDONE or WM_SCANSTOPPED) and to the main thread from then on to the next
 // Start; they have no lock. After a stop they are partial and not sorted.
 class TTallyscopeScan : public TWorkerThread {
  public:
   // The status window receives WM_SCANSTATUS and WM_SCANDONE. It must outlive this object and read no more
-  // path texts after its end, since their buffer goes with it.
-  explicit TTallyscopeScan(TMessageWindow* statusWnd, TPathDisplay paths = TPathDisplay::Shown);
+  // path texts after its end, since their buffer goes with it. Without a finder there are no download
+  // locations.
+  explicit TTallyscopeScan(TMessageWindow* statusWnd, TFindLocations findLocations = {},
+                           TPathDisplay paths = TPathDisplay::Shown);
   ~TTallyscopeScan() override;
 
   // Where the steps and phases go, under this number, and WM_SCANSTOPPED. Not during a scan.
@@ -95,6 +102,7 @@ class TTallyscopeScan : public TWorkerThread {
   TList<TFileInfoEx> FDownloadFiles;
   std::atomic<bool> FStopped{false};
   TMessageWindow* const FStatusWnd;
+  const TFindLocations FFindLocations;
   const TPathDisplay FPathDisplay;
   TTextProgressThread FTicker;
   TTallyscope FWalker;

@@ -14,6 +14,7 @@
 #include <QString>
 
 #include <atomic>
+#include <utility>
 #include <vector>
 
 // Owned by the scan thread, which alone walks and reads the results; only Stop may come from another thread.
@@ -42,6 +43,8 @@ class TTallyscope {
   // What the last walk has found: all files in the order of discovery, one record per direct subfolder of
   // the root in enumeration order, the folders at every depth, and the bytes of all files.
   [[nodiscard]] const TList<TFileInfo>& Files() const { return FFiles; }
+  // Hands the files over, so that none is copied.
+  [[nodiscard]] TList<TFileInfo> TakeFiles() { return std::move(FFiles); }
   [[nodiscard]] const TList<TFolderInfo>& Folders() const { return FFolders; }
   [[nodiscard]] int FileCount() const { return FFileCount; }
   [[nodiscard]] int FolderCount() const { return FFolderCount; }

@@ -2,37 +2,11 @@
 
 #include "platform/FileTests.h"
 #include "support/Korvel_Routine_New.h"
-
-#include <QStringConverter>
+#include "support/TextLines.h"
 
 #include <utility>
 
 namespace {
-
-struct TMark {
-  const char* Bytes;
-  QStringConverter::Encoding Encoding;
-};
-
-constexpr TMark kMarks[] = {
-    {"\xff\xfe", QStringConverter::Utf16LE},
-    {"\xfe\xff", QStringConverter::Utf16BE},
-    {"\xef\xbb\xbf", QStringConverter::Utf8},
-};
-
-QString Decoded(const QByteArray& content) {
-  for (const TMark& mark : kMarks) {
-    if (!content.startsWith(mark.Bytes)) continue;
-    const QByteArrayView text = QByteArrayView(content).sliced(QByteArrayView(mark.Bytes).size());
-    return QStringDecoder(mark.Encoding, QStringDecoder::Flag::ConvertInitialBom).decode(text);
-  }
-  return QStringDecoder(QStringDecoder::System).decode(content);
-}
-
-// CR, LF and CR LF end a line; the empty lines that a CR LF leaves behind mean nothing here.
-QStringList SplitLines(QString text) {
-  return text.replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
-}
 
 QString Trimmed(const QString& text) {
   return TrimBelowChar(text, u' ');
@@ -53,7 +27,7 @@ QString WithoutBlanksRoundEquals(const QString& line) {
 void TExtIniFile::LoadFromFile(const QString& fileName) {
   const auto content = ReadWholeFile(fileName);
   if (!content) throw TIniFileError("can't read " + fileName.toStdString());
-  SetStrings(SplitLines(Decoded(*content)));
+  SetStrings(TextLines(*content));
 }
 
 void TExtIniFile::SetStrings(const QStringList& lines) {

@@ -1,6 +1,7 @@
 #include "platform/KnownFolders.h"
 
-#include "platform/FileTests.h"
+#include "fixtures/TempTree.h"
+#include "fixtures/Variables.h"
 #include "platform/Paths.h"
 
 #include <gtest/gtest.h>
@@ -10,37 +11,8 @@
 
 #include <pwd.h>
 #include <unistd.h>
-#include <map>
 
 namespace {
-
-struct TVariable {
-  const char* Name;
-  const char* Value;  // null: not set
-};
-
-// Sets variables for one test.
-class TVariables {
- public:
-  TVariables(std::initializer_list<TVariable> variables) {
-    for (const auto& [name, value] : variables) {
-      FBefore[name] = qgetenv(name);
-      Set(name, value);
-    }
-  }
-  ~TVariables() {
-    for (const auto& [name, value] : FBefore)
-      Set(name, value.isNull() ? nullptr : value.constData());
-  }
-  TVariables(const TVariables&) = delete;
-  TVariables& operator=(const TVariables&) = delete;
-
- private:
-  static void Set(const QByteArray& name, const char* value) {
-    value == nullptr ? qunsetenv(name) : qputenv(name, value);
-  }
-  std::map<QByteArray, QByteArray> FBefore;
-};
 
 QString Text(const char16_t* text) {
   return QString::fromUtf16(text);
@@ -68,6 +40,34 @@ TEST(KnownFolders, BaseDirectoriesThatAreNotSetOrNotAbsolute) {
 TEST(KnownFolders, WithoutHomeTheUserDatabaseKnowsIt) {
   const TVariables unset{{"HOME", nullptr}};
   EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), NameFromBytes(getpwuid(getuid())->pw_dir));
+}
+
+TEST(KnownFolders, FoldersOfTheBrowsers) {
+  const TVariables set{{"HOME", "/h"}, {"XDG_CONFIG_HOME", "/c"}};
+  EXPECT_EQ(GetBrowserFolder(TBrowser::Firefox), Text(u"/h/.mozilla/firefox"));
+  EXPECT_EQ(GetBrowserFolder(TBrowser::Chrome), Text(u"/c/google-chrome"));
+}
+
+TEST(KnownFolders, DownloadsAreWhereTheUserDirectoriesSay) {
+  TTempTree tree;
+  const QByteArray home = NameToBytes(tree.Path());
+  const TVariables set{{"HOME", home.constData()}, {"XDG_CONFIG_HOME", nullptr}};
+  const QString byDefault = tree.Path("Downloads");
+  const struct {
+    const char* Line;
+    QString Folder;
+  } rows[] = {
+      {"", byDefault},
+      {"XDG_DOWNLOAD_DIR=\"$HOME/T\xc3\xa9l\xc3\xa9 chargements\"\n",
+       tree.Path("T\xc3\xa9l\xc3\xa9 chargements")},
+      {"XDG_DOWNLOAD_DIR=\"/srv/dl\"\n", Text(u"/srv/dl")},
+      {"XDG_DOWNLOAD_DIR=\"$HOME/\"\n", byDefault},
+  };
+  EXPECT_EQ(GetDownloadsFolder(), byDefault) << "no user directories at all";
+  for (const auto& row : rows) {
+    tree.WriteFile(".config/user-dirs.dirs", row.Line);
+    EXPECT_EQ(GetDownloadsFolder(), row.Folder) << row.Line;
+  }
 }
 
 TEST(KnownFolders, PlacesOfTheSystemAndTheProgram) {

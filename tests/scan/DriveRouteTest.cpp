@@ -31,7 +31,7 @@ class DriveRoute : public testing::Test {
   }
 
   TScanRecorder FRecorder;
-  TTallyscopeScan FScan{FRecorder.Window(), TPathDisplay::None};
+  TTallyscopeScan FScan{FRecorder.Window(), {}, TPathDisplay::None};
 };
 
 }  // namespace

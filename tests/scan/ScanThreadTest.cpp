@@ -100,6 +100,40 @@ TEST_F(TScanThreadTest, KeepsTheTotalsOfEachPathAndTheCountersOfTheLast) {
   EXPECT_EQ(FScan.TotalSize(), 9U);
 }
 
+TEST_F(TScanThreadTest, DownloadLocationsFollowThePathsAndCountAsSteps) {
+  FTree.MakeFile("dl/file", 1);
+  QStringList asked;
+  TTallyscopeScan scan(FRecorder.Window(), [&](const QStringList& paths) {
+    asked = paths;
+    return QStringList{FTree.Path("dl/")};
+  });
+  scan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
+  for (const bool folderMode : {true, false}) {
+    FRecorder.Clear();
+    scan.Start({FTree.Path()}, folderMode);
+    ASSERT_TRUE(FRecorder.WaitForEnd());
+    EXPECT_EQ(asked, QStringList(FTree.Path()));
+    EXPECT_EQ(FRecorder.Log().filter(u"step"_qs).last(), u"step 1 of 2"_qs);
+    EXPECT_EQ(FRecorder.Log().mid(FRecorder.Log().indexOf(u"row 1"_qs)).join(u", "_qs),
+              u"row 1, step 1 of 2, phase 1, path, phase 3, phase 101, phase 300, done"_qs);
+    ASSERT_EQ(scan.DownloadFiles().Count(), 1);
+    EXPECT_EQ(scan.DownloadFiles()[0].Path, FTree.Path("dl/"));
+    ASSERT_TRUE(FRecorder.WaitUntil([&] { return scan.Suspended(); }));
+  }
+}
+
+TEST_F(TScanThreadTest, UncountedDownloadLocationsAreWalkedAllTheSame) {
+  FTree.MakeFile("dl/file", 1);
+  CountDownloads = false;
+  TTallyscopeScan scan(FRecorder.Window(),
+                       [&](const QStringList&) { return QStringList{FTree.Path("dl/")}; });
+  scan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
+  scan.Start({FTree.Path()}, true);
+  ASSERT_TRUE(FRecorder.WaitForEnd());
+  EXPECT_EQ(FRecorder.Log().filter(u"step"_qs), QStringList({u"step 0 of 1"_qs, u"step 1 of 1"_qs}));
+  EXPECT_EQ(scan.DownloadFiles().Count(), 1);
+}
+
 TEST_F(TScanThreadTest, ASecondScanStartsFromNothing) {
   FTree.MakeFile("a/sub/file", 5);
   FTree.MakeFolder("b");

@@ -77,6 +77,25 @@ QString GetKnownFolder(TSpecialFolder folder) {
   return {};
 }
 
+QString GetDownloadsFolder() {
+  const QString home = HomeFolder();
+  if (home.isEmpty()) return {};
+  const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+  return folder.isEmpty() || SameFolder(folder, home)
+             ? IncludeTrailingPathDelimiter(home) + QStringLiteral("Downloads")
+             : folder;
+}
+
+QString GetBrowserFolder(TBrowser browser) {
+  if (browser == TBrowser::Chrome) {
+    const QString settings = GetKnownFolder(TSpecialFolder::AppData);
+    return settings.isEmpty() ? settings
+                              : IncludeTrailingPathDelimiter(settings) + QStringLiteral("google-chrome");
+  }
+  const QString home = HomeFolder();
+  return home.isEmpty() ? home : IncludeTrailingPathDelimiter(home) + QStringLiteral(".mozilla/firefox");
+}
+
 QString GetWindowsFolder() {
   return PathDelim;
 }

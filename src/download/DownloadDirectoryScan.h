@@ -1,0 +1,32 @@
+// Finds the folders into which known applications download: the two browsers that the code knows and all the
+// applications of the catalogue beside the program (download/DownloadApplication.h).
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// One object per scan, on one thread. Nothing is kept from one to the next.
+class TDownloadDirectoryScan {
+ public:
+  // Each is a folder that was there when it was added and ends in the delimiter; none lies inside another.
+  QStringList FDirectories;
+
+  // Fills FDirectories anew. A missing or broken catalogue leaves what the browsers gave. Throws what reading
+  // an application's settings throws (std::exception); FDirectories then holds what was found before. Blocks
+  // on the file system.
+  void ScanDirectories();
+  void ScanDirectories(const QString& catalogueFile);
+
+  // Keeps the folders below one of the locations only, and of folders inside each other the outer one. A
+  // location ends where a fixed volume begins below it; the roots of these volumes end in the delimiter.
+  void FilterByLocations(const QStringList& locations);
+  void FilterByLocations(const QStringList& locations, const QStringList& volumeRoots);
+
+  // Adds a folder that exists, with the delimiter at its end. The last entry that holds it or lies inside it
+  // decides: a folder that holds it keeps it out; one inside it goes.
+  static void AddDirectory(QStringList& target, const QString& dir);
+};
+
+// The download folders on these paths. What can't be read is left out, and so are the applications behind one
+// whose settings are broken; throws nothing of its own.
+[[nodiscard]] QStringList FindDownloadLocations(const QStringList& paths);
