@@ -4,7 +4,10 @@
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -18,21 +21,52 @@ struct TEntry {
   char Name[1];
 };
 
-class TLoop {
+// The folders still to be read. There will be no more when all threads wait for one.
+class TStack {
  public:
-  explicit TLoop(const std::string& root) : FWork{root} {
-    struct stat status;
-    if (stat(root.c_str(), &status) == 0) FDevice = status.st_dev;
+  TStack(std::string first, unsigned threads) : FThreads(threads) { FFolders.push_back(std::move(first)); }
+
+  bool Take(std::string& folder) {
+    std::unique_lock lock(FLock);
+    ++FWaiting;
+    FChanged.wait(lock, [this] { return !FFolders.empty() || FWaiting == FThreads; });
+    if (FFolders.empty()) {
+      FChanged.notify_all();
+      return false;
+    }
+    --FWaiting;
+    folder = std::move(FFolders.back());
+    FFolders.pop_back();
+    return true;
   }
 
-  TBareTotals Run() {
-    while (!FWork.empty()) {
-      const std::string folder = std::move(FWork.back());
-      FWork.pop_back();
-      List(folder);
-    }
-    return FTotals;
+  void Put(std::vector<std::string>& folders) {
+    if (folders.empty()) return;
+    const std::lock_guard lock(FLock);
+    for (std::string& folder : folders)
+      FFolders.push_back(std::move(folder));
+    folders.clear();
+    if (FWaiting != 0) FChanged.notify_all();
   }
+
+ private:
+  std::mutex FLock;
+  std::condition_variable FChanged;
+  std::vector<std::string> FFolders;
+  const unsigned FThreads;
+  unsigned FWaiting = 0;
+};
+
+class TLoop {
+ public:
+  TLoop(TStack& stack, dev_t device) : FStack(stack), FDevice(device) {}
+
+  void Run() {
+    for (std::string folder; FStack.Take(folder); FStack.Put(FFound))
+      List(folder);
+  }
+
+  [[nodiscard]] const TBareTotals& Totals() const { return FTotals; }
 
  private:
   void List(const std::string& path) {
@@ -56,21 +90,38 @@ class TLoop {
     if (fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0) return;
     if (S_ISDIR(status.st_mode)) {
       ++FTotals.Folders;
-      if (status.st_dev == FDevice) FWork.push_back(path + '/' + name);
+      if (status.st_dev == FDevice) FFound.push_back(path + '/' + name);
     } else {
       ++FTotals.Files;
       FTotals.Bytes += static_cast<uint64_t>(status.st_size);
     }
   }
 
-  std::vector<std::string> FWork;
+  TStack& FStack;
+  const dev_t FDevice;
+  std::vector<std::string> FFound;
   std::vector<char> FBuffer = std::vector<char>(128 * 1024);
-  dev_t FDevice = 0;
   TBareTotals FTotals;
 };
 
 }  // namespace
 
-TBareTotals BareLoop(const std::string& root) {
-  return TLoop(root).Run();
+TBareTotals BareLoop(const std::string& root, unsigned threads) {
+  struct stat status;
+  if (stat(root.c_str(), &status) != 0) return {};
+  TStack stack(root, threads);
+  std::vector<TLoop> loops(threads, TLoop(stack, status.st_dev));
+  {
+    std::vector<std::jthread> others;
+    for (unsigned i = 1; i < threads; ++i)
+      others.emplace_back([&loop = loops[i]] { loop.Run(); });
+    loops[0].Run();
+  }
+  TBareTotals totals;
+  for (const TLoop& loop : loops) {
+    totals.Files += loop.Totals().Files;
+    totals.Folders += loop.Totals().Folders;
+    totals.Bytes += loop.Totals().Bytes;
+  }
+  return totals;
 }

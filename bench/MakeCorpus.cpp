@@ -1,6 +1,6 @@
 // make-corpus: a folder tree to measure on, the same for the same numbers. Files are holes with realistic
 // lengths, so they cost an inode each and no blocks; names have many lengths and alphabets, and a few are no
-// valid text.
+// valid text. One file in 2500 has some names more, in other folders.
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
@@ -36,7 +36,8 @@ struct TFolder {
 
 class TCorpus {
  public:
-  TCorpus(std::string root, int files, int folders, unsigned seed) : FFiles(files), FRandom(seed) {
+  TCorpus(std::string root, int files, int folders, unsigned seed, bool validNames)
+      : FFiles(files), FValidNames(validNames), FRandom(seed), FLinkRandom(seed) {
     FFolders.reserve(static_cast<size_t>(folders) + 1);
     FFolders.push_back({0, 0, 0, std::move(root)});
     for (int i = 0; i < folders; ++i)
@@ -47,6 +48,8 @@ class TCorpus {
   void Make() {
     for (size_t i = 0; i < FFolders.size(); ++i)
       MakeFolder(FFolders[i], i);
+    for (size_t i = 0; i < FLinked.size(); ++i)
+      LinkFile(FLinked[i], i);
   }
 
   [[nodiscard]] uint64_t Bytes() const { return FBytes; }
@@ -77,7 +80,7 @@ class TCorpus {
     static constexpr std::array kEndings = {"", ".txt", ".jpeg", ".cpp", ".h", ".so.1", ".json", ".flac"};
     std::string name =
         kWords[Below(kWords.size())] + std::to_string(number) + kEndings[Below(kEndings.size())];
-    if (Below(10'000) == 0) name += '\xff';
+    if (Below(10'000) == 0 && !FValidNames) name += '\xff';
     return name;
   }
 
@@ -93,9 +96,20 @@ class TCorpus {
     if (mkdir(folder.Path.c_str(), 0777) != 0) Fail(folder.Path);
     const int descriptor = open(folder.Path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) Fail(folder.Path);
-    for (int i = 0; i < folder.Files; ++i)
-      MakeFile(descriptor, Name(FFolders.size() + static_cast<size_t>(i)));
+    for (int i = 0; i < folder.Files; ++i) {
+      const std::string name = Name(FFolders.size() + static_cast<size_t>(i));
+      MakeFile(descriptor, name);
+      if (FLinkRandom() % kFilesPerLinked == 0) FLinked.push_back(folder.Path + '/' + name);
+    }
     close(descriptor);
+  }
+
+  void LinkFile(const std::string& file, size_t number) {
+    for (size_t name = 0; name <= number % 3; ++name) {
+      const TFolder& folder = FFolders[FLinkRandom() % FFolders.size()];
+      const std::string path = folder.Path + "/again" + std::to_string(number) + '.' + std::to_string(name);
+      if (link(file.c_str(), path.c_str()) != 0) Fail(path);
+    }
   }
 
   void MakeFile(int folder, const std::string& name) {
@@ -106,8 +120,13 @@ class TCorpus {
     FBytes += length;
   }
 
+  static constexpr uint64_t kFilesPerLinked = 2500;
+
   const int FFiles;
+  const bool FValidNames;
   std::mt19937_64 FRandom;
+  std::mt19937_64 FLinkRandom;
+  std::vector<std::string> FLinked;  // files that shall have further names
   std::vector<TFolder> FFolders;
   uint64_t FBytes = 0;
 };
@@ -124,6 +143,7 @@ int main(int argc, char** argv) {
       {u"files"_qs, u"Number of files; the big corpus has 1000000."_qs, u"N"_qs, u"20000"_qs},
       {u"folders"_qs, u"Number of folders; the big corpus has 83000."_qs, u"M"_qs, u"1700"_qs},
       {u"seed"_qs, u"Another seed gives another tree."_qs, u"S"_qs, u"1"_qs},
+      {u"valid-names"_qs, u"Only names that are valid text, for file systems that take no others."_qs},
   });
   parser.process(application);
   const int files = parser.value(u"files"_qs).toInt();
@@ -131,7 +151,7 @@ int main(int argc, char** argv) {
   if (parser.positionalArguments().size() != 1 || files < 0 || folders < 0) parser.showHelp(2);
   try {
     TCorpus corpus(QFile::encodeName(parser.positionalArguments().first()).toStdString(), files, folders,
-                   parser.value(u"seed"_qs).toUInt());
+                   parser.value(u"seed"_qs).toUInt(), parser.isSet(u"valid-names"_qs));
     corpus.Make();
     std::printf("%d files, %d folders, %llu bytes\n", files, folders,
                 static_cast<unsigned long long>(corpus.Bytes()));

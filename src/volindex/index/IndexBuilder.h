@@ -49,6 +49,9 @@ class TIndexShard {
   // A file with one name. The parent, here and below, is the root or was reserved.
   void AddFile(TFolderId parent, std::string_view name, uint64_t size);
 
+  // Whether AddFile looks at the name of a file of that size.
+  [[nodiscard]] bool MayList(uint64_t size) const { return FTop.MayTake(size); }
+
   // One of the names of a file with several. The file will count once, under that of its added names in
   // folders not left out whose full path sorts first.
   void AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key);

@@ -26,6 +26,11 @@ class TTopFiles {
   // exactly the kTopCount first. Without, room is given to some more, and then files are dropped unseen.
   TTopFiles(const TFolderTable& folders, bool pathsKnown) : FFolders(folders), FPathsKnown(pathsKnown) {}
 
+  // False if Add would not take a file of that size whatever its name.
+  [[nodiscard]] bool MayTake(uint64_t size) const {
+    return size > FFloor || (size == FFloor && (!FFull || FPathsKnown));
+  }
+
   void Add(TFolderId folder, std::string_view name, uint64_t size) {
     if (size >= FFloor && !(FFull && size == FFloor && !WinsTie(folder, name))) Insert(folder, name, size);
   }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
 #include <cstring>
 #include <thread>
 #include <utility>
@@ -33,6 +34,11 @@ struct TListedEntry {
 } __attribute__((packed));
 constexpr size_t kNameOffset = sizeof(TListedEntry);
 static_assert(kNameOffset == 19);
+constexpr size_t kTypeOffset = offsetof(TListedEntry, Type);
+
+bool IsSelfOrParent(const char* name) {
+  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
 
 TAccess LastError() {
   return errno == ENOENT || errno == ENOTDIR || errno == ELOOP || errno == ESTALE ? TAccess::Gone
@@ -105,30 +111,44 @@ TFolderListing::TFolderListing() : FBuffer(std::make_unique_for_overwrite<char[]
 
 void TFolderListing::Start(const TFolderHandle& folder) {
   FDescriptor = folder.FDescriptor;
-  FFilled = FAt = 0;
+  FEntries.clear();
+  FNext = 0;
 }
 
 TAccess TFolderListing::Fill() {
   const long got = ::syscall(SYS_getdents64, FDescriptor, FBuffer.get(), kListingBuffer);
   if (got < 0) return errno == ENOENT ? TAccess::Gone : TAccess::Unreadable;
-  FFilled = static_cast<size_t>(got);
-  FAt = 0;
-  FBytesRead += FFilled;
+  SortEntries(static_cast<size_t>(got));
+  FBytesRead += static_cast<uint64_t>(got);
   return got == 0 ? TAccess::Gone : TAccess::Ok;
 }
 
+void TFolderListing::SortEntries(size_t filled) {
+  FEntries.clear();
+  FNext = 0;
+  TListedEntry entry;
+  for (size_t at = 0; at < filled; at += entry.Length) {
+    std::memcpy(&entry, FBuffer.get() + at, kNameOffset);
+    if (!IsSelfOrParent(FBuffer.get() + at + kNameOffset)) FEntries.push_back({entry.Number, at});
+  }
+  const auto byNumber = [](const TPlaceInBuffer& a, const TPlaceInBuffer& b) { return a.Number < b.Number; };
+  if (!std::is_sorted(FEntries.begin(), FEntries.end(), byNumber))
+    std::sort(FEntries.begin(), FEntries.end(), byNumber);
+}
+
 TAccess TFolderListing::Next() {
-  do {
-    if (FAt >= FFilled) {
-      if (const TAccess access = Fill(); access != TAccess::Ok) return access;
-    }
-    TListedEntry entry;
-    std::memcpy(&entry, FBuffer.get() + FAt, kNameOffset);
-    FName = FBuffer.get() + FAt + kNameOffset;
-    FListedAsFolder = entry.Type == DT_DIR;
-    FAt += entry.Length;
-  } while (FName == "." || FName == "..");
+  while (FNext == FEntries.size()) {
+    if (const TAccess access = Fill(); access != TAccess::Ok) return access;
+  }
+  const char* entry = FBuffer.get() + FEntries[FNext++].Offset;
+  FName = entry + kNameOffset;
+  FListedAsFolder = static_cast<uint8_t>(entry[kTypeOffset]) == DT_DIR;
   return TAccess::Ok;
+}
+
+uint64_t TimesWaited() {
+  struct rusage usage {};
+  return ::getrusage(RUSAGE_THREAD, &usage) == 0 ? static_cast<uint64_t>(usage.ru_nvcsw) : 0;
 }
 
 unsigned OpenFolderLimit() {

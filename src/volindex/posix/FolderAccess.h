@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace volindex {
 
@@ -58,7 +59,8 @@ class TFolderHandle {
   int FDescriptor = -1;
 };
 
-// Reads the entries of folders, one folder at a time, in the order of the file system.
+// Reads the entries of folders, one folder at a time. A bufferful of them comes in the order of their inode
+// numbers: that is about where their facts lie on the disk, whereas the system often lists by hash.
 class TFolderListing {
  public:
   TFolderListing();
@@ -75,16 +77,25 @@ class TFolderListing {
   [[nodiscard]] uint64_t BytesRead() const { return FBytesRead; }
 
  private:
+  struct TPlaceInBuffer {
+    uint64_t Number;  // inode
+    size_t Offset;
+  };
   [[nodiscard]] TAccess Fill();
+  void SortEntries(size_t filled);
 
   std::unique_ptr<char[]> FBuffer;
   int FDescriptor = -1;
-  size_t FFilled = 0;
-  size_t FAt = 0;
+  std::vector<TPlaceInBuffer> FEntries;
+  size_t FNext = 0;
   std::string_view FName;
   bool FListedAsFolder = false;
   uint64_t FBytesRead = 0;
 };
+
+// How often the calling thread has waited for something so far, and that is a disk for who does nothing but
+// read.
+[[nodiscard]] uint64_t TimesWaited();
 
 // How many folders the process may hold open for one scan, leaving enough for all others.
 [[nodiscard]] unsigned OpenFolderLimit();

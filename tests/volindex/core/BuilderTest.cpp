@@ -1,6 +1,6 @@
 #include "volindex/index/IndexBuilder.h"
 
-#include "volindex/core/SlowTwin.h"
+#include "volindex/IndexAnswer.h"
 
 #include <gtest/gtest.h>
 

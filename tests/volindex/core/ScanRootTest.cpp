@@ -1,6 +1,6 @@
 #include "volindex/posix/ScanRoot.h"
 
-#include "volindex/core/SlowTwin.h"
+#include "volindex/TestTree.h"
 #include "volindex/index/VolumeScan.h"
 #include "volindex/readers/ByteSource.h"
 

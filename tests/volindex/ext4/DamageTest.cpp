@@ -9,21 +9,6 @@
 namespace volindex::ext4 {
 namespace {
 
-// Notes every attempt to read what is not there.
-class TGuardedSource : public TMemorySource {
- public:
-  using TMemorySource::TMemorySource;
-  [[nodiscard]] bool ReadAt(uint64_t offset, std::span<std::byte> target) const override {
-    const bool inside = TMemorySource::ReadAt(offset, target);
-    if (!inside) FStrayed = true;
-    return inside;
-  }
-  [[nodiscard]] bool Strayed() const { return FStrayed; }
-
- private:
-  mutable std::atomic<bool> FStrayed{false};
-};
-
 void MakeSmallTree(const std::string& tree) {
   for (int folder = 0; folder < 8; ++folder) {
     const std::string path = tree + "/folder " + std::to_string(folder) + "/inner";
@@ -47,19 +32,20 @@ void MakeSmallTree(const std::string& tree) {
 class DamageTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(DamageTest, FlippedBytesAreSurvived) {
-  const TScratch scratch;
+  const TTestTree scratch;
   MakeSmallTree(scratch.Path("tree"));
   ASSERT_TRUE(MakeImage(scratch.Path("image"), "2M", GetParam(), scratch.Path("tree")));
   const std::vector<std::byte> good = LoadFile(scratch.Path("image"));
   ASSERT_EQ(Scan(TMemorySource(good)).Result, TReadResult::Done);
   const auto places = PlacesOfInterest(good);
   std::mt19937 random(12345);
-  TGuardedSource source(good);
+  std::vector<std::byte> image;
   int outcomes[2]{};
   for (int round = 0; round < 1500; ++round) {
-    source.Bytes() = good;
+    image = good;
     for (auto flips = 1 + random() % 4; flips > 0; --flips)
-      source.Bytes()[places[random() % places.size()]] = static_cast<std::byte>(random());
+      image[places[random() % places.size()]] = static_cast<std::byte>(random());
+    const TMemorySource source(image);
     const TOutcome outcome = Scan(source);
     ASSERT_NE(outcome.Result, TReadResult::Stopped);
     ++outcomes[outcome.Result == TReadResult::Done];
@@ -76,13 +62,12 @@ INSTANTIATE_TEST_SUITE_P(
                     "-t ext4 -b 1024 -O ^metadata_csum,^has_journal,inline_data -I 512"));
 
 TEST(CutTest, CutVolumeIsHandedOver) {
-  const TScratch scratch;
+  const TTestTree scratch;
   MakeSmallTree(scratch.Path("tree"));
   ASSERT_TRUE(MakeImage(scratch.Path("image"), "2M", "-t ext4 -b 1024", scratch.Path("tree")));
   const std::vector<std::byte> bytes = LoadFile(scratch.Path("image"));
-  for (const std::ptrdiff_t size : {0, 1000, 2047, 2048, 1 << 20})
-    EXPECT_EQ(Scan(TMemorySource({bytes.begin(), bytes.begin() + size})).Result, TReadResult::HandedOver)
-        << size;
+  for (const std::size_t size : {0u, 1000u, 2047u, 2048u, 1u << 20})
+    EXPECT_EQ(Scan(TMemorySource(std::span(bytes).first(size))).Result, TReadResult::HandedOver) << size;
 }
 
 }  // namespace

@@ -27,12 +27,12 @@ class FolderBlocksTest : public testing::Test {
  protected:
   FolderBlocksTest() {
     FSuper.BlockSize = kBlock;
-    FSuper.BlockCount = FSource.Size() / kBlock;
+    FSuper.BlockCount = FImage.size() / kBlock;
     FSuper.FirstDataBlock = 1;
   }
 
   [[nodiscard]] std::span<std::byte> Block(std::uint32_t block) {
-    return std::span(FSource.Bytes()).subspan(std::size_t{block} * kBlock, kBlock);
+    return std::span(FImage).subspan(std::size_t{block} * kBlock, kBlock);
   }
 
   static void PutNode(std::span<std::byte> node, int entries, int depth) {
@@ -51,7 +51,7 @@ class FolderBlocksTest : public testing::Test {
 
   // One child per node from the root down to a leaf in the block `depth + 1`.
   void PutChain(int depth) {
-    FSource.Bytes().assign(FSource.Bytes().size(), {});
+    FImage.assign(FImage.size(), {});
     PutNode(FMap, 1, depth);
     Put(FMap, 16, 2u);
     for (int level = 1; level < depth; ++level) {
@@ -65,7 +65,8 @@ class FolderBlocksTest : public testing::Test {
 
   [[nodiscard]] std::optional<std::uint64_t> Find(TFolderLayout layout, std::uint64_t blocks) {
     std::vector<TBlockRun> runs;
-    TFolderBlocks found(FSource, FSuper);
+    const TMemorySource source(FImage);
+    TFolderBlocks found(source, FSuper);
     const TInode inode{TInodeKind::Folder, layout, 2, blocks * kBlock};
     if (!found.Find(inode, FMap, runs)) return std::nullopt;
     std::uint64_t count = 0;
@@ -74,7 +75,7 @@ class FolderBlocksTest : public testing::Test {
     return count;
   }
 
-  TMemorySource FSource{std::vector<std::byte>(64 * kBlock)};
+  std::vector<std::byte> FImage = std::vector<std::byte>(64 * kBlock);
   TSuperblock FSuper;
   std::array<std::byte, kMapSize> FMap{};
 };
@@ -130,7 +131,7 @@ TEST_F(FolderBlocksTest, MapsOfThreeLevelsWithHoles) {
   Put(Block(11), 0, 12u);
   Put(Block(12), 0, 13u);
   Put(Block(13), 0, 52u);
-  FSource.Bytes().resize(std::size_t{70000} * kBlock);
+  FImage.resize(std::size_t{70000} * kBlock);
   FSuper.BlockCount = 70000;
   EXPECT_EQ(Find(TFolderLayout::BlockMap, 12 + 256 + 65536 + 1), 3u);
   EXPECT_EQ(Find(TFolderLayout::BlockMap, 12 + 256 + 65536), 2u);
@@ -145,7 +146,8 @@ TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
   for (std::size_t i = 0; i < kBlock / 4; ++i)
     Put(Block(10), 4 * i, 10u);
   std::vector<TBlockRun> runs;
-  TFolderBlocks found(FSource, FSuper);
+  const TMemorySource source(FImage);
+  TFolderBlocks found(source, FSuper);
   const TInode inode{TInodeKind::Folder, TFolderLayout::BlockMap, 2, 64 * kBlock};
   EXPECT_TRUE(found.Find(inode, FMap, runs));
   EXPECT_FALSE(found.Find(inode, FMap, runs));
@@ -216,7 +218,7 @@ TEST(InlineTest, AttributesThatPointOutsideAreRefused) {
 // One number of a good superblock changed at a time; the checksum is off so that nothing but the number
 // tells.
 TEST(SuperblockTest, NumbersThatCannotBeTrueAreRefused) {
-  const TScratch scratch;
+  const TTestTree scratch;
   ASSERT_TRUE(Shell("truncate -s 8M " + scratch.Path("image") +
                     " && mke2fs -q -F -t ext4 -b 1024 -O ^metadata_csum " + scratch.Path("image")));
   const std::vector<std::byte> image = LoadFile(scratch.Path("image"));

@@ -8,8 +8,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Listing.h"
 #include "Volumes.h"
+#include "volindex/IndexAnswer.h"
 #include "volindex/posix/ScanRoot.h"
 #include "volindex/readers/ext4/Ext4Reader.h"
 
@@ -53,10 +53,10 @@ class MountTest : public testing::Test {
   void ExpectRead() {
     const TOutcome outcome = Read(FRoot);
     ASSERT_EQ(outcome.Result, TReadResult::Done);
-    ExpectSame(outcome.Index, WalkTree(FRoot));
+    EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfFind(FRoot));
   }
 
-  TScratch FScratch;
+  TTestTree FScratch;
   std::string FRoot = FScratch.Path("root");
   std::string FImage = FScratch.Path("image");
   std::string FLoop;

@@ -10,24 +10,8 @@
 namespace volindex::ext4 {
 namespace fs = std::filesystem;
 
-TScratch::TScratch() {
-  std::string pattern = fs::temp_directory_path() / "volindex-ext4.XXXXXX";
-  FPath = mkdtemp(pattern.data());
-}
-
-TScratch::~TScratch() {
-  std::error_code ignored;
-  fs::remove_all(FPath, ignored);
-}
-
-bool TMemorySource::ReadAt(uint64_t offset, std::span<std::byte> target) const {
-  if (!Fits(offset, target.size(), FBytes.size())) return false;
-  std::memcpy(target.data(), FBytes.data() + offset, target.size());
-  return true;
-}
-
 bool Shell(const std::string& command) {
-  const TScratch scratch;
+  const TTestTree scratch;
   const std::string log = scratch.Path("log");
   const std::string line = "PATH=$PATH:/usr/sbin:/sbin; { " + command + "; } >" + log + " 2>&1";
   const bool succeeded = std::system(line.c_str()) == 0;
@@ -88,7 +72,7 @@ void MakeWide(const std::string& root) {
 }  // namespace
 
 void MakeVariedTree(const std::string& root) {
-  fs::create_directory(root);
+  fs::create_directories(root + "/lost+found");  // which mke2fs makes if it is not there
   MakeOddities(root);
   MakeHardLinks(root);
   MakeDeep(root);

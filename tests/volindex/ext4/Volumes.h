@@ -6,34 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "volindex/readers/ByteSource.h"
+#include "volindex/MemorySource.h"
+#include "volindex/TestTree.h"
 #include "volindex/readers/ext4/VolumeScan.h"
 
 namespace volindex::ext4 {
-
-// A new folder below the system's temporary one; removed with all that it holds.
-class TScratch {
- public:
-  TScratch();
-  ~TScratch();
-  TScratch(const TScratch&) = delete;
-  TScratch& operator=(const TScratch&) = delete;
-  [[nodiscard]] std::string Path(const std::string& name) const { return FPath + "/" + name; }
-
- private:
-  std::string FPath;
-};
-
-class TMemorySource : public TByteSource {
- public:
-  explicit TMemorySource(std::vector<std::byte> bytes) : FBytes(std::move(bytes)) {}
-  [[nodiscard]] bool ReadAt(uint64_t offset, std::span<std::byte> target) const override;
-  [[nodiscard]] uint64_t Size() const override { return FBytes.size(); }
-  [[nodiscard]] std::vector<std::byte>& Bytes() { return FBytes; }
-
- private:
-  std::vector<std::byte> FBytes;
-};
 
 // Runs a shell command; true if it succeeds. Its messages are shown only if it fails.
 bool Shell(const std::string& command);

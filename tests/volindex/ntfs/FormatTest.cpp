@@ -4,6 +4,7 @@
 #include "VolumeMaker.h"
 #include "volindex/readers/ntfs/BootSector.h"
 #include "volindex/readers/ntfs/LinkLength.h"
+#include "volindex/readers/ntfs/NtfsNames.h"
 #include "volindex/readers/ntfs/RunList.h"
 
 namespace volindex::ntfs {

@@ -1,4 +1,4 @@
-// The reader against a plain walk over the mount of a real volume.
+// The reader against what find sees on the mount of a real volume.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,6 +9,7 @@
 #include <random>
 
 #include "MountedVolume.h"
+#include "volindex/IndexAnswer.h"
 #include "volindex/readers/ntfs/FileRecord.h"
 
 namespace volindex::ntfs {
@@ -20,21 +21,10 @@ namespace fs = std::filesystem;
   if (!(volume)) GTEST_SKIP() << "needs root, mkntfs, ntfs-3g and loop devices"
 
 void ExpectSame(const TMountedVolume& volume) {
-  const TTree walked = volume.Walk();
-  const auto read = volume.Read();
-  ASSERT_TRUE(read);
-  EXPECT_EQ(read->Files, walked.Files);
-  EXPECT_EQ(read->Folders, walked.Folders);
-  EXPECT_EQ(read->Total, walked.Total);
-  EXPECT_EQ(read->Unreadable, 0u);
-  if (walked.Files <= kTopCount && walked.Folders <= kTopCount) {
-    EXPECT_EQ(read->Entries, walked.Entries);
-  }
-  for (const auto& [path, size] : read->Entries) {
-    const auto found = walked.Entries.find(path);
-    ASSERT_TRUE(found != walked.Entries.end()) << path;
-    ASSERT_EQ(size, found->second) << path;
-  }
+  const auto index = volume.Read();
+  ASSERT_TRUE(index);
+  EXPECT_EQ(AnswerOf(*index), AnswerOfFind(volume.Root().string()));
+  EXPECT_EQ(index->Statistics().Unreadable, 0u);
 }
 
 std::string Repeated(std::string_view text, unsigned times) {

@@ -1,12 +1,10 @@
 #include "MountedVolume.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <vector>
 
 #include "volindex/posix/ScanRoot.h"
 
@@ -27,55 +25,6 @@ std::string FirstLineOf(const std::string& command) {
   if (pipe != nullptr) ::pclose(pipe);
   return got ? line.substr(0, line.find('\n')) : std::string();
 }
-
-// Walks a mounted tree without recursion, gathering what counts.
-class TWalk {
- public:
-  explicit TWalk(const fs::path& root) : FRoot(root) {}
-
-  TTree Run() {
-    std::vector<std::string> folders = {""};
-    while (!folders.empty()) {
-      const std::string folder = folders.back();
-      folders.pop_back();
-      for (const auto& entry : fs::directory_iterator(FRoot / folder))
-        if (Visit(folder + entry.path().filename().string()))
-          folders.push_back(folder + entry.path().filename().string() + '/');
-    }
-    for (const auto& [inode, file] : FFiles)
-      Count(file.first, file.second);
-    return FTree;
-  }
-
- private:
-  // True for a folder.
-  bool Visit(const std::string& path) {
-    struct stat status {};
-    if (::lstat((FRoot / path).c_str(), &status) != 0) return false;
-    if (S_ISDIR(status.st_mode)) {
-      FTree.Entries.try_emplace(path + '/', 0);
-      ++FTree.Folders;
-      return true;
-    }
-    const bool sized = S_ISREG(status.st_mode) || S_ISLNK(status.st_mode);
-    const auto size = sized ? static_cast<std::uint64_t>(status.st_size) : 0;
-    const auto [place, isNew] = FFiles.try_emplace(status.st_ino, path, size);
-    if (!isNew && path < place->second.first) place->second.first = path;
-    return false;
-  }
-
-  void Count(const std::string& path, std::uint64_t size) {
-    FTree.Entries[path] = size;
-    FTree.Total += size;
-    ++FTree.Files;
-    for (std::size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1))
-      FTree.Entries[path.substr(0, end + 1)] += size;
-  }
-
-  fs::path FRoot;
-  TTree FTree;
-  std::map<ino_t, std::pair<std::string, std::uint64_t>> FFiles;
-};
 
 }  // namespace
 
@@ -109,17 +58,13 @@ TScanRoot TMountedVolume::ScanRoot() const {
   return DescribeScanRoot(Root().string()).value_or(TScanRoot{});
 }
 
-TTree TMountedVolume::Walk() const {
-  return TWalk(Root()).Run();
-}
-
-std::optional<TTree> TMountedVolume::Read() const {
+std::optional<TVolumeIndex> TMountedVolume::Read() const {
   const std::atomic<bool> noStop{false};
   TNtfsReader reader;
   TIndexBuilder builder;
   if (!reader.Accepts(ScanRoot())) return std::nullopt;
   if (reader.Read(ScanRoot(), builder, {noStop, {}}) != TReadResult::Done) return std::nullopt;
-  return TreeOf(builder.TakeIndex());
+  return builder.TakeIndex();
 }
 
 void MakeFile(const fs::path& path, std::uint64_t length) {

@@ -1,5 +1,5 @@
-// A real NTFS volume in an image file, made by mkntfs and mounted by ntfs-3g through a loop device, and the
-// plain walk over the mount that tells what the reader has to find. Needs root and both tools.
+// A real NTFS volume in an image file, made by mkntfs and mounted by ntfs-3g through a loop device. Needs
+// root and both tools.
 #pragma once
 
 #include <filesystem>
@@ -29,15 +29,12 @@ class TMountedVolume {
   [[nodiscard]] std::filesystem::path Image() const { return FFolder / "image"; }
   [[nodiscard]] TScanRoot ScanRoot() const;
 
-  // The tree as lstat tells it; a file with several names under the smallest path.
-  [[nodiscard]] TTree Walk() const;
-
-  // The tree as the reader tells it.
-  [[nodiscard]] std::optional<TTree> Read() const;
-
-  void Unmount();
+  // Nothing if the reader hands over.
+  [[nodiscard]] std::optional<TVolumeIndex> Read() const;
 
  private:
+  void Unmount();
+
   std::filesystem::path FFolder;
   std::string FDevice;
   bool FMounted = false;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "volindex/MemorySource.h"
 #include "volindex/readers/ntfs/NtfsReader.h"
 
 namespace volindex::ntfs {
@@ -21,20 +22,6 @@ struct TTree {
   std::uint64_t Unreadable = 0;
 
   bool operator==(const TTree&) const = default;
-};
-
-class TMemorySource : public TByteSource {
- public:
-  explicit TMemorySource(std::span<const std::byte> bytes) : FBytes(bytes) {}
-  [[nodiscard]] std::uint64_t Size() const override { return FBytes.size(); }
-  [[nodiscard]] bool ReadAt(std::uint64_t offset, std::span<std::byte> target) const override {
-    if (!Fits(offset, target.size(), FBytes.size())) return false;
-    std::copy_n(FBytes.begin() + static_cast<std::ptrdiff_t>(offset), target.size(), target.begin());
-    return true;
-  }
-
- private:
-  std::span<const std::byte> FBytes;
 };
 
 inline TTree TreeOf(const TVolumeIndex& index) {

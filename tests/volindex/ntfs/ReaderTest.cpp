@@ -206,9 +206,13 @@ TEST(NtfsReader, ReparsePointsAreFilesAndNeverEntered) {
 TEST(NtfsReader, NamesThatNoPathCanHoldAreIgnored) {
   TVolumeMaker maker;
   using namespace std::string_view_literals;
-  maker.Put(24, File(u"..", 1)).Put(25, File(u"a/b", 2)).Put(26, File(u"a\0b"sv, 3)).Put(27, File({}, 4));
-  maker.Put(28, File(u"\xD800", 5)).Put(29, File(u"...", 6));
-  EXPECT_EQ(EntriesOf(maker), (TEntries{{"\xED\xA0\x80", 5}, {"...", 6}}));
+  std::uint64_t record = 24;
+  for (const auto name :
+       {u"."sv, u".."sv, u"a/b"sv, u"a\0b"sv, u""sv, u"abc/"sv, u"abcdefg\0"sv, u"abcdefgh/"sv})
+    maker.Put(record++, File(name, 1));
+  // A lone surrogate, dots that mean nothing, and units with the forbidden bytes in one half.
+  maker.Put(40, File(u"\xD800", 5)).Put(41, File(u"...", 6)).Put(42, File(u"\u2F00\u012F\u2F2F\u0100", 7));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"\xED\xA0\x80", 5}, {"...", 6}, {"\u2F00\u012F\u2F2F\u0100", 7}}));
 }
 
 // More files in a folder that is gone than the top list holds, all larger than those that count.

@@ -1,7 +1,7 @@
 // The two checksums that guard ext4's superblock and group descriptors.
 #pragma once
 
-#include "volindex/readers/ext4/Ext4Bytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ext4 {
 

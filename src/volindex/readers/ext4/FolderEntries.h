@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "volindex/readers/ext4/Ext4Bytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ext4 {
 

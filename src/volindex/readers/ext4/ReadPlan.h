@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "volindex/readers/ext4/Ext4Bytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ext4 {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "volindex/readers/ext4/Ext4Bytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ext4 {
 

@@ -4,9 +4,17 @@
 
 namespace volindex {
 
-void TFolderQueue::Join() {
-  const std::lock_guard guard(FLock);
+bool TFolderQueue::Join(unsigned thread) {
+  std::unique_lock lock(FLock);
+  FChanged.wait(lock, [&] { return thread < FInvited || FEnded.load(std::memory_order_relaxed); });
   ++FThreads;
+  return !FEnded.load(std::memory_order_relaxed);
+}
+
+void TFolderQueue::Invite() {
+  const std::lock_guard guard(FLock);
+  ++FInvited;
+  FChanged.notify_all();
 }
 
 bool TFolderQueue::Next(std::vector<TFolderTask>& own, TFolderTask& task) {

@@ -38,10 +38,17 @@ struct TFolderTask {
 
 class TFolderQueue {
  public:
-  explicit TFolderQueue(TFolderTask first) { FShared.push_back(std::move(first)); }
+  // The first `invited` threads may join at once.
+  TFolderQueue(TFolderTask first, unsigned invited) : FInvited(invited) {
+    FShared.push_back(std::move(first));
+  }
 
-  // Once by each thread before its first Next.
-  void Join();
+  // Once by each thread, 0 and up, before its first Next. Waits until the thread is invited; false when the
+  // end comes first.
+  [[nodiscard]] bool Join(unsigned thread);
+
+  // Lets one thread more join. Any thread.
+  void Invite();
 
   // Takes the thread's next folder from its own stack, giving some away when others wait; with an empty one
   // waits for those of others. False when there will be none any more.
@@ -59,8 +66,9 @@ class TFolderQueue {
   std::mutex FLock;
   std::condition_variable FChanged;
   std::vector<TFolderTask> FShared;
-  unsigned FThreads = 0;
-  unsigned FWaiting = 0;
+  unsigned FInvited;
+  unsigned FThreads = 0;  // that have joined
+  unsigned FWaiting = 0;  // of these
 };
 
 }  // namespace volindex

@@ -10,6 +10,8 @@ namespace {
 // Bytes of path that the system surely takes in one go.
 constexpr size_t kPathPiece = 3000;
 
+constexpr unsigned kFoldersBetweenLooks = 16;
+
 }  // namespace
 
 void TFolderProgress::Add(double share) {
@@ -23,22 +25,32 @@ void TFolderProgress::Add(double share) {
 }
 
 TFolderWorker::TFolderWorker(TFolderScan& scan, unsigned thread)
-    : FScan(scan), FShard(scan.Builder.Shard(thread)) {
-  scan.Queue.Join();
-}
+    : FScan(scan), FShard(scan.Builder.Shard(thread)), FThread(thread) {}
 
 bool TFolderWorker::Stopped() const {
   return FScan.Control.Stop.load(std::memory_order_relaxed);
 }
 
 void TFolderWorker::Run() {
+  if (!FScan.Queue.Join(FThread)) return;
+  FWaits = TimesWaited();
   TFolderTask task;
   while (!Stopped() && FScan.Queue.Next(FStack, task)) {
     ReadFolder(task);
     task.Parent.reset();
+    InviteOthers();
   }
   if (Stopped()) FScan.Queue.Cancel();
   FShard.CountBytesRead(FListing.BytesRead());
+}
+
+// A thread that waits for the disk leaves its processor to another one, and the more reads the disk knows of,
+// the better it orders them.
+void TFolderWorker::InviteOthers() {
+  if (++FFolders % kFoldersBetweenLooks != 0) return;
+  const uint64_t waits = TimesWaited();
+  if (waits - FWaits > kFoldersBetweenLooks / 4) FScan.Queue.Invite();
+  FWaits = waits;
 }
 
 void TFolderWorker::ReadFolder(const TFolderTask& task) {
@@ -115,8 +127,9 @@ void TFolderWorker::QueueSubfolders(const TFolderTask& task, TFolderHandle folde
     std::shared_ptr<TKeptFolder> kept;
     if (FScan.OpenCount.load(std::memory_order_relaxed) < FScan.OpenLimit)
       kept = std::make_shared<TKeptFolder>(std::move(folder), FScan.OpenCount);
-    for (const TFolderId id : FSubfolders)
-      FStack.push_back({id, kept, share});
+    // The first of them on the disk is the next to be read.
+    for (auto id = FSubfolders.rbegin(); id != FSubfolders.rend(); ++id)
+      FStack.push_back({*id, kept, share});
   }
   FScan.Progress.Add(share);
 }

@@ -49,6 +49,7 @@ class TFolderWorker {
   [[nodiscard]] TAccess Open(const TFolderTask& task, TFolderHandle& folder);
   [[nodiscard]] TAccess OpenFromRoot(TFolderId id, TFolderHandle& folder);
   [[nodiscard]] bool Stopped() const;
+  void InviteOthers();
   // The answer of TFolderListing::Next or EntryFacts that ended it: Gone at the regular end.
   [[nodiscard]] TAccess ReadEntries(TFolderId id, const TFolderHandle& folder);
   void AddFolder(TFolderId parent, const TEntryFacts& facts);
@@ -58,6 +59,9 @@ class TFolderWorker {
   TFolderScan& FScan;
   TIndexShard& FShard;
   TFolderListing FListing;
+  unsigned FThread;
+  unsigned FFolders = 0;  // read
+  uint64_t FWaits = 0;    // at the last look at them
   std::vector<TFolderTask> FStack;
   std::vector<TFolderId> FSubfolders;  // of the folder that is read
 };

@@ -4,9 +4,18 @@
 #include "volindex/posix/ScanRoot.h"
 #include "volindex/readers/folders/FolderWorker.h"
 
+#include <algorithm>
+
 namespace volindex {
 
 namespace {
+
+// Threads that may read while the disk is waited for, of which so many begin.
+unsigned MostThreads(unsigned atOnce) {
+  constexpr unsigned kEach = 8;
+  constexpr unsigned kMostWaiting = 32;
+  return std::max(atOnce, std::min(kEach * atOnce, kMostWaiting));
+}
 
 void RunWorker(TFolderScan& scan, unsigned thread) {
   try {
@@ -20,7 +29,8 @@ void RunWorker(TFolderScan& scan, unsigned thread) {
 }  // namespace
 
 TReadResult TFoldersReader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
-  const unsigned threads = FThreads != 0 ? FThreads : ThreadsFor(root);
+  const unsigned atOnce = FThreads != 0 ? FThreads : ThreadsFor(root);
+  const unsigned threads = FThreads != 0 ? FThreads : MostThreads(atOnce);
   builder.Begin(threads, TFolderOrder::ParentsFirst);
   TFolderHandle folder;
   TEntryFacts facts;
@@ -31,7 +41,7 @@ TReadResult TFoldersReader::Read(const TScanRoot& root, TIndexBuilder& builder, 
                    control,
                    folder,
                    facts,
-                   TFolderQueue({kRootFolder, nullptr, 1.0}),
+                   TFolderQueue({kRootFolder, nullptr, 1.0}, atOnce),
                    TFolderProgress(control),
                    FOpenLimit != 0 ? FOpenLimit : OpenFolderLimit()};
   RunThreads(threads, [&scan](unsigned thread) { RunWorker(scan, thread); });

@@ -18,7 +18,7 @@ class TFoldersReader : public TReader {
                                  const TScanControl& control) override;
 
  private:
-  unsigned FThreads = 0;  // 0: as suits the disk
+  unsigned FThreads = 0;  // 0: one per processor, and more while these wait for the disk
   unsigned FOpenLimit = 0;
 };
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "volindex/readers/ntfs/NtfsBytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ntfs {
 

@@ -12,6 +12,19 @@ constexpr std::size_t kListEntrySize = 0x1A;
 constexpr std::uint16_t kInUse = 0x01;
 constexpr std::uint16_t kFolder = 0x02;
 
+bool IsOfInterest(TAttributeType type) {
+  switch (type) {
+    case TAttributeType::StandardInformation:
+    case TAttributeType::AttributeList:
+    case TAttributeType::FileName:
+    case TAttributeType::Data:
+    case TAttributeType::ReparsePoint:
+      return true;
+    default:
+      return false;
+  }
+}
+
 bool ParseResident(TBytes bytes, TAttribute& attribute) {
   const auto length = Load<std::uint32_t>(bytes, 0x10);
   const auto offset = Load<std::uint16_t>(bytes, 0x14);
@@ -81,16 +94,17 @@ bool TAttributeWalk::Fail() {
 }
 
 bool TAttributeWalk::Next(TAttribute& attribute) {
-  const std::size_t left = FRecord.size() - FPosition;
-  if (left < 4) return Fail();
-  const TBytes rest = FRecord.subspan(FPosition);
-  if (Load<TAttributeType>(rest, 0) == TAttributeType::End) return false;
-  if (left < kResidentHeaderSize) return Fail();
-  const auto length = Load<std::uint32_t>(rest, 0x04);
-  if (length < kResidentHeaderSize || length % 8 != 0 || length > left) return Fail();
-  if (!ParseAttribute(rest.first(length), attribute)) return Fail();
-  FPosition += length;
-  return true;
+  for (;;) {
+    const TBytes rest = FRecord.subspan(FPosition);
+    if (rest.size() < 4) return Fail();
+    const auto type = Load<TAttributeType>(rest, 0);
+    if (type == TAttributeType::End) return false;
+    if (rest.size() < kResidentHeaderSize) return Fail();
+    const auto length = Load<std::uint32_t>(rest, 0x04);
+    if (length < kResidentHeaderSize || length % 8 != 0 || length > rest.size()) return Fail();
+    FPosition += length;
+    if (IsOfInterest(type)) return ParseAttribute(rest.first(length), attribute) || Fail();
+  }
 }
 
 std::optional<TListEntry> TakeListEntry(TBytes& list, bool& broken) {

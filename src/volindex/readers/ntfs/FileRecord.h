@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "volindex/readers/ntfs/NtfsBytes.h"
+#include "volindex/readers/DiskBytes.h"
 
 namespace volindex::ntfs {
 
@@ -64,7 +64,8 @@ struct TAttribute {
   [[nodiscard]] bool IsFirstExtent() const { return Resident || LowestVcn == 0; }
 };
 
-// Walks the attributes of one record in their order. The record must outlive what it hands out.
+// Walks the attributes of one record in their order, stepping over those of types not named above. The record
+// must outlive what it hands out.
 class TAttributeWalk {
  public:
   TAttributeWalk(TBytes record, const TRecordHeader& header)

@@ -17,8 +17,7 @@ TFolderSlots::TFolderSlots(TIndexBuilder& builder, std::uint64_t recordCount, TF
   FSlots[root.Record()] = Packed(0, root.Sequence());
 }
 
-std::optional<TFolderId> TFolderSlots::IdOf(TFileReference folder) {
-  if (folder.Record() >= FRecordCount) return std::nullopt;
+std::optional<TFolderId> TFolderSlots::IdOfNewcomer(TFileReference folder) {
   if (folder.Record() < kFirstUserRecord && folder.Record() != kRootRecord) return std::nullopt;
   std::atomic<std::uint64_t>& slot = FSlots[folder.Record()];
   std::uint64_t held = slot.load(std::memory_order_relaxed);

@@ -25,12 +25,19 @@ class TFolderSlots {
 
   // The identifier of the pair, made at its first use; nothing for a record that does not exist or belongs to
   // the metadata. Any thread.
-  [[nodiscard]] std::optional<TFolderId> IdOf(TFileReference folder);
+  [[nodiscard]] std::optional<TFolderId> IdOf(TFileReference folder) {
+    if (folder.Record() >= FRecordCount) return std::nullopt;
+    const std::uint64_t held = FSlots[folder.Record()].load(std::memory_order_relaxed);
+    if (held != 0 && static_cast<std::uint16_t>(held) == folder.Sequence())
+      return static_cast<TFolderId>((held >> 16) - 1);
+    return IdOfNewcomer(folder);
+  }
 
   // From now on there is nothing for pairs not seen before. While no other thread asks.
   void Close() { FClosed = true; }
 
  private:
+  [[nodiscard]] std::optional<TFolderId> IdOfNewcomer(TFileReference folder);
   [[nodiscard]] std::optional<TFolderId> IdOfRival(TFileReference folder);
 
   TIndexBuilder& FBuilder;

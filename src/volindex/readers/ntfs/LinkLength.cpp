@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "volindex/readers/ntfs/NtfsNames.h"
+
 namespace volindex::ntfs {
 
 namespace {

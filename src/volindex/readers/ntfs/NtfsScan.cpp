@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "volindex/index/RunThreads.h"
+#include "volindex/readers/ntfs/NtfsNames.h"
 
 namespace volindex::ntfs {
 
 namespace {
 
 constexpr std::size_t kShareBytes = 1u << 20;
+constexpr std::size_t kAhead = 8;  // records between the one parsed and the one asked for
 constexpr std::uint64_t kMaxRecords = 1u << 28;
 // Far more than any volume has; an attribute list made to repeat itself must not fill the memory.
 constexpr std::size_t kMaxHolders = 4u << 20;
@@ -17,7 +19,7 @@ bool IsFileInUse(TBytes record) {
   return std::memcmp(record.data(), "FILE", 4) == 0 && (Load<std::uint16_t>(record, 0x16) & 1) != 0;
 }
 
-// Asks for the lines that a record's parsing touches first, while the record before it is being parsed.
+// Asks for the lines that a record's parsing touches first, while records before it are being parsed.
 void Prefetch(TBytes record) {
   for (std::size_t line = 0; line < 512; line += 64)
     __builtin_prefetch(record.data() + line);
@@ -31,6 +33,12 @@ bool IsWhole(const TRecordFacts& facts, TFileReference self) {
 }
 
 }  // namespace
+
+std::string_view TNtfsScan::TWorker::TextOf(const TFileName& name) {
+  Name.clear();
+  AppendWtf8(name.Utf16, Name);
+  return Name;
+}
 
 TNtfsScan::TNtfsScan(const TNtfsVolume& volume, TForeignTags tags, TIndexBuilder& builder,
                      const TScanControl& control, unsigned threads)
@@ -75,7 +83,7 @@ TReadResult TNtfsScan::Pass() {
 
 void TNtfsScan::Work(TWorker& worker) {
   const std::uint64_t share = kShareBytes / FVolume.RecordSize();
-  worker.Buffer.resize(std::min<std::uint64_t>(kShareBytes, FVolume.RecordCount() * FVolume.RecordSize()));
+  worker.Buffer = TAlignedBytes(std::min<std::uint64_t>(share, FVolume.RecordCount()) * FVolume.RecordSize());
   while (!FFailed && !FControl.Stop) {
     const std::uint64_t first = FNext.fetch_add(share);
     if (first >= FVolume.RecordCount()) return;
@@ -88,11 +96,11 @@ bool TNtfsScan::TakeShare(TWorker& worker, std::uint64_t first) {
   const std::size_t size = FVolume.RecordSize();
   const auto count =
       static_cast<std::size_t>(std::min<std::uint64_t>(kShareBytes / size, FVolume.RecordCount() - first));
-  const auto records = std::span(worker.Buffer).first(count * size);
+  const auto records = worker.Buffer.All().first(count * size);
   if (!FVolume.ReadRecords(first, records)) return false;
   worker.Shard.CountBytesRead(records.size());
   for (std::size_t i = 0; i < count; ++i) {
-    if (i + 1 < count) Prefetch(records.subspan((i + 1) * size, size));
+    if (i + kAhead < count) Prefetch(records.subspan((i + kAhead) * size, size));
     TakeRecord(worker, first + i, records.subspan(i * size, size));
   }
   return worker.Holders <= kMaxHolders;
@@ -107,7 +115,7 @@ void TNtfsScan::TakeRecord(TWorker& worker, std::uint64_t number, std::span<std:
     return worker.Shard.CountUnreadable();
   const TFileReference self{number, header->Sequence};
   if (header->InUse && header->IsBase() && IsWhole(worker.Facts, self))
-    Add(worker.Shard, self, header->Folder, worker.Facts);
+    Add(worker, self, header->Folder, worker.Facts);
   else if (header->InUse)
     Keep(worker, *header, self);
 }
@@ -122,6 +130,7 @@ void TNtfsScan::Keep(TWorker& worker, const TRecordHeader& header, TFileReferenc
   worker.Holders += worker.Facts.Holders.size();
   auto& kept = header.IsBase() ? worker.Bases : worker.Extensions;
   kept.push_back({self, header.Base, header.Folder, worker.Facts});
+  kept.back().Facts.KeepNames();
 }
 
 // Gives each base record what its extension records tell. An extension counts only if the base's list names
@@ -150,40 +159,43 @@ void TNtfsScan::JoinSpread(std::vector<TWorker>& workers) {
         whole = whole && (extension != nullptr || holder.Type != TAttributeType::Data);
       }
       if (whole)
-        Add(worker.Shard, base.Record, base.Folder, base.Facts);
+        Add(worker, base.Record, base.Folder, base.Facts);
       else
         worker.Shard.CountUnreadable();
     }
   }
 }
 
-void TNtfsScan::Add(TIndexShard& shard, TFileReference self, bool folder, const TRecordFacts& facts) {
+void TNtfsScan::Add(TWorker& worker, TFileReference self, bool folder, const TRecordFacts& facts) {
   if (!folder || facts.Reparse)
-    AddFile(shard, self, facts);
+    AddFile(worker, self, facts);
   else if (!FFilesOnly)
-    AddFolder(shard, self, facts);
+    AddFolder(worker, self, facts);
 }
 
 // A folder has one name; should damage give it more, the first that has a parent is taken.
-void TNtfsScan::AddFolder(TIndexShard& shard, TFileReference self, const TRecordFacts& facts) {
+void TNtfsScan::AddFolder(TWorker& worker, TFileReference self, const TRecordFacts& facts) {
   for (const TFileName& name : facts.Names) {
     const auto parent = FSlots->IdOf(name.Parent);
     if (!parent) continue;
     const auto id = FSlots->IdOf(self);
-    if (!id || !shard.SetFolder(*id, *parent, facts.NameOf(name))) FFailed = true;
+    if (!id || !worker.Shard.SetFolder(*id, *parent, worker.TextOf(name))) FFailed = true;
     return;
   }
 }
 
-void TNtfsScan::AddFile(TIndexShard& shard, TFileReference self, const TRecordFacts& facts) {
+void TNtfsScan::AddFile(TWorker& worker, TFileReference self, const TRecordFacts& facts) {
+  TIndexShard& shard = worker.Shard;
   const std::uint64_t length = facts.Length();
   for (const TFileName& name : facts.Names) {
     const auto parent = FSlots->IdOf(name.Parent);
     if (!parent) continue;
-    if (facts.Names.size() == 1)
-      shard.AddFile(*parent, facts.NameOf(name), length);
+    if (facts.Names.size() > 1)
+      shard.AddLinkedFile(*parent, worker.TextOf(name), length, {self.Record()});
+    else if (shard.MayList(length))
+      shard.AddFile(*parent, worker.TextOf(name), length);
     else
-      shard.AddLinkedFile(*parent, facts.NameOf(name), length, {self.Record()});
+      shard.AddFile(*parent, {}, length);
   }
 }
 

@@ -3,8 +3,11 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "volindex/readers/AlignedBytes.h"
 #include "volindex/readers/Reader.h"
 #include "volindex/readers/ntfs/FolderSlots.h"
 #include "volindex/readers/ntfs/RecordFacts.h"
@@ -33,9 +36,13 @@ class TNtfsScan {
   struct TWorker {
     explicit TWorker(TIndexShard& shard) : Shard(shard) {}
 
+    // Void at the next call.
+    [[nodiscard]] std::string_view TextOf(const TFileName& name);
+
     TIndexShard& Shard;
-    std::vector<std::byte> Buffer;
+    TAlignedBytes Buffer;
     TRecordFacts Facts;
+    std::string Name;
     std::vector<TSpread> Bases;
     std::vector<TSpread> Extensions;
     std::size_t Holders = 0;
@@ -49,9 +56,9 @@ class TNtfsScan {
   [[nodiscard]] bool Repair(std::uint64_t number, std::span<std::byte> record) const;
   void Keep(TWorker& worker, const TRecordHeader& header, TFileReference self);
   void JoinSpread(std::vector<TWorker>& workers);
-  void Add(TIndexShard& shard, TFileReference self, bool folder, const TRecordFacts& facts);
-  void AddFolder(TIndexShard& shard, TFileReference self, const TRecordFacts& facts);
-  void AddFile(TIndexShard& shard, TFileReference self, const TRecordFacts& facts);
+  void Add(TWorker& worker, TFileReference self, bool folder, const TRecordFacts& facts);
+  void AddFolder(TWorker& worker, TFileReference self, const TRecordFacts& facts);
+  void AddFile(TWorker& worker, TFileReference self, const TRecordFacts& facts);
   void Report(std::uint64_t recordsDone);
 
   const TNtfsVolume& FVolume;

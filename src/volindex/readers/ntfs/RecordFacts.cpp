@@ -15,9 +15,28 @@ constexpr std::uint8_t kNameForDosOnly = 2;
 constexpr std::size_t kMaxAttributeList = 256u << 10;
 constexpr std::uint64_t kUnsupportedTagText = 34;  // "unsupported reparse tag 0x80000017"
 
-bool IsPlainName(std::string_view name) {
-  if (name == "." || name == "..") return false;
-  return name.find('/') == std::string_view::npos && name.find('\0') == std::string_view::npos;
+constexpr std::uint64_t InEachUnit(std::uint16_t unit) {
+  return std::uint64_t{0x0001'0001'0001'0001} * unit;
+}
+
+bool HasZeroUnit(std::uint64_t units) {
+  return ((units - InEachUnit(1)) & ~units & InEachUnit(0x8000)) != 0;
+}
+
+// Whether a path can hold the name. Four units at a time: every name of the volume comes by here.
+bool IsPlainName(TBytes utf16) {
+  const TBytes dots = std::as_bytes(std::span(u"..", utf16.size() <= 4 ? utf16.size() / 2 : 0));
+  if (!dots.empty() && std::equal(utf16.begin(), utf16.end(), dots.begin())) return false;
+  std::size_t position = 0;
+  for (; position + 8 <= utf16.size(); position += 8) {
+    const auto units = Load<std::uint64_t>(utf16, position);
+    if (HasZeroUnit(units) || HasZeroUnit(units ^ InEachUnit(u'/'))) return false;
+  }
+  for (; position < utf16.size(); position += 2) {
+    const auto unit = Load<char16_t>(utf16, position);
+    if (unit == u'/' || unit == u'\0') return false;
+  }
+  return true;
 }
 
 bool TakeName(TBytes value, TRecordFacts& facts) {
@@ -25,11 +44,8 @@ bool TakeName(TBytes value, TRecordFacts& facts) {
   const std::size_t length = 2u * Load<std::uint8_t>(value, 0x40);
   if (length == 0 || !Fits(kNameHeader, length, value.size())) return false;
   if (Load<std::uint8_t>(value, 0x41) == kNameForDosOnly) return true;
-  TFileName name{TFileReference(Load<std::uint64_t>(value, 0)), static_cast<std::uint32_t>(facts.Text.size()),
-                 0};
-  AppendWtf8(value.subspan(kNameHeader, length), facts.Text);
-  name.Length = static_cast<std::uint32_t>(facts.Text.size()) - name.Begin;
-  if (IsPlainName(facts.NameOf(name))) facts.Names.push_back(name);
+  const TBytes utf16 = value.subspan(kNameHeader, length);
+  if (IsPlainName(utf16)) facts.Names.push_back({TFileReference(Load<std::uint64_t>(value, 0)), utf16});
   return true;
 }
 
@@ -119,18 +135,24 @@ class TGathering {
 
 void TRecordFacts::Clear() {
   Names.clear();
-  Text.clear();
   Holders.clear();
   DataLength = LinkLength = SpecialSize = std::nullopt;
   Reparse = System = false;
 }
 
+void TRecordFacts::KeepNames() {
+  for (const TFileName& name : Names)
+    FKeptNames.insert(FKeptNames.end(), name.Utf16.begin(), name.Utf16.end());
+  TBytes kept = FKeptNames;
+  for (TFileName& name : Names) {
+    name.Utf16 = kept.first(name.Utf16.size());
+    kept = kept.subspan(name.Utf16.size());
+  }
+}
+
 void TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
   if (type == TAttributeType::FileName) {
-    for (const TFileName& name : extension.Names) {
-      Names.push_back({name.Parent, static_cast<std::uint32_t>(Text.size()), name.Length});
-      Text += extension.NameOf(name);
-    }
+    Names.insert(Names.end(), extension.Names.begin(), extension.Names.end());
   } else if (type == TAttributeType::Data && extension.DataLength) {
     DataLength = extension.DataLength;
     SpecialSize = extension.SpecialSize;

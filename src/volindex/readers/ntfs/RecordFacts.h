@@ -2,8 +2,6 @@
 // spread over a base record and its extension records.
 #pragma once
 
-#include <string_view>
-
 #include "volindex/readers/ntfs/NtfsVolume.h"
 
 namespace volindex::ntfs {
@@ -16,8 +14,7 @@ enum class TForeignTags {
 
 struct TFileName {
   TFileReference Parent;
-  std::uint32_t Begin = 0;  // within TRecordFacts::Text
-  std::uint32_t Length = 0;
+  TBytes Utf16;  // within the record; after KeepNames within the facts
 };
 
 // Where an extension record that says something of interest lies.
@@ -30,7 +27,6 @@ struct THolder {
 
 struct TRecordFacts {
   std::vector<TFileName> Names;              // real names only: a name for DOS alone is none
-  std::string Text;                          // their bytes
   std::optional<std::uint64_t> DataLength;   // of the unnamed data, if this record tells it
   std::optional<std::uint64_t> LinkLength;   // of the text that a reparse point shows as its target
   std::optional<std::uint64_t> SpecialSize;  // if the data describe a link (its length), device or socket (0)
@@ -38,19 +34,23 @@ struct TRecordFacts {
   bool System = false;           // the attribute that makes such data special
   std::vector<THolder> Holders;  // the records that the attribute list names, of interest only
 
-  [[nodiscard]] std::string_view NameOf(const TFileName& name) const {
-    return std::string_view(Text).substr(name.Begin, name.Length);
-  }
   void Clear();
+
+  // Makes the names outlast the record. Not to be copied from then on.
+  void KeepNames();
 
   // True if nothing in here would change what is known about the file.
   [[nodiscard]] bool Empty() const { return Names.empty() && !DataLength && !Reparse; }
 
-  // Adds what an extension record tells of the kind of attribute for which it was named.
+  // Adds what an extension record tells of the kind of attribute for which it was named; names stay where
+  // they are.
   void Take(const TRecordFacts& extension, TAttributeType type);
 
   // The length that the file shows.
   [[nodiscard]] std::uint64_t Length() const;
+
+ private:
+  std::vector<std::byte> FKeptNames;
 };
 
 // Gathers the facts of a record in use; false if the record does not hold together. Any thread.

@@ -2,7 +2,7 @@
 #include "volindex/ntfs/ReadTree.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const volindex::ntfs::TMemorySource source(std::as_bytes(std::span(data, size)));
+  const volindex::TMemorySource source(std::as_bytes(std::span(data, size)));
   (void)volindex::ntfs::ReadTree(source, 1);
   return 0;
 }

@@ -1,11 +1,8 @@
-// What an index must say of a tree, worked out the plain way, and a tree on disk to try it on.
+// What a scan has to say of a tree, worked out the plain way.
 #pragma once
 
-#include "volindex/index/VolumeIndex.h"
-
 #include <cstdint>
-#include <filesystem>
-#include <map>
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -29,6 +26,8 @@ struct TAnswer {
   bool operator==(const TAnswer&) const = default;
 };
 
+void PrintTo(const TAnswer& answer, std::ostream* stream);
+
 // A file under one of its names; names with the same Link other than 0 are those of one file.
 struct TPlainFile {
   std::string Path;
@@ -39,26 +38,7 @@ struct TPlainFile {
 // From all files and folders (without the root) in any order.
 [[nodiscard]] TAnswer AnswerOf(const std::vector<TPlainFile>& files, const std::vector<std::string>& folders);
 
-// From the disk by a recursive walk, one entry after the other.
-[[nodiscard]] TAnswer WalkSlowly(const std::filesystem::path& root);
-
-[[nodiscard]] TAnswer AnswerOf(const TVolumeIndex& index);
-
-// A folder of its own for a test, removed with all in it at the end.
-class TTestTree {
- public:
-  TTestTree();
-  ~TTestTree();
-  TTestTree(const TTestTree&) = delete;
-  TTestTree& operator=(const TTestTree&) = delete;
-
-  [[nodiscard]] const std::filesystem::path& Root() const { return FRoot; }
-  // A file of that length without content, and the folders above it.
-  void AddFile(const std::string& path, uint64_t size);
-  void AddFolder(const std::string& path);
-
- private:
-  std::filesystem::path FRoot;
-};
+// From the disk by `find`, which follows no link and enters no other file system.
+[[nodiscard]] TAnswer AnswerOfFind(const std::string& root);
 
 }  // namespace volindex

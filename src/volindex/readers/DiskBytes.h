@@ -7,7 +7,7 @@
 #include <cstring>
 #include <span>
 
-namespace volindex::ext4 {
+namespace volindex {
 
 using TBytes = std::span<const std::byte>;
 
@@ -31,4 +31,4 @@ template <class T>
   return first <= total && count <= total - first;
 }
 
-}  // namespace volindex::ext4
+}  // namespace volindex

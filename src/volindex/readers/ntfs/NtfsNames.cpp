@@ -1,4 +1,4 @@
-#include "volindex/readers/ntfs/NtfsBytes.h"
+#include "volindex/readers/ntfs/NtfsNames.h"
 
 #include <array>
 
