@@ -31,6 +31,10 @@ std::unique_ptr<TImageList> MakeFileImages() {
   return MakeImages({"sort_asc", "sort_desc", "folder16"});
 }
 
+std::unique_ptr<TImageList> MakeDownloadImages() {
+  return MakeImages({"sort_asc", "sort_desc"});
+}
+
 void DropImagesFrom(TImageList& images, int kept) {
   for (int index = images.Count() - 1; index >= kept; --index)
     images.Delete(index);

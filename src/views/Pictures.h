@@ -29,6 +29,13 @@ inline constexpr int kDescending = 1;
 inline constexpr int kOwn = 3;
 }  // namespace FileImage
 
+// Images of the list of downloads; icons of its rows follow from kOwn on.
+namespace DownloadImage {
+inline constexpr int kAscending = 0;
+inline constexpr int kDescending = 1;
+inline constexpr int kOwn = 2;
+}  // namespace DownloadImage
+
 // The pictures of the picture store.
 namespace StorePicture {
 inline constexpr int kFolder64 = 0;
@@ -48,6 +55,7 @@ inline constexpr int kLargeImageSide = 32;  // pixels
 [[nodiscard]] std::unique_ptr<TImageList> MakeStaticImages();
 [[nodiscard]] std::unique_ptr<TImageList> MakeDockImages();
 [[nodiscard]] std::unique_ptr<TImageList> MakeFileImages();
+[[nodiscard]] std::unique_ptr<TImageList> MakeDownloadImages();
 
 // Takes the images from index `kept` on off the list, last to first.
 void DropImagesFrom(TImageList& images, int kept);

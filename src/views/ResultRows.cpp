@@ -27,13 +27,13 @@ int CompareSizes(const TListItem& item1, const TListItem& item2) {
 
 }  // namespace
 
-void AddResultColumns(TListView& list, const TResultRules& rules) {
+void AddResultColumns(TCustomListView& list, const TResultRules& rules) {
   for (int index = 0; index < kResultColumns; ++index)
     list.Columns().Add(QString::fromUtf16(kCaptions[index]), rules.Widths[static_cast<size_t>(index)]);
   list.Columns()[kLocationColumn].SetElide(Qt::ElideMiddle);
 }
 
-void SpreadResultColumns(TListView& list, const TResultRules& rules, int growth) {
+void SpreadResultColumns(TCustomListView& list, const TResultRules& rules, int growth) {
   for (int index = 0; index < kResultColumns; ++index) {
     const auto at = static_cast<size_t>(index);
     if (kShares[at] != 0) list.Columns()[index].SetWidth(rules.Widths[at] + growth * kShares[at] / 10);

@@ -6,6 +6,7 @@
 
 #include "scan/ScanRecords.h"
 
+class TCustomListView;
 class TImageList;
 class TListColumn;
 class TListItem;
@@ -25,10 +26,10 @@ struct TResultRules {
 };
 
 // The columns of the list with their captions and design widths.
-void AddResultColumns(TListView& list, const TResultRules& rules);
+void AddResultColumns(TCustomListView& list, const TResultRules& rules);
 
 // Widens the columns by their share of what the form has grown since its making, in pixels.
-void SpreadResultColumns(TListView& list, const TResultRules& rules, int growth);
+void SpreadResultColumns(TCustomListView& list, const TResultRules& rules, int growth);
 
 // A row with name, location, size text and type, and its size on Data; image -1 is none.
 TListItem* AddResultRow(TListView& list, const TFileInfoEx& record, const QString& type, int image);

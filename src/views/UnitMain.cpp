@@ -16,6 +16,7 @@
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
 #include "views/Commands.h"
+#include "views/DownloadsTab.h"
 #include "views/Looks.h"
 #include "views/OverviewTab.h"
 #include "views/Pictures.h"
@@ -37,6 +38,7 @@ TFormMain::TFormMain(TStartParameters parameters)
       imglstStatic(MakeStaticImages()),
       cxmglstdock(MakeDockImages()),
       cxmglstlvFile(MakeFileImages()),
+      cxmglstdownloadfiles(MakeDownloadImages()),
       ImageNote1(new TImageNote(this)) {
   setObjectName(u"FormMain"_qs);
   setWindowTitle(u"Korvel Tallyscope"_qs);
@@ -116,6 +118,7 @@ void TFormMain::BuildTabs() {
   FOverview = new TOverviewTab({FState, *FCommands, *FStatusLine, *ImageNote1, *imglstStatic, *cxmglstdock},
                                *overview);
   FTopFiles = new TTopFilesTab({FState, *FCommands, *FStatusLine, *cxmglstlvFile}, *topFiles);
+  FDownloads = new TDownloadsTab(*cxmglstdownloadfiles, *dxDockPnlDownloads);
   FTabSwitching = std::make_unique<TTabSwitching>(*FCommands, *FOverview, *FTopFiles);
 
   const auto activeTabChanged = [this] {
@@ -161,6 +164,7 @@ void TFormMain::FormShow() {
   dxTabContainerDockSite1->SetActiveChildIndex(kOverviewTab);
   FOverview->FormShow();
   FTopFiles->FormShow();
+  FDownloads->FormShow();
   TrimWorkingSet();
   // Where no window manager activates windows, showing counts.
   QTimer::singleShot(kActivationMs, this, [this] { FormActivate(); });
@@ -221,4 +225,5 @@ void TFormMain::FormResize() {
   const int growth = width() - FBaseWidth;
   FOverview->FormResize(growth);
   FTopFiles->FormResize(growth);
+  FDownloads->FormResize(growth);
 }

@@ -11,6 +11,7 @@
 #include "views/MainState.h"
 #include "views/StartParameters.h"
 
+class TDownloadsTab;
 class TImageList;
 class TImageNote;
 class TMainCommands;
@@ -74,6 +75,7 @@ class TFormMain : public QMainWindow, public TResultForm {
   std::unique_ptr<TImageList> imglstStatic;
   std::unique_ptr<TImageList> cxmglstdock;
   std::unique_ptr<TImageList> cxmglstlvFile;
+  std::unique_ptr<TImageList> cxmglstdownloadfiles;
   TImageNote* ImageNote1;
 
   std::unique_ptr<TMainCommands> FCommands;
@@ -83,6 +85,7 @@ class TFormMain : public QMainWindow, public TResultForm {
   std::unique_ptr<TStatusLine> FStatusLine;
   TOverviewTab* FOverview = nullptr;
   TTopFilesTab* FTopFiles = nullptr;
+  TDownloadsTab* FDownloads = nullptr;
   std::unique_ptr<TTabSwitching> FTabSwitching;
 
   bool FActivated = false;

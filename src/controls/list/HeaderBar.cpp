@@ -22,6 +22,7 @@ QSize THeaderBar::sizeHint() const {
 
 void THeaderBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  if (FHost.PaintHeader(painter, *this)) return;
   THeaderPainter header(painter, *this, FHost.SmallImages());
   const TListLayout layout = HeaderLayout();
   const TListColumns& columns = HeaderColumns();
@@ -45,14 +46,18 @@ void THeaderBar::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void THeaderBar::Press(QMouseEvent& event, bool second) {
-  if (event.button() == Qt::LeftButton) FInput.Press(event.position().toPoint().x(), second);
+  const bool taken = FHost.HeaderMouse(event, FInput.AtDivider(event.position().toPoint().x()));
+  if (!taken && event.button() == Qt::LeftButton)
+    FInput.Press(event.position().toPoint().x(), second && FHost.HeaderFitsColumns());
   update();
 }
 
 void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
   const int x = event->position().toPoint().x();
   FInput.Move(x);
-  if (FInput.Tracking() || (event->buttons() == Qt::NoButton && FInput.AtDivider(x)))
+  const bool atDivider = event->buttons() == Qt::NoButton && FInput.AtDivider(x);
+  FHost.HeaderMouse(*event, FInput.Tracking() || atDivider);
+  if (FInput.Tracking() || atDivider)
     setCursor(Qt::SplitHCursor);
   else
     unsetCursor();
@@ -60,12 +65,14 @@ void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void THeaderBar::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) FInput.Release(event->position().toPoint().x());
+  const bool taken = FHost.HeaderMouse(*event, FInput.Tracking());
+  if (!taken && event->button() == Qt::LeftButton) FInput.Release(event->position().toPoint().x());
   update();
 }
 
 void THeaderBar::leaveEvent(QEvent*) {
   FInput.Leave();
+  FHost.HeaderLeft();
   update();
 }
 

@@ -41,6 +41,7 @@ struct TListViewOptions {
   bool ReadOnly = true;     // captions are not edited in place
   bool ColumnClick = true;  // header cells can be pressed
   bool ShowColumnHeaders = true;
+  bool GridLines = false;      // lines between rows and columns
   bool HideSelection = false;  // the highlight shows only while the list has the focus
   bool ShowHint = true;        // Hint shows when the mouse rests
 };

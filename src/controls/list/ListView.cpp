@@ -66,6 +66,39 @@ void TCustomListView::DeleteSelected() {
     item->Delete();
 }
 
+TCellFacts TCustomListView::DescribeCell(int row, int column) const {
+  TCellFacts facts;
+  facts.Text = CellText(row, column);
+  facts.HasCheckBox = column == 0 && Options().CheckBoxes;
+  facts.Checked = facts.HasCheckBox && (States().State(row) & kRowChecked) != 0;
+  return facts;
+}
+
+bool TCustomListView::ActOnCell(int row, int column, TCellAct act) {
+  TListItem* const item = FItems->Item(row);
+  if (item == nullptr) return false;
+  if (act == TCellAct::Toggle && column == 0 && Options().CheckBoxes) {
+    item->SetChecked(!item->Checked());
+    return true;
+  }
+  if (act != TCellAct::Press) return false;
+  SetSelected(item);
+  if (OnDblClick) OnDblClick();
+  return true;
+}
+
+TCellFacts TCustomListView::DescribeHeader(int column) const {
+  TCellFacts facts;
+  facts.Text = (*FColumns)[column].Caption().trimmed();
+  return facts;
+}
+
+bool TCustomListView::ActOnHeader(int column, TCellAct act) {
+  if (act != TCellAct::Press || !Options().ColumnClick) return false;
+  HeaderClicked(column);
+  return true;
+}
+
 TListItem* TCustomListView::ItemFocused() const {
   return FItems->Item(States().Next(-1, kRowFocused));
 }
@@ -80,11 +113,11 @@ TListItem* TCustomListView::TopItem() const {
 }
 
 TListItem* TCustomListView::GetItemAt(int x, int y) const {
-  return FItems->Item(Layout().HitTest({x, y}).Row);
+  return FItems->Item(HitTest({x, y}).Row);
 }
 
 unsigned TCustomListView::GetHitTestInfoAt(int x, int y) const {
-  return Layout().HitTest({x, y}).Flags;
+  return HitTest({x, y}).Flags;
 }
 
 void TCustomListView::AlphaSort() {
@@ -152,7 +185,11 @@ void TCustomListView::RowStateChanged(int row, unsigned before, unsigned after) 
   if (FItems->Item(row) != item) return;
   if ((changed & kRowSelected) != 0 && OnSelectItem) OnSelectItem(item, (after & kRowSelected) != 0);
   if (FItems->Item(row) != item) return;
-  if ((changed & kRowChecked) != 0 && OnItemChecked) OnItemChecked(item);
+  if ((changed & kRowChecked) != 0) CheckChanged(*item);
+}
+
+void TCustomListView::CheckChanged(TListItem& item) {
+  if (OnItemChecked) OnItemChecked(&item);
 }
 
 void TCustomListView::HeaderClicked(int column) {
@@ -172,14 +209,22 @@ void TCustomListView::Press(QMouseEvent& event, bool second) {
   const Qt::MouseButton button = event.button();
   const bool left = button == Qt::LeftButton;
   FClickPending = left && !second;
-  const bool onBox = FInput.Press(Layout().HitTest(pos), button, event.modifiers());
+  const bool onBox = PressRows(pos, button, event.modifiers());
   if (second && left && !onBox && OnDblClick) OnDblClick();
   if (OnMouseDown) OnMouseDown(button, event.modifiers(), pos.x(), pos.y());
 }
 
+bool TCustomListView::PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
+  return PressRow(HitTest(pos), button, shift);
+}
+
+bool TCustomListView::PressRow(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
+  return FInput.Press(hit, button, shift);
+}
+
 void TCustomListView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint pos = event->position().toPoint();
-  if (event->buttons() == Qt::NoButton) SetHoverRow(Layout().HitTest(pos).Row);
+  if (event->buttons() == Qt::NoButton) SetHoverRow(HitTest(pos).Row);
 }
 
 void TCustomListView::mouseReleaseEvent(QMouseEvent* event) {
@@ -257,7 +302,6 @@ void TCustomListView::ShowTip(const QPoint& pos, const QPoint& globalPos) {
                      viewport());
 }
 
-// The text of the cell at a point if the cell does not show all of it.
 QString TCustomListView::CutText(const QPoint& pos) const {
   const TListLayout layout = Layout();
   const THit hit = layout.HitTest(pos);

@@ -13,6 +13,7 @@
 #include "controls/list/ListViewEvents.h"
 #include "controls/list/RowHost.h"
 #include "controls/list/RowSource.h"
+#include "controls/list/accessible/CellFacts.h"
 #include "controls/list/input/RowInput.h"
 #include "controls/list/model/ListColumns.h"
 #include "controls/list/model/ListItems.h"
@@ -43,7 +44,7 @@ class TCustomListView : public TRowHost,
   [[nodiscard]] int SelCount() const;
   // The next selected row after the given one, null for none.
   [[nodiscard]] TListItem* GetNextSelected(const TListItem* after) const;
-  void DeleteSelected();
+  virtual void DeleteSelected();
 
   [[nodiscard]] TListItem* ItemFocused() const;
   void SetItemFocused(TListItem* item);
@@ -61,6 +62,15 @@ class TCustomListView : public TRowHost,
   void CustomSort(const TListItems::TCompare& compare) { FItems->Sort(compare); }
   // By OnCompare or, if it is not set, by the captions in the user's language.
   virtual void AlphaSort();
+
+  // What assistive technology knows of a cell, and what it may do with it: press it as a click would, switch
+  // its check box, expand or collapse it. False for what the cell does not offer.
+  [[nodiscard]] virtual TCellFacts DescribeCell(int row, int column) const;
+  virtual bool ActOnCell(int row, int column, TCellAct act);
+  [[nodiscard]] virtual TCellFacts DescribeHeader(int column) const;
+  virtual bool ActOnHeader(int column, TCellAct act);
+  // The column that the keys act on.
+  [[nodiscard]] virtual int FocusedColumn() const { return 0; }
 
   // Shown when the mouse rests on the list, with ShowHint on. A cell whose text is cut shows that instead.
   [[nodiscard]] const QString& Hint() const { return FHint; }
@@ -85,6 +95,16 @@ class TCustomListView : public TRowHost,
   [[nodiscard]] int CellImage(int row, int column) const override;
   [[nodiscard]] int StateImage(int row) const override;
 
+  // The check bit of a row has changed.
+  virtual void CheckChanged(TListItem& item);
+  // What a press does to the rows, before OnMouseDown. True if it was on a check box.
+  virtual bool PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift);
+  bool PressRow(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift);
+  // What a key does after OnKeyDown. False for a key that does nothing.
+  virtual bool DoKey(int key, const QKeyEvent& event);
+  // The text of the cell at a point if the cell does not show all of it.
+  [[nodiscard]] virtual QString CutText(const QPoint& pos) const;
+
   // TRowHost
   void RowStateChanged(int row, unsigned before, unsigned after) override;
   void HeaderClicked(int column) override;
@@ -100,13 +120,10 @@ class TCustomListView : public TRowHost,
   void focusInEvent(QFocusEvent* event) override;
 
  private:
-  friend class THeaderCellAccessible;
   void Press(QMouseEvent& event, bool second);
-  bool DoKey(int key, const QKeyEvent& event);
   bool ClickHeaderByKey(int key, Qt::KeyboardModifiers shift);
   bool ContextPopup(const QPoint& pos);
   void ShowTip(const QPoint& pos, const QPoint& globalPos);
-  [[nodiscard]] QString CutText(const QPoint& pos) const;
 
   std::unique_ptr<TListColumns> FColumns;
   std::unique_ptr<TListItems> FItems;

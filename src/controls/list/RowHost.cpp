@@ -219,6 +219,7 @@ void TRowHost::Arrange() {
     PlaceHeader();
     UpdateScrollBars();
   }
+  Arranged();
 }
 
 void TRowHost::LockPainting(bool locked) {
@@ -244,12 +245,26 @@ void TRowHost::UpdateScrollBars() {
   FHeader->update();
 }
 
+// Changed margins may have bars come and go before they return, so the bars are asked again.
 void TRowHost::PlaceHeader() {
   const int height = FOptions.ShowColumnHeaders ? FHeader->sizeHint().height() : 0;
-  setViewportMargins(0, height, 0, 0);
+  setViewportMargins(BarMargins() + QMargins(0, height, 0, 0));
   FHeader->setVisible(height > 0);
   const QRect rows = viewport()->geometry();
-  FHeader->setGeometry(rows.left(), rows.top() - height, rows.width(), height);
+  const int beside = BarCrossesHeader() ? 0 : BarMargins().right();
+  FHeader->setGeometry(rows.left(), rows.top() - height, rows.width() + beside, height);
+}
+
+QWidget& TRowHost::Header() const {
+  return *FHeader;
+}
+
+bool TRowHost::PaintHeader(QPainter&, QWidget&) {
+  return false;
+}
+
+bool TRowHost::HeaderMouse(const QMouseEvent&, bool) {
+  return false;
 }
 
 void TRowHost::SetHoverRow(int row) {
@@ -259,23 +274,27 @@ void TRowHost::SetHoverRow(int row) {
 }
 
 void TRowHost::paintEvent(QPaintEvent* event) {
-  const TListLayout layout = Layout();
+  Settle();
   QPainter painter(viewport());
+  PaintRows(painter, event->region());
+}
+
+void TRowHost::PaintRows(QPainter& painter, const QRegion& region) {
+  const TListLayout layout = Layout();
   TRowPainter rows(painter, *this, layout, *FSource, FOptions, {SmallImages(), StateImages()});
   // As long as no row has the focus, the keys begin at the first one, and it shows.
   const int focus = std::max(0, FStates.Next(-1, kRowFocused));
   for (int row = layout.Metrics().TopRow; row < layout.EndOfVisibleRows(); ++row) {
     const unsigned state = FStates.State(row) | (row == focus ? kRowFocused : 0);
-    if (event->region().intersects(layout.RowRect(row)))
-      rows.Paint(row, {state, row == FHoverRow && isEnabled()});
+    if (region.intersects(layout.RowRect(row))) rows.Paint(row, {state, row == FHoverRow && isEnabled()});
   }
+  if (FOptions.GridLines) rows.PaintGrid();
   if (layout.Metrics().RowCount == 0) rows.PaintEmpty();
 }
 
 void TRowHost::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
-  PlaceHeader();
-  UpdateScrollBars();
+  Arrange();
 }
 
 void TRowHost::scrollContentsBy(int dx, int dy) {

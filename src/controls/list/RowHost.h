@@ -11,6 +11,7 @@
 
 #include <memory>
 
+class QMouseEvent;
 class THeaderBar;
 class TImageList;
 class TListColumns;
@@ -43,6 +44,8 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
 
   // Rectangles and hits of the present state. Valid until anything changes.
   [[nodiscard]] TListLayout Layout() const;
+  // What lies at a point of the client area.
+  [[nodiscard]] virtual THit HitTest(const QPoint& pos) const { return Layout().HitTest(pos); }
   [[nodiscard]] int ClientWidth() const;
   // The width that a vertical scroll bar takes, whether one shows or not.
   [[nodiscard]] int VertScrollBarWidth() const;
@@ -64,6 +67,26 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   // Room for the font, or for the images if they are higher.
   [[nodiscard]] virtual int RowHeight() const;
 
+  // Paints what shows of the rows in that part of the client area.
+  virtual void PaintRows(QPainter& painter, const QRegion& region);
+
+  // A list with a header of its own look paints it all and hears of the mouse first: true keeps the event
+  // from the header. atDivider: the mouse could drag a divider, or does. HeaderFitsColumns: a second
+  // press on a divider fits the column at its left.
+  virtual bool PaintHeader(QPainter& painter, QWidget& header);
+  virtual bool HeaderMouse(const QMouseEvent& event, bool atDivider);
+  virtual void HeaderLeft() {}
+  [[nodiscard]] virtual bool HeaderFitsColumns() const { return true; }
+
+  // Room beside the rows that a list takes for bars of its own, below the header or beside it too.
+  [[nodiscard]] virtual QMargins BarMargins() const { return {}; }
+  [[nodiscard]] virtual bool BarCrossesHeader() const { return false; }
+  // Client area, scroll ranges and header are up to date again.
+  virtual void Arranged() {}
+  [[nodiscard]] QWidget& Header() const;
+
+  // Lays header, client area and scroll ranges out at once.
+  void Arrange();
   // Rows or columns were changed: scroll ranges and paint follow, unless a batch is open.
   void ContentChanged();
   // While locked, nothing is painted and no scroll range moves; unlocking does both once.
@@ -91,7 +114,6 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   void Link(std::unique_ptr<TImageLink>& link, TImageList* images);
   [[nodiscard]] TListMetrics Metrics() const;
   void Settle() const;
-  void Arrange();
   void UpdateScrollBars();
   void PlaceHeader();
   [[nodiscard]] int MeasureColumn(int column) const;

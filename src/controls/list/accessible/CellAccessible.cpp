@@ -31,8 +31,33 @@ TListItem* TCellAccessible::Item() const {
   return list != nullptr && Column() < list->Columns().Count() ? list->Items().Item(FRow) : nullptr;
 }
 
-bool TCellAccessible::HasCheckBox() const {
-  return Column() == 0 && List()->Options().CheckBoxes;
+TCellFacts TCellAccessible::Facts() const {
+  return Item() != nullptr ? List()->DescribeCell(FRow, Column()) : TCellFacts();
+}
+
+// The kinds that a reader of a table would not expect of a cell say so.
+QAccessible::Role TCellAccessible::role() const {
+  switch (Facts().Kind) {
+    case TCellKind::Button:
+      return QAccessible::PushButton;
+    case TCellKind::Link:
+      return QAccessible::Link;
+    case TCellKind::CheckBox:
+      return QAccessible::CheckBox;
+    case TCellKind::Edit:
+      return QAccessible::EditableText;
+    case TCellKind::ComboBox:
+      return QAccessible::ComboBox;
+    case TCellKind::Progress:
+      return QAccessible::ProgressBar;
+    case TCellKind::Rating:
+      return QAccessible::Indicator;
+    case TCellKind::GroupHeader:
+      return QAccessible::RowHeader;
+    case TCellKind::Text:
+      break;
+  }
+  return QAccessible::Cell;
 }
 
 void* TCellAccessible::interface_cast(QAccessible::InterfaceType type) {
@@ -48,19 +73,24 @@ QAccessible::State TCellAccessible::state() const {
   state.selectable = true;
   state.selected = item->Selected();
   state.focusable = true;
+  const TCellFacts facts = Facts();
   state.focused = item->Focused() && List()->hasFocus();
   state.multiSelectable = List()->Options().MultiSelect;
-  state.disabled = !List()->isEnabled();
-  state.checkable = HasCheckBox();
-  state.checked = HasCheckBox() && item->Checked();
+  state.disabled = !List()->isEnabled() || !facts.Enabled;
+  state.checkable = facts.HasCheckBox;
+  state.checked = facts.Checked;
+  state.expandable = facts.Expandable;
+  state.expanded = facts.Expandable && facts.Expanded;
+  state.collapsed = facts.Expandable && !facts.Expanded;
+  state.editable = facts.Kind == TCellKind::Edit;
+  state.hasPopup = facts.Kind == TCellKind::ComboBox;
   state.offscreen = !List()->viewport()->rect().intersects(List()->Layout().CellRect(FRow, Column()));
   return state;
 }
 
 QString TCellAccessible::text(QAccessible::Text kind) const {
-  const TListItem* const item = Item();
-  if (item == nullptr || kind != QAccessible::Name) return {};
-  return Column() == 0 ? item->Caption() : item->SubItems().Text(Column() - 1);
+  if (kind == QAccessible::Name) return Facts().Text;
+  return kind == QAccessible::Value ? Facts().Value : QString();
 }
 
 QRect TCellAccessible::rect() const {
@@ -80,22 +110,22 @@ QList<QAccessibleInterface*> TCellAccessible::columnHeaderCells() const {
 
 QStringList TCellAccessible::actionNames() const {
   if (Item() == nullptr) return {};
+  const TCellFacts facts = Facts();
   QStringList names{pressAction(), setFocusAction()};
-  if (HasCheckBox()) names.prepend(toggleAction());
+  if (facts.HasCheckBox) names.prepend(toggleAction());
   return names;
 }
 
 void TCellAccessible::doAction(const QString& name) {
   TListItem* const item = Item();
   if (item == nullptr || !List()->isEnabled()) return;
-  if (name == toggleAction() && HasCheckBox()) {
-    item->SetChecked(!item->Checked());
-  } else if (name == setFocusAction()) {
+  if (name == setFocusAction()) {
     item->SetFocused(true);
     item->MakeVisible(false);
+  } else if (name == toggleAction()) {
+    List()->ActOnCell(FRow, Column(), TCellAct::Toggle);
   } else if (name == pressAction()) {
-    List()->SetSelected(item);
-    if (List()->OnDblClick) List()->OnDblClick();
+    List()->ActOnCell(FRow, Column(), TCellAct::Press);
   }
 }
 
@@ -114,8 +144,17 @@ void* THeaderCellAccessible::interface_cast(QAccessible::InterfaceType type) {
   return nullptr;
 }
 
+QAccessible::State THeaderCellAccessible::state() const {
+  QAccessible::State state;
+  if (!isValid()) return state;
+  const TCellFacts facts = List()->DescribeHeader(Column());
+  state.checkable = facts.HasCheckBox;
+  state.checked = facts.Checked;
+  return state;
+}
+
 QString THeaderCellAccessible::text(QAccessible::Text kind) const {
-  return isValid() && kind == QAccessible::Name ? List()->Columns()[Column()].Caption().trimmed() : QString();
+  return isValid() && kind == QAccessible::Name ? List()->DescribeHeader(Column()).Text : QString();
 }
 
 QRect THeaderCellAccessible::rect() const {
@@ -126,9 +165,14 @@ QRect THeaderCellAccessible::rect() const {
 }
 
 QStringList THeaderCellAccessible::actionNames() const {
-  return isValid() && List()->Options().ColumnClick ? QStringList{pressAction()} : QStringList();
+  QStringList names;
+  if (!isValid()) return names;
+  if (List()->Options().ColumnClick) names << pressAction();
+  if (List()->DescribeHeader(Column()).HasCheckBox) names << toggleAction();
+  return names;
 }
 
 void THeaderCellAccessible::doAction(const QString& name) {
-  if (actionNames().contains(name)) List()->HeaderClicked(Column());
+  if (!actionNames().contains(name)) return;
+  List()->ActOnHeader(Column(), name == toggleAction() ? TCellAct::Toggle : TCellAct::Press);
 }

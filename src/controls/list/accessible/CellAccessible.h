@@ -1,6 +1,8 @@
 // One cell of a list, and one section of its header, for assistive technology.
 #pragma once
 
+#include "controls/list/accessible/CellFacts.h"
+
 #include <QAccessible>
 #include <QPointer>
 
@@ -34,7 +36,7 @@ class TListPartAccessible : public QAccessibleInterface {
   int FColumn;
 };
 
-// Actions: toggle (the check box of the first column), press (as Enter), set focus.
+// Actions: toggle (a check box), press (as a click; a group header expands or collapses), set focus.
 class TCellAccessible : public TListPartAccessible,
                         public QAccessibleTableCellInterface,
                         public QAccessibleActionInterface {
@@ -46,7 +48,7 @@ class TCellAccessible : public TListPartAccessible,
   // QAccessibleInterface
   bool isValid() const override { return Item() != nullptr; }
   void* interface_cast(QAccessible::InterfaceType type) override;
-  QAccessible::Role role() const override { return QAccessible::Cell; }
+  QAccessible::Role role() const override;
   QAccessible::State state() const override;
   QString text(QAccessible::Text kind) const override;
   QRect rect() const override;
@@ -68,12 +70,12 @@ class TCellAccessible : public TListPartAccessible,
 
  private:
   [[nodiscard]] TListItem* Item() const;
-  [[nodiscard]] bool HasCheckBox() const;
+  [[nodiscard]] TCellFacts Facts() const;
 
   int FRow;
 };
 
-// Action: press, as a click.
+// Actions: press, as a click; toggle the box of the whole list.
 class THeaderCellAccessible : public TListPartAccessible, public QAccessibleActionInterface {
  public:
   using TListPartAccessible::TListPartAccessible;
@@ -81,7 +83,7 @@ class THeaderCellAccessible : public TListPartAccessible, public QAccessibleActi
   bool isValid() const override;
   void* interface_cast(QAccessible::InterfaceType type) override;
   QAccessible::Role role() const override { return QAccessible::ColumnHeader; }
-  QAccessible::State state() const override { return {}; }
+  QAccessible::State state() const override;
   QString text(QAccessible::Text kind) const override;
   QRect rect() const override;
 

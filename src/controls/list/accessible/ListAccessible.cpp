@@ -58,7 +58,8 @@ void TellRowState(TCustomListView& list, int row, unsigned changed, unsigned sta
   const int child = table->ChildOfCell(row, 0);
   if ((changed & kRowSelected) != 0)
     Tell(list, child, (state & kRowSelected) != 0 ? QAccessible::SelectionAdd : QAccessible::SelectionRemove);
-  if ((changed & state & kRowFocused) != 0 && list.hasFocus()) Tell(list, child, QAccessible::Focus);
+  if ((changed & state & kRowFocused) != 0 && list.hasFocus())
+    Tell(list, table->ChildOfCell(row, list.FocusedColumn()), QAccessible::Focus);
   if ((changed & kRowChecked) != 0) TellChecked(list, child);
 }
 

@@ -88,7 +88,7 @@ QAccessibleInterface* TTableAccessible::childAt(int x, int y) const {
 
 QAccessibleInterface* TTableAccessible::focusChild() const {
   const TListItem* const item = List()->ItemFocused();
-  return item != nullptr && List()->hasFocus() ? cellAt(item->Index(), 0) : nullptr;
+  return item != nullptr && List()->hasFocus() ? cellAt(item->Index(), List()->FocusedColumn()) : nullptr;
 }
 
 QAccessibleInterface* TTableAccessible::cellAt(int row, int column) const {

@@ -47,6 +47,7 @@ class TListColumn {
   [[nodiscard]] virtual bool Resizable() const { return true; }
 
  protected:
+  [[nodiscard]] TListColumns& Owner() const { return FOwner; }
   void Changed();
 
  private:

@@ -49,7 +49,7 @@ class TListItem {
   void SetState(unsigned bit, bool on);
 
   // Takes the row out of the list and destroys it.
-  void Delete();
+  virtual void Delete();
 
   // Scrolls the row into view: wholly, or with partialOk only if nothing of it shows.
   void MakeVisible(bool partialOk);
@@ -57,17 +57,24 @@ class TListItem {
   // Asks for a redraw of the row.
   void Update();
 
- private:
-  friend class TListItems;
-  friend class TSubItems;
+ protected:
+  // Where the row was last seen; right only if the list agrees.
+  [[nodiscard]] int CachedIndex() const { return FIndex; }
+  void CacheIndex(int index) { FIndex = index; }
+
   void SetImage(int& field, int index);
   void Notify(TItemChange change);
 
+ private:
+  friend class TListItems;
+  friend class TSubItems;
+
+  // The small fields stand last: a derived row goes on right behind them.
   TListItems& FOwner;
-  mutable int FIndex = -1;  // where the row was last seen; right only if the list agrees
-  int FImageIndex = -1;
-  int FStateIndex = -1;
   void* FData = nullptr;
   QString FCaption;
   TSubItems FSubItems;
+  int FImageIndex = -1;
+  int FStateIndex = -1;
+  mutable int FIndex = -1;
 };

@@ -1,7 +1,7 @@
 #include "controls/list/model/ListItems.h"
 
+#include "controls/list/model/RowSort.h"
 #include "controls/list/model/RowStates.h"
-#include "support/TList.h"
 
 #include <algorithm>
 #include <utility>
@@ -112,27 +112,20 @@ void TListItems::RestoreStates(const std::vector<TSavedState>& saved) {
 }
 
 void TListItems::Sort(const TCompare& compare) {
+  Reorder([&] { QuickSortRows(FRows, compare); });
+}
+
+void TListItems::Reorder(const std::function<void()>& order) {
   const std::vector<TSavedState> saved = TakeStates();
   const auto finish = [&] {
     RestoreStates(saved);
     NoteRowsChanged();
   };
   try {
-    SortRows(compare);
+    order();
   } catch (...) {
     finish();
     throw;
   }
   finish();
-}
-
-// The quicksort trusts its comparison to stop it at the pivot. A handler may not deserve that: a row always
-// equals itself here, and the places beside the list equal everything.
-void TListItems::SortRows(const TCompare& compare) {
-  QuickSort<int>(
-      0, Count() - 1, [this](int row) { return Item(row); },
-      [this](int a, int b) { std::swap(FRows[static_cast<size_t>(a)], FRows[static_cast<size_t>(b)]); },
-      [&compare](TListItem* a, TListItem* b) {
-        return a == b || a == nullptr || b == nullptr ? 0 : compare(*a, *b);
-      });
 }

@@ -89,13 +89,14 @@ class TListItems {
   };
   [[nodiscard]] std::vector<TSavedState> TakeStates();
   void RestoreStates(const std::vector<TSavedState>& saved);
+  // Runs what brings the rows into another order. Should it throw, the rows as they are then keep their bits.
+  void Reorder(const std::function<void()>& order);
 
   void NoteRowsChanged();
+  [[nodiscard]] int UpdateDepth() const { return FUpdateDepth; }
   std::vector<TListItem*> FRows;
 
  private:
-  void SortRows(const TCompare& compare);
-
   TListItemsOwner& FOwner;
   int FUpdateDepth = 0;
   bool FRowsChanged = false;

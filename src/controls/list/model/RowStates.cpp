@@ -59,10 +59,16 @@ void TRowStateList::Remove(int row, int count) {
 }
 
 int TRowStateList::Next(int after, unsigned bits) const {
+  if ((bits & kRowFocused) != 0 && CountOf(kRowFocused) == 0) return -1;
+  const auto is = [bits](unsigned state) { return (state & bits) == bits; };
+  if ((bits & kRowFocused) != 0 && (State(FFocusHint) & kRowFocused) != 0)
+    return FFocusHint > after && is(State(FFocusHint)) ? FFocusHint : -1;
   const auto from = FStates.begin() + std::clamp(after + 1, 0, Count());
-  const auto has = [bits](unsigned state) { return (state & bits) == bits; };
-  const auto found = std::find_if(from, FStates.end(), has);
-  return found == FStates.end() ? -1 : static_cast<int>(found - FStates.begin());
+  const auto found = std::find_if(from, FStates.end(), is);
+  if (found == FStates.end()) return -1;
+  const int row = static_cast<int>(found - FStates.begin());
+  if ((bits & kRowFocused) != 0) FFocusHint = row;
+  return row;
 }
 
 int TRowStateList::CountOf(unsigned bit) const {

@@ -62,4 +62,5 @@ class TRowStateList : public TRowStates {
   std::vector<quint8> FStates;
   int FCounts[6] = {};
   bool FSingleSelect = false;
+  mutable int FFocusHint = -1;  // where the focus was last found: it is asked for at each paint
 };

@@ -60,6 +60,18 @@ void TRowPainter::PaintEmpty() {
   if (FWidget.hasFocus()) PaintFocus(QRect(QPoint(0, 0), FLayout.Metrics().Client), false);
 }
 
+void TRowPainter::PaintGrid() {
+  const TListMetrics& metrics = FLayout.Metrics();
+  const int hint = FWidget.style()->styleHint(QStyle::SH_Table_GridLineColor, &FStyleOption, &FWidget);
+  FPainter.setPen(QColor::fromRgb(static_cast<QRgb>(hint)));
+  for (int y = metrics.RowHeight - 1; y < metrics.Client.height(); y += metrics.RowHeight)
+    FPainter.drawLine(0, y, metrics.Client.width(), y);
+  for (size_t column = 0; column < metrics.ColumnWidths.size(); ++column) {
+    const QRect section = FLayout.SectionRect(static_cast<int>(column), metrics.Client.height());
+    FPainter.drawLine(section.topRight(), section.bottomRight());
+  }
+}
+
 bool TRowPainter::Highlighted(unsigned state) const {
   if ((state & kRowDropHilited) != 0) return true;
   return (state & kRowSelected) != 0 && (!FOptions.HideSelection || FWidget.hasFocus());

@@ -33,6 +33,9 @@ class TRowPainter {
   // The focus of a list without rows.
   void PaintEmpty();
 
+  // The lines between rows and columns, over the whole client area.
+  void PaintGrid();
+
  private:
   void PaintBackground(int row, TRowLook look);
   void PaintCell(int row, int column, unsigned state);

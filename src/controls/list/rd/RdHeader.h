@@ -1,0 +1,47 @@
+// The header of a TRdListView: its painting, its mouse, the sort mark and the check box of the whole list.
+// Main thread.
+#pragma once
+
+#include "controls/list/rd/painter/RdHeaderPainter.h"
+#include "controls/scroll/RdBitmap.h"
+
+#include <QPoint>
+
+class QMouseEvent;
+class TListLayout;
+class TRdListView;
+class TkListColumn;
+
+class TRdHeader {
+ public:
+  explicit TRdHeader(TRdListView& list) : FList(list) {}
+
+  void Paint(QPainter& painter, QWidget& header);
+
+  // True for what the header itself must not see: the press on the check box.
+  bool Mouse(const QMouseEvent& event, const QSize& header, bool atDivider);
+  void Leave();
+
+  // A click on a section, before OnColumnClick: the sort goes to this column, to up, then to down and so on;
+  // a column that does not sort by clicks takes the mark away.
+  void SortByClick(int column);
+  // The column with the mark, null for none.
+  [[nodiscard]] TkListColumn* SortColumn() const;
+  void SetSort(int column, int state);
+
+  // The box of the whole list, as by a click on it.
+  void ToggleCheckAll();
+  [[nodiscard]] QRect CheckBoxRect(const QSize& header) const;
+
+ private:
+  [[nodiscard]] TRdHeaderSection Section(int column, const QRect& rect) const;
+  [[nodiscard]] TPartState StateOf(int column) const;
+  [[nodiscard]] int ArrowOf(int column);
+  void Press(const QPoint& pos, const QSize& header, bool atDivider);
+  void Release(const QPoint& pos, const QSize& header);
+
+  TRdListView& FList;
+  TRdBitmap FBitmap;
+  int FArrow = -1;              // as last asked for
+  bool FReleasedInBox = false;  // the click that follows changes no sort
+};

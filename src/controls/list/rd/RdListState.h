@@ -1,0 +1,43 @@
+// What a TRdListView remembers of the mouse, the editors and the sort. Rows and columns are -1 for none.
+#pragma once
+
+#include "controls/list/rd/RdListEvents.h"
+
+#include <QtGlobal>
+
+class TListColumn;
+
+// The numbers of CellHotState.
+enum TCellHotState { kCellNormal = 0, kCellHot = 1, kCellPressed = 2 };
+
+struct TRdListState {
+  // Under the mouse, and there before.
+  int HotRow = -1;
+  int HotColumn = -1;
+  int PrevHotRow = -1;
+  int PrevHotColumn = -1;
+  // Where the left button went down.
+  int PressedRow = -1;
+  int PressedColumn = -1;
+
+  int CellHotState = kCellNormal;  // of the hot cell
+  int HotLine = -1;                // what of an icon text is hot: a line, or -2 for the icon
+  bool GroupBtnPressed = false;    // the expand button of PressedRow is held
+  int HotGroupRow = -1;            // the header row whose expand button is hot
+
+  TkListItem* EditItem = nullptr;  // the row being edited
+  bool EditActive = false;         // an editor was just opened by this press
+  bool EditStarted = false;        // or by its release
+
+  int HeaderHotColumn = -1;
+  int HeaderDownColumn = -1;
+  bool HeaderPressed = false;
+  bool HeaderBoxPressed = false;
+  bool HeaderTracking = false;  // a divider is being dragged
+
+  TListColumn* SortColumn = nullptr;  // has the sort arrow
+  TSortState SortState = ssNone;
+
+  quint64 LastMoveTick = 0;  // milliseconds, of the last mouse move that was not dropped
+  bool BoxClicked = false;   // the press was on a check box: the host shall leave it alone
+};

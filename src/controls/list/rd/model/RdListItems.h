@@ -1,0 +1,90 @@
+// The rows of a TRdListView in their order: adding, deleting, moving, sorting, update brackets with a count.
+// Main thread.
+#pragma once
+
+#include "controls/list/model/ListItems.h"
+#include "controls/list/rd/model/GroupOrder.h"
+#include "controls/list/rd/model/ListOwner.h"
+#include "controls/list/rd/model/RdListItem.h"
+#include "controls/list/rd/model/RowNumbers.h"
+
+#include <span>
+
+class TkListModel;
+
+// Owns the shown rows and the hidden ones.
+class TkListItems : public TListItems {
+ public:
+  TkListItems(TListItemsOwner& rows, TkListOwner& owner);
+  // Destroys the rows without a word; the control calls Clear first, while its handlers still stand.
+  ~TkListItems() override;
+
+  [[nodiscard]] TkListModel& Model() const { return *FModel; }
+
+  // A new row behind the last row of its group, or at the end.
+  TkListItem* Add(int groupID = -1);
+  TkListItem* Insert(int index);
+  // An index below 0 is the end. Throws EListError for a row that is no TkListItem, which is then destroyed.
+  TkListItem* AddItem(std::unique_ptr<TListItem> item, int index = -1) override;
+  void Delete(int index) override;
+  // All rows, the hidden ones too; OnDeletion for each but header rows.
+  void Clear() override;
+
+  [[nodiscard]] TkListItem* Item(int index) const;
+  [[nodiscard]] TkListItem* operator[](int index) const;
+
+  // countDelta: how many rows the bracket is about to add. The row host has room for them at once and gives
+  // back at the end what was not used. Below 0, that rows will be removed: their room goes at the end. Both
+  // give true at the outermost level. A surplus EndUpdate throws EListError.
+  bool BeginUpdate() override { return BeginUpdate(0); }
+  bool BeginUpdate(int countDelta);
+  bool EndUpdate() override;
+
+  // Sorts within groups, the hidden rows of collapsed groups as well: rows without group, then group by
+  // group, each behind its header row. An empty comparison does nothing.
+  void Sort(const TCompare& compare) override;
+  // The same by the texts of a column (without their type prefix), gathered once; a sort of many rows that
+  // looks for each text at each comparison spends most of its time with that.
+  using TTextOrder = int (*)(QStringView a, QStringView b);
+  void SortByText(int column, TTextOrder order, bool descending = false);
+
+  // Copies of the rows of another list take the place of all rows. No OnDeletion comes.
+  void Assign(const TListItems& source);
+
+ private:
+  friend class TkGroupPlacing;
+  friend class TkListItem;
+  friend class TkListModel;
+
+  [[nodiscard]] TkListItem* Row(size_t index) const { return static_cast<TkListItem*>(FRows[index]); }
+  [[nodiscard]] int IndexOfRow(const TkListItem& item) const { return FNumbers.IndexOf(item); }
+
+  // Rows come to a valid place, or leave theirs and are hidden; the row host follows. Tell comes after.
+  void Place(std::span<TkListItem* const> items, int index);
+  void TakeOut(TkListItem& item, int hiddenIndex);
+  void TakeOut(const std::vector<int>& ascending);
+  void Shift(int from, int to);
+  void Exchange(int a, int b);
+  void Tell() { NoteRowsChanged(); }
+
+  void Arrived(TkListItem& item, int index);
+  // Both come after the change of Rows.
+  void HostInsert(int index, int count);
+  void HostRemove(int index, int count);
+  void MoveFocusToRows();
+  void CopyRow(const TListItem& source);
+  void SortRows(const TCompare& compare, const std::function<void()>& sortShown);
+
+  // Made by the rows as they come into being.
+  [[nodiscard]] int NextSerial() { return FSerialCounter++; }
+
+  TkListOwner& FOwner;
+  TkRowNumbers FNumbers{FRows};
+  TkGroupOrder FGroupOrder{FRows};
+  // Rows of the host behind ours that an open bracket with a count holds, innermost last.
+  std::vector<int> FUpdateStack;
+  int FSerialCounter = 0;
+  int FSavedHorzPos = -1;
+  bool FCountChanged = false;
+  std::unique_ptr<TkListModel> FModel;
+};

@@ -1,0 +1,123 @@
+// The three levels of checks of the TRdListView model: row, group, whole list.
+#include "PlainRdList.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RdChecks : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    List.State.OpenGroupDraw = true;
+    List.AddGroups(2);
+    List.Fill(u"abc"_qs, 0);
+    List.Fill(u"d"_qs);
+    List.LogChecks = true;
+    List.Log.clear();
+  }
+  [[nodiscard]] TkListItem& Row(const QString& caption) {
+    for (TkListItem* item : List.Model.AllItems()) {
+      if (item->Caption() == caption) return *item;
+    }
+    throw std::out_of_range("no such row");
+  }
+
+  TPlainRdList List;
+};
+
+}  // namespace
+
+TEST(RdCheckAll, FollowsTheRowsAndStaysFalseWithoutAny) {
+  TPlainRdList list;
+  EXPECT_FALSE(list.Model.Checks().CheckAll());
+  list.Fill(u"abc"_qs);
+  list.Items[0]->SetChecked(true);
+  list.Items[1]->SetChecked(true);
+  list.Items.Delete(0);
+  EXPECT_EQ(list.Model.Checks().CheckedTotal(), 1);
+  list.Items[1]->SetChecked(true);
+  EXPECT_TRUE(list.Model.Checks().CheckAll());
+  list.Fill(u"d"_qs);
+  EXPECT_FALSE(list.Model.Checks().CheckAll());
+  list.Items.Delete(2);
+  EXPECT_TRUE(list.Model.Checks().CheckAll());
+  list.Items.Clear();
+  EXPECT_FALSE(list.Model.Checks().CheckAll());
+  EXPECT_EQ(list.Model.Checks().CheckedTotal(), 0);
+  list.Model.Checks().SetAll(true);  // a box above no rows only flips
+  EXPECT_TRUE(list.Model.Checks().CheckAll());
+}
+
+TEST_F(RdChecks, TheHeaderRowTakesItsRowsAlongAndOneRowDoesNotTakeTheOthers) {
+  List.Items[0]->SetChecked(true);
+  EXPECT_EQ(List.Log, (QStringList{u"check Group"_qs, u"check a"_qs, u"check b"_qs, u"check c"_qs}));
+  EXPECT_EQ(List.Group(0).CheckedCount(), 3);
+  List.Log.clear();
+  Row(u"b"_qs).SetChecked(false);
+  EXPECT_EQ(List.Log, QStringList(u"uncheck b"_qs));
+  EXPECT_FALSE(List.Group(0).GroupChecked());
+  EXPECT_FALSE(List.Items[0]->Checked());
+  EXPECT_EQ(List.Having(kRowChecked), u"ac");
+  Row(u"b"_qs).SetChecked(true);
+  EXPECT_TRUE(List.Group(0).GroupChecked());
+  EXPECT_TRUE(List.Items[0]->Checked());
+  EXPECT_EQ(Row(u"b"_qs).CheckChangeCount(), 3);
+}
+
+TEST_F(RdChecks, TheUsersClickIsBookedAsTheProgramsIs) {
+  List.States.Change(1, kRowChecked, kRowChecked);
+  EXPECT_EQ(List.Log, QStringList(u"check a"_qs));
+  EXPECT_EQ(List.Group(0).CheckedCount(), 1);
+  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 1);
+}
+
+TEST_F(RdChecks, TheBoxOfTheListChecksShownRowsThenHiddenOnes) {
+  List.Group(0).SetGroupExpand(false);
+  List.Log.clear();
+  List.Model.Checks().SetAll(true);
+  EXPECT_EQ(List.Log,
+            (QStringList{u"check Group"_qs, u"check d"_qs, u"check a"_qs, u"check b"_qs, u"check c"_qs}));
+  EXPECT_TRUE(List.Model.Checks().CheckAll());
+  EXPECT_EQ(List.Group(0).CheckedCount(), 3);
+}
+
+TEST_F(RdChecks, RowsWithoutBoxesChangeWithoutEvents) {
+  const struct {
+    bool HeadBox, RowBoxes;
+    QString Expected;
+    int Checked;
+  } cases[] = {{false, true, u""_qs, 1}, {true, false, u""_qs, 1}, {true, true, u"check Group"_qs, 4}};
+  for (const auto& one : cases) {
+    List.Model.Checks().SetAll(false);
+    List.Group(0).SetGroupHeadCheckbox(one.HeadBox);
+    List.Group(0).SetGroupCheckboxes(one.RowBoxes);
+    List.Log.clear();
+    List.Items[0]->SetChecked(true);
+    EXPECT_EQ(List.Log.value(0), one.Expected);
+    EXPECT_EQ(List.Model.Checks().CheckedTotal(), one.Checked);
+  }
+}
+
+TEST_F(RdChecks, AHandlerMayDeleteTheRowsThatAreBeingChecked) {
+  List.OnItemChecked = [this](TkListItem& item) {
+    if (item.Caption() == u"a") Row(u"b"_qs).Delete();
+    if (item.Caption() == u"c") item.Model().Items().Clear();
+  };
+  List.Items[0]->SetChecked(true);
+  EXPECT_EQ(List.Model.AllItems().Count(), 0);
+  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 0);
+}
+
+TEST_F(RdChecks, LoadingCountsOnceAtItsEnd) {
+  List.State.Loading = true;
+  List.Add(u"Group"_qs);
+  List.Add(u"e"_qs, 1)->SetChecked(true);
+  Row(u"a"_qs).SetChecked(true);
+  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 0);
+  List.State.Loading = false;
+  List.Model.Loaded();
+  EXPECT_EQ(List.Captions(), u"[0]abc[1]ed");
+  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 3);
+  EXPECT_TRUE(List.Group(1).GroupChecked());
+  EXPECT_EQ(List.Group(0).CheckedCount(), 1);
+}

@@ -1,0 +1,137 @@
+// Groups of the TRdListView model: where their rows lie, collapse and expand.
+#include "PlainRdList.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class RdGroups : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    List.State.OpenGroupDraw = true;
+    List.States.SetSingleSelect(false);
+    List.AddGroups(3);
+  }
+  void SortByCaption() {
+    List.Items.Sort([](TListItem& a, TListItem& b) { return QString::compare(a.Caption(), b.Caption()); });
+  }
+
+  TPlainRdList List;
+};
+
+}  // namespace
+
+TEST_F(RdGroups, SortKeepsGroupsTogetherAndRowsWithoutGroupFirst) {
+  List.Fill(u"dc"_qs, 1);
+  List.Fill(u"ba"_qs, 0);
+  List.Fill(u"zy"_qs);
+  SortByCaption();
+  EXPECT_EQ(List.Captions(), u"yz[0]ab[1]cd");
+  List.Add(u"e"_qs, 1);
+  List.Add(u"f"_qs, 2);
+  EXPECT_EQ(List.Captions(), u"yz[0]ab[1]cde[2]f");
+}
+
+TEST_F(RdGroups, CollapseTakesTheRowsOutAndExpandShowsThemInTheNewOrder) {
+  List.Fill(u"ca"_qs, 0);
+  List.Fill(u"x"_qs, 1);
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_EQ(List.Captions(), u"[0][1]x");
+  EXPECT_EQ(List.States.Count(), 3);
+  EXPECT_EQ(List.Group(0).HiddenItems()[1]->HiddenIndex(), 2);
+  List.Add(u"b"_qs, 0);
+  EXPECT_EQ(List.Captions(), u"[0][1]x");
+  SortByCaption();
+  List.Group(0).SetGroupExpand(true);
+  EXPECT_EQ(List.Captions(), u"[0]abc[1]x");
+  EXPECT_EQ(List.Group(0).HiddenItems().Count(), 0);
+}
+
+TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWord) {
+  List.Fill(u"ab"_qs, 0);
+  QStringList asked;
+  List.OnGroupShowHide = [&](TkListGroup& group, bool show) {
+    asked << QString::number(group.GroupID()) + (show ? u" show"_qs : u" hide"_qs);
+    return !show;
+  };
+  List.Log.clear();
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_FALSE(List.Group(0).Collapsed());
+  EXPECT_TRUE(List.Log.isEmpty());  // the button is not drawn anew
+  List.OnGroupShowHide = nullptr;
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_EQ(List.Log, QStringList(u"redraw Group"_qs));
+  List.OnGroupShowHide = [&](TkListGroup&, bool show) { return !show; };
+  List.Group(0).SetGroupExpand(true);
+  EXPECT_TRUE(List.Group(0).Collapsed());
+  EXPECT_EQ(List.Captions(), u"[0]");
+  EXPECT_EQ(asked, QStringList(u"0 hide"_qs));
+}
+
+TEST_F(RdGroups, GroupExpandIsRefusedOrOnlyStoredWhereItCannotAct) {
+  List.Fill(u"ab"_qs, 0);
+  List.State.GroupCanExpand = false;
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_TRUE(List.Group(0).GroupExpand());
+  List.State.GroupCanExpand = true;
+  List.State.HandleAllocated = false;
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_TRUE(List.Group(0).Collapsed());
+  EXPECT_EQ(List.Captions(), u"[0]ab");
+  List.State = {.OpenGroupDraw = true, .GroupCanExpand = false};
+  List.Group(0).SetGroupExpand(true);
+  EXPECT_FALSE(List.Group(0).Collapsed());
+}
+
+TEST_F(RdGroups, TheLastMemberTakesTheHeaderRowAlongButNotWhileLoading) {
+  List.Fill(u"a"_qs, 0);
+  List.Fill(u"b"_qs, 1);
+  List.Log.clear();
+  List.Items.Delete(1);
+  EXPECT_EQ(List.Captions(), u"[1]b");
+  EXPECT_EQ(List.Log, QStringList(u"delete a"_qs));
+  List.State.Loading = true;
+  List.Items[1]->SetGroupID(-1);
+  EXPECT_EQ(List.Captions(), u"[1]b");
+}
+
+TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
+  List.Fill(u"ab"_qs, 0);
+  List.Items[1]->SetGroupID(3);
+  EXPECT_EQ(List.Items[1]->Group(), nullptr);
+  EXPECT_EQ(List.Group(0).Items().Count(), 1);
+  List.AddGroups(1);
+  List.Model.Placing().UpdateGroups();
+  EXPECT_EQ(List.Captions(), u"[0]b[3]a");
+}
+
+TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndLaterIdsMoveUp) {
+  List.Fill(u"a"_qs, 0);
+  List.Fill(u"b"_qs, 1);
+  List.Fill(u"c"_qs, 2);
+  List.Group(0).SetGroupExpand(false);
+  List.Model.Groups().Delete(0);
+  EXPECT_EQ(List.Captions(), u"a[0]b[1]c");
+  EXPECT_EQ(List.Group(1).Items()[0]->Caption(), u"c");
+  List.Model.Groups().Clear();
+  EXPECT_EQ(List.Captions(), u"abc");
+}
+
+TEST_F(RdGroups, HideAndShowKeepARowInItsGroup) {
+  List.Fill(u"abc"_qs, 0);
+  List.Fill(u"u"_qs);
+  TkListItem* const b = List.Items[2];
+  TkListItem* const u = List.Items[4];
+  b->SetChecked(true);
+  b->Hide();
+  u->Hide();
+  u->Hide(1);
+  EXPECT_EQ(b->Index(), -1);
+  EXPECT_TRUE(b->Checked());
+  EXPECT_EQ(List.Captions(), u"[0]ac");
+  b->Show();
+  EXPECT_EQ(List.Having(kRowChecked), u"b");
+  u->Show(1);
+  EXPECT_EQ(List.Captions(), u"[0]uacb");
+  EXPECT_EQ(u->HiddenIndex(), -1);
+}

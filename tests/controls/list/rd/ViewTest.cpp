@@ -1,0 +1,203 @@
+// The skinned list in its window: modes, bars, tips, columns, and what assistive technology is told.
+#include "GalleryRig.h"
+#include "GallerySkins.h"
+
+#include <QAccessible>
+#include <QHelpEvent>
+#include <QImage>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+using TRdView = TGalleryRig;
+
+TEST_F(TRdView, OwnDrawingSetsItsOptions) {
+  TRdListView list;
+  EXPECT_FALSE(list.OpenOwnerDraw());
+  list.SetOptions({.RowSelect = false, .ReadOnly = false});
+  const int hostHeight = list.Layout().Metrics().RowHeight;
+  list.AllSkinItem().ItemHeight = 50;
+  EXPECT_EQ(list.Layout().Metrics().RowHeight, hostHeight) << "the host's rows have its own height";
+  list.SetOpenOwnerDraw(true);
+  EXPECT_TRUE(list.Options().RowSelect && list.Options().ReadOnly);
+  EXPECT_EQ(list.Layout().Metrics().RowHeight, 50);
+  list.SetOpenOwnerDraw(false);
+  EXPECT_EQ(list.Layout().Metrics().RowHeight, hostHeight);
+}
+
+TEST_F(TRdView, TheTwoBarsOfAnAxisExcludeOneAnother) {
+  TRdBars& bars = List.Bars();
+  EXPECT_TRUE(bars.ShowVertScroll() && bars.ShowHorzScroll());
+  bars.SetShowCustomVertScroll(true);
+  EXPECT_FALSE(bars.ShowVertScroll());
+  bars.SetShowVertScroll(true);
+  EXPECT_FALSE(bars.ShowCustomVertScroll());
+  bars.SetShowVertScroll(false);
+  EXPECT_FALSE(bars.ShowVertScroll() || bars.ShowCustomVertScroll());
+}
+
+TEST_F(TRdView, SkinnedBarsMirrorTheHost) {
+  List.Bars().SetShowCustomVertScroll(true);
+  List.Bars().SetShowCustomHorzScroll(true);
+  List.resize(500, 300);
+  QTest::qWait(1);
+  TRdScrollBar& vert = List.Bars().VertBar();
+  TRdScrollBar& horz = List.Bars().HorzBar();
+  const int page = List.Layout().RowsPerPage();
+  EXPECT_FALSE(List.verticalScrollBar()->isVisible());
+  EXPECT_EQ(vert.Max(), 11);
+  EXPECT_EQ(vert.PageSize(), page);
+  EXPECT_EQ(List.viewport()->width(), horz.width());
+  EXPECT_EQ(vert.geometry().left(), List.viewport()->geometry().right() + 1);
+  vert.SetPosition(3);
+  EXPECT_EQ(List.TopIndex(), 3);
+  List.SetTopIndex(1);
+  EXPECT_EQ(vert.Position(), 1);
+  horz.SetPosition(40);
+  EXPECT_EQ(List.HorzPos(), 40);
+  QTest::keyClick(&List, Qt::Key_End);
+  EXPECT_EQ(vert.Position(), List.TopIndex());
+  List.Groups()[0].SetGroupExpand(false);
+  QTest::qWait(1);
+  EXPECT_EQ(vert.Max(), 8);
+  List.Clear();
+  QTest::qWait(1);
+  EXPECT_FALSE(vert.isVisible());
+}
+
+TEST_F(TRdView, TheWheelMovesThreeRowsOfTheSkinnedBar) {
+  List.Bars().SetShowCustomVertScroll(true);
+  List.resize(1300, 200);
+  QTest::qWait(1);
+  const auto wheel = [this](int delta) {
+    const QPointF pos(50, 50);
+    QWheelEvent event(pos, List.viewport()->mapToGlobal(pos), {}, {0, delta}, {}, {}, Qt::NoScrollPhase,
+                      false);
+    QCoreApplication::sendEvent(List.viewport(), &event);
+    return List.TopIndex();
+  };
+  EXPECT_EQ(wheel(-120), 3);
+  EXPECT_EQ(wheel(-60), 3);
+  EXPECT_EQ(wheel(-60), 6);
+  EXPECT_EQ(wheel(120), 3);
+  EXPECT_EQ(wheel(240), 0);
+}
+
+TEST_F(TRdView, AutoColumnsTakeWhatTheOthersLeave) {
+  const int rest = List.Layout().TotalWidth() - List.Columns()[kEditColumn].Width();
+  EXPECT_EQ(List.Columns()[kEditColumn].Width(), List.viewport()->width() - rest);
+  List.resize(1500, 650);
+  EXPECT_EQ(List.Layout().TotalWidth(), List.viewport()->width());
+  List.resize(600, 650);
+  EXPECT_EQ(List.Columns()[kEditColumn].Width(), 120) << "its least width";
+}
+
+TEST_F(TRdView, TipsComeOnlyForTextsThatAreCut) {
+  TRdTip tip(List);
+  List.Items()[1]->SubItems().Put(kTextColumn - 1, u"a size that is far too long for its cell"_qs);
+  EXPECT_EQ(tip.TextAt(Cell(1, kTextColumn).Cell.center()), List.Items()[1]->SubItems()[kTextColumn - 1]);
+  EXPECT_EQ(tip.TextAt(Cell(2, kTextColumn).Cell.center()), QString());
+  EXPECT_EQ(tip.TextAt(Cell(1, kProgressColumn).Cell.center()), QString());
+  EXPECT_EQ(tip.TextAt(List.Layout().RowRect(0).center()), QString()) << "a group row";
+  TRdListProperties properties = List.Properties();
+  properties.ShowToolTip = false;
+  List.SetProperties(properties);
+  EXPECT_EQ(tip.TextAt(Cell(1, kTextColumn).Cell.center()), QString());
+}
+
+TEST_F(TRdView, HoverRepaintsTheRowAndTheSkinShowsIt) {
+  ApplySkin(List, TGallerySkin::Light);
+  const auto pixel = [this](int row) {
+    return List.viewport()->grab().toImage().pixelColor(List.Layout().CellRect(row, kTextColumn).topLeft() +
+                                                        QPoint(10, 20));
+  };
+  const QColor normal = pixel(2);
+  MoveTo(Cell(2, kTextColumn).Cell.center());
+  const QColor hot = pixel(2);
+  EXPECT_NE(hot, normal);
+  Click(Cell(2, kTextColumn).Cell.center());
+  EXPECT_NE(pixel(2), hot);
+  EXPECT_EQ(pixel(3), normal);
+  MoveTo(Cell(3, kTextColumn).Cell.center());
+  EXPECT_EQ(pixel(3), hot);
+}
+
+TEST_F(TRdView, AListThatTheHostDrawsBehavesAsAnyList) {
+  List.SetOpenGroupDraw(false);
+  List.SetOpenOwnerDraw(false);
+  const TListLayout layout = List.Layout();
+  Click(layout.CellParts(1, 0).CheckBox.center());
+  EXPECT_EQ(TakeLog(), u"check Recorder, down, click, up");
+  Click(layout.CellRect(2, kButtonColumn).center());
+  EXPECT_EQ(TakeLog(), u"+Film, down, click, up") << "its cells are texts";
+  DoubleClick(layout.CellRect(2, kTextColumn).center());
+  EXPECT_EQ(TakeLog(), u"down, click, up, dblclick, down, up");
+  List.OnCompare = [](TListItem* a, TListItem* b, int& result) {
+    result = b->Caption().compare(a->Caption());
+  };
+  List.AlphaSort();
+  EXPECT_EQ(Name(List.Selected()), u"Film") << "the selection goes with its row";
+  EXPECT_EQ(List.CheckAll(), false);
+}
+
+TEST_F(TRdView, TheHeaderReachesOverTheVerticalBarUnlessThatCrossesIt) {
+  List.Bars().SetShowCustomVertScroll(true);
+  List.resize(700, 300);
+  QTest::qWait(1);
+  const int bar = List.Bars().VertBar().width();
+  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width() + bar);
+  EXPECT_EQ(List.Bars().VertBar().y(), List.viewport()->y());
+  List.AllSkinHeader().VertScrollBarCross = true;
+  QTest::qWait(1);
+  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width());
+  EXPECT_EQ(List.Bars().VertBar().y(), List.HeaderRect().y());
+}
+
+TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
+  QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&List);
+  ASSERT_NE(table, nullptr);
+  const auto cell = [table](int row, int column) { return table->tableInterface()->cellAt(row, column); };
+  EXPECT_EQ(cell(0, 0)->text(QAccessible::Name), u"Media");
+  EXPECT_EQ(cell(0, 0)->role(), QAccessible::RowHeader);
+  EXPECT_TRUE(cell(0, 0)->state().expanded);
+  EXPECT_TRUE(cell(0, 0)->state().checkable);
+  const struct {
+    int Column;
+    QAccessible::Role Role;
+  } roles[] = {
+      {kNameColumn, QAccessible::Link},      {kButtonColumn, QAccessible::PushButton},
+      {kLabelColumn, QAccessible::Link},     {kProgressColumn, QAccessible::ProgressBar},
+      {kStarColumn, QAccessible::Indicator}, {kEditColumn, QAccessible::EditableText},
+      {kComboColumn, QAccessible::ComboBox}, {kCheckColumn, QAccessible::CheckBox},
+      {kTextColumn, QAccessible::Cell},
+  };
+  for (const auto& one : roles)
+    EXPECT_EQ(cell(1, one.Column)->role(), one.Role) << one.Column;
+  EXPECT_EQ(cell(1, kNameColumn)->text(QAccessible::Name), u"Picture Album Photos by day and place");
+  EXPECT_EQ(cell(1, kProgressColumn)->text(QAccessible::Value), u"72");
+  EXPECT_TRUE(cell(9, kButtonColumn)->state().disabled);
+}
+
+TEST_F(TRdView, ActionsDoWhatClicksDo) {
+  QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&List);
+  const auto act = [&](int row, int column, const QString& name) {
+    table->tableInterface()->cellAt(row, column)->actionInterface()->doAction(name);
+    return TakeLog();
+  };
+  const QString press = QAccessibleActionInterface::pressAction();
+  const QString toggle = QAccessibleActionInterface::toggleAction();
+  EXPECT_EQ(act(1, kButtonColumn, press), u"button Picture 1");
+  EXPECT_EQ(act(2, kNameColumn, toggle), u"box Recorder, check Recorder");
+  EXPECT_EQ(act(2, kCheckColumn, toggle), u"checking, checked");
+  EXPECT_EQ(act(2, kEditColumn, press), u"enter Recorder 5, +Recorder");
+  List.HideEditors();
+  TakeLog();
+  EXPECT_EQ(act(0, 0, press), u"hide Media");
+  EXPECT_TRUE(table->tableInterface()->cellAt(0, 0)->state().collapsed);
+  QAccessibleInterface* const header = table->child(0);
+  EXPECT_TRUE(header->state().checkable);
+  header->actionInterface()->doAction(toggle);
+  EXPECT_TRUE(header->state().checked && List.CheckAll());
+  EXPECT_TRUE(TakeLog().ends_with(u"all"));
+  table->child(kLabelColumn)->actionInterface()->doAction(press);
+  EXPECT_EQ(TakeLog(), u"column 2 1");
+}
