@@ -59,6 +59,15 @@ function(tallyscope_executable name)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} tallyscope_rules)
 endfunction()
 
+# What every test program finds in its environment.
+set(tallyscope_test_environment
+  "QT_QPA_PLATFORM=offscreen"
+  "LC_ALL=C.UTF-8"
+  "TALLYSCOPE_SOURCE_DIR=${PROJECT_SOURCE_DIR}"
+  "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp halt_on_error=1"
+  "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
+)
+
 # A GoogleTest program, one CTest test per test program. Widget tests run on the offscreen platform.
 # Its main() is tests/fixtures/TestMain.cpp (a QCoreApplication) or, with GUI, TestMainGui.cpp.
 function(tallyscope_test name)
@@ -75,8 +84,7 @@ function(tallyscope_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   tallyscope_use_precompiled(${name} _test ${ARG_LINKS})
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 300
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TALLYSCOPE_SOURCE_DIR=${PROJECT_SOURCE_DIR};TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp halt_on_error=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0")
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${tallyscope_test_environment}")
 endfunction()
 
 # A libFuzzer program. It is built where TALLYSCOPE_FUZZ is on (see tools/fuzz), and is then a CTest test with the label
