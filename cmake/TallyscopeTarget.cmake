@@ -1,9 +1,17 @@
 # The compile rules of every target, and the two ways a target is made.
 
 add_library(tallyscope_rules INTERFACE)
-target_compile_options(tallyscope_rules INTERFACE
-  -Wall -Wextra -Wconversion -Wshadow -Werror
-  $<$<BOOL:${TALLYSCOPE_PCH}>:-fpch-preprocess>)
+if(MSVC)
+  target_compile_options(tallyscope_rules INTERFACE /W4 /permissive- /utf-8 /Zc:__cplusplus)
+else()
+  target_compile_options(tallyscope_rules INTERFACE
+    -Wall -Wextra -Wconversion -Wshadow -Werror
+    $<$<BOOL:${TALLYSCOPE_PCH}>:-fpch-preprocess>)
+endif()
+if(WIN32)
+  target_compile_definitions(tallyscope_rules INTERFACE
+    UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00)
+endif()
 target_compile_definitions(tallyscope_rules INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
   QT_DISABLE_DEPRECATED_BEFORE=0x060400)
@@ -37,8 +45,10 @@ function(tallyscope_use_precompiled target suffix)
     set(pch pch_widgets${suffix})
   elseif("Qt6::Core" IN_LIST ARGN)
     set(pch pch_core${suffix})
+  else()
+    set(pch pch_plain${suffix})
   endif()
-  if(TALLYSCOPE_PCH AND DEFINED pch)
+  if(TARGET ${pch})
     target_precompile_headers(${target} REUSE_FROM ${pch})
   endif()
 endfunction()
@@ -59,11 +69,32 @@ function(tallyscope_executable name)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} tallyscope_rules)
 endfunction()
 
-# What every test program finds in its environment.
+# tallyscope_linux_tests(VARIABLE REASON FILE...): puts test sources that only Linux can run into VARIABLE. On Windows
+# the variable is empty, and `./test windows` prints the files with their number of tests and the reason.
+set(TALLYSCOPE_LEFT_OUT ${CMAKE_BINARY_DIR}/tests_left_out.txt)
+file(WRITE ${TALLYSCOPE_LEFT_OUT} "")
+function(tallyscope_linux_tests variable reason)
+  if(NOT WIN32)
+    set(${variable} ${ARGN} PARENT_SCOPE)
+    return()
+  endif()
+  set(${variable} "" PARENT_SCOPE)
+  foreach(name ${ARGN})
+    set(file ${CMAKE_CURRENT_SOURCE_DIR}/${name})
+    file(STRINGS ${file} tests REGEX "^TEST(_F|_P)?\\(")
+    list(LENGTH tests count)
+    file(RELATIVE_PATH shown ${PROJECT_SOURCE_DIR} ${file})
+    file(APPEND ${TALLYSCOPE_LEFT_OUT} "${count} ${shown}: ${reason}\n")
+  endforeach()
+endfunction()
+
+# What every test program finds in its environment. TALLYSCOPE_TEST_DRIVE is put in front of this machine's paths
+# where the tests run on another system that shows its files under a drive letter.
+set(TALLYSCOPE_TEST_DRIVE "" CACHE STRING "Drive under which the tests find the source tree, as in Z:")
 set(tallyscope_test_environment
-  "QT_QPA_PLATFORM=offscreen"
+  "QT_QPA_PLATFORM=$<IF:$<BOOL:${WIN32}>,windows,offscreen>"
   "LC_ALL=C.UTF-8"
-  "TALLYSCOPE_SOURCE_DIR=${PROJECT_SOURCE_DIR}"
+  "TALLYSCOPE_SOURCE_DIR=${TALLYSCOPE_TEST_DRIVE}${PROJECT_SOURCE_DIR}"
   "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/tsan.supp halt_on_error=1"
   "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/lsan.supp:print_suppressions=0"
 )
@@ -85,6 +116,19 @@ function(tallyscope_test name)
   tallyscope_use_precompiled(${name} _test ${ARG_LINKS})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${tallyscope_test_environment}")
+  if(WIN32 AND ARG_GUI)
+    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK screen) # real windows: one program has the focus at a time
+  endif()
+endfunction()
+
+# A GoogleTest program over code without Qt, with GoogleTest's own main().
+function(tallyscope_plain_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  tallyscope_executable(${name} SOURCES ${ARG_SOURCES} LINKS ${ARG_LINKS} GTest::gtest GTest::gmock GTest::gtest_main)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  tallyscope_use_precompiled(${name} _test)
+  add_test(NAME ${name} COMMAND ${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
 endfunction()
 
 # A libFuzzer program. It is built where TALLYSCOPE_FUZZ is on (see tools/fuzz), and is then a CTest test with the label

@@ -26,6 +26,7 @@ void UseOwnIconsAsFallback() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  MakeProcessDpiAware();  // before any window, and before Qt asks the system for its screens
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"Tallyscope"_qs);
   QApplication::setApplicationDisplayName(u"Tallyscope"_qs);

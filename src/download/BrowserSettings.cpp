@@ -1,6 +1,7 @@
 #include "download/BrowserSettings.h"
 
 #include "download/SettingsFile.h"
+#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
@@ -59,7 +60,7 @@ std::optional<QString> FindLineValue(QByteArrayView text, QByteArrayView marker,
     if (found != end) {
       const auto value = found + marker.size();
       const auto close = std::find(value, end, terminator);
-      if (close != end) return NameFromBytes({value, close});
+      if (close != end) return TextFromAnsi({value, close});
     }
     begin = std::find_if_not(end, text.end(), EndsLine);
   }

@@ -19,6 +19,6 @@
 [[nodiscard]] QString GetChromeDownloadDir();
 
 // Of the first line with both: the text between the marker and the next terminator behind it, which is not
-// unescaped. Nothing if no line has both. The text is in the system's 8-bit encoding.
+// unescaped. Nothing if no line has both. The text is in the system's ANSI code page.
 [[nodiscard]] std::optional<QString> FindLineValue(QByteArrayView text, QByteArrayView marker,
                                                    char terminator);

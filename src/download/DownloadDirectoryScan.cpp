@@ -3,6 +3,7 @@
 #include "download/BrowserSettings.h"
 #include "download/ConfigReaders.h"
 #include "download/DownloadApplication.h"
+#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
@@ -56,11 +57,17 @@ QString ReadDirectory(const TXMLApplicationType& application) {
   return {};
 }
 
-// As the application stores it, made absolute.
+// As the application stores it, made absolute and ending in the delimiter.
 QString DownloadDirectoryOf(const TXMLApplicationType& application) {
   const QString dir = ReadDirectory(application);
-  if (dir.isEmpty() || IsAbsolutePath(dir)) return dir;
-  return application.DownloadDriveLetter().Value() + dir;
+  if (dir.isEmpty() || IsAbsolutePath(dir)) return AsFolder(dir);
+  return AsFolder(application.DownloadDriveLetter().Value() + dir);
+}
+
+// By the last byte in the system's ANSI code page: some East Asian ones have letters that end in the byte of
+// '\\'.
+bool EndsInDelimiterByte(const QString& dir) {
+  return TextToAnsi(dir).endsWith(PathDelim.toLatin1());
 }
 
 std::optional<TXMLDownloadApplicationType> LoadCatalogue(const QString& file) {
@@ -109,7 +116,7 @@ void TDownloadDirectoryScan::ScanDirectories(const QString& catalogueFile) {
 }
 
 void TDownloadDirectoryScan::AddDirectory(QStringList& target, const QString& dir) {
-  const QString added = AsFolder(dir);
+  const QString added = dir.isEmpty() || EndsInDelimiterByte(dir) ? dir : dir + PathDelim;
   if (!DirectoryExists(added)) return;
   for (qsizetype i = target.size() - 1; i >= 0; --i) {
     if (!Nested(target[i], added)) continue;

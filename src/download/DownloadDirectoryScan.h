@@ -8,7 +8,8 @@
 // One object per scan, on one thread. Nothing is kept from one to the next.
 class TDownloadDirectoryScan {
  public:
-  // Each is a folder that was there when it was added and ends in the delimiter; none lies inside another.
+  // Each is a folder that was there when it was added and ends in the delimiter (see AddDirectory); none lies
+  // inside another.
   QStringList FDirectories;
 
   // Fills FDirectories anew. A missing or broken catalogue leaves what the browsers gave. Throws what reading
@@ -22,8 +23,9 @@ class TDownloadDirectoryScan {
   void FilterByLocations(const QStringList& locations);
   void FilterByLocations(const QStringList& locations, const QStringList& volumeRoots);
 
-  // Adds a folder that exists, with the delimiter at its end. The last entry that holds it or lies inside it
-  // decides: a folder that holds it keeps it out; one inside it goes.
+  // Adds a folder that exists, with the delimiter at its end unless the last byte of its text in the ANSI
+  // code page is one already. The last entry that holds it or lies inside it decides: a folder that holds it
+  // keeps it out; one inside it goes.
   static void AddDirectory(QStringList& target, const QString& dir);
 };
 

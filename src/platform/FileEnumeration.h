@@ -4,6 +4,9 @@
 // Linux: an entry's attributes come from one status call relative to the open folder. A symbolic link is a
 // plain entry of its own length with kAttributeReparse and is never a folder. Devices, sockets and pipes
 // have kAttributeSystem and length 0. An entry that disappears while it is listed is left out.
+//
+// Windows: attributes and length are the ones of the listing, with bits besides those below. A junction or a
+// symbolic link to a folder is a folder with kAttributeReparse and can be listed; see ConfineTo.
 #pragma once
 
 #include <QString>
@@ -11,11 +14,11 @@
 #include <memory>
 
 enum TFileAttribute : unsigned {
-  kAttributeReadOnly = 0x01,  // not writable by its owner
-  kAttributeHidden = 0x02,    // the name begins with a dot
-  kAttributeSystem = 0x04,    // device, socket, pipe
+  kAttributeReadOnly = 0x01,  // Linux: not writable by its owner
+  kAttributeHidden = 0x02,    // Linux: the name begins with a dot
+  kAttributeSystem = 0x04,    // Linux: device, socket, pipe
   kAttributeDirectory = 0x10,
-  kAttributeReparse = 0x400,  // symbolic link
+  kAttributeReparse = 0x400,  // symbolic link; on Windows also a junction and other reparse points
 };
 
 struct TFoundFile {
@@ -36,18 +39,22 @@ class TFileEnumeration {
   TFileEnumeration& operator=(const TFileEnumeration&) = delete;
 
   // From now on only folders on the same mounted file system as root list their entries; any other folder
-  // is an empty one. So a walk counts nothing twice and never leaves its volume. Linux: parts of that file
-  // system that are mounted side by side, as subvolumes are, belong to it; what shows a part a second time
-  // does not. An empty root or one that can't be opened lifts the confinement.
+  // is an empty one. So a walk counts nothing twice, never leaves its volume and comes to an end. Linux:
+  // parts of that file system that are mounted side by side, as subvolumes are, belong to it; what shows a
+  // part a second time does not. An empty root lifts the confinement, on Linux also one that can't be opened.
+  //
+  // Windows: what leads elsewhere is a link that this object has listed since. It is entered like any folder
+  // if it leads to a folder of root's volume that lies neither in nor above root or the folder of a link that
+  // was entered already; any other link is an empty folder.
   void ConfineTo(const QString& root);
 
   // From now on a folder among the entries may come with kAttributeDirectory as its only attribute, which
   // saves a status call for each where the listing itself tells what is a folder.
   void SkipFolderDetails();
 
-  // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; a folder
-  // on a pseudo file system (proc, sysfs, cgroup, ...) holds nothing. The path may be of any length and
-  // may end in the delimiter. Closes what was open.
+  // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; on Linux a
+  // folder on a pseudo file system (proc, sysfs, cgroup, ...) holds nothing. The path may be of any length
+  // and may end in the delimiter. Closes what was open.
   [[nodiscard]] bool First(const QString& folder, TFoundFile& found);
 
   // The next entry; false at the end or on a read error.

@@ -6,4 +6,5 @@
 
 // The icon of a file of this name, from the desktop's icon theme; a generic file picture if its type is
 // not known. Never a null icon while the theme or the program's own fall-back theme has that picture.
+// Windows: the shell's icon, in its large and its small size.
 [[nodiscard]] QIcon FileIcon(const QString& path);

@@ -19,9 +19,11 @@ enum class TSpecialFolder : int {
 
 // This user's folder for downloads; empty only if the home folder is not known. Linux: the one of the user
 // directories, unless that is the home folder itself, which stands for none; then "Downloads" at home.
+// Windows: "%HOMEDRIVE%%HOMEPATH%\Downloads", a variable that is missing staying as it stands.
 [[nodiscard]] QString GetDownloadsFolder();
 
-// Where this user's browser keeps its profiles, whether or not it is installed.
+// Where this user's browser keeps its profiles, whether or not it is installed; on Windows Chrome's is below
+// "%LocalAppdata%", which stays as it stands if it is missing.
 enum class TBrowser { Firefox, Chrome };
 [[nodiscard]] QString GetBrowserFolder(TBrowser browser);
 

@@ -27,11 +27,11 @@ extern const QChar PathDelim;
 // From the last '.' of the file name on, point included; empty if the name has none.
 [[nodiscard]] QString ExtractFileExt(const QString& path);
 
-// True for a path that stands for a whole volume. Windows: a path of up to 3 characters. Elsewhere: the
-// mount point of a fixed volume, with or without its delimiter.
+// True for a path that stands for a whole volume; never an empty one. Windows: a path of up to 3 characters.
+// Elsewhere: the mount point of a fixed volume, with or without its delimiter.
 [[nodiscard]] bool IsVolumeRoot(const QString& path);
 
-// "X:..." on Windows, "/..." elsewhere.
+// "X:..." on Windows, that is a ':' as the second character; "/..." elsewhere.
 [[nodiscard]] bool IsAbsolutePath(const QString& path);
 
 // True if both paths lie on one volume. Windows compares the first letters without regard to case;
@@ -41,7 +41,8 @@ extern const QChar PathDelim;
 // How a volume is named behind its label: "C:" for "C:\", "/home" for "/home/", "/" for "/".
 [[nodiscard]] QString VolumeName(const QString& root);
 
-// True if the two texts name the same folder, trailing delimiters aside. Case counts except on Windows.
+// True if the two texts name the same folder, trailing delimiters aside. Case counts; on Windows not that of
+// ASCII letters.
 [[nodiscard]] bool SameFolder(const QString& a, const QString& b);
 
 // Below 0, 0 or above 0; ASCII letters compare without regard to case, all else by UTF-16 unit.
@@ -49,7 +50,7 @@ extern const QChar PathDelim;
 
 // File name bytes to text and back without loss: an invalid UTF-8 byte 0xNN is the lone surrogate
 // U+DC00+NN in the text. Any other lone surrogate becomes the byte '?'. On Windows names are UTF-16 already
-// and these two serve only bytes from files.
+// and these two serve only UTF-8 that comes from files or goes out.
 [[nodiscard]] QString NameFromBytes(QByteArrayView bytes);
 [[nodiscard]] QByteArray NameToBytes(const QString& name);
 

@@ -10,9 +10,15 @@ void TrimWorkingSet();
 [[nodiscard]] qint64 ResidentBytes();
 [[nodiscard]] qint64 PeakResidentBytes();
 
-// Calls the handler on a thread of its own at each Ctrl-C (SIGINT) or SIGTERM, instead of ending the
-// process. Call once, before other threads start.
+// Calls the handler on a thread of its own at each Ctrl-C (SIGINT) or SIGTERM, on Windows also at a
+// Ctrl-Break or when the console closes, instead of ending the process. Call once, before other threads
+// start.
 void OnInterrupt(void (*handler)());
+
+// What the process writes to its standard output and standard error arrives byte by byte, and a console takes
+// it for UTF-8. Windows: for the rest of the process; Linux: it is so anyway. Call once, before the first
+// output.
+void MakeOutputPlain();
 
 // True if standard error is a terminal, and its width in columns (80 if not known).
 [[nodiscard]] bool StdErrIsTerminal();
@@ -22,6 +28,11 @@ void OnInterrupt(void (*handler)());
 // Linux, then standard error.
 void DebugOutput(const char* text);
 
-// The arguments of main() without the program's name, file names in them whole: bytes that are not UTF-8
-// come through as in NameFromBytes.
+// Windows: tells the system that the program draws for the screen's real resolution, and the debug output how
+// that went. Linux: nothing. Main thread, before the first window.
+void MakeProcessDpiAware();
+
+// The arguments of main() without the program's name and without what Qt's application object took out of
+// them. File names in them are whole: bytes that are not UTF-8 come through as in NameFromBytes; on Windows,
+// where main() gets no whole names, the system's own command line is read.
 [[nodiscard]] QStringList ProgramParameters(int argc, char** argv);

@@ -1,6 +1,7 @@
 // Reading of XML documents by their elements: encodings as the documents declare them, selection of a node by
 // an XPath expression. Nothing but the given bytes is ever read: no network, no external entity and no
-// external document type; a document that declares entities of its own is refused, so none can blow up.
+// external document type; a document that declares entities of its own is refused, so none can blow up. An
+// entity that only an external document type could declare is empty on Linux and an error on Windows.
 #pragma once
 
 #include <QByteArray>
@@ -39,8 +40,9 @@ class TXmlElement {
   [[nodiscard]] TXmlElement ChildAt(const QString& name, int index) const;
 
   // The text of the first node in document order that the XPath expression, evaluated from this element,
-  // finds: an attribute's value, or all texts in an element without the blanks at both ends. Nothing if it
-  // finds none. Throws TXmlError for an expression that does not select nodes.
+  // finds: an attribute's value, or all texts in an element without the blanks at both ends; on Windows a
+  // text alone loses them too. Nothing if it finds none. Throws TXmlError for an expression that does not
+  // select nodes.
   [[nodiscard]] std::optional<QString> SelectText(const QString& expression) const;
 
  private:

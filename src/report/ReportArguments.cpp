@@ -1,6 +1,7 @@
 #include "report/ReportArguments.h"
 
 #include "platform/Paths.h"
+#include "platform/Volumes.h"
 
 namespace {
 
@@ -62,9 +63,12 @@ QString ReportHelp() {
 }
 
 QString MakeAbsolutePath(const QString& path, const QString& currentFolder) {
-  if (IsAbsolutePath(path)) return path;
-  QString result = currentFolder;
-  for (const QString& part : path.split(PathDelim, Qt::SkipEmptyParts))
+  QString native = path;
+  native.replace(u'/', PathDelim);
+  const bool isShare = native.startsWith(QString(2, PathDelim));
+  if (IsAbsolutePath(native) || isShare || currentFolder.isEmpty()) return native;
+  QString result = native.startsWith(PathDelim) ? VolumeRootOf(currentFolder) : currentFolder;
+  for (const QString& part : native.split(PathDelim, Qt::SkipEmptyParts))
     if (part != u".") result = IncludeTrailingPathDelimiter(result) + part;
   return result;
 }

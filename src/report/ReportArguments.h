@@ -21,5 +21,7 @@ struct TReportArguments {
 [[nodiscard]] QString ReportHelp();
 
 // A relative path below the current folder, without empty and "." parts; an absolute one unchanged. ".."
-// and links stay as they are, since only the file system knows where they lead.
+// and links stay as they are, since only the file system knows where they lead. With an empty current folder,
+// which is one that is not known, a relative path stays so. Windows: "/" is taken for the delimiter too, a
+// path from the root is one of the current drive, and "\\server\share" is absolute.
 [[nodiscard]] QString MakeAbsolutePath(const QString& path, const QString& currentFolder);

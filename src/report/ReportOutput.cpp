@@ -1,6 +1,7 @@
 #include "report/ReportOutput.h"
 
 #include "platform/Paths.h"
+#include "report/TextColumns.h"
 #include "support/Korvel_Routine_New.h"
 
 #include <algorithm>
@@ -34,16 +35,18 @@ QByteArray SectionText(const char* heading, std::span<const TFileInfoEx> rows) {
   return text;
 }
 
-// A JSON string; what its rules don't let stand is escaped, all else is UTF-8.
+// A JSON string; what its rules or UTF-8 don't let stand is escaped.
 QByteArray JsonText(const QString& text) {
   QByteArray json = "\"";
-  for (const char byte : EscapeUndecodable(text).toUtf8()) {
-    if (byte == '"' || byte == '\\')
-      json += '\\', json += byte;
-    else if (static_cast<unsigned char>(byte) < 0x20)
-      json += "\\u" + QByteArray::number(byte, 16).rightJustified(4, '0');
+  for (const char32_t c : CodePoints(PathDelim == u'\\' ? text : EscapeUndecodable(text))) {
+    if (c == U'"' || c == U'\\')
+      json += '\\', json += static_cast<char>(c);
+    else if (c < 0x20 || QChar::isSurrogate(c))
+      json += "\\u" + QByteArray::number(static_cast<uint>(c), 16).rightJustified(4, '0');
+    else if (c < 0x80)
+      json += static_cast<char>(c);
     else
-      json += byte;
+      json += QString::fromUcs4(&c, 1).toUtf8();
   }
   return json + '"';
 }

@@ -19,8 +19,12 @@ struct TReport {
   qint64 Milliseconds = 0;
 };
 
-// Lines for people: totals per path, then the lists, sizes aligned. Names come out as their raw bytes.
+// Both are the same bytes on every system but for the paths: lines end in a line feed alone.
+
+// Lines for people: totals per path, then the lists, sizes aligned. Names come out as their raw bytes, on
+// Windows in UTF-8.
 [[nodiscard]] QByteArray ReportAsText(const TReport& report);
 
-// One JSON object in UTF-8: exact integers, names that are not valid text escaped by EscapeUndecodable.
+// One JSON object in UTF-8 with exact integers. Names of any bytes are escaped by EscapeUndecodable; those of
+// Windows, where "\" is the delimiter, stand as they are, and a lone surrogate in them is JSON's "\uNNNN".
 [[nodiscard]] QByteArray ReportAsJson(const TReport& report);

@@ -1,7 +1,5 @@
 #include "report/TextColumns.h"
 
-#include <QList>
-
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -42,7 +40,8 @@ bool Showable(char32_t character) {
   }
 }
 
-// Unlike a conversion of the whole text this keeps a lone surrogate as one character.
+}  // namespace
+
 QList<char32_t> CodePoints(const QString& text) {
   QList<char32_t> points;
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -52,8 +51,6 @@ QList<char32_t> CodePoints(const QString& text) {
   }
   return points;
 }
-
-}  // namespace
 
 int TextColumns(const QString& text) {
   int columns = 0;

@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <mutex>
+#include <string>
+#include <system_error>
 
 namespace {
 
@@ -77,8 +79,23 @@ int Report(const TReportArguments& arguments, const QStringList& paths) {
   return FinishOutput(kDone);
 }
 
+// A path as the system has it: bytes or UTF-16.
+template <typename TUnit>
+QString PathText(const std::basic_string<TUnit>& path) {
+  if constexpr (sizeof(TUnit) == 1)
+    return NameFromBytes({path.data(), static_cast<qsizetype>(path.size())});
+  else
+    return QString::fromStdWString(path);
+}
+
+// Empty if it is not known, as when it was removed.
+QString CurrentFolder() {
+  std::error_code error;
+  return PathText(std::filesystem::current_path(error).native());
+}
+
 int ScanPaths(const TReportArguments& arguments) {
-  const QString currentFolder = NameFromBytes(std::filesystem::current_path().string());
+  const QString currentFolder = CurrentFolder();
   QStringList paths;
   for (const QString& path : arguments.Paths)
     paths.append(MakeAbsolutePath(path, currentFolder));
@@ -108,6 +125,7 @@ int Run(const TReportArguments& arguments) {
 int main(int argc, char** argv) {
   // Before anything decodes them by the locale.
   const QStringList arguments = ProgramParameters(argc, argv);
+  MakeOutputPlain();
   OnInterrupt(PassInterrupt);
   QCoreApplication application(argc, argv);
   return Run(ParseReportArguments(arguments));

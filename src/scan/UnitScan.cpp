@@ -1,5 +1,6 @@
 #include "scan/UnitScan.h"
 
+#include "platform/ComThread.h"
 #include "scan/ScanMessages.h"
 
 #include <algorithm>
@@ -95,7 +96,9 @@ void TTallyscopeScan::Stop() {
   FWalker.Stop();
 }
 
+// The download locations are read with the system's XML parser, which is a component.
 void TTallyscopeScan::Execute() {
+  const TComThread components;
   while (!Terminated()) {
     RunScan();
     AutoScan.store(false);

@@ -5,6 +5,14 @@
 #include "platform/Shell.h"
 #include "support/Korvel_Routine_New.h"
 
+namespace {
+
+// The program that runs a routine of a library: what it is to run stands behind its name and one character.
+const QString kRunDll = u"RUNDLL32.EXE"_qs;
+constexpr qsizetype kRunDllParameters = 255;
+
+}  // namespace
+
 QIcon GetFileIconHandle(const QString& path) {
   return FileIcon(ExtractCommandPath(path));
 }
@@ -15,5 +23,8 @@ void OpenWithShell(const QString& target) {
   text.replace(u"%SYSTEM%"_qs, GetSystemDir());
   text.replace(u"%APP%\\"_qs, ProgramFolder());
   text.replace(u"%APP%/"_qs, ProgramFolder());
-  OpenTarget(text);
+  if (text.left(kRunDll.size()).toUpper() == kRunDll)
+    StartProgram(u"RunDll32.exe"_qs, text.mid(kRunDll.size() + 1, kRunDllParameters));
+  else
+    OpenTarget(text);
 }

@@ -9,5 +9,5 @@
 [[nodiscard]] QIcon GetFileIconHandle(const QString& path);
 
 // Opens a file, folder or web address. "%WINDOWS%", "%SYSTEM%", "%APP%\" and "%APP%/" are replaced first.
-// A target that can't be opened fails silently.
+// A command line of "rundll32.exe" starts that program. A target that can't be opened fails silently.
 void OpenWithShell(const QString& target);

@@ -1,6 +1,6 @@
 #include "support/TextLines.h"
 
-#include "platform/Paths.h"
+#include "platform/AnsiText.h"
 
 #include <QStringConverter>
 
@@ -23,7 +23,7 @@ QString Decoded(const QByteArray& content) {
     const QByteArrayView text = QByteArrayView(content).sliced(QByteArrayView(mark.Bytes).size());
     return QStringDecoder(mark.Encoding, QStringDecoder::Flag::ConvertInitialBom).decode(text);
   }
-  return NameFromBytes(content);
+  return TextFromAnsi(content);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "views/FolderDialog.h"
 
+#include <QDir>
 #include <QFileDialog>
 
 namespace {
@@ -13,7 +14,7 @@ std::optional<QString> SelectFolderDialog(QWidget* owner, const QString& title) 
   if (GivenAnswer) return *GivenAnswer;
   const QString folder = QFileDialog::getExistingDirectory(owner, title);
   if (folder.isEmpty()) return std::nullopt;
-  return folder;
+  return QDir::toNativeSeparators(folder);
 }
 
 TFolderDialogAnswer::TFolderDialogAnswer(std::optional<QString> answer) {

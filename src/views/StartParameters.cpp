@@ -2,6 +2,7 @@
 
 #include <QStringDecoder>
 
+#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
@@ -15,7 +16,7 @@ QStringList ReadLines(const QString& path) {
   const auto bytes = ReadWholeFile(path);
   if (!bytes) return {};
   const auto marked = QStringConverter::encodingForData(*bytes);
-  const QString text = marked ? QString(QStringDecoder(*marked).decode(*bytes)) : NameFromBytes(*bytes);
+  const QString text = marked ? QString(QStringDecoder(*marked).decode(*bytes)) : TextFromAnsi(*bytes);
   QStringList lines = QString(text).replace(u"\r\n"_qs, u"\n"_qs).replace(u'\r', u'\n').split(u'\n');
   if (lines.last().isEmpty()) lines.removeLast();
   return lines;

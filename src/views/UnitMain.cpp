@@ -17,6 +17,7 @@
 #include "platform/Process.h"
 #include "views/Commands.h"
 #include "views/DownloadsTab.h"
+#include "views/HelpCommands.h"
 #include "views/Looks.h"
 #include "views/OverviewTab.h"
 #include "views/Pictures.h"
@@ -135,6 +136,9 @@ void TFormMain::WireCommands() {
   FCommands->BindTab(kTopFilesTab, *FTopFiles);
   FCommands->OnClick("btnScan", [this] { btnScanClick(); });
   FCommands->OnClick("btnExit", [this] { close(); });
+  FCommands->OnClick("btnHelp", [] { btnHelpClick(); });
+  FCommands->OnClick("btnHome", [] { btnHomeClick(ColophonLibrary()); });
+  FCommands->OnClick("btnAbout", [] { btnAboutClick(ColophonLibrary()); });
 }
 
 void TFormMain::SetScanForm(TScanForm& scanForm) {

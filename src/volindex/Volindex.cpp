@@ -3,8 +3,8 @@
 #include "volindex/include/volindex.h"
 
 #include "volindex/index/ProgressPost.h"
-#include "volindex/index/Utf16.h"
 #include "volindex/index/VolumeScan.h"
+#include "volindex/system/Utf16.h"
 
 #include <algorithm>
 #include <atomic>
@@ -17,7 +17,7 @@ namespace {
 
 using volindex::TVolumeIndex;
 
-constexpr char kDelimiter = '/';
+constexpr char kDelimiter = '/';  // inside, on every system
 constexpr size_t kMostBytesPerUnit = 3;
 
 struct TSession {

@@ -1,20 +1,21 @@
 // The download pass as the wizard shows it: a row of its own behind the paths, and steps of the bar.
 #include "FormsFixture.h"
 #include "controls/progress/PImageProgress.h"
-#include "fixtures/Variables.h"
+#include "fixtures/TestUser.h"
 #include "platform/Paths.h"
 
 class DownloadRow : public TFormsTest {
  protected:
   // A browser that downloads into the folder of the films.
   DownloadRow() {
-    FTree.WriteFile(".mozilla/firefox/profiles.ini", "[Profile0]\nPath=p\n");
-    FTree.WriteFile(".mozilla/firefox/p/prefs.js",
-                    "user_pref(\"browser.download.dir\", \"" + NameToBytes(FTree.Path("films")) + "\");\n");
+    const QString films = FTree.Path("films").replace(u"\\"_qs, u"\\\\"_qs);
+    FUser.Home.WriteFile(TTestUser::Firefox + "/profiles.ini", "[Profile0]\nPath=p\n");
+    FUser.Home.WriteFile(TTestUser::Firefox + "/p/prefs.js",
+                         "user_pref(\"browser.download.dir\", \"" + NameToBytes(films) + "\");\n");
     Open();
   }
 
-  const TVariables FVariables{{"HOME", NameToBytes(FTree.Path()).constData()}, {"XDG_CONFIG_HOME", nullptr}};
+  TTestUser FUser;
 };
 
 TEST_F(DownloadRow, FollowsThePathsAndItsFoldersAreStepsOfTheBar) {

@@ -22,6 +22,11 @@ QString DataFolder() {
   return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u"/data"_qs;
 }
 
+QByteArray ReadFile(const QString& name) {
+  QFile file(DataFolder() + name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 QImage Art(const QString& name) {
   return QImage(u":/art/%1.png"_qs.arg(name));
 }
@@ -104,6 +109,14 @@ TEST(Art, NoPictureOutlivesItsDrawing) {
   for (QString name : QDir(u":/art"_qs).entryList()) {
     name.remove(u".png"_qs).remove(u"@2x"_qs);
     EXPECT_TRUE(pictures.contains(name)) << name.toStdString();
+  }
+}
+
+TEST(Art, TheIconOfTheWindowsProgramsHoldsThePicturesOfToday) {
+  const QByteArray icon = ReadFile(u"/windows/tallyscope.ico"_qs);
+  for (const int size : {16, 32, 48, 64, 128, 256}) {
+    const QByteArray picture = ReadFile(u"/art/png/tallyscope%1.png"_qs.arg(size));
+    EXPECT_TRUE(!picture.isEmpty() && icon.contains(picture)) << size << ": call tools/render-art";
   }
 }
 

@@ -1,5 +1,6 @@
 // Which folders stay in the list, and in which order.
 #include "download/DownloadDirectoryScan.h"
+#include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
 
@@ -17,25 +18,35 @@ class AddDirectory : public testing::Test {
 
   void Add(const QByteArray& name) { TDownloadDirectoryScan::AddDirectory(FList, FTree.Path(name)); }
 
-  // What the list holds, relative to the tree.
+  // What the list holds, relative to the tree, with "/" for the delimiter.
   [[nodiscard]] QString List() const {
     QString names;
     for (const QString& dir : FList)
       names += (names.isEmpty() ? QString() : u", "_qs) + dir.mid(FTree.Path().size() + 1);
-    return names;
+    return names.replace(PathDelim, u'/');
   }
 
   TTempTree FTree;
   QStringList FList;
 };
 
-// Folders of a filter test; none needs to exist.
+QStringList NativePaths(QStringList paths) {
+  for (QString& path : paths)
+    path = NativePath(path);
+  return paths;
+}
+
+// What stays of the folders, none of which needs to exist. All paths are as on Linux.
 QStringList Filtered(const QStringList& directories, const QStringList& locations,
                      const QStringList& volumes = {u"/"_qs}) {
   TDownloadDirectoryScan scan;
-  scan.FDirectories = directories;
-  scan.FilterByLocations(locations, volumes);
-  return scan.FDirectories;
+  scan.FDirectories = NativePaths(directories);
+  scan.FilterByLocations(NativePaths(locations), NativePaths(volumes));
+  QStringList kept;
+  for (const QString& directory : directories)
+    if (scan.FDirectories.contains(NativePath(directory))) kept.append(directory);
+  EXPECT_EQ(NativePaths(kept), scan.FDirectories);
+  return kept;
 }
 
 }  // namespace
@@ -71,11 +82,25 @@ TEST_F(AddDirectory, WhatIsNoFolderIsDropped) {
   EXPECT_EQ(List(), QString());
 }
 
-TEST_F(AddDirectory, FoldersThatDifferInCaseAreTwoHere) {
+TEST_F(AddDirectory, CaseTellsFoldersApartWhereTheFileSystemDoes) {
   FTree.MakeFolder("a");
   Add("A");
   Add("a");
-  EXPECT_EQ(List(), u"A/, a/"_qs);
+  EXPECT_EQ(List(), HasDrives() ? u"A/"_qs : u"A/, a/"_qs);
+  EXPECT_EQ(Filtered({u"/d/A/"_qs, u"/d/\u00c4/"_qs}, {u"/D/a"_qs, u"/d/\u00e4"_qs}),
+            HasDrives() ? QStringList(u"/d/A/"_qs) : QStringList());
+}
+
+// In the Japanese code page the katakana so ends in the byte of the delimiter and gets none.
+TEST_F(AddDirectory, TheDelimiterIsLookedForInTheAnsiCodePage) {
+  const QByteArray so = "\xe3\x82\xbd";
+  const QByteArray day = "\xe6\x97\xa5";
+  for (const QByteArray& name : {so, day}) {
+    FTree.MakeFolder(name);
+    Add(name);
+  }
+  const bool japanese = QString::fromUtf8(so).toLocal8Bit() == "\x83\x5c";
+  EXPECT_EQ(List(), japanese ? u"ソ, 日/"_qs : u"ソ/, 日/"_qs);
 }
 
 TEST(FilterByLocations, OnlyWhatBeginsWithALocationStays) {

@@ -1,6 +1,7 @@
 #include "download/DownloadApplication.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
+#include "platform/ComThread.h"
 
 #include <gtest/gtest.h>
 
@@ -32,6 +33,7 @@ class CatalogueView : public testing::Test {
     FTree.WriteFile("catalogue", content);
     return LoadDownloadApplication(FTree.Path("catalogue"));
   }
+  const TComThread FComponents;
   TTempTree FTree;
 };
 

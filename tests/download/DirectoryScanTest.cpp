@@ -3,10 +3,10 @@
 
 #include "CatalogueMaker.h"
 #include "download/SettingsFile.h"
+#include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
-#include "fixtures/TempTree.h"
-#include "fixtures/Variables.h"
-#include "platform/Paths.h"
+#include "fixtures/TestUser.h"
+#include "platform/ComThread.h"
 #include "platform/XmlDocument.h"
 
 #include <gtest/gtest.h>
@@ -24,20 +24,25 @@ class DirectoryScan : public testing::Test {
 
   // Chrome is at home here, with no folder named.
   void MakeBrowser() {
-    FTree.MakeFolder("Downloads");
-    FTree.WriteFile(".config/google-chrome/Default/Preferences", "{}");
+    FTree.MakeFolder(TTestUser::Downloads);
+    FTree.WriteFile(TTestUser::Chrome + "/Default/Preferences", "{}");
   }
 
-  // What was found, relative to the home folder.
+  // What was found, relative to the home folder and with "/" for the delimiter.
   [[nodiscard]] QStringList Found() const {
-    QStringList names = FScan.FDirectories;
-    return names.replaceInStrings(FTree.Path() + u'/', QString());
+    QStringList names;
+    for (const QString& dir : FScan.FDirectories)
+      names.append(dir.mid(FTree.Path().size() + 1).replace(PathDelim, u'/'));
+    return names;
   }
 
-  TTempTree FTree;
+  // A folder at home by its name on Linux, as settings have it.
+  [[nodiscard]] QByteArray AtHome(const QByteArray& name) const { return NameToBytes(FTree.Path(name)); }
+
+  const TComThread FComponents;
+  TTestUser FUser;
+  TTempTree& FTree = FUser.Home;
   const QByteArray FHome = NameToBytes(FTree.Path());
-  const TVariables FVariables{
-      {"HOME", FHome.constData()}, {"XDG_CONFIG_HOME", nullptr}, {"HOMEPATH", nullptr}};
   TDownloadDirectoryScan FScan;
 };
 
@@ -46,17 +51,17 @@ class DirectoryScan : public testing::Test {
 TEST_F(DirectoryScan, EachKindOfSettingsIsReadAndBrowsersComeFirst) {
   for (const char* name : {"ini", "reg d\xc3\xa9", "dat", "key", "xml"})
     FTree.MakeFolder(name);
-  FTree.WriteFile("set/a.ini", "[Main]\nDir = \"" + FHome + "/ini\"\n");
-  FTree.WriteFile("set/a.dat", "d3:dir" + QByteArray::number(FHome.size() + 4) + ":" + FHome + "/date");
-  FTree.WriteFile("set/a.properties", "dir=" + FHome + "/key\n");
-  FTree.WriteFile("set/a.xml", "<c><dir>" + FHome + "/xml</dir></c>");
+  FTree.WriteFile("set/a.ini", "[Main]\nDir = \"" + AtHome("ini") + "\"\n");
+  FTree.WriteFile("set/a.dat", "d3:dir" + QByteArray::number(FHome.size() + 4) + ":" + AtHome("dat") + 'e');
+  FTree.WriteFile("set/a.properties", "dir=" + AtHome("key") + '\n');
+  FTree.WriteFile("set/a.xml", "<c><dir>" + AtHome("xml") + "</dir></c>");
   MakeBrowser();
-  const QByteArray set = "%HOMEDRIVE%%HOMEPATH%/set";
+  const QByteArray set = "%HOMEDRIVE%%HOMEPATH%" + AtHome("set").mid(FHome.size());
   Scan({{.Kind = "xml", .Directory = set, .Path = "a.xml", .Section = "dir"},
         {.Kind = "keyvalue", .Directory = set, .Path = "a.properties", .Name = "dir"},
         {.Kind = "dat", .Directory = set, .Path = "a.dat", .Name = "dir"},
-        {.Kind = "reg", .Default = "%HOMEPATH%/reg d\xc3\xa9"},
-        {.Kind = "ini", .Directory = FHome + "/set/", .Path = "a.ini", .Section = "main", .Name = "dir"},
+        {.Kind = "reg", .Default = "%HOMEDRIVE%" + AtHome("reg d\xc3\xa9").mid(HasDrives() ? 2 : 0)},
+        {.Kind = "ini", .Directory = AtHome("set/"), .Path = "a.ini", .Section = "main", .Name = "dir"},
         {.Kind = "INI", .Directory = set, .Path = "a.ini", .Default = FHome}});
   EXPECT_EQ(Found(),
             QStringList({u"Downloads/"_qs, u"xml/"_qs, u"key/"_qs, u"dat/"_qs, u"reg dé/"_qs, u"ini/"_qs}));
@@ -64,7 +69,7 @@ TEST_F(DirectoryScan, EachKindOfSettingsIsReadAndBrowsersComeFirst) {
 
 TEST_F(DirectoryScan, AnotherScanBeginsAnew) {
   FTree.MakeFolder("a");
-  Scan({{.Kind = "reg", .Default = FHome + "/a"}});
+  Scan({{.Kind = "reg", .Default = AtHome("a")}});
   Scan({});
   EXPECT_EQ(Found(), QStringList());
 }
@@ -78,16 +83,16 @@ TEST_F(DirectoryScan, WhatIsNotAbsoluteGetsTheLetterInFront) {
          .Path = "set.ini",
          .Section = "s",
          .Name = "k",
-         .Letter = FHome + "/drive/"},
-        {.Kind = "reg", .Default = FHome + "/drive/b", .Letter = "/nowhere"}});
+         .Letter = AtHome("drive/")},
+        {.Kind = "reg", .Default = AtHome("drive/b"), .Letter = AtHome("nowhere")}});
   EXPECT_EQ(Found(), QStringList({u"drive/a/"_qs, u"drive/b/"_qs}));
 }
 
 // With no installation folder known, the path of the settings stands alone.
 TEST_F(DirectoryScan, TheInstallFolderComesFromTheRegistryAlone) {
   FTree.MakeFolder("a");
-  FTree.WriteFile("installfolder/set", "k=/\n");
-  FTree.WriteFile("set", "k=" + FHome + "/a\n");
+  FTree.WriteFile("installfolder/set", "k=" + FHome + '\n');
+  FTree.WriteFile("set", "k=" + AtHome("a") + '\n');
   const auto before = std::filesystem::current_path();
   std::filesystem::current_path(FHome.toStdString());
   Scan({{.Kind = "keyvalue", .Directory = "installfolder", .Path = "set", .Name = "k"}});
@@ -97,11 +102,11 @@ TEST_F(DirectoryScan, TheInstallFolderComesFromTheRegistryAlone) {
 
 TEST_F(DirectoryScan, ExpandedPathsEndAt259Characters) {
   const QByteArray part(259 - FHome.size() - 1, 'x');
-  FTree.MakeFolder(part.left(200) + "/" + part.mid(201));
-  const QByteArray fits = FHome + "/" + part.left(200) + "/" + part.mid(201);
-  ASSERT_EQ(fits.size(), 259);
-  Scan({{.Kind = "reg", .Default = fits + "-and-more"}});
-  EXPECT_EQ(FScan.FDirectories, QStringList({NameFromBytes(fits) + u'/'}));
+  const QByteArray name = part.left(150) + "/" + part.mid(151);
+  FTree.MakeFolder(name);
+  ASSERT_EQ(AtHome(name).size(), 259);
+  Scan({{.Kind = "reg", .Default = AtHome(name) + "-and-more"}});
+  EXPECT_EQ(FScan.FDirectories, QStringList({FTree.Path(name) + PathDelim}));
 }
 
 TEST_F(DirectoryScan, ACatalogueThatIsNoneLeavesTheBrowsers) {
@@ -122,8 +127,8 @@ TEST_F(DirectoryScan, BrokenSettingsEndTheScanAndLeaveWhatWasFound) {
     FTree.MakeFolder(name);
   FTree.WriteFile("broken.xml", "<c><dir>");
   FTree.WriteFile("broken.dat", "d99999999999:");
-  const TCatalogueEntry before{.Kind = "reg", .Default = FHome + "/before"};
-  const TCatalogueEntry after{.Kind = "reg", .Default = FHome + "/after"};
+  const TCatalogueEntry before{.Kind = "reg", .Default = AtHome("before")};
+  const TCatalogueEntry after{.Kind = "reg", .Default = AtHome("after")};
   EXPECT_THROW(Scan({before, {.Kind = "xml", .Directory = FHome, .Path = "broken.xml"}, after}), TXmlError);
   EXPECT_EQ(Found(), QStringList({u"before/"_qs}));
   EXPECT_THROW(Scan({before, {.Kind = "dat", .Directory = FHome, .Path = "broken.dat"}, after}),

@@ -1,16 +1,18 @@
 #include "platform/Paths.h"
 
-#include "fixtures/MountNamespace.h"
-#include "fixtures/TempTree.h"
+#include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace {
 
 QString Text(const char16_t* text) {
   return QString::fromUtf16(text);
+}
+
+QString Path(const char16_t* path) {
+  return NativePath(Text(path));
 }
 
 TEST(Paths, PartsOfAPath) {
@@ -27,6 +29,7 @@ TEST(Paths, PartsOfAPath) {
       {u"/", u"/", u"/", u"", u""},
       {u"a", u"", u"", u"a", u""},
       {u"", u"", u"", u"", u""},
+      {u"ab/c", u"ab", u"ab/", u"c", u""},
       {u"/a.d/b", u"/a.d", u"/a.d/", u"b", u""},
       {u"/a//b", u"/a", u"/a//", u"b", u""},
       {u"/a/.b", u"/a", u"/a/", u".b", u".b"},
@@ -34,10 +37,10 @@ TEST(Paths, PartsOfAPath) {
       {u"/a/b.", u"/a", u"/a/", u"b.", u"."},
   };
   for (const auto& row : rows) {
-    const QString path = Text(row.Path);
+    const QString path = Path(row.Path);
     SCOPED_TRACE(path.toStdString());
-    EXPECT_EQ(ExtractFileDir(path), Text(row.Dir));
-    EXPECT_EQ(ExtractFilePath(path), Text(row.FilePath));
+    EXPECT_EQ(ExtractFileDir(path), Path(row.Dir));
+    EXPECT_EQ(ExtractFilePath(path), Path(row.FilePath));
     EXPECT_EQ(ExtractFileName(path), Text(row.Name));
     EXPECT_EQ(ExtractFileExt(path), Text(row.Ext));
   }
@@ -48,19 +51,24 @@ TEST(Paths, DelimitersAtTheEnd) {
     const char16_t* Path;
     const char16_t* With;
     const char16_t* Without;
-  } rows[] = {{u"/a", u"/a/", u"/a"}, {u"/a/", u"/a/", u"/a"},   {u"/", u"/", u"/"},
-              {u"", u"/", u""},       {u"/a//", u"/a//", u"/a"}, {u"//", u"//", u"//"}};
+  } rows[] = {
+      {u"/a", u"/a/", u"/a"}, {u"/a/", u"/a/", u"/a"},   {u"/", u"/", u"/"},
+      {u"a/", u"a/", u"a"},   {u"/a//", u"/a//", u"/a"}, {u"//", u"//", HasDrives() ? u"/" : u"//"},
+  };
   for (const auto& row : rows) {
-    EXPECT_EQ(IncludeTrailingPathDelimiter(Text(row.Path)), Text(row.With));
-    EXPECT_EQ(ExcludeTrailingPathDelimiter(Text(row.Path)), Text(row.Without));
+    EXPECT_EQ(IncludeTrailingPathDelimiter(Path(row.Path)), Path(row.With));
+    EXPECT_EQ(ExcludeTrailingPathDelimiter(Path(row.Path)), Path(row.Without));
   }
+  EXPECT_EQ(IncludeTrailingPathDelimiter(QString()), QString(PathDelim));
+  EXPECT_EQ(ExcludeTrailingPathDelimiter(QString()), QString());
 }
 
 TEST(Paths, SameFolderAsideFromDelimitersAtTheEnd) {
-  EXPECT_TRUE(SameFolder(Text(u"/a/b"), Text(u"/a/b/")));
-  EXPECT_TRUE(SameFolder(Text(u"/"), Text(u"//")));
-  EXPECT_FALSE(SameFolder(Text(u"/a/b"), Text(u"/a/B")));
-  EXPECT_FALSE(SameFolder(Text(u"/"), QString()));
+  EXPECT_TRUE(SameFolder(Path(u"/a/b"), Path(u"/a/b/")));
+  EXPECT_TRUE(SameFolder(Path(u"/"), Path(u"//")));
+  EXPECT_EQ(SameFolder(Path(u"/a/b"), Path(u"/a/B")), HasDrives());
+  EXPECT_FALSE(SameFolder(Path(u"/a/\u00e4"), Path(u"/a/\u00c4"))) << "no other letters fold";
+  EXPECT_FALSE(SameFolder(Path(u"/"), QString()));
 }
 
 TEST(Paths, CompareTextFoldsAsciiLettersOnly) {
@@ -72,90 +80,19 @@ TEST(Paths, CompareTextFoldsAsciiLettersOnly) {
   EXPECT_LT(CompareText(Text(u"_"), Text(u"A")), 0) << "letters compare as small ones";
 }
 
-TEST(Paths, OnlyTopsOfFixedVolumesAreVolumeRoots) {
-  TTempTree tree;
-  tree.MakeLink("link to root", "/");
-  EXPECT_TRUE(IsVolumeRoot(Text(u"/")));
-  EXPECT_TRUE(IsVolumeRoot(Text(u"//")));
-  for (const QString& path : {QString(), Text(u"C:\\"), Text(u"home"), Text(u"/usr"), Text(u"/proc"),
-                              Text(u"/proc/"), tree.Path(), tree.Path("missing"), tree.Path("link to root")})
-    EXPECT_FALSE(IsVolumeRoot(path)) << path.toStdString();
-}
-
-TEST(Paths, SameVolumeGoesByMountPoints) {
-  TTempTree tree;
-  tree.MakeFolder("folder");
-  tree.MakeLink("away", "/proc/self");
-  EXPECT_TRUE(SameVolume(tree.Path(), tree.Path("folder/")));
-  EXPECT_TRUE(SameVolume(tree.Path("folder"), tree.Path("not/there/yet"))) << "the nearest folder counts";
-  EXPECT_TRUE(SameVolume(Text(u"/proc/1"), Text(u"/proc/")));
-  EXPECT_FALSE(SameVolume(Text(u"/proc"), tree.Path()));
-  EXPECT_FALSE(SameVolume(tree.Path("away"), tree.Path())) << "a link to a folder is where it leads";
-  EXPECT_FALSE(SameVolume(QString(), QString()));
-  EXPECT_FALSE(SameVolume(QString(), Text(u"/")));
-}
-
-TEST(Paths, ABindMountIsAVolumeOfItsOwn) {
-  TTempTree tree;
-  tree.MakeFolder("a");
-  tree.MakeFolder("b");
-  const auto result = RunWithOwnMounts([&] {
-    if (!SameVolume(tree.Path("a"), tree.Path("b"))) return false;
-    if (!BindMount(NameToBytes(tree.Path("a")), NameToBytes(tree.Path("b")))) return false;
-    return !SameVolume(tree.Path("a"), tree.Path("b")) && SameVolume(tree.Path("b"), tree.Path("b/new")) &&
-           !IsVolumeRoot(tree.Path("b"));
-  });
-  if (!result) GTEST_SKIP() << "this user may not mount";
-  EXPECT_TRUE(*result);
-}
-
-TEST(Names, BytesToTextAsExpected) {
+TEST(Paths, WhatIsAbsolute) {
   const struct {
-    QByteArray Bytes;
-    QString Name;
+    const char16_t* Path;
+    bool OnLinux;
+    bool OnWindows;
   } rows[] = {
-      {"plain", Text(u"plain")},
-      {"caf\xc3\xa9", Text(u"caf\u00e9")},
-      {"\xe2\x82\xac", Text(u"\u20ac")},
-      {"\xf0\x9f\x93\x81", Text(u"\U0001F4C1")},
-      {"a\xff", QStringLiteral("a") + QChar(0xdcff)},
-      {"\xc3", QString(QChar(0xdcc3))},
-      {"\xc0\xaf", QString(QChar(0xdcc0)) + QChar(0xdcaf)},
-      {"\xed\xb2\x80", QString(QChar(0xdced)) + QChar(0xdcb2) + QChar(0xdc80)},
-      {"\xf4\x90\x80\x80", QString(QChar(0xdcf4)) + QChar(0xdc90) + QChar(0xdc80) + QChar(0xdc80)},
-      {"\xf0\x9f\x93\x81\x81", Text(u"\U0001F4C1") + QChar(0xdc81)},
+      {u"", false, false},       {u"a", false, false},        {u"/", true, false},  {u"/a", true, false},
+      {u"C:\\a", false, true},   {u"c:", false, true},        {u":", false, false}, {u"\\a", false, false},
+      {u"a/C:\\", false, false}, {u"\\\\s\\t", false, false},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(NameFromBytes(row.Bytes), row.Name) << row.Bytes.toHex().data();
-    EXPECT_EQ(NameToBytes(row.Name), row.Bytes);
-  }
-}
-
-// Short texts from a small alphabet of the bytes that decide reach every branch of the decoder.
-TEST(Names, AnyBytesComeBack) {
-  const QByteArray alphabet("a/\x7f\x80\x81\x9f\xa0\xbf\xc0\xc1\xc2\xdf\xe0\xed\xef\xf0\xf4\xf5\xff");
-  std::mt19937 random(1);
-  for (int i = 0; i < 200000; ++i) {
-    QByteArray bytes;
-    for (auto length = random() % 12; length > 0; --length)
-      bytes += i % 2 == 0 ? alphabet[static_cast<qsizetype>(random() % 19)] : static_cast<char>(random());
-    ASSERT_EQ(NameToBytes(NameFromBytes(bytes)), bytes) << bytes.toHex().data();
-  }
-}
-
-TEST(Names, TextThatNoFileNameGivesIsAnsweredAllTheSame) {
-  EXPECT_EQ(NameToBytes(QStringLiteral("a") + QChar(0xd800)), "a?");
-  EXPECT_EQ(NameToBytes(QString(QChar(0xdc7f)) + QLatin1Char('b')), "?b");
-  EXPECT_EQ(NameToBytes(QString(QChar(0xdd00))), "?");
-}
-
-TEST(Names, EscapesWhatIsNoText) {
-  EXPECT_EQ(EscapeUndecodable(NameFromBytes("caf\xc3\xa9 \xf0\x9f\x93\x81")), Text(u"caf\u00e9 \U0001F4C1"));
-  EXPECT_EQ(EscapeUndecodable(NameFromBytes("a\xe9\x80z")), Text(u"a\\xe9\\x80z"));
-  EXPECT_EQ(EscapeUndecodable(NameFromBytes("a\\xe9")), Text(u"a\\\\xe9")) << "told from the byte";
-  EXPECT_EQ(EscapeUndecodable(QString(QChar(0xd83d)) + QChar(0xdc05) + QChar(0xdc05)),
-            QString(QChar(0xd83d)) + QChar(0xdc05) + Text(u"\\udc05"));
-  EXPECT_EQ(EscapeUndecodable(QString(QChar(0xd800))), Text(u"\\ud800"));
+  for (const auto& row : rows)
+    EXPECT_EQ(IsAbsolutePath(Text(row.Path)), HasDrives() ? row.OnWindows : row.OnLinux)
+        << Text(row.Path).toStdString();
 }
 
 }  // namespace

@@ -1,9 +1,14 @@
 #include "platform/PrivateProfile.h"
 
+#include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
+#include "platform/AnsiText.h"
 #include "platform/Paths.h"
 
 #include <gtest/gtest.h>
+
+#include <QDir>
 
 namespace {
 
@@ -29,28 +34,53 @@ TEST(PrivateProfile, ValuesByTheRulesOfTheSystem) {
       "Half=\"open\r\n"
       "Lone=\"\r\n"
       "Empty=\r\n"
-      "caf\xc3\xa9=name\n"
-      "Raw=\xff\xfe\r"
       "[Other]\n"
       "Key=other\n"
       "[main]\n"
-      "Late=never seen\n"
-      "[no end\n"
-      "Key=unfinished";
+      "Late=never seen\n";
   const struct {
     const char* Section;
     const char* Key;
     const char* Value;
   } rows[] = {
-      {"Main", "Key", "a = b ; c"}, {"MAIN", "kEY", "a = b ; c"},    {"Main", "Quoted", "  blanks kept "},
-      {"Main", "Single", "it'"},    {"Main", "Half", "\"open"},      {"Main", "Lone", "\""},
-      {"Main", "Empty", ""},        {"Main", "CAF\xc3\x89", "name"}, {"Main", "Raw", "\xff\xfe"},
-      {"Other", "Key", "other"},    {"Main", "Late", "?"},           {"no end", "Key", "unfinished"},
-      {"Main", "missing", "?"},     {"Missing", "Key", "?"},         {"", "key", "?"},
-      {"Main", ";Key", "?"},        {"Main", "no equals sign", "?"},
+      {"Main", "Key", "a = b ; c"}, {"MAIN", "kEY", "a = b ; c"}, {"Main", "Quoted", "  blanks kept "},
+      {"Main", "Single", "it'"},    {"Main", "Half", "\"open"},   {"Main", "Lone", "\""},
+      {"Main", "Empty", ""},        {"Other", "Key", "other"},    {"Main", "Late", "?"},
+      {"Main", "missing", "?"},     {"Missing", "Key", "?"},      {"Main", "no equals sign", "?"},
   };
   for (const auto& row : rows)
     EXPECT_EQ(Read(content, row.Section, row.Key), row.Value) << row.Section << ' ' << row.Key;
+}
+
+// Windows: as Wine's service answers, and the one of Windows may differ again.
+TEST(PrivateProfile, OddLinesAndNames) {
+  const QByteArray content =
+      "key=before any section\n"
+      "[Main]\n"
+      ";Key=comment\n"
+      "Raw=\xe9\xff\n"
+      "caf\xc3\xa9=name\n"
+      "[no end\n"
+      "Key=unfinished";
+  const struct {
+    const char* Section;
+    const char* Key;
+    const char* OnLinux;
+    const char* OnWindows;
+  } rows[] = {
+      {"Main", "Raw", "\xe9\xff", "\xc3\xa9\xc3\xbf"},
+      {"Main", "CAF\xc3\x89", "name", "?"},
+      {"no end", "Key", "unfinished", "?"},
+      {"", "key", "?", "before any section"},
+      {"Main", ";Key", "?", "comment"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Read(content, row.Section, row.Key), HasDrives() ? row.OnWindows : row.OnLinux) << row.Key;
+}
+
+TEST(PrivateProfile, ALongValueIsWhole) {
+  const QByteArray value(5000, 'v');
+  EXPECT_EQ(Read("[Main]\nKey=" + value, "Main", "Key"), value);
 }
 
 QByteArray Utf16(const QString& text, bool bigEndian) {
@@ -65,11 +95,21 @@ QByteArray Utf16(const QString& text, bool bigEndian) {
 TEST(PrivateProfile, AByteOrderMarkDecidesTheEncoding) {
   const QString text = QStringLiteral(u"[Main]\r\nLanguage=Fran\u00e7ais\r\n");
   for (const QByteArray& content : {"\xef\xbb\xbf" + text.toUtf8(), "\xff\xfe" + Utf16(text, false),
-                                    "\xfe\xff" + Utf16(text, true), text.toUtf8()})
+                                    "\xfe\xff" + Utf16(text, true), TextToAnsi(text)})
     EXPECT_EQ(Read(content, "Main", "Language"),
               "Fran\xc3\xa7"
               "ais")
         << content.toHex().data();
+}
+
+TEST(PrivateProfile, AFileIsFoundByItsNameInTheCurrentFolder) {
+  TTempTree tree;
+  tree.WriteFile("settings.ini", "[Main]\nKey=near");
+  const QString before = QDir::currentPath();
+  ASSERT_TRUE(QDir::setCurrent(tree.Path()));
+  const QString value = ReadPrivateProfile(u"settings.ini"_qs, u"Main"_qs, u"Key"_qs, {});
+  ASSERT_TRUE(QDir::setCurrent(before));
+  EXPECT_EQ(value, u"near"_qs);
 }
 
 TEST(PrivateProfile, WhatCantBeReadGivesTheDefault) {

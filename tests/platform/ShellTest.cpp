@@ -1,3 +1,4 @@
+#include "fixtures/NativePath.h"
 #include "platform/FileTypes.h"
 #include "platform/Paths.h"
 #include "platform/Shell.h"
@@ -9,33 +10,38 @@
 namespace {
 
 TEST(Shell, TargetsAreAddressesOrFiles) {
-  const QByteArray here = QDir::currentPath().toUtf8();
+  const QByteArray here = "file://" + QByteArray(HasDrives() ? "/" : "") + QDir::currentPath().toUtf8();
+  const QByteArray root = HasDrives() ? "file:///C:" : "file://";
   const struct {
-    QByteArray Target;
+    QString Target;
     QByteArray Address;
   } rows[] = {
-      {"https://example.org/a?b=c", "https://example.org/a?b=c"},
-      {"mailto:a@example.org", "mailto:a@example.org"},
-      {"/a/plain.txt", "file:///a/plain.txt"},
-      {"/a/100% #1 ?.txt", "file:///a/100%25%20%231%20%3F.txt"},
-      {"/caf\xc3\xa9/\xff.txt", "file:///caf%C3%A9/%FF.txt"},
-      {"/a/x:y", "file:///a/x:y"},
-      {"name.txt", "file://" + here + "/name.txt"},
+      {u"https://example.org/a?b=c"_qs, "https://example.org/a?b=c"},
+      {u"mailto:a@example.org"_qs, "mailto:a@example.org"},
+      {NativePath(u"/a/plain.txt"_qs), root + "/a/plain.txt"},
+      {NativePath(u"/a/100% #1 ?.txt"_qs), root + "/a/100%25%20%231%20%3F.txt"},
+      {NativePath(u"/café/x:y"_qs), root + "/caf%C3%A9/x:y"},
+      {u"name.txt"_qs, here + "/name.txt"},
   };
   for (const auto& row : rows)
-    EXPECT_EQ(TargetUrl(NameFromBytes(row.Target)).toEncoded(), row.Address) << row.Target.data();
+    EXPECT_EQ(TargetUrl(row.Target).toEncoded(), row.Address) << row.Target.toStdString();
+  if (!HasDrives()) {
+    EXPECT_EQ(TargetUrl(NameFromBytes("/\xff.txt")).toEncoded(), "file:///%FF.txt");
+  }
 }
 
-TEST(Shell, NothingIsOpenedForAnEmptyTarget) {
+TEST(Shell, WhatIsNotThereIsNotOpened) {
   EXPECT_FALSE(OpenTarget(QString()));
+  EXPECT_FALSE(StartProgram(NativePath(u"/no/such program.exe"_qs), u"x"_qs));
 }
 
 TEST(FileTypes, TextsOfTheSystem) {
-  EXPECT_FALSE(FileTypeText(QStringLiteral(".pdf")).isEmpty());
-  EXPECT_EQ(FileTypeText(QStringLiteral(".PDF")), FileTypeText(QStringLiteral(".pdf")));
-  EXPECT_NE(FileTypeText(QStringLiteral(".png")), FileTypeText(QStringLiteral(".pdf")));
-  for (const char16_t* const extension : {u".no-such-type", u"", u"."})
-    EXPECT_EQ(FileTypeText(QString::fromUtf16(extension)), QString());
+  const QString known = HasDrives() ? u".ini"_qs : u".pdf"_qs;
+  EXPECT_FALSE(FileTypeText(known).isEmpty());
+  EXPECT_EQ(FileTypeText(known.toUpper()), FileTypeText(known));
+  EXPECT_NE(FileTypeText(HasDrives() ? u".chm"_qs : u".png"_qs), FileTypeText(known));
+  for (const QString& extension : {u".no-such-type"_qs, QString(), u"."_qs})
+    EXPECT_EQ(FileTypeText(extension), QString());
 }
 
 }  // namespace

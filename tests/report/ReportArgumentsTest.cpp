@@ -1,5 +1,8 @@
 #include "report/ReportArguments.h"
 
+#include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
+
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -46,10 +49,30 @@ TEST(ReportArguments, WrongOnesAreNamed) {
 
 TEST(ReportArguments, RelativePathsAreJoinedAndNothingIsResolved) {
   const std::tuple<QString, QString, QString> cases[] = {
-      {u"/a/./b/"_qs, u"/home"_qs, u"/a/./b/"_qs},  {u"x"_qs, u"/home"_qs, u"/home/x"_qs},
-      {u"."_qs, u"/home"_qs, u"/home"_qs},          {u"./x//y/"_qs, u"/home"_qs, u"/home/x/y"_qs},
-      {u"link/../x"_qs, u"/"_qs, u"/link/../x"_qs}, {u""_qs, u"/home"_qs, u"/home"_qs},
+      {u"/a/./b/"_qs, u"/home"_qs, u"/a/./b/"_qs},
+      {u"x"_qs, u"/home"_qs, u"/home/x"_qs},
+      {u"."_qs, u"/home"_qs, u"/home"_qs},
+      {u"./x//y/"_qs, u"/home"_qs, u"/home/x/y"_qs},
+      {u"link/../x"_qs, u"/"_qs, u"/link/../x"_qs},
+      {u""_qs, u"/home"_qs, u"/home"_qs},
+      {u"x/y"_qs, u""_qs, u"x/y"_qs},
   };
   for (const auto& [path, folder, result] : cases)
-    EXPECT_EQ(MakeAbsolutePath(path, folder), result);
+    EXPECT_EQ(MakeAbsolutePath(NativePath(path), NativePath(folder)), NativePath(result));
+}
+
+TEST(ReportArguments, DrivesSharesAndTwoDelimitersAreWindowsOwn) {
+  const struct {
+    QString Path, OnLinux, OnWindows;
+  } rows[] = {
+      {u"C:/a/b"_qs, u"/home/C:/a/b"_qs, u"C:\\a\\b"_qs},
+      {u"C:"_qs, u"/home/C:"_qs, u"C:"_qs},
+      {u"a/b\\c"_qs, u"/home/a/b\\c"_qs, u"C:\\home\\a\\b\\c"_qs},
+      {u"\\a\\.\\b"_qs, u"/home/\\a\\.\\b"_qs, u"C:\\a\\b"_qs},
+      {u"/a"_qs, u"/a"_qs, u"C:\\a"_qs},
+      {u"/"_qs, u"/"_qs, u"C:\\"_qs},
+      {u"//server/share/x"_qs, u"//server/share/x"_qs, u"\\\\server\\share\\x"_qs},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(MakeAbsolutePath(row.Path, NativePath(u"/home"_qs)), HasDrives() ? row.OnWindows : row.OnLinux);
 }

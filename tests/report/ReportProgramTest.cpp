@@ -1,68 +1,20 @@
 // The console program from outside: what it prints, where, and its exit status.
+#include "fixtures/NativePath.h"
 #include "fixtures/TempTree.h"
-#include "platform/FileTests.h"
-#include "platform/Paths.h"
+#include "report/ProgramRun.h"
+#include "scan/Truth.h"
 
 #include <gtest/gtest.h>
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 
 namespace {
-
-struct TRun {
-  int ExitCode = -1;
-  QByteArray Out;
-  QByteArray Err;
-};
-
-TRun Finish(QProcess& process) {
-  if (!process.waitForFinished(120'000) || process.exitStatus() != QProcess::NormalExit) {
-    ADD_FAILURE() << qPrintable(process.errorString());
-    return {};
-  }
-  return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 TRun RunProgram(const QStringList& arguments, const QString& folder = {}) {
   QProcess process;
   process.setWorkingDirectory(folder);
   process.start(QStringLiteral(REPORT_PROGRAM), arguments);
   return Finish(process);
-}
-
-// Runs a line of the shell, which alone can pass bytes that are no text; "$0" is the program.
-TRun RunLine(const QByteArray& line, const QString& folder) {
-  TTempTree scripts;
-  scripts.WriteFile("line", line);
-  QProcess process;
-  process.setWorkingDirectory(folder);
-  process.start(u"bash"_qs, {u"-c"_qs, u". \"$1\""_qs, QStringLiteral(REPORT_PROGRAM), scripts.Path("line")});
-  return Finish(process);
-}
-
-void MakeFiles(TTempTree& tree) {
-  for (int i = 0; i < 100; ++i)
-    tree.MakeHole("sub/" + QByteArray::number(i), 1);
-}
-
-// Scans the tree many times over, so that it takes a while, on a terminal of 80 columns whose output and
-// keys are the process's.
-void StartOnTerminal(QProcess& process, const TTempTree& tree, int times, const QString& options,
-                     const QString& output) {
-  const QString command = QStringLiteral(REPORT_PROGRAM " %1 %2 > %3")
-                              .arg(options, QStringList(times, u"."_qs).join(u' '), output);
-  process.setWorkingDirectory(tree.Path());
-  process.start(u"script"_qs, {u"-qec"_qs, command, u"/dev/null"_qs});
-}
-
-QJsonObject Parsed(const QByteArray& json) {
-  QJsonParseError error;
-  const QJsonObject object = QJsonDocument::fromJson(json, &error).object();
-  EXPECT_EQ(error.error, QJsonParseError::NoError) << json.constData();
-  return object;
 }
 
 }  // namespace
@@ -93,27 +45,31 @@ TEST(ReportProgram, PrintsTextUnlessToldOtherwise) {
   EXPECT_TRUE(run.Out.startsWith(NameToBytes(tree.Path("a")) + "\n  1 file, 1 folder, 5000 bytes ("));
 }
 
-TEST(ReportProgram, BothRoutesGiveTheTotalsOfFind) {
-  const QString root = u"/usr/share/doc"_qs;
-  QProcess find;
-  find.start(u"find"_qs, {root, u"-xdev"_qs, u"-mindepth"_qs, u"1"_qs, u"-printf"_qs, u"%y %s\n"_qs});
-  const TRun truth = Finish(find);
-  qint64 files = 0;
-  qint64 folders = 0;
-  qint64 bytes = 0;
-  for (const QByteArray& line : truth.Out.split('\n')) {
-    if (line.startsWith('d')) ++folders;
-    if (!line.startsWith('f') && !line.startsWith('l')) continue;
-    ++files;
-    bytes += line.mid(2).toLongLong();
-  }
-  ASSERT_GT(files, 0);
-  for (const auto& arguments : {QStringList{u"--json"_qs, root}, {u"--json"_qs, u"--folder"_qs, root}}) {
-    const QJsonValue path = Parsed(RunProgram(arguments).Out)[u"paths"][0];
-    EXPECT_EQ(
-        path,
-        QJsonObject(
-            {{u"path"_qs, root}, {u"files"_qs, files}, {u"folders"_qs, folders}, {u"bytes"_qs, bytes}}));
+TEST(ReportProgram, BothRoutesGiveTheTotalsOfTheSystem) {
+  const QString root = HasDrives() ? u"C:\\windows\\system32"_qs : u"/usr/share/doc"_qs;
+  const TTruth truth = AskSystem(root);
+  const QJsonObject expected({{u"path"_qs, root},
+                              {u"files"_qs, static_cast<qint64>(truth.Files.size())},
+                              {u"folders"_qs, truth.Folders},
+                              {u"bytes"_qs, static_cast<qint64>(truth.Bytes())}});
+  ASSERT_GT(truth.Files.size(), 0U);
+  for (const auto& arguments : {QStringList{u"--json"_qs, root}, {u"--json"_qs, u"--folder"_qs, root}})
+    EXPECT_EQ(Parsed(RunProgram(arguments).Out)[u"paths"][0], expected);
+}
+
+// The output is the same on every system: UTF-8, and no line ends but line feeds.
+TEST(ReportProgram, NamesGoInAndOutAsUtf8) {
+  TTempTree tree;
+  const QByteArray name = "caf\xc3\xa9 \xe6\x97\xa5 \xf0\x9f\x93\x81";
+  tree.MakeFile(name + "/n\xc3\xa9", 3);
+  for (const QString& path : {tree.Path(name), NameFromBytes(name)}) {
+    const TRun text = RunProgram({u"--folder"_qs, path}, tree.Path());
+    EXPECT_EQ(text.ExitCode, 0) << text.Err.constData();
+    EXPECT_TRUE(text.Out.endsWith(NameToBytes(tree.Path(name + "/n\xc3\xa9")) + '\n'))
+        << text.Out.constData();
+    EXPECT_FALSE(text.Out.contains('\r'));
+    EXPECT_EQ(Parsed(RunProgram({u"--json"_qs, path}, tree.Path()).Out)[u"largestFiles"][0][u"name"],
+              u"né"_qs);
   }
 }
 
@@ -143,51 +99,4 @@ TEST(ReportProgram, AnswersWithItsExitStatus) {
     EXPECT_TRUE(run.Err.contains(err) && run.Err.isEmpty() == err.isEmpty()) << run.Err.constData();
     EXPECT_LE(exitCode == 1 ? run.Err.count('\n') : 0, 1);
   }
-}
-
-TEST(ReportProgram, NamesThatAreNoTextGoInAndOut) {
-  TTempTree tree;
-  tree.MakeFile("bad\xff/n\xfe", 3);
-  const TRun text = RunLine("\"$0\" --folder $'bad\\xff'", tree.Path());
-  EXPECT_EQ(text.ExitCode, 0) << text.Err.constData();
-  EXPECT_TRUE(text.Out.endsWith("bad\xff/n\xfe\n")) << text.Out.constData();
-  const TRun json = RunLine("\"$0\" --json $'bad\\xff'", tree.Path());
-  EXPECT_EQ(Parsed(json.Out)[u"largestFiles"][0][u"name"], u"n\\xfe"_qs);
-}
-
-TEST(ReportProgram, OutputThatCantBeWrittenIsAnError) {
-  TTempTree tree;
-  const TRun run = RunLine("\"$0\" . > /dev/full", tree.Path());
-  EXPECT_EQ(run.ExitCode, 1);
-  EXPECT_TRUE(run.Err.contains("the output can't be written")) << run.Err.constData();
-}
-
-TEST(ReportProgram, CtrlCStopsTheScan) {
-  TTempTree tree;
-  TTempTree results;
-  MakeFiles(tree);
-  QProcess process;
-  StartOnTerminal(process, tree, 10'000, u"--json"_qs, results.Path("out"));
-  while (!process.peek(1 << 20).contains("% ") && process.waitForReadyRead(60'000))
-    continue;
-  process.write("\x03");
-  const TRun run = Finish(process);
-  EXPECT_EQ(run.ExitCode, 130);
-  EXPECT_TRUE(run.Out.endsWith("tallyscope-report: stopped\r\n")) << run.Out.constData();
-  const QJsonObject json = Parsed(ReadWholeFile(results.Path("out")).value_or(QByteArray()));
-  EXPECT_EQ(json[u"stopped"], true);
-  EXPECT_LT(json[u"paths"].toArray().size(), 10'000);
-}
-
-TEST(ReportProgram, ShowsItsProgressOnATerminalAndTakesItOff) {
-  TTempTree tree;
-  MakeFiles(tree);
-  QProcess process;
-  StartOnTerminal(process, tree, 3, u""_qs, u"/dev/null"_qs);
-  const TRun run = Finish(process);
-  EXPECT_EQ(run.ExitCode, 0);
-  EXPECT_TRUE(run.Out.contains("% " + NameToBytes(tree.Path()))) << run.Out.constData();
-  EXPECT_TRUE(run.Out.endsWith(" \r")) << run.Out.constData();
-  for (const QByteArray& line : run.Out.split('\r'))
-    EXPECT_LT(line.size(), 80);
 }

@@ -1,3 +1,4 @@
+#include "fixtures/NativePath.h"
 #include "fixtures/TempTree.h"
 #include "support/ExtIniFiles.h"
 
@@ -180,11 +181,9 @@ TEST_F(TLoadTest, TheMarkDecidesTheEncoding) {
 }
 
 TEST_F(TLoadTest, BrokenBytesAreReadWithoutHarm) {
-  EXPECT_EQ(Load("[S]\nk=a\xff"
-                 "b"),
-            u"a\xdcff"
-            u"b")
-      << "a byte that is no text is kept";
+  const char broken[] = "a\xff\x81";
+  const QString kept = QStringLiteral(u"a\xdcff\xdc81");  // where names are bytes
+  EXPECT_EQ(Load(QByteArray("[S]\nk=") + broken), HasDrives() ? QString::fromLocal8Bit(broken) : kept);
   EXPECT_EQ(Load("\xef\xbb\xbf[S]\nk=x\xc3"), u"x") << "half a letter at the end";
   EXPECT_EQ(Load(QByteArray("\xff\xfe[\0S\0]\0\n\0k\0=\0x\0y", 17)), u"x") << "half a unit at the end";
   EXPECT_EQ(Load(QByteArray("[S]\nk=a\0b", 9)), QString(u"a\0b"_qs));

@@ -1,6 +1,6 @@
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/TempTree.h"
-#include "platform/Paths.h"
+#include "fixtures/TestUser.h"
 #include "support/PLanguage.h"
 
 #include <gtest/gtest.h>
@@ -80,22 +80,19 @@ TEST_F(TLanguageTest, ALaterLoadReplacesTheMessages) {
 
 TEST_F(TLanguageTest, AFileThatCantBeReadThrows) {
   FTree.WriteFile("German.lng", kGerman);
-  FTree.SetMode("German.lng", 0);
-  FTree.SetMode("", 0755);
+  FTree.MakeUnreadable("German.lng");
   const TOrdinaryUser user;
   EXPECT_THROW(FLanguage.LoadLanguage(u"German"_qs), TIniFileError);
 }
 
 TEST(GetSuiteLanguageName, ReadsTheSettingsOfTheSuite) {
-  TTempTree home;
-  qputenv("XDG_CONFIG_HOME", NameToBytes(home.Path()));
+  TTestUser user;
   EXPECT_EQ(GetSuiteLanguageName(), u"English");
-  const QByteArray settings = "Korvel/Hearthline V7/Main.ini";
-  home.WriteFile(settings, "[Main]\nOther=1\n");
+  const QByteArray settings = TTestUser::AppData + "/Korvel/Hearthline V7/Main.ini";
+  user.Home.WriteFile(settings, "[Main]\nOther=1\n");
   EXPECT_EQ(GetSuiteLanguageName(), u"English");
-  home.WriteFile(settings, "[Other]\nLanguage=French\n[main]\nlanguage = German \n");
+  user.Home.WriteFile(settings, "[Other]\nLanguage=French\n[main]\nlanguage = German \n");
   EXPECT_EQ(GetSuiteLanguageName(), u"German");
-  home.WriteFile(settings, "[Main]\nLanguage=\n");
+  user.Home.WriteFile(settings, "[Main]\nLanguage=\n");
   EXPECT_EQ(GetSuiteLanguageName(), u"");
-  qunsetenv("XDG_CONFIG_HOME");
 }

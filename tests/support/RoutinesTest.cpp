@@ -1,12 +1,12 @@
+#include "fixtures/NativePath.h"
+#include "fixtures/TestUser.h"
 #include "platform/KnownFolders.h"
-#include "platform/Paths.h"
 #include "support/AppFrame_New.h"
 #include "support/Korvel_Routine_New.h"
 
 #include <gtest/gtest.h>
 
 #include <QLocale>
-#include <QTemporaryDir>
 
 #include <limits>
 
@@ -133,21 +133,18 @@ TEST(GetFileTypeName, TypesOfTheSystemAndWordsForTheRest) {
   EXPECT_EQ(GetFileTypeName(QString()), u"FILE");
   EXPECT_EQ(GetFileTypeName(u".no-such-type"_qs), u"NO-SUCH-TYPE FILE");
   EXPECT_EQ(GetFileTypeName(u".a.zzqzz"_qs), u"ZZQZZ FILE");
-  EXPECT_FALSE(GetFileTypeName(u".pdf"_qs).endsWith(u"FILE"_qs));
+  EXPECT_FALSE(GetFileTypeName(u".rtf"_qs).endsWith(u"FILE"_qs));
 }
 
 TEST(SpecialFolders, ByNumberAndInTheFrame) {
-  const QTemporaryDir home;
-  qputenv("XDG_CONFIG_HOME", NameToBytes(home.path()));
-  qputenv("XDG_CONFIG_DIRS", "/etc/common:/etc/other");
+  const TTestUser user;
+  const TVariables variables{{"XDG_CONFIG_DIRS", "/etc/common:/etc/other"}};
   const TAppFrame frame;
-  EXPECT_EQ(frame.FUserDataPath, home.path());
-  EXPECT_EQ(frame.FCommonDataPath, u"/etc/common");
+  EXPECT_EQ(frame.FUserDataPath, user.Home.Path(TTestUser::AppData));
+  EXPECT_EQ(frame.FCommonDataPath, HasDrives() ? qEnvironmentVariable("ProgramData") : u"/etc/common"_qs);
   EXPECT_EQ(frame.FAppPath, ProgramFolder());
   EXPECT_TRUE(frame.FAppPath.endsWith(PathDelim));
   EXPECT_EQ(GetSpecialFolderPath(26), frame.FUserDataPath);
   EXPECT_EQ(GetSpecialFolderPath(35), frame.FCommonDataPath);
   EXPECT_EQ(GetSpecialFolderPath(4711), QString());
-  qunsetenv("XDG_CONFIG_HOME");
-  qunsetenv("XDG_CONFIG_DIRS");
 }

@@ -38,7 +38,4 @@ struct TPlainFile {
 // From all files and folders (without the root) in any order.
 [[nodiscard]] TAnswer AnswerOf(const std::vector<TPlainFile>& files, const std::vector<std::string>& folders);
 
-// From the disk by `find`, which follows no link and enters no other file system.
-[[nodiscard]] TAnswer AnswerOfFind(const std::string& root);
-
 }  // namespace volindex

@@ -2,41 +2,52 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdlib>
+#include <exception>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
+
+#include "volindex/TestSystem.h"
 
 namespace volindex {
 
 class TTestTree {
  public:
-  TTestTree() {
-    std::string path = (std::filesystem::temp_directory_path() / "volindex-XXXXXX").string();
-    if (::mkdtemp(path.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    FRoot = path;
-  }
+  TTestTree() : FRoot(MakeTemporaryFolder()) {}
   ~TTestTree() {
-    std::error_code ignored;
-    std::filesystem::remove_all(FRoot, ignored);
+    try {
+      RemoveTree(FRoot.string());
+    } catch (const std::exception&) {  // the folder stays
+    }
   }
   TTestTree(const TTestTree&) = delete;
   TTestTree& operator=(const TTestTree&) = delete;
 
   [[nodiscard]] const std::filesystem::path& Root() const { return FRoot; }
-  [[nodiscard]] std::string Path(const std::string& name) const { return (FRoot / name).string(); }
+  [[nodiscard]] std::string Path(const std::string& name) const { return FRoot.string() + '/' + name; }
 
-  // A file of that length without content, and the folders above it.
-  void AddFile(const std::string& path, uint64_t size) {
-    const std::filesystem::path file = FRoot / path;
-    std::filesystem::create_directories(file.parent_path());
-    if (!std::ofstream(file)) throw std::runtime_error(path);
-    std::filesystem::resize_file(file, size);
+  // Paths are relative to the root, UTF-8 where the system's names are no bytes. The folders above are made
+  // too.
+  void AddFolder(const std::string& path) {
+    for (size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1))
+      MakeFolder(Path(path.substr(0, end)));
+    MakeFolder(Path(path));
   }
-  void AddFolder(const std::string& path) { std::filesystem::create_directories(FRoot / path); }
+  // A file of that length without content.
+  void AddFile(const std::string& path, uint64_t size) {
+    AddFolderOf(path);
+    MakeFile(Path(path), size);
+  }
+  // One more name of a file.
+  void AddLink(const std::string& file, const std::string& path) {
+    AddFolderOf(path);
+    MakeHardLink(Path(file), Path(path));
+  }
 
  private:
+  void AddFolderOf(const std::string& path) {
+    if (const size_t end = path.rfind('/'); end != std::string::npos) AddFolder(path.substr(0, end));
+  }
+
   std::filesystem::path FRoot;
 };
 

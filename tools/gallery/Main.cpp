@@ -54,7 +54,8 @@ void TakePictures(TGalleryWindow& window, const QString& folder, const QString& 
 
 int main(int argc, char* argv[]) {
   QApplication application(argc, argv);
-  QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
+  if (QGuiApplication::platformName() == u"offscreen"_qs)
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
   TGalleryWindow window;
   const QStringList arguments = QApplication::arguments();
   if (arguments.size() == 4) {

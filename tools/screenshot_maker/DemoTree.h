@@ -1,6 +1,7 @@
 // A made-up home folder to take pictures of: sparse files with the names and sizes of real life.
 #pragma once
 
+#include <QDir>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -10,7 +11,7 @@ class TDemoTree {
   TDemoTree();
 
   // The folder to analyse.
-  [[nodiscard]] QString Root() const { return FFolder.path() + u"/anna"_qs; }
+  [[nodiscard]] QString Root() const { return QDir::toNativeSeparators(FFolder.path() + u"/anna"_qs); }
 
  private:
   void AddFile(const QString& path, qint64 bytes);

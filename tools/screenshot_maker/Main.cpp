@@ -1,9 +1,13 @@
 // Renders the program's pages to PNG files: screenshot_maker FOLDER light|dark SCALE. The scale names the
-// files; it is set by QT_SCALE_FACTOR.
+// files; it is set by QT_SCALE_FACTOR. Without a screen the pages are drawn in Qt's own style; on a screen
+// they are in the style of the system, and a picture of the whole screen with all windows is taken too.
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QPalette>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QTimer>
@@ -14,6 +18,7 @@
 #include "app/UnitScanWizard.h"
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
+#include "platform/KnownFolders.h"
 #include "views/Commands.h"
 #include "views/StartParameters.h"
 #include "views/UnitMain.h"
@@ -36,6 +41,17 @@ void UseDarkPalette() {
   QApplication::setPalette(palette);
 }
 
+bool OnScreen() {
+  return QGuiApplication::platformName() != u"offscreen"_qs;
+}
+
+// Large enough to be still running when its picture is taken. Under Wine it is there too, on the drive of the
+// build folder.
+QString LargeFolder() {
+  const QFileInfo programs(u"/usr"_qs);
+  return programs.exists() ? QDir::toNativeSeparators(programs.absoluteFilePath()) : GetWindowsFolder();
+}
+
 // Takes the pictures one after the other: each step runs inside the event loop of the modal wizard.
 class TPhotographer {
  public:
@@ -53,8 +69,13 @@ class TPhotographer {
   }
 
   void Save(QWidget& window, const QString& name) {
+    Write(window.grab(), name);
+    if (OnScreen()) Write(window.screen()->grabWindow(0), name + u"-screen"_qs);
+  }
+
+  void Write(const QPixmap& picture, const QString& name) {
     const QString file = FFolder + u'/' + name + FSuffix + u".png"_qs;
-    if (!window.grab().save(file)) qFatal("can't write %s", qPrintable(file));
+    if (!picture.save(file)) qFatal("can't write %s", qPrintable(file));
   }
 
   QPushButton& Analyze() { return *FWizard.findChild<QPushButton*>(u"btnAnalyze"_qs); }
@@ -62,7 +83,7 @@ class TPhotographer {
   void TakeDrivePage() {
     Save(FWizard, u"wizard-choose"_qs);
     Save(FForm, u"overview-before"_qs);
-    FWizard.PreselectFolder(u"/usr"_qs);  // large enough to be still running when its picture is taken
+    FWizard.PreselectFolder(LargeFolder());
     Analyze().click();
     After(kEarlyInScanMs, [this] { TakeScanPage(); });
   }
@@ -109,7 +130,7 @@ class TPhotographer {
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   if (argc != 4) qFatal("usage: screenshot_maker FOLDER light|dark SCALE");
-  QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
+  if (!OnScreen()) QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
   QIcon::setThemeName(u"tallyscope"_qs);
   const QString palette = QString::fromLocal8Bit(argv[2]);
   if (palette == u"dark") UseDarkPalette();

@@ -49,6 +49,7 @@ TRowHost::TRowHost(QWidget* parent) : QAbstractScrollArea(parent), FHeader(new T
   FStates.SetSingleSelect(true);
   FStates.OnChange = [this](int row, unsigned before, unsigned after) {
     UpdateRow(row);
+    if (((before ^ after) & kRowFocused) != 0) UpdateRow(0);  // the focus shows there while no row has it
     RowStateChanged(row, before, after);
   };
   setFocusPolicy(Qt::StrongFocus);

@@ -1,26 +1,16 @@
 #include "controls/scroll/AccessibleScrollBar.h"
 
-#include <QAccessibleWidget>
-
 #include <algorithm>
 
+#include "controls/AccessibleValue.h"
 #include "controls/scroll/RdScrollBar.h"
 
 namespace {
 
-class TAccessibleScrollBar : public QAccessibleWidget, public QAccessibleValueInterface {
+class TAccessibleScrollBar : public TAccessibleValue<TRdScrollBar> {
  public:
-  explicit TAccessibleScrollBar(TRdScrollBar& bar)
-      : QAccessibleWidget(&bar, QAccessible::ScrollBar), FBar(bar) {}
+  explicit TAccessibleScrollBar(TRdScrollBar& bar) : TAccessibleValue(bar, QAccessible::ScrollBar) {}
 
-  void* interface_cast(QAccessible::InterfaceType type) override {
-    if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
-    return QAccessibleWidget::interface_cast(type);
-  }
-
-  QVariant currentValue() const override { return FBar.Position(); }
-  QVariant maximumValue() const override { return FBar.Max(); }
-  QVariant minimumValue() const override { return FBar.Min(); }
   QVariant minimumStepSize() const override { return FBar.SmallChange(); }
 
   void setCurrentValue(const QVariant& value) override {
@@ -39,19 +29,10 @@ class TAccessibleScrollBar : public QAccessibleWidget, public QAccessibleValueIn
     if (!increase && name != decreaseAction()) return QAccessibleWidget::doAction(name);
     if (FBar.isEnabled()) FBar.ScrollBy(increase ? 1 : -1, FBar.SmallChange());
   }
-
- private:
-  TRdScrollBar& FBar;
 };
-
-QAccessibleInterface* NewInterface(const QString&, QObject* object) {
-  auto* bar = dynamic_cast<TRdScrollBar*>(object);
-  return bar == nullptr ? nullptr : new TAccessibleScrollBar(*bar);
-}
 
 }  // namespace
 
 void TellAccessibilityOfScrollBars() {
-  // Installing the same factory again does nothing.
-  QAccessible::installFactory(NewInterface);
+  TellAccessibilityOf<TRdScrollBar, TAccessibleScrollBar>();
 }

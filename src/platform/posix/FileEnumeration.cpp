@@ -1,11 +1,12 @@
 #include "platform/FileEnumeration.h"
 
+#include "platform/Names.h"
 #include "platform/Paths.h"
 #include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/MountTable.h"
-#include "platform/posix/Names.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -13,7 +14,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <dirent.h>
 #include <vector>
 
 namespace {

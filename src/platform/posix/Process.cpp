@@ -92,6 +92,10 @@ void DebugOutput(const char* text) {
   if (qEnvironmentVariableIsSet("TALLYSCOPE_DEBUG")) std::fputs(text, stderr);
 }
 
+void MakeOutputPlain() {}
+
+void MakeProcessDpiAware() {}
+
 QStringList ProgramParameters(int argc, char** argv) {
   QStringList parameters;
   for (int i = 1; i < argc; ++i)

@@ -17,3 +17,7 @@ QUrl TargetUrl(const QString& target) {
 bool OpenTarget(const QString& target) {
   return !target.isEmpty() && QDesktopServices::openUrl(TargetUrl(target));
 }
+
+bool StartProgram(const QString&, const QString&) {
+  return false;
+}

@@ -1,8 +1,9 @@
 /* The volume index library: reads a whole volume and serves its largest files and folders.
  *
  * Conventions
- *  1. Texts are NUL-terminated UTF-16. A byte 0xNN of a file name that is no valid UTF-8 stands as the lone
- *     surrogate U+DC00+NN. Integers are of the widths given; sizes are bytes, in two halves of 32 bits.
+ *  1. Texts are NUL-terminated UTF-16, paths with the system's delimiter. Where file names are bytes, a byte
+ * 0xNN that is no valid UTF-8 stands as the lone surrogate U+DC00+NN. Integers are of the widths given; sizes
+ * are bytes, in two halves of 32 bits.
  *  2. The library holds one scan at a time. Tallyscope_Stop may be called by any thread at any time. All
  * other calls come one after the other.
  *  3. Order: Tallyscope_SetNotifyHwnd, Tallyscope_CheckFileSystem, Tallyscope_ScanLocalDrive, which begins by
@@ -18,8 +19,10 @@
 #include <uchar.h>
 #endif
 
-#if defined(_WIN32)
+#if defined(_WIN32) && defined(Volindex_EXPORTS)
 #define VOLINDEX_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define VOLINDEX_API __declspec(dllimport)
 #else
 #define VOLINDEX_API __attribute__((visibility("default")))
 #endif

@@ -101,6 +101,12 @@ void TFolderTable::AddContent(TFolderId id, uint64_t size, uint32_t files) {
   folder.Files.fetch_add(files, std::memory_order_relaxed);
 }
 
+void TFolderTable::RemoveContent(TFolderId id, uint64_t size, uint32_t files) {
+  TRecord& folder = At(id);
+  folder.Size.fetch_sub(size, std::memory_order_relaxed);
+  folder.Files.fetch_sub(files, std::memory_order_relaxed);
+}
+
 void TFolderTable::ClearContent(TFolderId id) {
   At(id).Size.store(0, std::memory_order_relaxed);
   At(id).Files.store(0, std::memory_order_relaxed);

@@ -48,6 +48,8 @@ class TFolderTable {
   [[nodiscard]] bool Set(TFolderId id, TFolderId parent, const char* storedName);
   // Any thread. Both sums are of what lies directly in the folder until totals are made.
   void AddContent(TFolderId id, uint64_t size, uint32_t files);
+  // Of what has been or will be added.
+  void RemoveContent(TFolderId id, uint64_t size, uint32_t files);
 
   // Places a set folder below its parent, which must be placed; the path functions need it.
   void Place(TFolderId id);

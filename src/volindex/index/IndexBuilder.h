@@ -49,6 +49,9 @@ class TIndexShard {
   // A file with one name. The parent, here and below, is the root or was reserved.
   void AddFile(TFolderId parent, std::string_view name, uint64_t size);
 
+  // Takes a file back that was added, by whichever shard, when MayList had refused its size.
+  void WithdrawFile(TFolderId parent, uint64_t size) { FFolders.RemoveContent(parent, size, 1); }
+
   // Whether AddFile looks at the name of a file of that size.
   [[nodiscard]] bool MayList(uint64_t size) const { return FTop.MayTake(size); }
 

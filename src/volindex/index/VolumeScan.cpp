@@ -1,6 +1,6 @@
 #include "volindex/index/VolumeScan.h"
 
-#include "volindex/posix/ScanRoot.h"
+#include "volindex/system/ScanRoot.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "volindex/posix/FolderAccess.h"
+#include "volindex/system/FolderAccess.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -14,11 +14,13 @@
 #include <cstring>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace volindex {
 
 namespace {
 
+constexpr int kNone = -1;
 constexpr size_t kListingBuffer = 256 * 1024;
 constexpr unsigned kMostOpenFolders = 256;
 constexpr unsigned kOpenAttempts = 20;
@@ -62,21 +64,8 @@ bool OutOfDescriptors() {
   return errno == EMFILE || errno == ENFILE;
 }
 
-}  // namespace
-
-TFolderHandle::TFolderHandle(TFolderHandle&& other) noexcept
-    : FDescriptor(std::exchange(other.FDescriptor, -1)) {}
-
-TFolderHandle& TFolderHandle::operator=(TFolderHandle&& other) noexcept {
-  std::swap(FDescriptor, other.FDescriptor);
-  return *this;
-}
-
-void TFolderHandle::Close() {
-  if (FDescriptor >= 0) ::close(std::exchange(FDescriptor, -1));
-}
-
-TAccess TFolderHandle::OpenAt(int parent, const char* path) {
+// Answers with the descriptor, or kNone with errno.
+int OpenFolder(int parent, const char* path) {
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
   int opened = ::openat(parent, path, kFlags | O_NOATIME);
   if (opened < 0 && errno == EPERM)
@@ -85,66 +74,117 @@ TAccess TFolderHandle::OpenAt(int parent, const char* path) {
     std::this_thread::sleep_for(kOpenPause);
     opened = ::openat(parent, path, kFlags);
   }
+  return opened;
+}
+
+int Descriptor(intptr_t handle) {
+  return static_cast<int>(handle);
+}
+
+TAccess Take(int opened, intptr_t& handle) {
   if (opened < 0) return LastError();
-  Close();
-  FDescriptor = opened;
+  if (handle != kNone) ::close(Descriptor(handle));
+  handle = opened;
   return TAccess::Ok;
+}
+
+}  // namespace
+
+const size_t kPathPiece = 3000;
+
+TFolderHandle::TFolderHandle(TFolderHandle&& other) noexcept : FHandle(std::exchange(other.FHandle, kNone)) {}
+
+TFolderHandle& TFolderHandle::operator=(TFolderHandle&& other) noexcept {
+  std::swap(FHandle, other.FHandle);
+  return *this;
+}
+
+void TFolderHandle::Close() {
+  if (FHandle != kNone) ::close(Descriptor(std::exchange(FHandle, kNone)));
 }
 
 TAccess TFolderHandle::OpenRoot(const std::string& path) {
-  return OpenAt(AT_FDCWD, path.c_str());
+  return Take(OpenFolder(AT_FDCWD, path.c_str()), FHandle);
 }
 
 TAccess TFolderHandle::OpenBelow(const TFolderHandle& parent, const std::string& path) {
-  return OpenAt(parent.FDescriptor, path.c_str());
+  return Take(OpenFolder(Descriptor(parent.FHandle), path.c_str()), FHandle);
+}
+
+TAccess TFolderHandle::OpenAgain(const TFolderHandle& other) {
+  return OpenBelow(other, ".");
 }
 
 TAccess TFolderHandle::Facts(TEntryFacts& facts) const {
-  return Ask(FDescriptor, "", AT_EMPTY_PATH, facts);
+  return Ask(Descriptor(FHandle), "", AT_EMPTY_PATH, facts);
 }
 
-TAccess TFolderHandle::EntryFacts(const char* name, bool listedAsFolder, TEntryFacts& facts) const {
-  return Ask(FDescriptor, name, listedAsFolder ? AT_STATX_DONT_SYNC : 0, facts);
-}
+// A bufferful of entries comes in the order of their inode numbers: that is about where their facts lie on
+// the disk, whereas the system often lists by hash.
+struct TFolderListing::TBatch {
+  struct TPlaceInBuffer {
+    uint64_t Number;  // inode
+    size_t Offset;
+  };
 
-TFolderListing::TFolderListing() : FBuffer(std::make_unique_for_overwrite<char[]>(kListingBuffer)) {}
+  [[nodiscard]] TAccess Fill(uint64_t& bytesRead);
+  void SortEntries(size_t filled);
 
-void TFolderListing::Start(const TFolderHandle& folder) {
-  FDescriptor = folder.FDescriptor;
-  FEntries.clear();
-  FNext = 0;
-}
+  std::unique_ptr<char[]> Buffer = std::make_unique_for_overwrite<char[]>(kListingBuffer);
+  int Folder = kNone;
+  std::vector<TPlaceInBuffer> Entries;
+  size_t Next = 0;
+  bool IsFolder = false;  // of the entry handed out last, as far as it is known
+};
 
-TAccess TFolderListing::Fill() {
-  const long got = ::syscall(SYS_getdents64, FDescriptor, FBuffer.get(), kListingBuffer);
+TAccess TFolderListing::TBatch::Fill(uint64_t& bytesRead) {
+  const long got = ::syscall(SYS_getdents64, Folder, Buffer.get(), kListingBuffer);
   if (got < 0) return errno == ENOENT ? TAccess::Gone : TAccess::Unreadable;
   SortEntries(static_cast<size_t>(got));
-  FBytesRead += static_cast<uint64_t>(got);
+  bytesRead += static_cast<uint64_t>(got);
   return got == 0 ? TAccess::Gone : TAccess::Ok;
 }
 
-void TFolderListing::SortEntries(size_t filled) {
-  FEntries.clear();
-  FNext = 0;
+void TFolderListing::TBatch::SortEntries(size_t filled) {
+  Entries.clear();
+  Next = 0;
   TListedEntry entry;
   for (size_t at = 0; at < filled; at += entry.Length) {
-    std::memcpy(&entry, FBuffer.get() + at, kNameOffset);
-    if (!IsSelfOrParent(FBuffer.get() + at + kNameOffset)) FEntries.push_back({entry.Number, at});
+    std::memcpy(&entry, Buffer.get() + at, kNameOffset);
+    if (!IsSelfOrParent(Buffer.get() + at + kNameOffset)) Entries.push_back({entry.Number, at});
   }
   const auto byNumber = [](const TPlaceInBuffer& a, const TPlaceInBuffer& b) { return a.Number < b.Number; };
-  if (!std::is_sorted(FEntries.begin(), FEntries.end(), byNumber))
-    std::sort(FEntries.begin(), FEntries.end(), byNumber);
+  if (!std::is_sorted(Entries.begin(), Entries.end(), byNumber))
+    std::sort(Entries.begin(), Entries.end(), byNumber);
+}
+
+TFolderListing::TFolderListing() : FBatch(std::make_unique<TBatch>()) {}
+
+TFolderListing::~TFolderListing() = default;
+
+void TFolderListing::Start(const TFolderHandle& folder) {
+  FBatch->Folder = Descriptor(folder.FHandle);
+  FBatch->Entries.clear();
+  FBatch->Next = 0;
 }
 
 TAccess TFolderListing::Next() {
-  while (FNext == FEntries.size()) {
-    if (const TAccess access = Fill(); access != TAccess::Ok) return access;
+  TBatch& batch = *FBatch;
+  while (batch.Next == batch.Entries.size()) {
+    if (const TAccess access = batch.Fill(FBytesRead); access != TAccess::Ok) return access;
   }
-  const char* entry = FBuffer.get() + FEntries[FNext++].Offset;
+  const char* entry = batch.Buffer.get() + batch.Entries[batch.Next++].Offset;
   FName = entry + kNameOffset;
-  FListedAsFolder = static_cast<uint8_t>(entry[kTypeOffset]) == DT_DIR;
+  batch.IsFolder = static_cast<uint8_t>(entry[kTypeOffset]) == DT_DIR;
   return TAccess::Ok;
 }
+
+// Of a folder what is on disk need not be asked for, the place is enough.
+TAccess TFolderListing::Facts(TEntryFacts& facts) const {
+  return Ask(FBatch->Folder, FName.data(), FBatch->IsFolder ? AT_STATX_DONT_SYNC : 0, facts);
+}
+
+void TFolderListing::CountLinks(TEntryFacts&) const {}
 
 uint64_t TimesWaited() {
   struct rusage usage {};

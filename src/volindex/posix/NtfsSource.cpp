@@ -1,4 +1,4 @@
-#include "volindex/posix/NtfsSource.h"
+#include "volindex/system/NtfsSource.h"
 
 #include <algorithm>
 #include <string_view>
@@ -17,6 +17,10 @@ std::unique_ptr<TByteSource> OpenNtfsSource(const TScanRoot& root) {
       std::find(std::begin(kDrivers), std::end(kDrivers), root.FileSystem) != std::end(kDrivers);
   if (!root.IsVolumeRoot || root.Device.empty() || !known) return nullptr;
   return OpenByteSource(root.Device);
+}
+
+TDriver DriverOf(const TScanRoot& root) {
+  return root.FileSystem == "fuseblk" ? TDriver::Ntfs3g : TDriver::Kernel;
 }
 
 }  // namespace volindex::ntfs

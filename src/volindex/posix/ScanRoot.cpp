@@ -1,4 +1,4 @@
-#include "volindex/posix/ScanRoot.h"
+#include "volindex/system/ScanRoot.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -147,6 +147,7 @@ TEST(BarManagerDeathTest, AnUnknownNameEndsTheProgram) {
   QWidget form;
   TdxBarManager bars(form);
   bars.Build(kItems, {});
+  qputenv("QT_FORCE_STDERR_LOGGING", "1");  // the message shall not go to the debugger
   EXPECT_DEATH((void)bars.Button(u"nobody"_qs), "nobody");
   EXPECT_DEATH((void)bars.Popup(u"btnOpen"_qs), "btnOpen");
 }

@@ -165,94 +165,6 @@ TEST(ListItems, ASortAlwaysEndsWithEveryRowInPlace) {
   EXPECT_EQ(list.States.CountOf(kRowChecked), 1);
 }
 
-namespace {
-
-// The slow twin of a list: each row carries its own bits.
-struct TTwinRow {
-  const TListItem* Item;
-  QString Caption;
-  unsigned State;
-};
-
-class TTwin {
- public:
-  explicit TTwin(unsigned seed) : FRandom(seed) {}
-
-  void Step() {
-    switch (FRandom() % 6) {
-      case 0:
-      case 1:
-        return Insert();
-      case 2:
-        return Delete();
-      case 3:
-        return Switch(kRowSelected);
-      case 4:
-        return Switch(kRowChecked);
-      default:
-        return Sort();
-    }
-  }
-
-  void Expect() const {
-    ASSERT_EQ(FList.Items.Count(), static_cast<int>(FRows.size()));
-    for (int row = 0; row < FList.Items.Count(); ++row) {
-      const TTwinRow& twin = FRows[static_cast<size_t>(row)];
-      ASSERT_EQ(FList.Items[row], twin.Item) << row;
-      ASSERT_EQ(twin.Item->Index(), row);
-      ASSERT_EQ(FList.States.State(row), twin.State) << row;
-    }
-  }
-
- private:
-  int Row() { return static_cast<int>(FRandom() % (FRows.size() + 1)); }
-
-  void Insert() {
-    const int row = Row();
-    TListItem* const item = FList.Items.Insert(row);
-    item->SetCaption(QString::number(FNext++ * 7919 % 10007));
-    FRows.insert(FRows.begin() + row, {item, item->Caption(), 0});
-  }
-
-  void Delete() {
-    const int row = Row();
-    if (row == FList.Items.Count()) return;
-    FList.Items.Delete(row);
-    FRows.erase(FRows.begin() + row);
-  }
-
-  void Switch(unsigned bit) {
-    const int row = Row();
-    if (row == FList.Items.Count()) return;
-    FList.Items[row]->SetState(bit, !FList.Items[row]->HasState(bit));
-    FRows[static_cast<size_t>(row)].State ^= bit;
-  }
-
-  void Sort() {
-    FList.Items.Sort(ByCaption);
-    std::stable_sort(FRows.begin(), FRows.end(), [](const TTwinRow& a, const TTwinRow& b) {
-      return QString::compare(a.Caption, b.Caption) < 0;
-    });
-  }
-
-  std::mt19937 FRandom;
-  TPlainList FList;
-  std::vector<TTwinRow> FRows;
-  int FNext = 1;
-};
-
-}  // namespace
-
-TEST(ListItems, AgreeWithASlowTwinUnderRandomChanges) {
-  for (unsigned seed = 0; seed < 20; ++seed) {
-    TTwin twin(seed);
-    for (int step = 0; step < 400; ++step) {
-      twin.Step();
-      ASSERT_NO_FATAL_FAILURE(twin.Expect()) << "seed " << seed << " step " << step;
-    }
-  }
-}
-
 TEST(SubItems, TextsAndImagesStayParallel) {
   TPlainList list;
   TSubItems& texts = list.Add(u"a"_qs)->SubItems();
@@ -260,11 +172,14 @@ TEST(SubItems, TextsAndImagesStayParallel) {
   texts.SetImageIndex(2, 9);
   texts.Delete(0);
   texts.Insert(0, u"0"_qs);
+  texts.Insert(3, texts[2]);
   texts.Put(1, u"two"_qs);
   EXPECT_EQ(texts.Text(1), u"two");
   EXPECT_EQ(texts.ImageIndex(2), 9);
   EXPECT_EQ(texts.ImageIndex(0), -1);
-  EXPECT_EQ(texts.Text(3), QString()) << "a painter asks beyond the end";
+  EXPECT_EQ(texts.Text(3), u"3") << "inserted from the list itself";
+  EXPECT_EQ(texts.ImageIndex(3), -1);
+  EXPECT_EQ(texts.Text(4), QString()) << "a painter asks beyond the end";
 }
 
 TEST(ListColumns, WidthKeepsToItsBounds) {

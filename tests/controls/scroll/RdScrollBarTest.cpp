@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QTest>
 
@@ -48,6 +49,12 @@ class RdScrollBarTest : public ::testing::Test {
     const QImage image = Form.grab().toImage();
     const auto pixel = [&image](int at) { return static_cast<int>((at + 0.5) * image.devicePixelRatio()); };
     return image.pixelColor(pixel(point.x()), pixel(point.y()));
+  }
+
+  // Without moving the mouse of the system.
+  void MoveTo(QPointF point) {
+    QMouseEvent move(QEvent::MouseMove, point, Bar.mapToGlobal(point), Qt::NoButton, {}, {});
+    QApplication::sendEvent(&Bar, &move);
   }
 
   void Picture(TScrollPicture which, QSize size, const QColor& color) {
@@ -177,7 +184,7 @@ TEST_F(RdScrollBarTest, PagesAreShadedByTheirState) {
   const QPoint down = CentreOf(TScrollBarPos::PageDown);
   EXPECT_EQ(PixelAt(up), Shaded(kFace, -20));
   EXPECT_EQ(PixelAt(down), Shaded(kFace, 10));
-  QTest::mouseMove(&Bar, up);
+  MoveTo(up);
   EXPECT_EQ(PixelAt(up), Shaded(kFace, 50));
   QTest::mousePress(&Bar, Qt::LeftButton, {}, up);
   EXPECT_EQ(PixelAt(up), Shaded(kFace, -80));
@@ -217,7 +224,7 @@ TEST_F(RdScrollBarTest, PicturesFillTheirPartsAndSetTheThickness) {
   EXPECT_EQ(shade(thumb.bottomRight() - QPoint(1, 8)), 2) << "beside the thin end";
   EXPECT_EQ(shade({10, 5}), 8);
 
-  QTest::mouseMove(&Bar, thumb.center());
+  MoveTo(thumb.center());
   EXPECT_EQ(shade(thumb.center()), 7);
   EXPECT_EQ(shade(thumb.topLeft()), 4) << "without a hot picture the normal one";
   Picture(TrackTop, {10, 8}, QColor(11, 11, 11));

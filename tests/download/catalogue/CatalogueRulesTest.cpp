@@ -1,6 +1,7 @@
 // What holds for every entry of both catalogues, whatever the application.
 #include "Samples.h"
 #include "fixtures/QtPrinters.h"
+#include "platform/ComThread.h"
 #include "platform/XmlDocument.h"
 
 #include <gtest/gtest.h>
@@ -30,6 +31,7 @@ const std::map<QString, QStringList> kNeeded = {
 class Catalogue : public testing::TestWithParam<const char*> {
  protected:
   [[nodiscard]] bool IsWindows() const { return FSystem == u"windows"; }
+  const TComThread FComponents;
   const QString FSystem = QString::fromLatin1(GetParam());
 };
 INSTANTIATE_TEST_SUITE_P(Of, Catalogue, testing::Values("linux", "windows"),

@@ -3,6 +3,7 @@
 #include "Samples.h"
 #include "download/ConfigReaders.h"
 #include "fixtures/QtPrinters.h"
+#include "platform/ComThread.h"
 
 #include <gtest/gtest.h>
 
@@ -50,6 +51,7 @@ QString ReadSample(const TXMLApplicationType& application) {
 }
 
 TEST(WindowsCatalogue, EachSettingsFileGivesTheFolderThatItNames) {
+  const TComThread components;
   std::map<QString, QString> read;
   for (const TXMLApplicationType& application : Applications(u"windows"_qs)) {
     if (application.ConfigInfoFrom() != u"reg") read[application.Name()] = ReadSample(application);

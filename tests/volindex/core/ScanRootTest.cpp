@@ -1,14 +1,16 @@
-#include "volindex/posix/ScanRoot.h"
+#include "volindex/system/ScanRoot.h"
 
 #include "volindex/TestTree.h"
+#include "volindex/index/RunThreads.h"
 #include "volindex/index/VolumeScan.h"
 #include "volindex/readers/ByteSource.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdlib>
 #include <fstream>
+#include <span>
+#include <vector>
 
 namespace volindex {
 namespace {
@@ -16,58 +18,71 @@ namespace {
 TEST(ScanRoot, DeclinesWhatIsNoFolderOfADisk) {
   TTestTree tree;
   tree.AddFile("file", 1);
-  for (const std::string& path : {(tree.Root() / "file").string(), (tree.Root() / "none").string(),
-                                  std::string("/proc"), std::string("/sys/kernel"), std::string()})
+  std::vector<std::string> paths = kNoFoldersOfADisk;
+  paths.insert(paths.end(), {tree.Path("file"), tree.Path("none"), tree.Path("file/below"), ""});
+  for (const std::string& path : paths)
     EXPECT_FALSE(DescribeScanRoot(path).has_value()) << path;
 }
 
 TEST(ScanRoot, OrdinaryFolderIsNoVolume) {
   TTestTree tree;
-  std::filesystem::create_directory_symlink(tree.Root(), tree.Root() / "link");
-  const auto root = DescribeScanRoot((tree.Root() / "link").string() + "/");
+  const auto root = DescribeScanRoot(tree.Root().string() + "/");
   ASSERT_TRUE(root.has_value());
-  EXPECT_EQ(root->Path, std::filesystem::canonical(tree.Root()).string());
+  EXPECT_EQ(root->Path, std::filesystem::canonical(tree.Root()).generic_string());
   EXPECT_FALSE(root->IsVolumeRoot);
   EXPECT_TRUE(root->Device.empty());
 }
 
 TEST(ScanRoot, ForcedReaderIsTheOnlyOne) {
-  ::setenv("TALLYSCOPE_READER", "folders", 1);
+  TTestTree tree;
+  SetVariable("TALLYSCOPE_READER", "folders");
   ASSERT_EQ(ReadersInUse().size(), 1U);
   EXPECT_STREQ(ReadersInUse().front()->Name(), "folders");
-  ::setenv("TALLYSCOPE_READER", "no such reader", 1);
+  SetVariable("TALLYSCOPE_READER", "no such reader");
   EXPECT_TRUE(ReadersInUse().empty());
-  EXPECT_FALSE(CanScan("/"));
-  ::unsetenv("TALLYSCOPE_READER");
-  EXPECT_TRUE(CanScan("/"));
+  EXPECT_FALSE(CanScan(tree.Root().string()));
+  SetVariable("TALLYSCOPE_READER", nullptr);
+  EXPECT_TRUE(CanScan(tree.Root().string()));
 }
 
 TEST(ScanRoot, TraceIsOneLinePerVolume) {
   TTestTree tree;
   tree.AddFile("a/b", 1);
   const std::atomic<bool> stop{false};
-  ::setenv("TALLYSCOPE_TRACE", "1", 1);
+  SetVariable("TALLYSCOPE_TRACE", "1");
   testing::internal::CaptureStderr();
   EXPECT_EQ(ScanVolume(tree.Root().string(), {stop, [](int) {}}).FileCount(), 1U);
   const std::string trace = testing::internal::GetCapturedStderr();
-  ::unsetenv("TALLYSCOPE_TRACE");
+  SetVariable("TALLYSCOPE_TRACE", nullptr);
   EXPECT_TRUE(trace.starts_with("volindex: " + tree.Root().string() + ": folders, 2 entries, 0 unreadable"));
   EXPECT_EQ(trace.find('\n'), trace.size() - 1);
 }
 
-TEST(ByteSource, ReadsWithinTheSourceOnly) {
+// Crooked places and lengths, across the units in which a disk is read, by several threads at once.
+TEST(ByteSource, ReadsAnyPartOfTheSourceAndNothingBeyond) {
   TTestTree tree;
-  std::ofstream(tree.Root() / "image") << "0123456789";
-  const auto source = OpenByteSource((tree.Root() / "image").string());
+  std::string content(300'001, '\0');
+  for (size_t i = 0; i < content.size(); ++i)
+    content[i] = static_cast<char>(i * 7 + i / 256);
+  std::ofstream(tree.Root() / "image", std::ios::binary) << content;
+  const auto source = OpenByteSource(tree.Path("image"));
   ASSERT_NE(source, nullptr);
-  EXPECT_EQ(source->Size(), 10U);
+  EXPECT_EQ(source->Size(), content.size());
+  RunThreads(4, [&](unsigned thread) {
+    for (const size_t length : {1, 511, 4096, 65'536, 65'537, 200'000}) {
+      for (const size_t offset :
+           {size_t{0}, size_t{4095 + thread}, size_t{65'536}, content.size() - length}) {
+        std::string bytes(length, '?');
+        EXPECT_TRUE(source->ReadAt(offset, std::as_writable_bytes(std::span(bytes))));
+        EXPECT_TRUE(content.compare(offset, length, bytes) == 0) << offset << ' ' << length;
+        EXPECT_FALSE(source->ReadAt(content.size() - length + 1, std::as_writable_bytes(std::span(bytes))));
+      }
+    }
+  });
   std::array<std::byte, 4> bytes{};
-  EXPECT_TRUE(source->ReadAt(6, bytes));
-  EXPECT_EQ(bytes.back(), std::byte{'9'});
-  EXPECT_FALSE(source->ReadAt(7, bytes));
   EXPECT_FALSE(source->ReadAt(UINT64_MAX, bytes));
-  EXPECT_EQ(OpenByteSource(tree.Root().string()), nullptr);
-  EXPECT_EQ(OpenByteSource("/dev/null"), nullptr);
+  for (const std::string& path : {tree.Root().string(), tree.Path("none"), std::string("/dev/null")})
+    EXPECT_EQ(OpenByteSource(path), nullptr) << path;
 }
 
 }  // namespace

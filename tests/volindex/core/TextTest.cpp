@@ -1,42 +1,33 @@
-#include "volindex/index/Utf16.h"
+#include "volindex/TestSystem.h"
+#include "volindex/index/Wtf8.h"
+#include "volindex/system/Utf16.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 namespace volindex {
 namespace {
 
-struct TTextCase {
-  std::string Bytes;
-  std::u16string Text;
-};
-
-TEST(Utf16, InvalidBytesBecomeLoneSurrogatesAndComeBack) {
-  const TTextCase cases[] = {
-      {"plain", u"plain"},
-      {"\xc3\xa4\xe2\x82\xac", u"\u00e4\u20ac"},
-      {"\xf0\x9f\x98\x80", u"\U0001F600"},
-      {"a\xff", {u'a', 0xDCFF}},
-      {"\xc0\x80", {0xDCC0, 0xDC80}},                          // longer than need be
-      {"\xed\xa0\x80", {0xDCED, 0xDCA0, 0xDC80}},              // a surrogate
-      {"\xf4\x90\x80\x80", {0xDCF4, 0xDC90, 0xDC80, 0xDC80}},  // beyond the last character
-      {"\xe2\x82", {0xDCE2, 0xDC82}},                          // cut
-  };
-  for (const TTextCase& each : cases) {
+TEST(Utf16, TextsAndTheirBytesStandForEachOther) {
+  for (const TTextCase& each : kTexts) {
     EXPECT_EQ(ToUtf16(each.Bytes), each.Text) << each.Bytes;
     EXPECT_EQ(ToBytes(each.Text), each.Bytes);
   }
-  EXPECT_EQ(ToBytes(std::u16string{0xD800, u'a', 0xDC01}), "?a?");
 }
 
-TEST(Utf16, AnyBytesComeBack) {
-  std::mt19937 random(1);
-  for (unsigned round = 0; round < 20'000; ++round) {
-    std::string bytes(round % 12, '\0');
-    for (char& byte : bytes)
-      byte = static_cast<char>(random() % 3 == 0 ? random() : 0x80 | (random() & 0x7F));
-    ASSERT_EQ(ToBytes(ToUtf16(bytes)), bytes);
+TEST(Wtf8, NamesBecomeBytesWithoutLoss) {
+  const TTextCase cases[] = {
+      {"plain", u"plain"},
+      {"a longer one in ASCII \xC3\xA4\xE2\x82\xAC", u"a longer one in ASCII \u00E4\u20AC"},
+      {"\xF0\x9F\x98\x80", u"\U0001F600"},
+      {"\xED\xA0\xBD", {0xD83D}},         // a lone first half
+      {"\xED\xB8\x80x", {0xDE00, u'x'}},  // a lone second half
+      {"\xED\xA0\xBD\xF0\x9F\x98\x80", {0xD83D, 0xD83D, 0xDE00}},
+  };
+  for (const TTextCase& each : cases) {
+    std::string bytes;
+    AppendWtf8(std::as_bytes(std::span(each.Text)), bytes);
+    EXPECT_EQ(bytes, each.Bytes);
+    EXPECT_EQ(Wtf8Length(std::as_bytes(std::span(each.Text))), bytes.size());
   }
 }
 

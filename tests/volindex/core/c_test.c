@@ -1,13 +1,10 @@
 /* The library as a C program sees it: header, names, the order of calls and what a caller may get wrong. */
 #include "volindex/include/volindex.h"
 
-#include <fcntl.h>
-#include <pthread.h>
+#include "volindex/core/c_system.h"
+
 #include <stdio.h>
-#include <stdlib.h>
 #include <string.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #define CAPACITY 260
 #define MESSAGE 8048
@@ -59,6 +56,12 @@ static void Widen(const char* text, char16_t* wide) {
   while (*text++ != '\0');
 }
 
+static int SameUnits(const char16_t* a, const char16_t* b) {
+  while (*a != 0 && *a == *b)
+    ++a, ++b;
+  return *a == *b;
+}
+
 static int Same(const char16_t* wide, const char* text) {
   char16_t expected[CAPACITY * 2];
   size_t length = strlen(text);
@@ -66,10 +69,13 @@ static int Same(const char16_t* wide, const char* text) {
   return memcmp(wide, expected, (length + 1) * sizeof(char16_t)) == 0;
 }
 
-static void MakeFile(const char* path, off_t size) {
-  const int file = open(path, O_CREAT | O_WRONLY, 0600);
-  CHECK(file >= 0 && ftruncate(file, size) == 0);
-  close(file);
+/* Whether the text is the root's path and then `rest`, which is written with '/'. */
+static int SamePath(const char16_t* wide, const char* root, const char* rest) {
+  char expected[CAPACITY * 2];
+  snprintf(expected, sizeof expected, "%s%s", root, rest);
+  for (char* c = expected + strlen(root); *c != '\0'; ++c)
+    if (*c == '/') *c = Delimiter();
+  return Same(wide, expected);
 }
 
 static uint64_t FolderSize(const char* path) {
@@ -81,13 +87,14 @@ static uint64_t FolderSize(const char* path) {
   return ((uint64_t)high << 32) | low;
 }
 
-/* In the current folder, which is `root`: 4 files and 2 folders, a file beyond 4 GiB among them. */
+/* 4 files and 2 folders, a file beyond 4 GiB among them. */
 static void MakeTree(void) {
-  CHECK(mkdir("sub", 0700) == 0 && mkdir("sub/deep", 0700) == 0);
-  MakeFile("sub/large", (off_t)5 << 30);
-  MakeFile("sub/deep/b", 10);
-  MakeFile("sub/deep/a", 10);
-  MakeFile("bad\xff", 20);
+  AddFolder("sub");
+  AddFolder("sub/deep");
+  AddFile("sub/large", (uint64_t)5 << 30);
+  AddFile("sub/deep/b", 10);
+  AddFile("sub/deep/a", 10);
+  AddOddFile(20);
 }
 
 static void TestRecords(const char* root, const char16_t* path) {
@@ -96,7 +103,6 @@ static void TestRecords(const char* root, const char16_t* path) {
   TRecord record;
   uint32_t files = 0;
   uint32_t folders = 0;
-  char expected[CAPACITY * 2];
 
   Tallyscope_Stop(); /* from before the scan: no effect */
   Tallyscope_SetNotifyHwnd(&notify, MESSAGE);
@@ -107,9 +113,8 @@ static void TestRecords(const char* root, const char16_t* path) {
   Tallyscope_OpenRecord(TALLYSCOPE_FILES);
   CHECK(Tallyscope_GetRecordCount(NULL, NULL) == 4);
   CHECK(GetRecord(0, &record) && record.Size == (uint64_t)5 << 30 && Same(record.Name, "large"));
-  snprintf(expected, sizeof expected, "%s/sub/", root);
-  CHECK(Same(record.Path, expected));
-  CHECK(GetRecord(1, &record) && record.Size == 20 && record.Name[3] == 0xDCFF && record.Name[4] == 0);
+  CHECK(SamePath(record.Path, root, "/sub/"));
+  CHECK(GetRecord(1, &record) && record.Size == 20 && SameUnits(record.Name, OddName()));
   CHECK(GetRecord(2, &record) && Same(record.Name, "a"));
   CHECK(GetRecord(3, &record) && Same(record.Name, "b"));
   CHECK(!GetRecord(4, &record) && !GetRecord(-1, &record));
@@ -117,8 +122,7 @@ static void TestRecords(const char* root, const char16_t* path) {
   Tallyscope_OpenRecord(TALLYSCOPE_FOLDERS);
   CHECK(Tallyscope_GetRecordCount(NULL, NULL) == 2);
   CHECK(GetRecord(0, &record) && Same(record.Name, "sub") && record.Size == ((uint64_t)5 << 30) + 20);
-  snprintf(expected, sizeof expected, "%s/", root);
-  CHECK(Same(record.Path, expected));
+  CHECK(SamePath(record.Path, root, "/"));
   CHECK(GetRecord(1, &record) && Same(record.Name, "deep") && record.Size == 20);
 
   Tallyscope_GetRecordCount(&files, &folders);
@@ -131,9 +135,9 @@ static void TestRecords(const char* root, const char16_t* path) {
 static void TestFolderSizes(const char* root) {
   char path[CAPACITY * 2];
   CHECK(FolderSize(root) == ((uint64_t)5 << 30) + 40);
-  snprintf(path, sizeof path, "%s/sub/deep/", root);
+  snprintf(path, sizeof path, "%s%csub%cdeep%c", root, Delimiter(), Delimiter(), Delimiter());
   CHECK(FolderSize(path) == 20);
-  snprintf(path, sizeof path, "%s/sub/none", root);
+  snprintf(path, sizeof path, "%s%csub%cnone", root, Delimiter(), Delimiter());
   CHECK(FolderSize(path) == 0);
   CHECK(FolderSize("/") == 0);
 }
@@ -158,16 +162,16 @@ static void TestLongPaths(const char* root, const char16_t* path) {
   memset(name, 'n', sizeof name);
   name[room / 2 - 1] = '\0';
   strcat(strcat(relative, name), "/");
-  CHECK(mkdir(relative, 0700) == 0);
+  AddFolder(relative);
   room -= strlen(relative);
   memset(name, 'm', sizeof name);
   name[room - 1] = '\0';
   strcat(relative, name);
-  CHECK(mkdir(relative, 0700) == 0); /* with its delimiter just fits */
+  AddFolder(relative); /* with its delimiter just fits */
   strcat(relative, "/x");
-  CHECK(mkdir(relative, 0700) == 0);
+  AddFolder(relative);
   strcat(relative, "/huge");
-  MakeFile(relative, (off_t)6 << 30);
+  AddFile(relative, (uint64_t)6 << 30);
 
   Tallyscope_ScanLocalDrive(path);
   memset(&record, 0, sizeof record);
@@ -175,7 +179,7 @@ static void TestLongPaths(const char* root, const char16_t* path) {
   CHECK(GetRecord(1, &record) && Same(record.Name, "large"));
   Tallyscope_OpenRecord(TALLYSCOPE_FOLDERS);
   CHECK(GetRecord(2, &record) && Same(record.Name, "x"));
-  CHECK(record.Path[CAPACITY - 2] == u'/' && record.Path[CAPACITY - 1] == 0);
+  CHECK(record.Path[CAPACITY - 2] == (char16_t)Delimiter() && record.Path[CAPACITY - 1] == 0);
   Tallyscope_Free();
 }
 
@@ -196,7 +200,7 @@ static void TestStop(const char16_t* path) {
 }
 
 static void TestDeclined(void) {
-  CHECK(Tallyscope_CheckFileSystem(u"/proc") == 0);
+  CHECK(Tallyscope_CheckFileSystem(NoDisk()) == 0);
   CHECK(Tallyscope_CheckFileSystem(u"/no such folder/") == 0);
   CHECK(Tallyscope_CheckFileSystem(u"") == 0);
   CHECK(Tallyscope_CheckFileSystem(NULL) == 0);
@@ -205,10 +209,9 @@ static void TestDeclined(void) {
 }
 
 int main(void) {
-  char root[] = "/tmp/volindex-c-XXXXXX";
-  char command[64];
+  char root[64] = "";
   char16_t path[CAPACITY];
-  CHECK(mkdtemp(root) != NULL && chdir(root) == 0);
+  AddRoot(root, sizeof root);
   Widen(root, path);
   MakeTree();
   TestRecords(root, path);
@@ -217,8 +220,6 @@ int main(void) {
   TestLongPaths(root, path);
   TestStop(path);
   TestDeclined();
-  CHECK(chdir("/") == 0);
-  snprintf(command, sizeof command, "rm -r %s", root);
-  CHECK(system(command) == 0);
+  RemoveRoot();
   return failures == 0 ? 0 : 1;
 }

@@ -10,12 +10,20 @@ set(expected
   Tallyscope_SetNotifyHwnd
   Tallyscope_Stop)
 
-execute_process(COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
-  OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
-string(REGEX MATCHALL "[^\n]+" lines "${listing}")
+if(OBJDUMP) # a DLL: nm lists what lies in it, the export table is what is exported
+  execute_process(COMMAND ${OBJDUMP} -p ${LIBRARY} OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE ".*Name Pointer\\] Table" "" listing "${listing}")
+  string(REGEX MATCHALL "\t\\[ *[0-9]+\\][^\n]*" lines "${listing}")
+  set(beside "^.* ")
+else()
+  execute_process(COMMAND ${NM} -D --defined-only --format=posix ${LIBRARY}
+    OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX MATCHALL "[^\n]+" lines "${listing}")
+  set(beside " .*$")
+endif()
 set(exported)
 foreach(line IN LISTS lines)
-  string(REGEX REPLACE " .*" "" symbol "${line}")
+  string(REGEX REPLACE "${beside}" "" symbol "${line}")
   list(APPEND exported ${symbol})
 endforeach()
 list(SORT exported)

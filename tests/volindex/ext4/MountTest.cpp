@@ -10,8 +10,9 @@
 
 #include "Volumes.h"
 #include "volindex/IndexAnswer.h"
-#include "volindex/posix/ScanRoot.h"
+#include "volindex/TestSystem.h"
 #include "volindex/readers/ext4/Ext4Reader.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex::ext4 {
 namespace {
@@ -53,7 +54,7 @@ class MountTest : public testing::Test {
   void ExpectRead() {
     const TOutcome outcome = Read(FRoot);
     ASSERT_EQ(outcome.Result, TReadResult::Done);
-    EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfFind(FRoot));
+    EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfDisk(FRoot));
   }
 
   TTestTree FScratch;

@@ -6,6 +6,7 @@
 
 #include "Volumes.h"
 #include "volindex/IndexAnswer.h"
+#include "volindex/TestSystem.h"
 
 namespace volindex::ext4 {
 namespace {
@@ -26,7 +27,7 @@ class VolumeTest : public testing::Test {
   static void SetUpTestSuite() {
     FScratch = std::make_unique<TTestTree>();
     MakeVariedTree(FScratch->Path("tree"));
-    FExpected = AnswerOfFind(FScratch->Path("tree"));
+    FExpected = AnswerOfDisk(FScratch->Path("tree"));
   }
   static void TearDownTestSuite() { FScratch.reset(); }
 
@@ -146,7 +147,7 @@ TEST_P(LargeFolderTest, ScatteredBlocksAreAllFound) {
   }
   const TOutcome outcome = ScanImage(scratch.Path("image"));
   ASSERT_EQ(outcome.Result, TReadResult::Done);
-  EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfFind(tree));
+  EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfDisk(tree));
 }
 
 INSTANTIATE_TEST_SUITE_P(Layouts, LargeFolderTest,

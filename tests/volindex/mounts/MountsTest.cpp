@@ -2,28 +2,22 @@
 // find sees.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "fixtures/MountNamespace.h"
-#include "volindex/Answer.h"
+#include "volindex/TestSystem.h"
 #include "volindex/include/volindex.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using volindex::AnswerOfFind, volindex::TAnswer, volindex::TListed;
+using volindex::AnswerOfDisk, volindex::MakeFile, volindex::TAnswer, volindex::TListed;
 
 bool Run(const std::string& command) {
   return std::system(("PATH=$PATH:/usr/sbin:/sbin; " + command + " >/dev/null 2>&1").c_str()) == 0;
-}
-
-void MakeFile(const fs::path& path, uint64_t size) {
-  std::ofstream(path).close();
-  fs::resize_file(path, size);
 }
 
 // More files and folders than a list takes, many of one size, names of all sorts, holes and links.
@@ -124,12 +118,12 @@ class VolindexMounts : public testing::TestWithParam<TVolumeKind> {};
 std::optional<bool> EveryReaderAgrees(const TVolumeKind& kind, const fs::path& folder) {
   if (!kind.Mount(folder)) return std::nullopt;
   const std::string root = (folder / "m").string();
-  const TAnswer truth = AnswerOfFind(root);
+  const TAnswer truth = AnswerOfDisk(root);
   EXPECT_GT(truth.FileCount, 1100u);
   EXPECT_GT(truth.FolderCount, 1100u);
   const char* const readers[] = {"ext4", "ntfs", "folders"};
   for (size_t i = 0; i < std::size(readers); ++i) {
-    ::setenv("TALLYSCOPE_READER", readers[i], 1);
+    volindex::SetVariable("TALLYSCOPE_READER", readers[i]);
     const auto answer = AnswerOfLibrary(root);
     EXPECT_EQ(answer.has_value(), kind.Served[i]) << readers[i];
     if (answer) {
@@ -140,9 +134,7 @@ std::optional<bool> EveryReaderAgrees(const TVolumeKind& kind, const fs::path& f
 }
 
 TEST_P(VolindexMounts, EveryReaderAnswersWhatFindSees) {
-  std::string pattern = (fs::temp_directory_path() / "volindex_mounts_XXXXXX").string();
-  ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-  const fs::path folder = pattern;
+  const fs::path folder = volindex::MakeTemporaryFolder();
   fs::create_directory(folder / "m");
   MakeFile(folder / "image", uint64_t{64} << 20);
   const auto agrees = RunWithOwnMounts([&folder] { return EveryReaderAgrees(GetParam(), folder); });

@@ -10,6 +10,7 @@
 
 #include "MountedVolume.h"
 #include "volindex/IndexAnswer.h"
+#include "volindex/TestSystem.h"
 #include "volindex/readers/ntfs/FileRecord.h"
 
 namespace volindex::ntfs {
@@ -23,7 +24,7 @@ namespace fs = std::filesystem;
 void ExpectSame(const TMountedVolume& volume) {
   const auto index = volume.Read();
   ASSERT_TRUE(index);
-  EXPECT_EQ(AnswerOf(*index), AnswerOfFind(volume.Root().string()));
+  EXPECT_EQ(AnswerOf(*index), AnswerOfDisk(volume.Root().string()));
   EXPECT_EQ(index->Statistics().Unreadable, 0u);
 }
 

@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "volindex/posix/ScanRoot.h"
+#include "volindex/TestSystem.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex::ntfs {
 
@@ -29,9 +30,8 @@ std::string FirstLineOf(const std::string& command) {
 }  // namespace
 
 TMountedVolume::TMountedVolume(const TShape& shape) {
-  std::string pattern = (fs::temp_directory_path() / "volindex_ntfs_XXXXXX").string();
-  if (::geteuid() != 0 || ::mkdtemp(pattern.data()) == nullptr) return;
-  FFolder = pattern;
+  if (::geteuid() != 0) return;
+  FFolder = MakeTemporaryFolder();
   fs::create_directory(Root());
   std::ofstream(Image()).close();
   fs::resize_file(Image(), shape.Megabytes << 20);

@@ -39,10 +39,10 @@ inline TTree TreeOf(const TVolumeIndex& index) {
 
 // Nothing if the reader hands over.
 inline std::optional<TTree> ReadTree(const TByteSource& source, unsigned threads = 2,
-                                     TForeignTags tags = TForeignTags::ShownAsLinks) {
+                                     TDriver driver = TDriver::Ntfs3g) {
   static const std::atomic<bool> kNoStop{false};
   TIndexBuilder builder;
-  if (ReadNtfs(source, tags, builder, {kNoStop, {}}, threads) != TReadResult::Done) return std::nullopt;
+  if (ReadNtfs(source, driver, builder, {kNoStop, {}}, threads) != TReadResult::Done) return std::nullopt;
   return TreeOf(builder.TakeIndex());
 }
 

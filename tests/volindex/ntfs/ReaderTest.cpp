@@ -144,33 +144,29 @@ TEST(NtfsReader, CountsTheLengthOfTheUnnamedData) {
             (TEntries{{"streams", 0}, {"both", 3}, {"hole", 30000}, {"huge", 1ull << 50}, {"folder/", 0}}));
 }
 
+// With its list in the record or outside.
 TEST(NtfsReader, GathersAFileFromItsExtensionRecords) {
-  TVolumeMaker maker;
   const std::uint64_t base = Reference(30, 3);
   const TImage list = MakeList({{FileName, 0, base},
                                 {FileName, 0, Reference(24, 2)},
                                 {Data, 0, Reference(50, 1)},
                                 {Data, 9, Reference(51, 1)}});
-  maker.Put(30, TRecordMaker(false, 3).Resident(AttributeList, list).Name(kRoot, u"z"));
-  maker.Put(24, TRecordMaker(false, 2).Base(base).Name(kRoot, u"a"));
-  maker.Put(50, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 36000));
-  maker.Put(51, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 77, 9));
-  maker.Put(52, TRecordMaker().Base(base).Name(kRoot, u"0 not in the list"));
-  EXPECT_EQ(EntriesOf(maker), (TEntries{{"a", 36000}}));
-  maker.Put(24, TRecordMaker(false, 3).Base(base).Name(kRoot, u"a"));
-  EXPECT_EQ(EntriesOf(maker), (TEntries{{"z", 36000}})) << "the record of one name was reused";
-  maker.Put(50, TRecordMaker().Base(Reference(30, 2)).NonResident(Data, PackRuns({{9, 0}}), 36000));
-  EXPECT_EQ(EntriesOf(maker), TEntries{}) << "no length to be had";
-}
-
-TEST(NtfsReader, AListMayLieOutsideTheRecord) {
-  TVolumeMaker maker;
-  const TImage list = MakeList({{FileName, 0, Reference(24, 1)}, {Data, 0, Reference(25, 1)}});
-  maker.PutBytes(50, list);
-  maker.Put(24,
-            TRecordMaker().NonResident(AttributeList, PackRuns({{1, 50}}), list.size()).Name(kRoot, u"f"));
-  maker.Put(25, TRecordMaker().Base(Reference(24, 1)).Data(12));
-  EXPECT_EQ(EntriesOf(maker), (TEntries{{"f", 12}}));
+  for (const bool outside : {true, false}) {
+    TVolumeMaker maker;
+    TRecordMaker first(false, 3);
+    outside ? first.NonResident(AttributeList, PackRuns({{1, 55}}), list.size())
+            : first.Resident(AttributeList, list);
+    maker.PutBytes(55, list).Put(30, first.Name(kRoot, u"z"));
+    maker.Put(24, TRecordMaker(false, 2).Base(base).Name(kRoot, u"a"));
+    maker.Put(50, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 36000));
+    maker.Put(51, TRecordMaker().Base(base).NonResident(Data, PackRuns({{9, 0}}), 77, 9));
+    maker.Put(52, TRecordMaker().Base(base).Name(kRoot, u"0 not in the list"));
+    EXPECT_EQ(EntriesOf(maker), (TEntries{{"a", 36000}}));
+    maker.Put(24, TRecordMaker(false, 3).Base(base).Name(kRoot, u"a"));
+    EXPECT_EQ(EntriesOf(maker), (TEntries{{"z", 36000}})) << "the record of one name was reused";
+    maker.Put(50, TRecordMaker().Base(Reference(30, 2)).NonResident(Data, PackRuns({{9, 0}}), 36000));
+    EXPECT_EQ(EntriesOf(maker), TEntries{}) << "no length to be had";
+  }
 }
 
 TEST(NtfsReader, SkipsABadRecordAlone) {
@@ -188,19 +184,35 @@ TEST(NtfsReader, SkipsABadRecordAlone) {
   EXPECT_EQ(tree->Unreadable, 2u);
 }
 
-TEST(NtfsReader, ReparsePointsAreFilesAndNeverEntered) {
+TImage ReparseValue(std::uint32_t tag, std::size_t size) {
+  TImage value(size);
+  Store(value, 0, tag);
+  return value;
+}
+
+// Links, what only another system could read, a folder of a store in the cloud, and a link stored as data.
+TEST(NtfsReader, ReparsePointsAreWhatTheirDriverShows) {
   TVolumeMaker maker;
-  TImage link(20), compressed(24);
-  Store(link, 0, 0xA0000003u);
+  TImage link = ReparseValue(0xA0000003, 20);
   Store<std::uint16_t>(link, 10, 4);
-  Store(compressed, 0, 0x80000017u);
   maker.Put(24, Folder(u"junction").Resident(ReparsePoint, link));
   maker.Put(25, File(u"beneath", 9, Reference(24, 1)));
-  maker.Put(26, File(u"compressed", 400).Resident(ReparsePoint, compressed));
+  maker.Put(26, File(u"compressed", 400).Resident(ReparsePoint, ReparseValue(0x80000017, 24)));
+  maker.Put(27, Folder(u"cloud").Resident(ReparsePoint, ReparseValue(0x9000701A, 24)));
+  maker.Put(28, File(u"in it", 50, Reference(27, 1)));
+  TImage data(8 + 6);
+  std::memcpy(data.data(), "IntxLNK\1", 8);
+  data[8] = data[10] = data[12] = std::byte{'x'};
+  maker.Put(29, TRecordMaker().Information(4).Name(kRoot, u"link").Resident(Data, data));
+  const std::pair<TDriver, TEntries> kRows[] = {
+      {TDriver::Kernel, {{"junction", 2}, {"compressed", 400}, {"cloud", 0}, {"link", 3}}},
+      {TDriver::Ntfs3g, {{"junction", 2}, {"compressed", 34}, {"cloud", 34}, {"link", 3}}},
+      {TDriver::Windows,
+       {{"junction", 0}, {"compressed", 400}, {"cloud/", 50}, {"cloud/in it", 50}, {"link", 14}}},
+  };
   const TImage image = maker.Make();
-  EXPECT_EQ(ReadTree(image)->Entries, (TEntries{{"junction", 2}, {"compressed", 34}}));
-  EXPECT_EQ(ReadTree(TMemorySource(image), 2, TForeignTags::ShownAsData)->Entries,
-            (TEntries{{"junction", 2}, {"compressed", 400}}));
+  for (const auto& [driver, entries] : kRows)
+    EXPECT_EQ(ReadTree(TMemorySource(image), 2, driver)->Entries, entries);
 }
 
 TEST(NtfsReader, NamesThatNoPathCanHoldAreIgnored) {
@@ -261,8 +273,7 @@ TEST(NtfsReader, StopsWhenTold) {
   const TImage image = TVolumeMaker().Put(24, File(u"a", 1)).Make();
   const std::atomic<bool> stop{true};
   TIndexBuilder builder;
-  EXPECT_EQ(ReadNtfs(TMemorySource(image), TForeignTags::ShownAsData, builder, {stop, {}}, 2),
-            TReadResult::Stopped);
+  EXPECT_EQ(ReadNtfs(TMemorySource(image), TDriver::Kernel, builder, {stop, {}}, 2), TReadResult::Stopped);
 }
 
 TEST(NtfsReader, ProgressStaysWithin1And99) {
@@ -272,8 +283,7 @@ TEST(NtfsReader, ProgressStaysWithin1And99) {
   std::vector<int> reported;
   TIndexBuilder builder;
   const TScanControl control{noStop, [&reported](int percent) { reported.push_back(percent); }};
-  ASSERT_EQ(ReadNtfs(TMemorySource(image), TForeignTags::ShownAsData, builder, control, 1),
-            TReadResult::Done);
+  ASSERT_EQ(ReadNtfs(TMemorySource(image), TDriver::Kernel, builder, control, 1), TReadResult::Done);
   ASSERT_GE(reported.size(), 8u);
   EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
   EXPECT_GE(reported.front(), 1);

@@ -1,6 +1,7 @@
 // The program's quicksort over a vector of rows, safe from comparisons that contradict themselves.
 #pragma once
 
+#include "support/Prefetch.h"
 #include "support/TList.h"
 
 #include <functional>
@@ -18,8 +19,8 @@ void QuickSortRows(std::vector<Row*>& rows, const Compare& compare) {
   const auto count = static_cast<std::ptrdiff_t>(rows.size());
   const auto begin = rows.begin();
   const auto at = [&](std::ptrdiff_t i) -> Row* {
-    if (i + kRowsAhead < count) __builtin_prefetch(begin[i + kRowsAhead]);
-    if (i >= kRowsAhead) __builtin_prefetch(begin[i - kRowsAhead]);
+    if (i + kRowsAhead < count) Prefetch(begin[i + kRowsAhead]);
+    if (i >= kRowsAhead) Prefetch(begin[i - kRowsAhead]);
     return i >= 0 && i < count ? begin[i] : nullptr;
   };
   QuickSort<std::ptrdiff_t>(

@@ -2,8 +2,10 @@
 
 #include "controls/list/RowSource.h"
 #include "controls/list/model/ListColumns.h"
+#include "controls/list/painter/ReadableColor.h"
 #include "controls/picture/ImageList.h"
 
+#include <QImage>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int kHoverAlpha = 28;
 constexpr int kDark = 128;  // of 255
+constexpr QSize kSample(64, 24);
 
 }  // namespace
 
@@ -39,6 +42,7 @@ TRowPainter::TRowPainter(QPainter& painter, const QWidget& widget, const TListLa
       FOptions(options),
       FImages(images) {
   FStyleOption.initFrom(&widget);
+  FStyleOption.styleObject = nullptr;  // else a style that animates would take all rows for one thing
   FStyleOption.showDecorationSelected = true;
   FStyleOption.viewItemPosition = QStyleOptionViewItem::OnlyOne;
   FStyleOption.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
@@ -84,15 +88,35 @@ QRect TRowPainter::HighlightRect(int row) const {
 void TRowPainter::PaintBackground(int row, TRowLook look) {
   const QRect rect = HighlightRect(row);
   if (Highlighted(look.State)) {
-    QStyleOptionViewItem option = FStyleOption;
-    option.rect = rect;
-    option.state |= QStyle::State_Selected;
-    FWidget.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, &FPainter, &FWidget);
+    PaintHighlight(FPainter, rect);
   } else if (look.Hovered) {
     QColor color = FStyleOption.palette.color(QPalette::Highlight);
     color.setAlpha(kHoverAlpha);
     FPainter.fillRect(rect, color);
   }
+}
+
+void TRowPainter::PaintHighlight(QPainter& painter, const QRect& rect) const {
+  QStyleOptionViewItem option = FStyleOption;
+  option.rect = rect;
+  option.state |= QStyle::State_Selected;
+  FWidget.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, &painter, &FWidget);
+}
+
+// A style may draw the highlight in a colour that is not the palette's, and that its colour for highlighted
+// text does not suit. So it is looked at, once.
+const TRowPainter::THighlight& TRowPainter::Highlight() {
+  if (FHighlight) return *FHighlight;
+  QImage sample(kSample, QImage::Format_RGB32);
+  sample.fill(FStyleOption.palette.color(QPalette::Base));
+  QPainter painter(&sample);
+  PaintHighlight(painter, sample.rect());
+  const QColor background = BackgroundBehind(painter, sample.rect());
+  const bool active = FStyleOption.state.testFlag(QStyle::State_Active);
+  const QColor text =
+      FStyleOption.palette.color(active ? QPalette::Active : QPalette::Inactive, QPalette::HighlightedText);
+  const bool suits = ReadableOn(background, text) == text;
+  return FHighlight.emplace(THighlight{background, suits ? QPalette::HighlightedText : QPalette::Text});
 }
 
 void TRowPainter::PaintCell(int row, int column, unsigned state) {
@@ -131,8 +155,7 @@ void TRowPainter::PaintText(const QRect& rect, const QString& text, const TListC
   const bool highlighted = FOptions.RowSelect || column.Index() == 0 ? Highlighted(state) : false;
   const QString shown = FStyleOption.fontMetrics.elidedText(text, column.Elide(), rect.width());
   FWidget.style()->drawItemText(&FPainter, rect, static_cast<int>(CellAlignment(column)) | Qt::TextSingleLine,
-                                palette, true, shown,
-                                highlighted ? QPalette::HighlightedText : QPalette::Text);
+                                palette, true, shown, highlighted ? Highlight().Text : QPalette::Text);
 }
 
 void TRowPainter::PaintFocus(const QRect& rect, bool highlighted) {
@@ -140,6 +163,6 @@ void TRowPainter::PaintFocus(const QRect& rect, bool highlighted) {
   option.initFrom(&FWidget);
   option.rect = rect;
   option.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
-  option.backgroundColor = option.palette.color(highlighted ? QPalette::Highlight : QPalette::Base);
+  option.backgroundColor = highlighted ? Highlight().Background : option.palette.color(QPalette::Base);
   FWidget.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &FPainter, &FWidget);
 }

@@ -4,7 +4,11 @@
 #include "controls/list/ListTypes.h"
 #include "controls/list/layout/ListLayout.h"
 
+#include <QColor>
+#include <QPalette>
 #include <QStyleOptionViewItem>
+
+#include <optional>
 
 class QPainter;
 class QWidget;
@@ -37,11 +41,18 @@ class TRowPainter {
   void PaintGrid();
 
  private:
+  struct THighlight {
+    QColor Background;
+    QPalette::ColorRole Text;
+  };
+
   void PaintBackground(int row, TRowLook look);
   void PaintCell(int row, int column, unsigned state);
   void PaintCheckBox(const QRect& rect, bool checked);
   void PaintText(const QRect& rect, const QString& text, const TListColumn& column, unsigned state);
   void PaintFocus(const QRect& rect, bool highlighted);
+  void PaintHighlight(QPainter& painter, const QRect& rect) const;
+  [[nodiscard]] const THighlight& Highlight();
   [[nodiscard]] bool Highlighted(unsigned state) const;
   [[nodiscard]] QRect HighlightRect(int row) const;
 
@@ -52,6 +63,7 @@ class TRowPainter {
   const TListViewOptions& FOptions;
   TImages FImages;
   QStyleOptionViewItem FStyleOption;
+  std::optional<THighlight> FHighlight;  // once it was asked for
 };
 
 // The alignment flags of a column's cells and caption.

@@ -1,6 +1,7 @@
 // The events of a TRdListView beside those of every list, and their order.
 //
-//   press on the expand button     nothing; the release expands or collapses: GroupShowHide
+//   press on the expand button     nothing; the release expands or collapses: GroupShowHide, and a selected
+//                                  row that goes with its group is deselected
 //   press on a row's check box     OnItemCheckBoxClick, OnItemChecked, OnMouseDown
 //   click on a button cell         selection events, OnMouseDown | OnClick, OnMouseUp, OnButtonClick
 //   click on a label, an icon text, the caption of stars

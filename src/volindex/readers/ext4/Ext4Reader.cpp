@@ -3,8 +3,8 @@
 #include <array>
 
 #include "volindex/posix/Ext4Source.h"
-#include "volindex/posix/ScanRoot.h"
 #include "volindex/readers/ext4/VolumeScan.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex {
 

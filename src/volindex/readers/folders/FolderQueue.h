@@ -3,7 +3,7 @@
 #pragma once
 
 #include "volindex/index/FolderTable.h"
-#include "volindex/posix/FolderAccess.h"
+#include "volindex/system/FolderAccess.h"
 
 #include <atomic>
 #include <condition_variable>

@@ -7,9 +7,6 @@ namespace volindex {
 
 namespace {
 
-// Bytes of path that the system surely takes in one go.
-constexpr size_t kPathPiece = 3000;
-
 constexpr unsigned kFoldersBetweenLooks = 16;
 
 }  // namespace
@@ -25,7 +22,7 @@ void TFolderProgress::Add(double share) {
 }
 
 TFolderWorker::TFolderWorker(TFolderScan& scan, unsigned thread)
-    : FScan(scan), FShard(scan.Builder.Shard(thread)), FThread(thread) {}
+    : FScan(scan), FShard(scan.Builder.Shard(thread)), FSeen(scan.Seen[thread]), FThread(thread) {}
 
 bool TFolderWorker::Stopped() const {
   return FScan.Control.Stop.load(std::memory_order_relaxed);
@@ -63,20 +60,20 @@ void TFolderWorker::ReadFolder(const TFolderTask& task) {
 }
 
 TAccess TFolderWorker::Open(const TFolderTask& task, TFolderHandle& folder) {
-  if (task.Folder == kRootFolder) return folder.OpenBelow(FScan.Root, ".");
-  if (task.Parent == nullptr) return OpenFromRoot(task.Folder, folder);
+  if (task.Folder == kRootFolder) return folder.OpenAgain(FScan.Root);
+  if (task.Parent == nullptr) return OpenFromRoot(FScan, task.Folder, folder);
   return folder.OpenBelow(task.Parent->Handle, std::string(FScan.Builder.FolderName(task.Folder)));
 }
 
-// Goes down from the root in pieces, and makes sure that no folder on the way was replaced by a link.
-TAccess TFolderWorker::OpenFromRoot(TFolderId id, TFolderHandle& folder) {
+TAccess OpenFromRoot(const TFolderScan& scan, TFolderId id, TFolderHandle& folder) {
   std::vector<TFolderId> way;
-  for (; id != kRootFolder; id = FScan.Builder.FolderParent(id))
+  for (; id != kRootFolder; id = scan.Builder.FolderParent(id))
     way.push_back(id);
-  const TFolderHandle* from = &FScan.Root;
+  if (way.empty()) return folder.OpenAgain(scan.Root);
+  const TFolderHandle* from = &scan.Root;
   std::string piece;
-  while (!way.empty() && !Stopped()) {
-    piece.append(FScan.Builder.FolderName(way.back())) += '/';
+  while (!way.empty() && !scan.Control.Stop.load(std::memory_order_relaxed)) {
+    piece.append(scan.Builder.FolderName(way.back())) += '/';
     way.pop_back();
     if (!way.empty() && piece.size() < kPathPiece) continue;
     piece.pop_back();
@@ -86,7 +83,7 @@ TAccess TFolderWorker::OpenFromRoot(TFolderId id, TFolderHandle& folder) {
   }
   TEntryFacts facts;
   const TAccess access = folder.Facts(facts);
-  return access == TAccess::Ok && facts.Place != FScan.RootFacts.Place ? TAccess::Gone : access;
+  return access == TAccess::Ok && facts.Place != scan.RootFacts.Place ? TAccess::Gone : access;
 }
 
 TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
@@ -95,7 +92,7 @@ TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
   TAccess access = FListing.Next();
   for (; access == TAccess::Ok && !Stopped(); access = FListing.Next()) {
     TEntryFacts facts;
-    const TAccess known = folder.EntryFacts(FListing.Name().data(), FListing.ListedAsFolder(), facts);
+    const TAccess known = FListing.Facts(facts);
     refused = refused || known == TAccess::Unreadable;
     if (known != TAccess::Ok) continue;
     if (facts.IsFolder)
@@ -114,11 +111,16 @@ void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {
 
 // What is mounted over a file belongs to another place; the file counts all the same. On layered file systems
 // files have device numbers of their own, hence the mount alone decides where it is known.
-void TFolderWorker::AddFile(TFolderId parent, const TEntryFacts& facts) {
+void TFolderWorker::AddFile(TFolderId parent, TEntryFacts& facts) {
   const uint64_t size = facts.Place.Mount == FScan.RootFacts.Place.Mount ? facts.Size : 0;
-  if (facts.Links < 2) return FShard.AddFile(parent, FListing.Name(), size);
-  const uint32_t device = (facts.Place.Major << 20) ^ facts.Place.Minor;
-  FShard.AddLinkedFile(parent, FListing.Name(), size, {facts.Number, device});
+  const bool untold = facts.Links == 0;
+  if (untold && (FShard.MayList(size) || !TSeenFiles::Takes(size))) FListing.CountLinks(facts);
+  if (facts.Links < 2) {
+    if (facts.Links == 0 && TSeenFiles::Takes(size)) FSeen.AddSingle(facts.Number, parent, size);
+    return FShard.AddFile(parent, FListing.Name(), size);
+  }
+  if (untold) FSeen.AddLinked(facts.Number);
+  FShard.AddLinkedFile(parent, FListing.Name(), size, LinkKeyOf(facts));
 }
 
 void TFolderWorker::QueueSubfolders(const TFolderTask& task, TFolderHandle folder) {

@@ -2,9 +2,10 @@
 #pragma once
 
 #include "volindex/index/IndexBuilder.h"
-#include "volindex/posix/FolderAccess.h"
 #include "volindex/readers/Reader.h"
 #include "volindex/readers/folders/FolderQueue.h"
+#include "volindex/readers/folders/SeenFiles.h"
+#include "volindex/system/FolderAccess.h"
 
 #include <atomic>
 #include <memory>
@@ -35,7 +36,15 @@ struct TFolderScan {
   TFolderQueue Queue;
   TFolderProgress Progress;
   unsigned OpenLimit;
+  std::vector<TSeenFiles> Seen;  // per thread
 };
+
+[[nodiscard]] inline TLinkKey LinkKeyOf(const TEntryFacts& facts) {
+  return {facts.Number, (facts.Place.Major << 20) ^ facts.Place.Minor};
+}
+
+// Goes down from the root in pieces, and makes sure that no folder on the way was replaced by a link.
+[[nodiscard]] TAccess OpenFromRoot(const TFolderScan& scan, TFolderId id, TFolderHandle& folder);
 
 class TFolderWorker {
  public:
@@ -47,17 +56,17 @@ class TFolderWorker {
  private:
   void ReadFolder(const TFolderTask& task);
   [[nodiscard]] TAccess Open(const TFolderTask& task, TFolderHandle& folder);
-  [[nodiscard]] TAccess OpenFromRoot(TFolderId id, TFolderHandle& folder);
   [[nodiscard]] bool Stopped() const;
   void InviteOthers();
-  // The answer of TFolderListing::Next or EntryFacts that ended it: Gone at the regular end.
+  // The answer of TFolderListing that ended it: Gone at the regular end.
   [[nodiscard]] TAccess ReadEntries(TFolderId id, const TFolderHandle& folder);
   void AddFolder(TFolderId parent, const TEntryFacts& facts);
-  void AddFile(TFolderId parent, const TEntryFacts& facts);
+  void AddFile(TFolderId parent, TEntryFacts& facts);
   void QueueSubfolders(const TFolderTask& task, TFolderHandle folder);
 
   TFolderScan& FScan;
   TIndexShard& FShard;
+  TSeenFiles& FSeen;
   TFolderListing FListing;
   unsigned FThread;
   unsigned FFolders = 0;  // read

@@ -1,8 +1,9 @@
 #include "volindex/readers/folders/FoldersReader.h"
 
 #include "volindex/index/RunThreads.h"
-#include "volindex/posix/ScanRoot.h"
 #include "volindex/readers/folders/FolderWorker.h"
+#include "volindex/readers/folders/LinkSearch.h"
+#include "volindex/system/ScanRoot.h"
 
 #include <algorithm>
 
@@ -43,8 +44,10 @@ TReadResult TFoldersReader::Read(const TScanRoot& root, TIndexBuilder& builder, 
                    facts,
                    TFolderQueue({kRootFolder, nullptr, 1.0}, atOnce),
                    TFolderProgress(control),
-                   FOpenLimit != 0 ? FOpenLimit : OpenFolderLimit()};
+                   FOpenLimit != 0 ? FOpenLimit : OpenFolderLimit(),
+                   std::vector<TSeenFiles>(threads)};
   RunThreads(threads, [&scan](unsigned thread) { RunWorker(scan, thread); });
+  TLinkSearch(scan).Run(atOnce);
   return builder.Finish(control.Stop) == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;
 }
 

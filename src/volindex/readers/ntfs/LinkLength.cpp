@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "volindex/readers/ntfs/NtfsNames.h"
+#include "volindex/index/Wtf8.h"
 
 namespace volindex::ntfs {
 
@@ -51,6 +51,10 @@ std::optional<std::uint64_t> SpecialDataSize(TBytes data) {
   if (BeginsWith(data, std::string_view("IntxCHR", 8)) || BeginsWith(data, std::string_view("IntxBLK", 8)))
     return 0;
   return std::nullopt;
+}
+
+bool ReparseHoldsFiles(TBytes value) {
+  return value.size() >= kReparseHeader && TagHoldsFiles(Load<std::uint32_t>(value, 0));
 }
 
 }  // namespace volindex::ntfs

@@ -1,4 +1,4 @@
-// The lengths of what is stored as data or as a reparse point but shown as a link, device or socket.
+// What is stored as data or as a reparse point but shown as a link, device or socket: its length.
 #pragma once
 
 #include <optional>
@@ -19,5 +19,12 @@ inline constexpr std::size_t kMaxSpecialData = 8u + 2 * 4096;
 
 // The same for the data of a file with the system attribute: a link or device made by Interix and by ntfs-3g.
 [[nodiscard]] std::optional<std::uint64_t> SpecialDataSize(TBytes data);
+
+// Whether folders with that reparse tag, or with that reparse value, may hold files of their own: those of a
+// store in the cloud do, a junction does not.
+[[nodiscard]] constexpr bool TagHoldsFiles(std::uint32_t tag) {
+  return (tag & 0x10000000) != 0;
+}
+[[nodiscard]] bool ReparseHoldsFiles(TBytes value);
 
 }  // namespace volindex::ntfs

@@ -1,19 +1,10 @@
 #include "volindex/readers/ntfs/NtfsReader.h"
 
-#include "volindex/posix/NtfsSource.h"
-#include "volindex/posix/ScanRoot.h"
 #include "volindex/readers/ntfs/NtfsScan.h"
+#include "volindex/system/NtfsSource.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex::ntfs {
-
-namespace {
-
-// ntfs-3g shows a tag that it does not know as a link to nowhere; the other drivers show the file's data.
-TForeignTags TagsOf(const TScanRoot& root) {
-  return root.FileSystem == "fuseblk" ? TForeignTags::ShownAsLinks : TForeignTags::ShownAsData;
-}
-
-}  // namespace
 
 bool TNtfsReader::Accepts(const TScanRoot& root) const {
   const auto source = OpenNtfsSource(root);
@@ -23,14 +14,14 @@ bool TNtfsReader::Accepts(const TScanRoot& root) const {
 TReadResult TNtfsReader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
   const auto source = OpenNtfsSource(root);
   if (!source || !FlushVolume(root.Path)) return TReadResult::HandedOver;
-  return ReadNtfs(*source, TagsOf(root), builder, control, ThreadsFor(root));
+  return ReadNtfs(*source, DriverOf(root), builder, control, ThreadsFor(root));
 }
 
-TReadResult ReadNtfs(const TByteSource& source, TForeignTags tags, TIndexBuilder& builder,
+TReadResult ReadNtfs(const TByteSource& source, TDriver driver, TIndexBuilder& builder,
                      const TScanControl& control, unsigned threads) {
   const auto volume = TNtfsVolume::Open(source);
   if (!volume) return TReadResult::HandedOver;
-  return TNtfsScan(*volume, tags, builder, control, threads).Run();
+  return TNtfsScan(*volume, driver, builder, control, threads).Run();
 }
 
 }  // namespace volindex::ntfs

@@ -2,10 +2,10 @@
 //
 // What counts is what a walk over a mount of the volume sees. Lengths are logical: sparse, compressed and
 // preallocated files count their data length, named streams nothing. The metadata files and what lies in them
-// are left out. A name for DOS alone is no second link. A reparse point is never entered and counts as a
-// file: a link by the length of its target (LinkLength.h), any other by its data, or as the driver shows it.
-// A record that does not hold together is skipped alone, and a folder that is gone takes its left-over files
-// with it.
+// are left out. A name for DOS alone is no second link. A reparse point is never entered, unless its tag says
+// that folders with it hold what lies in them, and counts as a file: as the volume's driver shows it, a link
+// by the length of its target (LinkLength.h) or any by its data. A record that does not hold together is
+// skipped alone, and a folder that is gone takes its left-over files with it.
 #pragma once
 
 #include "volindex/readers/Reader.h"
@@ -13,7 +13,7 @@
 
 namespace volindex::ntfs {
 
-// Accepts the root of a volume mounted by ntfs3 or ntfs-3g whose device may be read.
+// Accepts the root of a mounted volume whose device may be read.
 class TNtfsReader : public TReader {
  public:
   [[nodiscard]] const char* Name() const override { return "ntfs"; }
@@ -23,7 +23,7 @@ class TNtfsReader : public TReader {
 };
 
 // The same for bytes from anywhere, with that many threads.
-[[nodiscard]] TReadResult ReadNtfs(const TByteSource& source, TForeignTags tags, TIndexBuilder& builder,
+[[nodiscard]] TReadResult ReadNtfs(const TByteSource& source, TDriver driver, TIndexBuilder& builder,
                                    const TScanControl& control, unsigned threads);
 
 }  // namespace volindex::ntfs

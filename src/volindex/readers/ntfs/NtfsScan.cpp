@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "volindex/index/RunThreads.h"
-#include "volindex/readers/ntfs/NtfsNames.h"
+#include "volindex/index/Wtf8.h"
 
 namespace volindex::ntfs {
 
@@ -40,9 +40,13 @@ std::string_view TNtfsScan::TWorker::TextOf(const TFileName& name) {
   return Name;
 }
 
-TNtfsScan::TNtfsScan(const TNtfsVolume& volume, TForeignTags tags, TIndexBuilder& builder,
+TNtfsScan::TNtfsScan(const TNtfsVolume& volume, TDriver driver, TIndexBuilder& builder,
                      const TScanControl& control, unsigned threads)
-    : FVolume(volume), FTags(tags), FBuilder(builder), FControl(control), FThreads(std::max(threads, 1u)) {}
+    : FVolume(volume),
+      FDriver(driver),
+      FBuilder(builder),
+      FControl(control),
+      FThreads(std::max(threads, 1u)) {}
 
 TReadResult TNtfsScan::Run() {
   TFileReference root;
@@ -111,7 +115,7 @@ void TNtfsScan::TakeRecord(TWorker& worker, std::uint64_t number, std::span<std:
   if (!ApplyFixups(record) && !Repair(number, record)) return worker.Shard.CountUnreadable();
   const auto header = ParseRecordHeader(record);
   worker.Facts.Clear();
-  if (!header || !GatherFacts(FVolume, record, *header, FTags, worker.Facts))
+  if (!header || !GatherFacts(FVolume, record, *header, FDriver, worker.Facts))
     return worker.Shard.CountUnreadable();
   const TFileReference self{number, header->Sequence};
   if (header->InUse && header->IsBase() && IsWhole(worker.Facts, self))
@@ -167,7 +171,7 @@ void TNtfsScan::JoinSpread(std::vector<TWorker>& workers) {
 }
 
 void TNtfsScan::Add(TWorker& worker, TFileReference self, bool folder, const TRecordFacts& facts) {
-  if (!folder || facts.Reparse)
+  if (!folder || facts.IsLink(FDriver))
     AddFile(worker, self, facts);
   else if (!FFilesOnly)
     AddFolder(worker, self, facts);

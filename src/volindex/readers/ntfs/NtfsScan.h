@@ -17,7 +17,7 @@ namespace volindex::ntfs {
 class TNtfsScan {
  public:
   // All of them must outlive the scan.
-  TNtfsScan(const TNtfsVolume& volume, TForeignTags tags, TIndexBuilder& builder, const TScanControl& control,
+  TNtfsScan(const TNtfsVolume& volume, TDriver driver, TIndexBuilder& builder, const TScanControl& control,
             unsigned threads);
 
   // Once. Blocks; the answer does not depend on the number of threads.
@@ -62,7 +62,7 @@ class TNtfsScan {
   void Report(std::uint64_t recordsDone);
 
   const TNtfsVolume& FVolume;
-  TForeignTags FTags;
+  TDriver FDriver;
   TIndexBuilder& FBuilder;
   const TScanControl& FControl;
   unsigned FThreads;

@@ -63,8 +63,8 @@ void DropRepeated(std::vector<THolder>& holders) {
 // Walks one record and sorts what it finds into the facts.
 class TGathering {
  public:
-  TGathering(const TNtfsVolume& volume, bool extension, TForeignTags tags, TRecordFacts& facts)
-      : FVolume(volume), FExtension(extension), FTags(tags), FFacts(facts) {}
+  TGathering(const TNtfsVolume& volume, bool extension, TDriver driver, TRecordFacts& facts)
+      : FVolume(volume), FExtension(extension), FDriver(driver), FFacts(facts) {}
 
   [[nodiscard]] bool Take(const TAttribute& attribute) {
     if (attribute.Named) return true;
@@ -95,7 +95,8 @@ class TGathering {
     if (!attribute.IsFirstExtent()) return true;
     if (FFacts.DataLength) return false;
     FFacts.DataLength = attribute.DataSize;
-    if (attribute.DataSize > kMaxSpecialData || !(attribute.Resident || FFacts.System || FExtension))
+    if (FDriver == TDriver::Windows || attribute.DataSize > kMaxSpecialData ||
+        !(attribute.Resident || FFacts.System || FExtension))
       return true;
     if (attribute.Resident)
       FFacts.SpecialSize = SpecialDataSize(attribute.Value);
@@ -107,11 +108,16 @@ class TGathering {
   bool TakeReparse(const TAttribute& attribute) {
     FFacts.Reparse = true;
     if (attribute.Resident)
-      FFacts.LinkLength = ReparseTargetLength(attribute.Value);
+      TakeReparseValue(attribute.Value);
     else if (const auto value = FVolume.ReadValue(attribute, kMaxReparseValue))
-      FFacts.LinkLength = ReparseTargetLength(*value);
-    if (!FFacts.LinkLength && FTags == TForeignTags::ShownAsLinks) FFacts.LinkLength = kUnsupportedTagText;
+      TakeReparseValue(*value);
+    if (!FFacts.LinkLength && FDriver == TDriver::Ntfs3g) FFacts.LinkLength = kUnsupportedTagText;
     return true;
+  }
+
+  void TakeReparseValue(TBytes value) {
+    FFacts.ReparseHoldsFiles = ReparseHoldsFiles(value);
+    if (FDriver != TDriver::Windows) FFacts.LinkLength = ReparseTargetLength(value);
   }
 
   bool TakeList(const TAttribute& attribute) {
@@ -127,7 +133,7 @@ class TGathering {
 
   const TNtfsVolume& FVolume;
   bool FExtension;  // then the system attribute, told by the base, is not known here
-  TForeignTags FTags;
+  TDriver FDriver;
   TRecordFacts& FFacts;
 };
 
@@ -137,7 +143,7 @@ void TRecordFacts::Clear() {
   Names.clear();
   Holders.clear();
   DataLength = LinkLength = SpecialSize = std::nullopt;
-  Reparse = System = false;
+  Reparse = ReparseHoldsFiles = System = false;
 }
 
 void TRecordFacts::KeepNames() {
@@ -158,6 +164,7 @@ void TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
     SpecialSize = extension.SpecialSize;
   } else if (type == TAttributeType::ReparsePoint && extension.Reparse) {
     Reparse = true;
+    ReparseHoldsFiles = extension.ReparseHoldsFiles;
     LinkLength = extension.LinkLength;
   }
 }
@@ -168,9 +175,9 @@ std::uint64_t TRecordFacts::Length() const {
   return DataLength.value_or(0);
 }
 
-bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header, TForeignTags tags,
+bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header, TDriver driver,
                  TRecordFacts& facts) {
-  TGathering gathering(volume, !header.IsBase(), tags, facts);
+  TGathering gathering(volume, !header.IsBase(), driver, facts);
   TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);)
     if (!gathering.Take(attribute)) return false;

@@ -6,10 +6,12 @@
 
 namespace volindex::ntfs {
 
-// How the file system's driver shows what only another system could read.
-enum class TForeignTags {
-  ShownAsData,   // as the file's own data
-  ShownAsLinks,  // as a link to the text "unsupported reparse tag 0x........", as ntfs-3g does
+// Who shows the volume's files: drivers differ in what they make of reparse points and of links that other
+// systems have stored as data.
+enum class TDriver {
+  Kernel,   // Linux's own: links with their targets, what only another system could read as the file's data
+  Ntfs3g,   // the same, but the latter as links to the text "unsupported reparse tag 0x........"
+  Windows,  // every file by its data
 };
 
 struct TFileName {
@@ -31,8 +33,9 @@ struct TRecordFacts {
   std::optional<std::uint64_t> LinkLength;   // of the text that a reparse point shows as its target
   std::optional<std::uint64_t> SpecialSize;  // if the data describe a link (its length), device or socket (0)
   bool Reparse = false;
-  bool System = false;           // the attribute that makes such data special
-  std::vector<THolder> Holders;  // the records that the attribute list names, of interest only
+  bool ReparseHoldsFiles = false;  // a folder with the reparse point's tag may have content of its own
+  bool System = false;             // the attribute that makes such data special
+  std::vector<THolder> Holders;    // the records that the attribute list names, of interest only
 
   void Clear();
 
@@ -46,6 +49,11 @@ struct TRecordFacts {
   // they are.
   void Take(const TRecordFacts& extension, TAttributeType type);
 
+  // Whether the driver shows a folder with these facts as something that is not entered.
+  [[nodiscard]] bool IsLink(TDriver driver) const {
+    return Reparse && !(driver == TDriver::Windows && ReparseHoldsFiles);
+  }
+
   // The length that the file shows.
   [[nodiscard]] std::uint64_t Length() const;
 
@@ -55,6 +63,6 @@ struct TRecordFacts {
 
 // Gathers the facts of a record in use; false if the record does not hold together. Any thread.
 [[nodiscard]] bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header,
-                               TForeignTags tags, TRecordFacts& facts);
+                               TDriver driver, TRecordFacts& facts);
 
 }  // namespace volindex::ntfs

@@ -76,23 +76,6 @@ TEST(RdCells, ACheckBoxCellKeepsItsPrefixAndAsksFirst) {
   EXPECT_EQ(list.Log, QStringList(u"checking a1"_qs));
 }
 
-TEST(RdCells, SubItemsKeepTheirImagesBeside) {
-  TPlainRdList list;
-  TSubItems& texts = list.Add(u"a"_qs)->SubItems();
-  for (const QChar text : u"bcdefgh"_qs)
-    texts.Add(text);
-  texts.SetImageIndex(1, 5);
-  texts.Insert(0, texts[6]);
-  texts.Delete(1);
-  QString joined;
-  for (int sub = 0; sub < texts.Count(); ++sub)
-    joined += texts[sub] + QString::number(texts.ImageIndex(sub));
-  EXPECT_EQ(joined, u"h-1c5d-1e-1f-1g-1h-1");
-  texts.Clear();
-  EXPECT_EQ(texts.Count(), 0);
-  EXPECT_EQ(texts.ImageIndex(0), -1);
-}
-
 TEST(RdColumns, FontsFollowTheListUntilOneIsSet) {
   TkListColumns columns;
   TkListColumn& column = columns.Add();

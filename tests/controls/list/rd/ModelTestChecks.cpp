@@ -64,13 +64,6 @@ TEST_F(RdChecks, TheHeaderRowTakesItsRowsAlongAndOneRowDoesNotTakeTheOthers) {
   EXPECT_EQ(Row(u"b"_qs).CheckChangeCount(), 3);
 }
 
-TEST_F(RdChecks, TheUsersClickIsBookedAsTheProgramsIs) {
-  List.States.Change(1, kRowChecked, kRowChecked);
-  EXPECT_EQ(List.Log, QStringList(u"check a"_qs));
-  EXPECT_EQ(List.Group(0).CheckedCount(), 1);
-  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 1);
-}
-
 TEST_F(RdChecks, TheBoxOfTheListChecksShownRowsThenHiddenOnes) {
   List.Group(0).SetGroupExpand(false);
   List.Log.clear();

@@ -21,17 +21,6 @@ class RdGroups : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(RdGroups, SortKeepsGroupsTogetherAndRowsWithoutGroupFirst) {
-  List.Fill(u"dc"_qs, 1);
-  List.Fill(u"ba"_qs, 0);
-  List.Fill(u"zy"_qs);
-  SortByCaption();
-  EXPECT_EQ(List.Captions(), u"yz[0]ab[1]cd");
-  List.Add(u"e"_qs, 1);
-  List.Add(u"f"_qs, 2);
-  EXPECT_EQ(List.Captions(), u"yz[0]ab[1]cde[2]f");
-}
-
 TEST_F(RdGroups, CollapseTakesTheRowsOutAndExpandShowsThemInTheNewOrder) {
   List.Fill(u"ca"_qs, 0);
   List.Fill(u"x"_qs, 1);
@@ -115,23 +104,4 @@ TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndLaterIdsMoveUp) {
   EXPECT_EQ(List.Group(1).Items()[0]->Caption(), u"c");
   List.Model.Groups().Clear();
   EXPECT_EQ(List.Captions(), u"abc");
-}
-
-TEST_F(RdGroups, HideAndShowKeepARowInItsGroup) {
-  List.Fill(u"abc"_qs, 0);
-  List.Fill(u"u"_qs);
-  TkListItem* const b = List.Items[2];
-  TkListItem* const u = List.Items[4];
-  b->SetChecked(true);
-  b->Hide();
-  u->Hide();
-  u->Hide(1);
-  EXPECT_EQ(b->Index(), -1);
-  EXPECT_TRUE(b->Checked());
-  EXPECT_EQ(List.Captions(), u"[0]ac");
-  b->Show();
-  EXPECT_EQ(List.Having(kRowChecked), u"b");
-  u->Show(1);
-  EXPECT_EQ(List.Captions(), u"[0]uacb");
-  EXPECT_EQ(u->HiddenIndex(), -1);
 }

@@ -191,7 +191,7 @@ TEST_F(TRdView, ActionsDoWhatClicksDo) {
   EXPECT_EQ(act(2, kEditColumn, press), u"enter Recorder 5, +Recorder");
   List.HideEditors();
   TakeLog();
-  EXPECT_EQ(act(0, 0, press), u"hide Media");
+  EXPECT_EQ(act(0, 0, press), u"hide Media, -Recorder");
   EXPECT_TRUE(table->tableInterface()->cellAt(0, 0)->state().collapsed);
   QAccessibleInterface* const header = table->child(0);
   EXPECT_TRUE(header->state().checkable);

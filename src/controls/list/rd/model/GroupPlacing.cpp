@@ -189,11 +189,20 @@ void TkGroupPlacing::Collapse(TkListGroup& group, bool internal) {
   if (!internal && FModel.ListView().DoGroupShowHide(group, false)) return;
   group.FCollapsed = true;
   group.FGroupExpand = false;
+  DeselectRows(group);
   const std::vector<int> rows = RowsToHide(group);
   group.FHiddenItems.Reserve(group.HiddenItems().Count() + static_cast<int>(rows.size()));
   for (const int row : rows)
     group.FHiddenItems.Add(*FModel.Items()[row]);
   FModel.Items().TakeOut(rows);
+}
+
+// The list hears of each, and what hears may delete rows.
+void TkGroupPlacing::DeselectRows(const TkListGroup& group) {
+  for (const int row : RowsToHide(group)) {
+    TkListItem* const item = FModel.Items().Item(row);
+    if (item != nullptr && item->Group() == &group) item->SetSelected(false);
+  }
 }
 
 std::vector<int> TkGroupPlacing::RowsToHide(const TkListGroup& group) const {

@@ -53,6 +53,7 @@ class TkGroupPlacing {
   void DeleteStrayHeaders();
   void GatherRows(const TkListGroup& group);
   void ShowHiddenItems(TkListGroup& group);
+  void DeselectRows(const TkListGroup& group);
   [[nodiscard]] std::vector<int> RowsToHide(const TkListGroup& group) const;
 
   // Places in the list; -1 is before the first row.

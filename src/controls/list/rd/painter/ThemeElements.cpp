@@ -15,6 +15,7 @@ template <class TOption>
 TOption OptionFor(const QWidget& widget, const QRect& rect, TPartState state, bool enabled) {
   TOption option;
   option.initFrom(&widget);
+  option.styleObject = nullptr;  // else a style that animates would take all cells for one thing
   option.rect = rect;
   option.state &= ~(QStyle::State_HasFocus | QStyle::State_MouseOver);
   option.state.setFlag(QStyle::State_Enabled, enabled);

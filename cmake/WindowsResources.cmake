@@ -1,0 +1,43 @@
+# tallyscope_windows_resources(TARGET DESCRIPTION text [MANIFEST level] [ICON]): gives a program or library of Windows
+# its version and description, with ICON the program's icon as MAINICON, and with MANIFEST a manifest; level is
+# asInvoker or requireAdministrator. Does nothing for other systems.
+set(TALLYSCOPE_WINDOWS_DATA ${PROJECT_SOURCE_DIR}/data/windows)
+
+function(tallyscope_windows_resources target)
+  if(NOT WIN32)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "ICON" "DESCRIPTION;MANIFEST" "" ${ARGN})
+  set(version_dots ${PROJECT_VERSION}.0)
+  string(REPLACE "." "," version_commas ${version_dots})
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL EXECUTABLE)
+    set(file_type VFT_APP)
+    set(file_name ${target}.exe)
+  else()
+    set(file_type VFT_DLL)
+    set(file_name ${target}.dll)
+  endif()
+
+  set(used "")
+  set(icon_line "")
+  if(ARG_ICON)
+    set(icon ${TALLYSCOPE_WINDOWS_DATA}/tallyscope.ico)
+    set(icon_line "MAINICON ICON \"${icon}\"")
+    list(APPEND used ${icon})
+  endif()
+  set(manifest_line "")
+  if(ARG_MANIFEST)
+    set(manifest ${CMAKE_CURRENT_BINARY_DIR}/${target}.manifest)
+    configure_file(${TALLYSCOPE_WINDOWS_DATA}/program.manifest.in ${manifest} @ONLY)
+    set(manifest_line "1 24 \"${manifest}\" // CREATEPROCESS_MANIFEST_RESOURCE_ID RT_MANIFEST")
+    list(APPEND used ${manifest})
+  endif()
+
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  configure_file(${TALLYSCOPE_WINDOWS_DATA}/resources.rc.in ${script} @ONLY)
+  set_source_files_properties(${script} PROPERTIES OBJECT_DEPENDS "${used}")
+  # Compiled apart, as the resource compiler knows none of the target's options.
+  add_library(${target}_resources OBJECT ${script})
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:${target}_resources>)
+endfunction()

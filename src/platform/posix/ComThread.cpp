@@ -1,0 +1,5 @@
+#include "platform/ComThread.h"
+
+TComThread::TComThread() = default;
+
+TComThread::~TComThread() = default;

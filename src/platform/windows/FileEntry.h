@@ -1,0 +1,23 @@
+// The opening of files and folders, and what the system tells of one entry.
+#pragma once
+
+#include "platform/windows/Handle.h"
+
+#include <QString>
+
+// Enough to ask what an entry is and where it lies.
+inline constexpr DWORD kNoRights = 0;
+
+// An existing file, or with FILE_FLAG_BACKUP_SEMANTICS a folder, links followed, whatever other programs do
+// with it; null if it can't be opened.
+[[nodiscard]] TFileHandle OpenEntry(const QString& path, DWORD rights, DWORD flags);
+
+// A search over all entries of a folder, its first entry found; null if the folder can't be listed.
+[[nodiscard]] TSearchHandle OpenSearch(const QString& folder, WIN32_FIND_DATAW& first);
+
+// The length that counts, from the two halves in which the system tells it: a folder has none.
+template <typename TEntry>
+[[nodiscard]] quint64 SizeOf(const TEntry& entry) {
+  if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
+  return quint64{entry.nFileSizeHigh} << 32 | entry.nFileSizeLow;
+}

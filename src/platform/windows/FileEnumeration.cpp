@@ -1,0 +1,169 @@
+#include "platform/FileEnumeration.h"
+
+#include "platform/Paths.h"
+#include "platform/windows/FileEntry.h"
+#include "platform/windows/Handle.h"
+
+#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
+#include <cwchar>
+
+namespace {
+
+bool IsDotOrDotDot(const wchar_t* name) {
+  return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0'));
+}
+
+// A junction or a symbolic link: its name stands for a folder elsewhere. Other reparse points, as those of
+// files kept in a cloud, are the folder itself. A file system that tells no kind may mean any.
+bool IsLinkToFolder(const WIN32_FIND_DATAW& entry) {
+  constexpr DWORD kBoth = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+  return (entry.dwFileAttributes & kBoth) == kBoth &&
+         (entry.dwReserved0 == 0 || IsReparseTagNameSurrogate(entry.dwReserved0));
+}
+
+QString PathOf(HANDLE folder, DWORD volumeName) {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length =
+        GetFinalPathNameByHandleW(folder, path.data(), static_cast<DWORD>(path.size()), volumeName);
+    if (length == 0) return {};
+    if (length < path.size()) return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
+    path.resize(length + 1);
+  }
+}
+
+// Where a folder really lies, all links followed and with a delimiter at its end: "\\?\Volume{...}\a\", or
+// "\\?\UNC\server\share\a\" where the volume has no number; empty if that can't be told.
+QString RealFolder(const QString& folder) {
+  const TFileHandle handle = OpenEntry(folder, kNoRights, FILE_FLAG_BACKUP_SEMANTICS);
+  if (!handle) return {};
+  QString real = PathOf(handle.get(), VOLUME_NAME_GUID);
+  if (real.isEmpty()) real = PathOf(handle.get(), VOLUME_NAME_DOS);
+  return real.isEmpty() ? real : IncludeTrailingPathDelimiter(real);
+}
+
+bool IsWithin(const QString& folder, const QString& top) {
+  return folder.startsWith(top, Qt::CaseInsensitive);
+}
+
+// The top of the volume that holds a real folder.
+QString VolumeOf(const QString& realFolder) {
+  const bool isShare = realFolder.startsWith(QLatin1String("\\\\?\\UNC\\"));
+  return realFolder.section(PathDelim, 0, isShare ? 5 : 3) + PathDelim;
+}
+
+// Tells which links a confined walk may follow.
+class TConfinement {
+ public:
+  void Begin(const QString& root);
+  void NoteLink(const QString& path) {
+    if (FConfined) FLinks.insert(path);
+  }
+  [[nodiscard]] bool MayEnter(const QString& folder);
+
+ private:
+  [[nodiscard]] bool IsNew(const QString& real) const;
+
+  bool FConfined = false;
+  QStringList FReached;  // the real folders whose trees the walk reaches, the root's first
+  QSet<QString> FLinks;
+};
+
+void TConfinement::Begin(const QString& root) {
+  FConfined = !root.isEmpty();
+  FLinks.clear();
+  FReached.clear();
+  if (FConfined) FReached << RealFolder(root);
+}
+
+bool TConfinement::IsNew(const QString& real) const {
+  if (real.isEmpty() || FReached.front().isEmpty() || !IsWithin(real, VolumeOf(FReached.front())))
+    return false;
+  return std::none_of(FReached.begin(), FReached.end(), [&](const QString& reached) {
+    return IsWithin(real, reached) || IsWithin(reached, real);
+  });
+}
+
+bool TConfinement::MayEnter(const QString& folder) {
+  if (FLinks.isEmpty() || !FLinks.contains(ExcludeTrailingPathDelimiter(folder))) return true;
+  const QString real = RealFolder(folder);
+  if (!IsNew(real)) return false;
+  FReached << real;
+  return true;
+}
+
+}  // namespace
+
+class TFileEnumeration::TImpl {
+ public:
+  void ConfineTo(const QString& root) { FConfinement.Begin(root); }
+  bool First(const QString& folder, TFoundFile& found);
+  bool Next(TFoundFile& found);
+  void Close() { FSearch.reset(); }
+
+ private:
+  [[nodiscard]] bool NextEntry();
+  [[nodiscard]] bool TakeOrNext(TFoundFile& found);
+
+  TConfinement FConfinement;
+  QString FFolder;  // with its delimiter
+  TSearchHandle FSearch;
+  WIN32_FIND_DATAW FEntry;
+};
+
+bool TFileEnumeration::TImpl::First(const QString& folder, TFoundFile& found) {
+  Close();
+  if (folder.isEmpty() || !FConfinement.MayEnter(folder)) return false;
+  FFolder = IncludeTrailingPathDelimiter(folder);
+  FSearch = OpenSearch(FFolder, FEntry);
+  return FSearch && TakeOrNext(found);
+}
+
+bool TFileEnumeration::TImpl::Next(TFoundFile& found) {
+  return NextEntry() && TakeOrNext(found);
+}
+
+bool TFileEnumeration::TImpl::NextEntry() {
+  if (FSearch && FindNextFileW(FSearch.get(), &FEntry) != 0) return true;
+  Close();
+  return false;
+}
+
+bool TFileEnumeration::TImpl::TakeOrNext(TFoundFile& found) {
+  while (IsDotOrDotDot(FEntry.cFileName)) {
+    if (!NextEntry()) return false;
+  }
+  // Keeps the memory of the name before.
+  found.Name.setUnicode(reinterpret_cast<const QChar*>(FEntry.cFileName),
+                        static_cast<qsizetype>(std::wcslen(FEntry.cFileName)));
+  found.Attributes = FEntry.dwFileAttributes;
+  found.Size = SizeOf(FEntry);
+  if (IsLinkToFolder(FEntry)) FConfinement.NoteLink(FFolder + found.Name);
+  return true;
+}
+
+TFileEnumeration::TFileEnumeration() : FImpl(std::make_unique<TImpl>()) {}
+
+TFileEnumeration::~TFileEnumeration() = default;
+
+void TFileEnumeration::ConfineTo(const QString& root) {
+  FImpl->ConfineTo(root);
+}
+
+// The details come with the listing.
+void TFileEnumeration::SkipFolderDetails() {}
+
+bool TFileEnumeration::First(const QString& folder, TFoundFile& found) {
+  return FImpl->First(folder, found);
+}
+
+bool TFileEnumeration::Next(TFoundFile& found) {
+  return FImpl->Next(found);
+}
+
+void TFileEnumeration::Close() {
+  FImpl->Close();
+}

@@ -1,0 +1,33 @@
+#include "platform/Icons.h"
+
+#include "platform/Paths.h"
+#include "platform/windows/Handle.h"
+#include "platform/windows/LongPath.h"
+
+#include <QImage>
+#include <QPixmap>
+
+#include <shellapi.h>
+
+namespace {
+
+// Of a name alone: the attributes are given, so no file is looked at. A path that is too long for the call
+// has the icon of its last part.
+QImage AskIcon(const QString& path, UINT size) {
+  const QString asked = path.size() < MAX_PATH ? path : ExtractFileName(path);
+  SHFILEINFOW reply{};
+  const UINT flags = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES | size;
+  if (SHGetFileInfoW(WideText(asked), FILE_ATTRIBUTE_NORMAL, &reply, sizeof reply, flags) == 0) return {};
+  const TIconHandle icon(reply.hIcon);
+  return icon ? QImage::fromHICON(icon.get()) : QImage();
+}
+
+}  // namespace
+
+QIcon FileIcon(const QString& path) {
+  QIcon icon;
+  for (const UINT size : {UINT{SHGFI_LARGEICON}, UINT{SHGFI_SMALLICON}}) {
+    if (const QImage image = AskIcon(path, size); !image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
+  }
+  return icon;
+}

@@ -1,0 +1,189 @@
+// Documents through MSXML.
+#include "platform/XmlDocument.h"
+
+#include "platform/ComThread.h"
+#include "platform/FileTests.h"
+#include "platform/windows/Component.h"
+#include "platform/windows/XmlProlog.h"
+
+#include <msxml2.h>
+
+#include <limits>
+
+namespace {
+
+// The import libraries of MinGW lack it.
+constexpr IID kDocumentInterface = {
+    0x2933bf95, 0x7b36, 0x11d2, {0xb2, 0x0e, 0x00, 0xc0, 0x4f, 0x98, 0x3e, 0x60}};
+
+void Check(HRESULT result, const std::string& what) {
+  if (FAILED(result)) throw TXmlError(what);
+}
+
+// Its thread can use components for as long as the document lives.
+struct TDocument {
+  TComThread Thread;
+  TComponent<IXMLDOMDocument2> Document;
+};
+
+struct TNode {
+  std::shared_ptr<TDocument> Document;
+  TComponent<IXMLDOMElement> Element;
+};
+
+const TNode& NodeOf(const std::shared_ptr<void>& node) {
+  return *static_cast<const TNode*>(node.get());
+}
+
+TXmlElement MakeElement(const std::shared_ptr<TDocument>& document, TComponent<IXMLDOMElement> element) {
+  return TXmlElement(std::make_shared<TNode>(TNode{document, std::move(element)}));
+}
+
+TComponent<IXMLDOMElement> AsElement(IXMLDOMNode* node) {
+  return Asked<IXMLDOMElement>([&](auto** element) {
+    return node->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(element));
+  });
+}
+
+bool IsElement(IXMLDOMNode* node) {
+  DOMNodeType type = NODE_INVALID;
+  return SUCCEEDED(node->get_nodeType(&type)) && type == NODE_ELEMENT;
+}
+
+QString NameOf(IXMLDOMNode* node) {
+  TComponentText name;
+  return SUCCEEDED(node->get_baseName(name.Out())) ? name.Text() : QString();
+}
+
+// The node itself or the next one behind it that is an element of this name; null if there is none.
+TComponent<IXMLDOMElement> FindNamed(TComponent<IXMLDOMNode> node, const QString& name) {
+  for (; node; node = Asked<IXMLDOMNode>([&](auto** next) { return node->get_nextSibling(next); })) {
+    if (IsElement(node.get()) && NameOf(node.get()) == name) return AsElement(node.get());
+  }
+  return nullptr;
+}
+
+TComponent<IXMLDOMElement> FirstNamed(const TNode& parent, const QString& name) {
+  return FindNamed(Asked<IXMLDOMNode>([&](auto** first) { return parent.Element->get_firstChild(first); }),
+                   name);
+}
+
+TComponent<IXMLDOMElement> NextNamed(const TComponent<IXMLDOMElement>& element, const QString& name) {
+  return FindNamed(Asked<IXMLDOMNode>([&](auto** next) { return element->get_nextSibling(next); }), name);
+}
+
+TComponent<IXMLDOMElement> AppendNamed(const TNode& parent, const QString& name) {
+  auto made = Asked<IXMLDOMElement>([&](auto** element) {
+    return parent.Document->Document->createElement(TComponentText(name).Get(), element);
+  });
+  if (!made) throw TXmlError("no name of an element: " + name.toStdString());
+  const auto appended =
+      Asked<IXMLDOMNode>([&](auto** node) { return parent.Element->appendChild(made.get(), node); });
+  if (!appended) throw TXmlError("no element can be added");
+  return made;
+}
+
+// The newest one that this computer has.
+TComponent<IXMLDOMDocument2> CreateDocument() {
+  for (const wchar_t* const name :
+       {L"Msxml2.DOMDocument.6.0", L"Msxml2.DOMDocument.3.0", L"Msxml2.DOMDocument"}) {
+    CLSID number;
+    if (FAILED(CLSIDFromProgID(name, &number))) continue;
+    auto document = Asked<IXMLDOMDocument2>([&](IXMLDOMDocument2** made) {
+      return CoCreateInstance(number, nullptr, CLSCTX_INPROC_SERVER, kDocumentInterface,
+                              reinterpret_cast<void**>(made));
+    });
+    if (document) return document;
+  }
+  throw TXmlError("no XML parser on this computer");
+}
+
+void SetProperty(IXMLDOMDocument2& document, const QString& name, const TComponentValue& value) {
+  Check(document.setProperty(TComponentText(name).Get(), value.Get()),
+        "the XML parser lacks " + name.toStdString());
+}
+
+// Nothing outside the document is read, and none of its own declarations is followed.
+void SetRules(IXMLDOMDocument2& document) {
+  const char* const what = "the XML parser takes no rules";
+  Check(document.put_async(VARIANT_FALSE), what);
+  Check(document.put_validateOnParse(VARIANT_FALSE), what);
+  Check(document.put_resolveExternals(VARIANT_FALSE), what);
+  SetProperty(document, QStringLiteral("ProhibitDTD"), TComponentValue(true));
+  SetProperty(document, QStringLiteral("SelectionLanguage"), TComponentValue(QStringLiteral("XPath")));
+}
+
+void Load(IXMLDOMDocument2& document, const QByteArray& bytes) {
+  VARIANT_BOOL loaded = VARIANT_FALSE;
+  const HRESULT result = document.load(TComponentValue(bytes).Get(), &loaded);
+  if (result != S_OK || loaded == VARIANT_FALSE) throw TXmlError("a document that is not well-formed");
+}
+
+}  // namespace
+
+QString TXmlElement::Name() const {
+  return NameOf(NodeOf(FNode).Element.get());
+}
+
+QString TXmlElement::Attribute(const QString& name) const {
+  TComponentValue value;
+  const HRESULT result = NodeOf(FNode).Element->getAttribute(TComponentText(name).Get(), value.Out());
+  return result == S_OK ? value.Text() : QString();
+}
+
+void TXmlElement::SetAttribute(const QString& name, const QString& value) {
+  Check(NodeOf(FNode).Element->setAttribute(TComponentText(name).Get(), TComponentValue(value).Get()),
+        "no name of an attribute: " + name.toStdString());
+}
+
+TXmlElement TXmlElement::Child(const QString& name) const {
+  const TNode& parent = NodeOf(FNode);
+  auto child = FirstNamed(parent, name);
+  return MakeElement(parent.Document, child ? std::move(child) : AppendNamed(parent, name));
+}
+
+int TXmlElement::ChildCount(const QString& name) const {
+  int count = 0;
+  for (auto child = FirstNamed(NodeOf(FNode), name); child; child = NextNamed(child, name))
+    ++count;
+  return count;
+}
+
+TXmlElement TXmlElement::ChildAt(const QString& name, int index) const {
+  auto child = index < 0 ? nullptr : FirstNamed(NodeOf(FNode), name);
+  for (; child && index > 0; --index)
+    child = NextNamed(child, name);
+  if (!child) throw std::out_of_range("no such child element");
+  return MakeElement(NodeOf(FNode).Document, std::move(child));
+}
+
+std::optional<QString> TXmlElement::SelectText(const QString& expression) const {
+  IXMLDOMNode* found = nullptr;
+  const HRESULT result = NodeOf(FNode).Element->selectSingleNode(TComponentText(expression).Get(), &found);
+  const TComponent<IXMLDOMNode> node(found);
+  Check(result, "selects no nodes: " + expression.toStdString());
+  if (!node) return std::nullopt;
+  TComponentText text;
+  Check(node->get_text(text.Out()), "a node without a text");
+  return IsElement(node.get()) ? text.Text().trimmed() : text.Text();
+}
+
+TXmlElement LoadXml(const QString& fileName) {
+  const auto content = ReadWholeFile(fileName);
+  if (!content) throw TXmlError("can't read " + fileName.toStdString());
+  return ParseXml(*content);
+}
+
+TXmlElement ParseXml(const QByteArray& document) {
+  if (document.size() > std::numeric_limits<int>::max()) throw TXmlError("a document that is too large");
+  const auto bytes = WithoutDocumentType(document);
+  if (!bytes) throw TXmlError("a document with entities of its own");
+  const auto holder = std::make_shared<TDocument>();
+  holder->Document = CreateDocument();
+  SetRules(*holder->Document);
+  Load(*holder->Document, *bytes);
+  auto root =
+      Asked<IXMLDOMElement>([&](auto** element) { return holder->Document->get_documentElement(element); });
+  if (!root) throw TXmlError("a document without an element");
+  return MakeElement(holder, std::move(root));
+}

@@ -1,0 +1,47 @@
+// Files of which it is not known whether they have more names than one: 16 bytes each, so that those that
+// were met more than once are found by their numbers.
+#pragma once
+
+#include "volindex/index/FolderTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace volindex {
+
+struct TSeenFile {
+  uint64_t Number = 0;
+  TFolderId Folder =
+      kNoFolder;  // that it was added to by that name; none for one whose names are all known as links
+  uint32_t Size = 0;
+};
+
+// One thread at a time.
+class TSeenFiles {
+ public:
+  static constexpr size_t kParts = 64;  // all that is seen of a file is in one part
+
+  [[nodiscard]] static constexpr bool Takes(uint64_t size) {
+    return size <= std::numeric_limits<uint32_t>::max();
+  }
+
+  // A file that was added as if it had one name; of a size that Takes.
+  void AddSingle(uint64_t number, TFolderId folder, uint64_t size) {
+    FParts[number % kParts].push_back({number, folder, static_cast<uint32_t>(size)});
+  }
+  // A name of a file that is known to have others.
+  void AddLinked(uint64_t number) { FParts[number % kParts].push_back({number, kNoFolder, 0}); }
+
+  [[nodiscard]] bool Empty() const {
+    return std::all_of(FParts.begin(), FParts.end(), [](const auto& part) { return part.empty(); });
+  }
+  [[nodiscard]] const std::vector<TSeenFile>& Part(size_t part) const { return FParts[part]; }
+
+ private:
+  std::array<std::vector<TSeenFile>, kParts> FParts;
+};
+
+}  // namespace volindex

@@ -1,0 +1,14 @@
+#include "volindex/readers/Reader.h"
+#include "volindex/readers/folders/FoldersReader.h"
+#include "volindex/readers/ntfs/NtfsReader.h"
+
+namespace volindex {
+
+std::vector<std::unique_ptr<TReader>> MakeReaders() {
+  std::vector<std::unique_ptr<TReader>> readers;
+  readers.push_back(std::make_unique<ntfs::TNtfsReader>());
+  readers.push_back(std::make_unique<TFoldersReader>());
+  return readers;
+}
+
+}  // namespace volindex

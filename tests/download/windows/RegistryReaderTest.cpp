@@ -1,0 +1,111 @@
+// What is read from the registry itself.
+#include "download/CatalogueMaker.h"
+#include "download/ConfigReaders.h"
+#include "download/DownloadDirectoryScan.h"
+#include "fixtures/QtPrinters.h"
+#include "fixtures/TestUser.h"
+#include "fixtures/windows/RegistryKey.h"
+#include "platform/ComThread.h"
+#include "platform/Paths.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString kKey = u"Software\\An application"_qs;
+
+class RealRegistry : public testing::Test {
+ protected:
+  [[nodiscard]] QStringList Found(const TCatalogueEntry& entry) {
+    FUser.Home.WriteFile("catalogue.xml", MakeCatalogue({entry}));
+    TDownloadDirectoryScan scan;
+    scan.ScanDirectories(FUser.Home.Path("catalogue.xml"));
+    return scan.FDirectories;
+  }
+
+  const TComThread FComponents;
+  TTestUser FUser;
+  TTempRegistryKey FKey{HKEY_CURRENT_USER, kKey};
+};
+
+}  // namespace
+
+TEST_F(RealRegistry, TextsComeOutAndOtherTypesDoNot) {
+  const QByteArray text = TTempRegistryKey::BytesOf(u"D:\\é 日"_qs);
+  const QByteArray end(2, '\0');
+  const struct {
+    DWORD Type;
+    QByteArray Bytes;
+    QString Text;
+  } rows[] = {
+      {REG_SZ, text + end, u"D:\\é 日"_qs},
+      {REG_SZ, text, u"D:\\é 日"_qs},
+      {REG_SZ, end, QString()},
+      {REG_EXPAND_SZ, text + end, QString()},
+      {REG_BINARY, text + end, QString()},
+      {REG_DWORD, "abcd", QString()},
+      {REG_MULTI_SZ, text + end + text + end + end, u"D:\\é 日"_qs},
+      {REG_QWORD, text.left(8), u"D:\\é"_qs},
+      {REG_NONE, text, u"D:\\é 日"_qs},
+      {REG_MULTI_SZ, {}, QString()},
+  };
+  for (const auto& row : rows) {
+    FKey.Set(u"Folder"_qs, row.Type, row.Bytes);
+    EXPECT_EQ(ReadRegistryValue(u"HKEY_CURRENT_USER"_qs, kKey, u"Folder"_qs), row.Text) << row.Type;
+  }
+}
+
+TEST_F(RealRegistry, AnyOtherRootIsTheCurrentUsers) {
+  FKey.SetText(u"Folder"_qs, u"here"_qs);
+  const struct {
+    QString Root, Text;
+  } rows[] = {
+      {u"HKEY_CURRENT_USER"_qs, u"here"_qs},  {QString(), u"here"_qs},
+      {u"hkey_local_machine"_qs, u"here"_qs}, {u"HKEY_CLASSES_ROOT"_qs, u"here"_qs},
+      {u"HKEY_LOCAL_MACHINE"_qs, QString()},  {u"HKEY_CURRENT_CONFIG"_qs, QString()},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(ReadRegistryValue(row.Root, kKey, u"Folder"_qs), row.Text) << qPrintable(row.Root);
+  const QString system = u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion"_qs;
+  EXPECT_FALSE(ReadRegistryValue(u"HKEY_LOCAL_MACHINE"_qs, system, u"ProductName"_qs).isEmpty());
+}
+
+TEST_F(RealRegistry, AnEmptyOrMissingValueGivesTheDefaultOfTheKindReg) {
+  FUser.Home.MakeFolder("a");
+  FUser.Home.MakeFolder("usual");
+  FKey.SetText(u"Named"_qs, FUser.Home.Path("a"));
+  FKey.SetText(u"Empty"_qs, QString());
+  FKey.Set(u"Expand"_qs, REG_EXPAND_SZ, TTempRegistryKey::BytesOf(FUser.Home.Path("a")));
+  const QByteArray usual = NameToBytes(FUser.Home.Path("usual"));
+  for (const char* name : {"Named", "Empty", "Expand", "Missing"}) {
+    const QString expected = FUser.Home.Path(QByteArray(name) == "Named" ? "a\\" : "usual\\");
+    EXPECT_EQ(
+        Found({.Kind = "reg", .Default = usual, .RegistryKey = NameToBytes(kKey), .RegistryName = name}),
+        QStringList(expected))
+        << name;
+  }
+}
+
+TEST_F(RealRegistry, TheInstallFolderIsTheRegistrysWithOrWithoutItsDelimiter) {
+  FUser.Home.MakeFolder("incoming");
+  FUser.Home.WriteFile("program/set.cfg", "k=" + NameToBytes(FUser.Home.Path("incoming")));
+  for (const char* folder : {"program", "program/"}) {
+    FKey.SetText(u"Path"_qs, FUser.Home.Path(folder));
+    EXPECT_EQ(Found({.Kind = "keyvalue",
+                     .Directory = "installFOLDER",
+                     .Path = "set.cfg",
+                     .Name = "k",
+                     .RegistryKey = NameToBytes(kKey),
+                     .RegistryName = "Path"}),
+              QStringList(FUser.Home.Path("incoming\\")));
+  }
+}
+
+TEST_F(RealRegistry, AFolderWithoutADriveGetsTheLetter) {
+  FUser.Home.MakeFolder("a");
+  FKey.SetText(u"Folder"_qs, FUser.Home.Path("a").mid(2));
+  const QByteArray drive = NameToBytes(FUser.Home.Path().left(2));
+  EXPECT_EQ(
+      Found({.Kind = "reg", .Letter = drive, .RegistryKey = NameToBytes(kKey), .RegistryName = "Folder"}),
+      QStringList(FUser.Home.Path("a\\")));
+}

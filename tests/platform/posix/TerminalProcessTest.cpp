@@ -1,0 +1,104 @@
+#include "platform/Process.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <memory>
+#include <semaphore>
+#include <vector>
+
+namespace {
+
+// Puts another file in the place of standard error.
+class TStdErrTo {
+ public:
+  explicit TStdErrTo(int descriptor) : FBefore(dup(STDERR_FILENO)) { dup2(descriptor, STDERR_FILENO); }
+  ~TStdErrTo() {
+    dup2(FBefore, STDERR_FILENO);
+    close(FBefore);
+  }
+  TStdErrTo(const TStdErrTo&) = delete;
+  TStdErrTo& operator=(const TStdErrTo&) = delete;
+
+ private:
+  const int FBefore;
+};
+
+std::counting_semaphore<> gInterrupts{0};
+
+TEST(TerminalProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
+  OnInterrupt([] { gInterrupts.release(); });
+  for (const int signal : {SIGINT, SIGTERM, SIGINT}) {
+    ASSERT_EQ(kill(getpid(), signal), 0);
+    EXPECT_TRUE(gInterrupts.try_acquire_for(std::chrono::seconds(10))) << signal;
+  }
+  std::signal(SIGINT, SIG_DFL);
+  std::signal(SIGTERM, SIG_DFL);
+}
+
+constexpr size_t kBlock = 64 * 1024;
+constexpr size_t kBlocks = 1024;
+
+std::vector<std::unique_ptr<char[]>> TouchMemory() {
+  std::vector<std::unique_ptr<char[]>> blocks;
+  for (size_t i = 0; i < kBlocks; ++i)
+    blocks.push_back(std::make_unique<char[]>(kBlock));
+  return blocks;
+}
+
+TEST(TerminalProcess, TrimmingGivesFreeMemoryBack) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "the sanitizer's own allocator keeps freed memory";
+#endif
+  auto blocks = TouchMemory();
+  const auto last = std::make_unique<char[]>(kBlock);  // keeps the heap's end where it is
+  blocks.clear();
+  const qint64 before = ResidentBytes();
+  TrimWorkingSet();
+  EXPECT_GE(before - ResidentBytes(), static_cast<qint64>(kBlock * kBlocks / 2));
+}
+
+TEST(TerminalProcess, TheTerminalIsAskedForItsWidth) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_GE(terminal, 0);
+  ASSERT_EQ(unlockpt(terminal), 0);
+  const int screen = open(ptsname(terminal), O_RDWR | O_NOCTTY);
+  ASSERT_GE(screen, 0);
+  winsize size{};
+  size.ws_col = 123;
+  ASSERT_EQ(ioctl(screen, TIOCSWINSZ, &size), 0);
+  {
+    const TStdErrTo redirected(screen);
+    EXPECT_TRUE(StdErrIsTerminal());
+    EXPECT_EQ(TerminalColumns(), 123);
+  }
+  close(screen);
+  close(terminal);
+}
+
+TEST(TerminalProcess, DebugOutputIsSilentUnlessAskedFor) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  {
+    const TStdErrTo redirected(ends[1]);
+    EXPECT_FALSE(StdErrIsTerminal());
+    EXPECT_EQ(TerminalColumns(), 80);
+    unsetenv("TALLYSCOPE_DEBUG");
+    DebugOutput("silent");
+    setenv("TALLYSCOPE_DEBUG", "1", 1);
+    DebugOutput("heard");
+    unsetenv("TALLYSCOPE_DEBUG");
+  }
+  char text[64] = {};
+  EXPECT_EQ(read(ends[0], text, sizeof text - 1), 5);
+  EXPECT_STREQ(text, "heard");
+  close(ends[0]);
+  close(ends[1]);
+}
+
+}  // namespace

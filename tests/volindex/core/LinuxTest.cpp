@@ -1,0 +1,80 @@
+// What only Linux has: permission bits, mounts, names of any bytes.
+#include "volindex/TestTree.h"
+#include "volindex/core/ReadFolders.h"
+#include "volindex/system/Utf16.h"
+
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <random>
+
+namespace volindex {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
+  TTestTree tree;
+  tree.AddFile("open/file", 3);
+  tree.AddFile("shut/file", 5);
+  tree.AddFile("names only/file", 7);
+  fs::permissions(tree.Root(), fs::perms::all);
+  fs::permissions(tree.Root() / "shut", fs::perms::none);
+  fs::permissions(tree.Root() / "names only", fs::perms::owner_read | fs::perms::others_read);
+  const uid_t user = ::geteuid();
+  ASSERT_EQ(user == 0 ? ::seteuid(65534) : 0, 0);
+  const TReading reading = Read(tree.Root(), 1);
+  ASSERT_EQ(::seteuid(user), 0);
+  for (const char* folder : {"shut", "names only"})
+    fs::permissions(tree.Root() / folder, fs::perms::all);
+  EXPECT_EQ(reading.Index.Statistics().Unreadable, 2U);
+  const TAnswer answer = AnswerOf(reading.Index);
+  EXPECT_EQ(answer.Folders, (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
+  EXPECT_EQ(answer.Total, 3U);
+}
+
+// Another file system, and a part of the same one under a second path.
+TEST(FoldersReader, DoesNotEnterWhatIsMountedBelow) {
+  TTestTree tree;
+  tree.AddFile("origin/file", 9);
+  tree.AddFile("bind/below", 100);
+  tree.AddFile("memory/below", 100);
+  const std::string bind = (tree.Root() / "bind").string();
+  const std::string memory = (tree.Root() / "memory").string();
+  if (::mount((tree.Root() / "origin").c_str(), bind.c_str(), nullptr, MS_BIND, nullptr) != 0)
+    GTEST_SKIP() << "mounting is not permitted";
+  const bool mounted = ::mount("none", memory.c_str(), "tmpfs", 0, nullptr) == 0;
+  if (mounted) std::ofstream(memory + "/inside") << "12345";
+  const auto root = DescribeScanRoot(bind);
+  const TAnswer answer = AnswerFor(tree.Root());
+  ::umount(bind.c_str());
+  if (mounted) ::umount(memory.c_str());
+  ASSERT_TRUE(mounted && root.has_value());
+  EXPECT_FALSE(root->IsVolumeRoot);  // a part of its volume only
+  EXPECT_EQ(answer.Folders, (std::vector<TListed>{{9, "origin"}, {0, "bind"}, {0, "memory"}}));
+  EXPECT_EQ(answer.FileCount, 1U);
+}
+
+TEST(ScanRoot, LinkIsScannedAsItsTarget) {
+  TTestTree tree;
+  fs::create_directory_symlink(tree.Root(), tree.Root() / "link");
+  const auto root = DescribeScanRoot(tree.Path("link/"));
+  ASSERT_TRUE(root.has_value());
+  EXPECT_EQ(root->Path, fs::canonical(tree.Root()).string());
+}
+
+TEST(Utf16, AnyBytesComeBack) {
+  std::mt19937 random(1);
+  for (unsigned round = 0; round < 20'000; ++round) {
+    std::string bytes(round % 12, '\0');
+    for (char& byte : bytes)
+      byte = static_cast<char>(random() % 3 == 0 ? random() : 0x80 | (random() & 0x7F));
+    ASSERT_EQ(ToBytes(ToUtf16(bytes)), bytes);
+  }
+  EXPECT_EQ(ToBytes(std::u16string{0xD800, u'a', 0xDC01}), "?a?");
+}
+
+}  // namespace
+}  // namespace volindex
