@@ -5,10 +5,9 @@
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/PrivateProfile.h"
+#include "platform/Registry.h"
 #include "platform/XmlDocument.h"
 #include "support/TextLines.h"
-
-#include <QStringConverter>
 
 namespace {
 
@@ -18,18 +17,18 @@ TRegistryRoot RootOf(const QString& name) {
   return TRegistryRoot::CurrentUser;
 }
 
+// Unit by unit, as a path may hold surrogates that are no text.
+QString RegistryText(const TRegistryValue& value) {
+  if (value.Type != TRegistryType::String && value.Type != TRegistryType::Unknown) return {};
+  const QString text(reinterpret_cast<const QChar*>(value.Bytes.constData()), value.Bytes.size() / 2);
+  return text.left(text.indexOf(QChar()));
+}
+
 }  // namespace
 
 QString ReadRegistryValue(const QString& rootName, const QString& keyPath, const QString& valueName) {
   const auto value = ReadRegistry(RootOf(rootName), keyPath, valueName);
   return value ? RegistryText(*value) : QString();
-}
-
-QString RegistryText(const TRegistryValue& value) {
-  if (value.Type != TRegistryType::String && value.Type != TRegistryType::Unknown) return {};
-  const QString text =
-      QStringDecoder(QStringDecoder::Utf16LE, QStringDecoder::Flag::ConvertInitialBom).decode(value.Bytes);
-  return text.left(text.indexOf(QChar()));
 }
 
 QString ReadFromRegistry(const QString& rootName, const QString& keyPath, const QString& valueName,

@@ -2,19 +2,14 @@
 // folder's default, which it gives where its kind says so. The text is as it was stored.
 #pragma once
 
-#include "platform/Registry.h"
-
 #include <QByteArray>
 #include <QString>
 
-// A value that stands as plain text; empty for a key or value that is missing and for any other type. The
-// root is the current user's unless the name is that of another one.
+// A value that stands as plain text, or, of a type that the registry reader does not know, its bytes taken as
+// text up to the first NUL; empty for a key or value that is missing and for any other type. The root is the
+// current user's unless the name is that of another one.
 [[nodiscard]] QString ReadRegistryValue(const QString& rootName, const QString& keyPath,
                                         const QString& valueName);
-
-// What ReadRegistryValue gives of a value: a text, or, of a type that the registry reader does not know, the
-// bytes taken as text up to the first NUL.
-[[nodiscard]] QString RegistryText(const TRegistryValue& value);
 
 // The default for a value that is missing or empty.
 [[nodiscard]] QString ReadFromRegistry(const QString& rootName, const QString& keyPath,

@@ -74,23 +74,6 @@ TEST(KeyValueReader, TakesTheFirstLineOfTheKeyAsItStands) {
     EXPECT_EQ(FindKeyValue(row.Content, u"dir"_qs), row.Value) << row.Content.constData();
 }
 
-TEST(RegistryReader, OnlyPlainTextsAreTaken) {
-  const struct {
-    TRegistryValue Value;
-    QString Text;
-  } rows[] = {
-      {{TRegistryType::String, Utf16(u"C:\\d é"_qs)}, u"C:\\d é"_qs},
-      {{TRegistryType::String, Utf16(QStringLiteral("C:\\d\0"))}, u"C:\\d"_qs},
-      {{TRegistryType::ExpandString, Utf16(u"%TEMP%"_qs)}, QString()},
-      {{TRegistryType::Binary, Utf16(u"C:\\d"_qs)}, QString()},
-      {{TRegistryType::Integer, QByteArray(4, 'a')}, QString()},
-      {{TRegistryType::Unknown, Utf16(QStringLiteral("one\0two\0\0"))}, u"one"_qs},
-      {{TRegistryType::Unknown, {}}, QString()},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(RegistryText(row.Value), row.Text);
-}
-
 TEST(RegistryReader, AMissingValueGivesTheDefault) {
   const QString key = u"Software\\Tallyscope\\no such key"_qs;
   EXPECT_EQ(ReadRegistryValue(u"HKEY_CURRENT_USER"_qs, key, u"no"_qs), QString());

@@ -121,11 +121,3 @@ TEST_F(DownloadProgram, BrokenSettingsTakeNothingFromWhatWasFoundBefore) {
     EXPECT_EQ(DownloadFilesAtHome(), QByteArrayList({kBrowserFile, "before/b"})) << broken.Path;
   }
 }
-
-TEST_F(DownloadProgram, ACatalogueThatIsNoneLeavesTheBrowsers) {
-  EXPECT_EQ(DownloadFilesAtHome(), QByteArrayList({kBrowserFile})) << "no catalogue at all";
-  for (const char* catalogue : {"", "no XML", "<Applications/>"}) {
-    WriteCatalogue(catalogue);
-    EXPECT_EQ(DownloadFilesAtHome(), QByteArrayList({kBrowserFile})) << catalogue;
-  }
-}

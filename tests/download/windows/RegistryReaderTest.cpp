@@ -40,6 +40,7 @@ TEST_F(RealRegistry, TextsComeOutAndOtherTypesDoNot) {
   } rows[] = {
       {REG_SZ, text + end, u"D:\\é 日"_qs},
       {REG_SZ, text, u"D:\\é 日"_qs},
+      {REG_SZ, TTempRegistryKey::BytesOf(QString(QChar(0xd800)) + u'x'), QString(QChar(0xd800)) + u'x'},
       {REG_SZ, end, QString()},
       {REG_EXPAND_SZ, text + end, QString()},
       {REG_BINARY, text + end, QString()},

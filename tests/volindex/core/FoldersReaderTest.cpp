@@ -43,7 +43,7 @@ void Populate(TTestTree& tree, unsigned entries) {
 
 TEST(FoldersReader, SeesWhatFindSeesWhateverTheThreadsDo) {
   TTestTree tree;
-  Populate(tree, 6000);
+  Populate(tree, 3000);
   const TAnswer expected = AnswerOfDisk(tree.Root().string());
   ASSERT_GT(expected.FolderCount, 100U);
   for (const unsigned threads : {1U, 2U, 4U, 16U})
