@@ -4,13 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
-#include <atomic>
-#include <functional>
 #include <map>
-#include <memory>
 #include <random>
-#include <string>
-#include <thread>
-#include <vector>
+
+#include "Plain.h"

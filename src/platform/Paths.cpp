@@ -16,6 +16,13 @@ QString IncludeTrailingPathDelimiter(const QString& path) {
   return path.endsWith(PathDelim) ? path : path + PathDelim;
 }
 
+QString WithoutDelimitersAtEnd(const QString& path) {
+  qsizetype end = path.size();
+  while (end > 1 && path[end - 1] == PathDelim)
+    --end;
+  return path.left(end);
+}
+
 QString ExtractFileDir(const QString& path) {
   return ExcludeTrailingPathDelimiter(ExtractFilePath(path));
 }

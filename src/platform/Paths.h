@@ -11,6 +11,9 @@ extern const QChar PathDelim;
 
 [[nodiscard]] QString IncludeTrailingPathDelimiter(const QString& path);
 
+// Without any delimiter at the end, be it a root's, but for a text that is nothing else: "/" stays.
+[[nodiscard]] QString WithoutDelimitersAtEnd(const QString& path);
+
 // Without the delimiter at the end; a volume root keeps its own, for which the system may be asked.
 [[nodiscard]] QString ExcludeTrailingPathDelimiter(const QString& path);
 

@@ -1,5 +1,6 @@
 #include "platform/FileEnumeration.h"
 
+#include "fixtures/Listing.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/TempTree.h"
@@ -13,19 +14,6 @@ namespace {
 
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-std::vector<QByteArray> NamesIn(TFileEnumeration& files, const QString& folder) {
-  std::vector<QByteArray> names;
-  TFoundFile found;
-  for (bool more = files.First(folder, found); more; more = files.Next(found))
-    names.push_back(NameToBytes(found.Name));
-  return names;
-}
-
-std::vector<QByteArray> NamesIn(const QString& folder) {
-  TFileEnumeration files;
-  return NamesIn(files, folder);
-}
 
 std::map<QByteArray, TFoundFile> EntriesIn(const QString& folder) {
   std::map<QByteArray, TFoundFile> entries;

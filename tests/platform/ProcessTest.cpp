@@ -1,21 +1,13 @@
 #include "platform/Process.h"
 
+#include "fixtures/TouchedMemory.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <vector>
 
 namespace {
-
-constexpr size_t kBlock = 64 * 1024;
-constexpr size_t kBlocks = 1024;
-
-std::vector<std::unique_ptr<char[]>> TouchMemory() {
-  std::vector<std::unique_ptr<char[]>> blocks;
-  for (size_t i = 0; i < kBlocks; ++i)
-    blocks.push_back(std::make_unique<char[]>(kBlock));
-  return blocks;
-}
 
 TEST(Process, MemoryIsCountedInBytes) {
   const qint64 before = ResidentBytes();

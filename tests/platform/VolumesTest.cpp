@@ -1,5 +1,6 @@
 #include "platform/Volumes.h"
 
+#include "fixtures/Listing.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
@@ -11,13 +12,6 @@
 #include <algorithm>
 
 namespace {
-
-QStringList Roots() {
-  QStringList roots;
-  for (const TVolume& volume : ListFixedVolumes())
-    roots << volume.Root;
-  return roots;
-}
 
 TEST(Volumes, TheSystemsVolumeComesFirstWithItsSizes) {
   const QVector<TVolume> volumes = ListFixedVolumes();

@@ -8,17 +8,6 @@
 
 const QChar PathDelim = u'/';
 
-namespace {
-
-QString WithoutDelimitersAtEnd(const QString& path) {
-  qsizetype end = path.size();
-  while (end > 1 && path[end - 1] == PathDelim)
-    --end;
-  return path.left(end);
-}
-
-}  // namespace
-
 QString ExcludeTrailingPathDelimiter(const QString& path) {
   if (!path.endsWith(PathDelim) || IsVolumeRoot(path)) return path;
   return WithoutDelimitersAtEnd(path);

@@ -1,7 +1,6 @@
 // Documents through libxml2.
 #include "platform/XmlDocument.h"
 
-#include "platform/FileTests.h"
 
 #include <libxml/parser.h>
 #include <libxml/tree.h>
@@ -120,12 +119,6 @@ std::optional<QString> TXmlElement::SelectText(const QString& expression) const 
   if (xmlXPathNodeSetIsEmpty(result->nodesetval)) return std::nullopt;
   xmlXPathNodeSetSort(result->nodesetval);
   return TextOf(result->nodesetval->nodeTab[0]);
-}
-
-TXmlElement LoadXml(const QString& fileName) {
-  const auto content = ReadWholeFile(fileName);
-  if (!content) throw TXmlError("can't read " + fileName.toStdString());
-  return ParseXml(*content);
 }
 
 TXmlElement ParseXml(const QByteArray& document) {

@@ -2,17 +2,6 @@
 
 const QChar PathDelim = u'\\';
 
-namespace {
-
-QString WithoutDelimitersAtEnd(const QString& path) {
-  qsizetype end = path.size();
-  while (end > 1 && path[end - 1] == PathDelim)
-    --end;
-  return path.left(end);
-}
-
-}  // namespace
-
 // "C:" alone would be the current folder of that drive.
 QString ExcludeTrailingPathDelimiter(const QString& path) {
   const QString without = WithoutDelimitersAtEnd(path);

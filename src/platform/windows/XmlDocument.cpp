@@ -2,7 +2,6 @@
 #include "platform/XmlDocument.h"
 
 #include "platform/ComThread.h"
-#include "platform/FileTests.h"
 #include "platform/windows/Component.h"
 #include "platform/windows/XmlProlog.h"
 
@@ -166,12 +165,6 @@ std::optional<QString> TXmlElement::SelectText(const QString& expression) const 
   TComponentText text;
   Check(node->get_text(text.Out()), "a node without a text");
   return IsElement(node.get()) ? text.Text().trimmed() : text.Text();
-}
-
-TXmlElement LoadXml(const QString& fileName) {
-  const auto content = ReadWholeFile(fileName);
-  if (!content) throw TXmlError("can't read " + fileName.toStdString());
-  return ParseXml(*content);
 }
 
 TXmlElement ParseXml(const QByteArray& document) {

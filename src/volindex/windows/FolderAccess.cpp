@@ -9,6 +9,7 @@
 #include <windows.h>
 #include <winternl.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstddef>
 #include <cstring>
@@ -173,14 +174,18 @@ struct TFolderListing::TBatch {
   // Goes to the next entry of the buffer; false at its end.
   [[nodiscard]] bool Advance();
   [[nodiscard]] std::u16string_view NameText() const;
+  [[nodiscard]] size_t NameOffset() const {
+    return HasNumbers ? offsetof(TWithId, FileName) : offsetof(THead, FileName);
+  }
 
   alignas(16) std::byte Buffer[kListingBuffer];
   intptr_t Folder = kNone;
   bool AtStart = true;
   bool HasNumbers = true;
-  size_t Next = 0;  // where the next entry lies; beyond the buffer if there is none
-  THead Head{};     // of the entry
-  size_t At = 0;    // where the entry lies
+  size_t Filled = 0;  // bytes of the buffer that the system has answered with
+  size_t Next = 0;    // where the next entry lies; beyond the buffer if there is none
+  THead Head{};       // of the entry
+  size_t At = 0;      // where the entry lies
   std::string Name;
 };
 
@@ -190,7 +195,10 @@ NTSTATUS TFolderListing::TBatch::Query(FILE_INFORMATION_CLASS what, uint64_t& by
     return ::NtQueryDirectoryFile(Handle(Folder), nullptr, nullptr, nullptr, &status, Buffer, sizeof Buffer,
                                   what, FALSE, nullptr, AtStart ? TRUE : FALSE);
   });
-  if (result >= 0) bytesRead += status.Information;
+  if (result >= 0) {
+    Filled = std::min<size_t>(status.Information, sizeof Buffer);
+    bytesRead += Filled;
+  }
   return result;
 }
 
@@ -206,17 +214,19 @@ TAccess TFolderListing::TBatch::Fill(uint64_t& bytesRead) {
   return AccessOf(status);
 }
 
+// What does not lie wholly in the answer is the end of it.
 bool TFolderListing::TBatch::Advance() {
-  if (Next >= kListingBuffer) return false;
+  if (Next > Filled || Filled - Next < NameOffset()) return false;
   At = Next;
   std::memcpy(&Head, Buffer + At, offsetof(THead, FileName));
-  Next = Head.NextEntryOffset == 0 ? kListingBuffer : At + Head.NextEntryOffset;
+  if (Head.FileNameLength > Filled - At - NameOffset()) return false;
+  Next = Head.NextEntryOffset == 0 ? kListingBuffer + 1 : At + Head.NextEntryOffset;
   return true;
 }
 
 std::u16string_view TFolderListing::TBatch::NameText() const {
-  const size_t offset = HasNumbers ? offsetof(TWithId, FileName) : offsetof(THead, FileName);
-  return {reinterpret_cast<const char16_t*>(Buffer + At + offset), Head.FileNameLength / sizeof(char16_t)};
+  return {reinterpret_cast<const char16_t*>(Buffer + At + NameOffset()),
+          Head.FileNameLength / sizeof(char16_t)};
 }
 
 TFolderListing::TFolderListing() : FBatch(std::make_unique<TBatch>()) {}
@@ -226,7 +236,8 @@ TFolderListing::~TFolderListing() = default;
 void TFolderListing::Start(const TFolderHandle& folder) {
   FBatch->Folder = folder.FHandle;
   FBatch->AtStart = true;
-  FBatch->Next = kListingBuffer;
+  FBatch->Filled = 0;
+  FBatch->Next = kListingBuffer + 1;
 }
 
 // A name with '/', which another system may have made, is left out as it is by all readers.

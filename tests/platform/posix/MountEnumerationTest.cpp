@@ -1,3 +1,4 @@
+#include "fixtures/Listing.h"
 #include "fixtures/MountNamespace.h"
 #include "fixtures/TempTree.h"
 #include "platform/FileEnumeration.h"
@@ -11,19 +12,6 @@ namespace {
 
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
-
-std::vector<QByteArray> NamesIn(TFileEnumeration& files, const QString& folder) {
-  std::vector<QByteArray> names;
-  TFoundFile found;
-  for (bool more = files.First(folder, found); more; more = files.Next(found))
-    names.push_back(NameToBytes(found.Name));
-  return names;
-}
-
-std::vector<QByteArray> NamesIn(const QString& folder) {
-  TFileEnumeration files;
-  return NamesIn(files, folder);
-}
 
 // Paths around the limit, and one whose first group of components ends just at a doubled delimiter.
 TEST(MountEnumeration, PathsOfJustTheSystemsLimitAreListed) {

@@ -1,5 +1,6 @@
 #include "platform/Volumes.h"
 
+#include "fixtures/Listing.h"
 #include "fixtures/MountNamespace.h"
 #include "fixtures/TempTree.h"
 #include "platform/Paths.h"
@@ -14,13 +15,6 @@
 #include <optional>
 
 namespace {
-
-QStringList Roots() {
-  QStringList roots;
-  for (const TVolume& volume : ListFixedVolumes())
-    roots << volume.Root;
-  return roots;
-}
 
 TEST(MountedVolumes, RootOfAPathIsItsMountPoint) {
   EXPECT_EQ(VolumeRootOf(QStringLiteral("/proc/self/status")), QStringLiteral("/proc/"));

@@ -1,5 +1,7 @@
 #include "platform/Process.h"
 
+#include "fixtures/TouchedMemory.h"
+
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -39,16 +41,6 @@ TEST(TerminalProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
   }
   std::signal(SIGINT, SIG_DFL);
   std::signal(SIGTERM, SIG_DFL);
-}
-
-constexpr size_t kBlock = 64 * 1024;
-constexpr size_t kBlocks = 1024;
-
-std::vector<std::unique_ptr<char[]>> TouchMemory() {
-  std::vector<std::unique_ptr<char[]>> blocks;
-  for (size_t i = 0; i < kBlocks; ++i)
-    blocks.push_back(std::make_unique<char[]>(kBlock));
-  return blocks;
 }
 
 TEST(TerminalProcess, TrimmingGivesFreeMemoryBack) {
