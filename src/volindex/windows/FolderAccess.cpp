@@ -37,6 +37,26 @@ constexpr uint64_t kNoNumber = ~uint64_t{0};  // the file id is too long for the
 constexpr ACCESS_MASK kFolderAccess = FILE_LIST_DIRECTORY | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
 constexpr ULONG kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+// The two ways of listing that are used. The headers for programs name neither the second one's number nor
+// its entry, which is the first one's with the file id before the name.
+constexpr auto kFullListing = static_cast<FILE_INFORMATION_CLASS>(2);
+constexpr auto kListingWithIds = static_cast<FILE_INFORMATION_CLASS>(38);
+
+struct TEntryWithId {
+  ULONG NextEntryOffset;
+  ULONG FileIndex;
+  LARGE_INTEGER Times[4];
+  LARGE_INTEGER EndOfFile;
+  LARGE_INTEGER AllocationSize;
+  ULONG FileAttributes;
+  ULONG FileNameLength;
+  ULONG EaSize;
+  LARGE_INTEGER FileId;
+  WCHAR FileName[1];
+};
+static_assert(offsetof(TEntryWithId, EaSize) == offsetof(FILE_FULL_DIR_INFO, EaSize));
+static_assert(offsetof(TEntryWithId, FileId) == 72 && offsetof(TEntryWithId, FileName) == 80);
+
 constexpr auto Status(uint32_t value) {
   return static_cast<NTSTATUS>(value);
 }
@@ -73,8 +93,14 @@ bool OutOfHandles(NTSTATUS status) {
 }
 
 bool HasNoSuchListing(NTSTATUS status) {
-  return status == Status(0xC0000003) || status == Status(0xC000000D) || status == Status(0xC0000002) ||
-         status == Status(0xC00000BB);  // information class, parameter, not implemented, not supported
+  static constexpr NTSTATUS kUnknownListing[] = {
+      Status(0xC0000002),  // the call is not there
+      Status(0xC0000003),  // information class
+      Status(0xC000000D),  // parameter
+      Status(0xC00000BB),  // not supported
+  };
+  return std::find(std::begin(kUnknownListing), std::end(kUnknownListing), status) !=
+         std::end(kUnknownListing);
 }
 
 HANDLE Handle(intptr_t handle) {
@@ -167,7 +193,7 @@ TAccess TFolderHandle::Facts(TEntryFacts& facts) const {
 // the file ids too.
 struct TFolderListing::TBatch {
   using THead = FILE_FULL_DIR_INFO;
-  using TWithId = FILE_ID_FULL_DIR_INFORMATION;
+  using TWithId = TEntryWithId;
 
   [[nodiscard]] NTSTATUS Query(FILE_INFORMATION_CLASS what, uint64_t& bytesRead);
   [[nodiscard]] TAccess Fill(uint64_t& bytesRead);
@@ -203,11 +229,10 @@ NTSTATUS TFolderListing::TBatch::Query(FILE_INFORMATION_CLASS what, uint64_t& by
 }
 
 TAccess TFolderListing::TBatch::Fill(uint64_t& bytesRead) {
-  NTSTATUS status =
-      Query(HasNumbers ? FileIdFullDirectoryInformation : FileFullDirectoryInformation, bytesRead);
+  NTSTATUS status = Query(HasNumbers ? kListingWithIds : kFullListing, bytesRead);
   if (AtStart && HasNoSuchListing(status)) {
     HasNumbers = false;
-    status = Query(FileFullDirectoryInformation, bytesRead);
+    status = Query(kFullListing, bytesRead);
   }
   AtStart = false;
   if (status >= 0) Next = 0;

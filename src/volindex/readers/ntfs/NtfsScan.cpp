@@ -19,11 +19,19 @@ bool IsFileInUse(TBytes record) {
   return std::memcmp(record.data(), "FILE", 4) == 0 && (Load<std::uint16_t>(record, 0x16) & 1) != 0;
 }
 
+void PrefetchLine([[maybe_unused]] const std::byte* line) {
+#ifdef __has_builtin
+#if __has_builtin(__builtin_prefetch)
+  __builtin_prefetch(line);
+#endif
+#endif
+}
+
 // Asks for the lines that a record's parsing touches first, while records before it are being parsed.
 void Prefetch(TBytes record) {
   for (std::size_t line = 0; line < 512; line += 64)
-    __builtin_prefetch(record.data() + line);
-  __builtin_prefetch(record.data() + record.size() - 1);
+    PrefetchLine(record.data() + line);
+  PrefetchLine(record.data() + record.size() - 1);
 }
 
 // True if the record itself holds all that its list names.
