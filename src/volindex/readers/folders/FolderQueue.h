@@ -31,8 +31,8 @@ struct TKeptFolder {
 // A folder to be read.
 struct TFolderTask {
   TFolderId Folder = kNoFolder;
-  std::shared_ptr<TKeptFolder>
-      Parent;        // null when too many are open: the folder is then opened from the root
+  // Null when too many are open: the folder is then opened from the root.
+  std::shared_ptr<TKeptFolder> Parent;
   double Share = 0;  // its part of the whole work as far as can be told, for the progress
 };
 

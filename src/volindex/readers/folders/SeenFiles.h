@@ -14,8 +14,8 @@ namespace volindex {
 
 struct TSeenFile {
   uint64_t Number = 0;
-  TFolderId Folder =
-      kNoFolder;  // that it was added to by that name; none for one whose names are all known as links
+  // That it was added to by that name; none for a file whose names are all known as links.
+  TFolderId Folder = kNoFolder;
   uint32_t Size = 0;
 };
 
