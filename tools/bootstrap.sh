@@ -22,8 +22,35 @@ need_packages() {
     as_root=(sudo)
   fi
   printf 'Installing: %s\n' "${missing[*]}"
-  "${as_root[@]}" apt-get update -q
-  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"
+  apt_get update -q
+  apt_get install -q -y --no-install-recommends "${missing[@]}"
+}
+
+# apt-get, in the name of need_packages. Another program may hold the package manager's lock, as a fresh machine's own
+# update service does for its first minutes: waits for it, up to five minutes.
+apt_get() {
+  local deadline=$((SECONDS + ${TALLYSCOPE_LOCK_SECONDS:-300})) told= status
+  local errors
+  errors=$(mktemp)
+  while :; do
+    status=0
+    "${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get "$@" 2>"$errors" || status=$?
+    grep -q '^E: .*\(Could not get lock\|Unable to lock\|Unable to acquire\)' "$errors" && [ "$status" -ne 0 ] && [ $SECONDS -lt $deadline ] || break
+    [ -n "$told" ] || printf 'Another program is installing packages; waiting for it, up to five minutes.\n'
+    told=yes
+    sleep 2
+  done
+  cat "$errors" >&2
+  rm -f "$errors"
+  return "$status"
+}
+
+# run_tests PRESET: runs every test of the build and prints what was skipped, with the reason, and the count of all.
+run_tests() {
+  local status=0
+  ctest --preset "$1" --no-tests=error -j "$(nproc)" || status=$?
+  tools/test-summary "$1" || status=1
+  return "$status"
 }
 
 # build_preset PRESET [TARGET...]: configures when needed and builds.
