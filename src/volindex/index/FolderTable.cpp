@@ -138,6 +138,12 @@ TFolderId TFolderTable::AncestorAtDepth(TFolderId id, uint32_t depth) const {
   return id;
 }
 
+TFolderId TFolderTable::ChildTowards(TFolderId id, TFolderId descendant) const {
+  if (At(descendant).Depth <= At(id).Depth) return kNoFolder;
+  const TFolderId child = AncestorAtDepth(descendant, At(id).Depth + 1);
+  return Parent(child) == id ? child : kNoFolder;
+}
+
 // From two folders of one depth to those of their ancestors that lie side by side.
 void TFolderTable::ClimbBelowCommon(TFolderId& a, TFolderId& b) const {
   while (At(a).Parent != At(b).Parent) {

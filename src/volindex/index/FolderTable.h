@@ -66,6 +66,9 @@ class TFolderTable {
   [[nodiscard]] int ComparePaths(TFolderId a, std::string_view nameA, TFolderId b,
                                  std::string_view nameB) const;
 
+  // The folder in `id` in which the placed folder `descendant` lies, or which it is; none if it is elsewhere.
+  [[nodiscard]] TFolderId ChildTowards(TFolderId id, TFolderId descendant) const;
+
   // The folder's path relative to the root, '/' between and at the end; empty for the root.
   [[nodiscard]] std::string Path(TFolderId id) const;
   // The same for who takes no more than `limit` bytes: false, and no work spent on it, when it is longer.

@@ -59,11 +59,11 @@ class TCoverTree {
 
 }  // namespace
 
-TIndexShard::TIndexShard(TFolderTable& folders, TFolderOrder order)
+TIndexShard::TIndexShard(TFolderTable& folders, TFolderOrder order, size_t linkTextRoom)
     : FFolders(folders),
       FOrder(order),
       FTop(folders, order == TFolderOrder::ParentsFirst),
-      FLinks(folders, order == TFolderOrder::ParentsFirst) {}
+      FLinks(folders, order == TFolderOrder::ParentsFirst, linkTextRoom) {}
 
 bool TIndexShard::SetFolder(TFolderId id, TFolderId parent, std::string_view name) {
   if (FSecondPass != nullptr) return true;
@@ -87,7 +87,10 @@ void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size
 }
 
 void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key) {
-  if (FSecondPass == nullptr) FLinks.Add(parent, name, size, key);
+  if (FSecondPass == nullptr) return FLinks.Add(parent, name, size, key);
+  if ((*FSecondPass)[parent] != TFolderState::Counted) return;
+  FOpenLinks->Note(FFolders, parent, name, key.File);
+  FTop.Add(parent, name, size, key.File + 1);
 }
 
 void TIndexShard::FlushPending() {
@@ -97,7 +100,7 @@ void TIndexShard::FlushPending() {
   FPendingFiles = 0;
 }
 
-TIndexBuilder::TIndexBuilder() {
+TIndexBuilder::TIndexBuilder(size_t linkTextRoom) : FLinkTextRoom(linkTextRoom) {
   Begin(1, TFolderOrder::Any);
 }
 
@@ -109,11 +112,13 @@ void TIndexBuilder::Begin(unsigned shards, TFolderOrder order) {
   FFolders = std::make_unique<TFolderTable>();
   FOrder = order;
   FExcluded.clear();
-  FLinkedTop.clear();
+  FLinkedTop.emplace(*FFolders, true);
+  FOpenLinks.Clear();
   FStates.clear();
   FSecondPass = false;
-  for (unsigned shard = 0; shard < std::max(shards, 1U); ++shard)
-    FShards.push_back(std::make_unique<TIndexShard>(*FFolders, order));
+  shards = std::max(shards, 1U);
+  for (unsigned shard = 0; shard < shards; ++shard)
+    FShards.push_back(std::make_unique<TIndexShard>(*FFolders, order, FLinkTextRoom / shards));
 }
 
 void TIndexBuilder::ExcludeFolder(TFolderId id) {
@@ -129,12 +134,15 @@ TFinish TIndexBuilder::Finish(const std::atomic<bool>& stop) {
   if (!FSecondPass) {
     FlushShards();
     if (!ResolveFolders(stop) || !ResolveLinks(stop)) return FinishStopped();
-    if (!MakeTotals(stop)) return FinishStopped();
   }
   if (stop.load(std::memory_order_relaxed)) return FinishStopped();
-  if (MergeTopFiles()) return TFinish::Done;
-  PrepareSecondPass();
-  return TFinish::TopListAgain;
+  const bool linksOpen = !FSecondPass && !FOpenLinks.Empty();
+  if (linksOpen || !MergeTopFiles()) {
+    PrepareSecondPass();
+    return TFinish::TopListAgain;
+  }
+  FOpenLinks.Settle(*FFolders);
+  return MakeTotals(stop) ? TFinish::Done : FinishStopped();
 }
 
 TFinish TIndexBuilder::FinishStopped() {
@@ -211,30 +219,45 @@ void TIndexBuilder::ResolveFolder(TFolderId id, std::vector<TFolderId>& path) {
 }
 
 bool TIndexBuilder::ResolveLinks(const std::atomic<bool>& stop) {
-  TTopFiles top(*FFolders, true);
+  std::vector<TLinkedName> names;
   for (size_t part = 0; part < TLinkedFiles::kParts; ++part) {
-    std::vector<TLinkedName> links;
-    for (const auto& shard : FShards) {
-      std::copy_if(shard->FLinks.Part(part).begin(), shard->FLinks.Part(part).end(),
-                   std::back_inserter(links),
-                   [this](const TLinkedName& link) { return FStates[link.Parent] == TFolderState::Counted; });
-    }
+    names.clear();
+    for (const auto& shard : FShards)
+      shard->FLinks.Append(part, names);
     if (stop.load(std::memory_order_relaxed)) return false;
-    TLinkedFiles::Sort(*FFolders, links);
-    AddLinks(links, top);
+    std::erase_if(names,
+                  [this](const TLinkedName& name) { return FStates[name.Parent] != TFolderState::Counted; });
+    TLinkedFiles::Sort(*FFolders, names);
+    AddLinks(names);
     for (const auto& shard : FShards)
       shard->FLinks.Clear(part);
   }
-  FLinkedTop = top.Take();
   return true;
 }
 
-void TIndexBuilder::AddLinks(const std::vector<TLinkedName>& sorted, TTopFiles& top) {
-  for (size_t i = 0; i < sorted.size(); ++i) {
-    if (i != 0 && sorted[i].SameFile(sorted[i - 1])) continue;
-    FFolders->AddContent(sorted[i].Parent, sorted[i].Size, 1);
-    top.Add(sorted[i].Parent, TNameArena::Text(sorted[i].Name), sorted[i].Size);
+void TIndexBuilder::AddLinks(std::span<TLinkedName> sorted) {
+  while (!sorted.empty()) {
+    size_t count = 1;
+    while (count < sorted.size() && sorted[count].SameFile(sorted.front()))
+      ++count;
+    AddLink(sorted.first(count));
+    sorted = sorted.subspan(count);
   }
+}
+
+// Where a text is missing the folder may be known all the same, but not whether the list has to show the
+// file.
+void TIndexBuilder::AddLink(std::span<TLinkedName> names) {
+  const TLinkedName first = names.front();
+  if (std::all_of(names.begin(), names.end(), [](const TLinkedName& name) { return name.HasText; })) {
+    FFolders->AddContent(first.Parent, first.Size, 1);
+    FLinkedTop->Add(first.Parent, first.Text, first.Size);
+    return;
+  }
+  const TFolderId folder = FOpenLinks.FirstFolder(*FFolders, names);
+  if (folder == kNoFolder) return;
+  FFolders->AddContent(folder, first.Size, 1);
+  FLinkedTop->NoteDropped(first.Size);
 }
 
 // Bottom-up without recursion: a folder is added to its parent when all folders in it have been added.
@@ -274,9 +297,9 @@ bool TIndexBuilder::MakeTotals(const std::atomic<bool>& stop) {
 }
 
 bool TIndexBuilder::MergeTopFiles() {
-  std::vector<TFileRecord> records = FLinkedTop;
-  bool dropped = false;
-  uint64_t droppedSize = 0;
+  std::vector<TFileRecord> records = FLinkedTop->Take();
+  bool dropped = FLinkedTop->Dropped();
+  uint64_t droppedSize = FLinkedTop->DroppedSize();
   for (const auto& shard : FShards) {
     for (TFileRecord& record : shard->FTop.Take()) {
       if (FStates[record.Folder] == TFolderState::Counted) records.push_back(std::move(record));
@@ -292,8 +315,10 @@ bool TIndexBuilder::MergeTopFiles() {
 
 void TIndexBuilder::PrepareSecondPass() {
   FSecondPass = true;
+  FLinkedTop->Restart();
   for (const auto& shard : FShards) {
     shard->FTop.Restart();
+    shard->FOpenLinks = &FOpenLinks;
     shard->FSecondPass = &FStates;
   }
 }

@@ -2,10 +2,10 @@
 //
 // A reader calls Begin with its number of threads, then from each thread t: ReserveFolder and SetFolder for
 // folders and Shard(t) for files, in any order. When all is said it calls Finish, and if that answers
-// TopListAgain, repeats the AddFile calls (only these; others are ignored) and calls Finish again.
+// TopListAgain, repeats the calls that add files (only these; others are ignored) and calls Finish again.
 //
 // Names are bytes without a delimiter, at most 65,535 long; sizes are bytes. No file name is kept unless it
-// may get into the top list or belongs to a file with several names.
+// may get into the top list or belongs to a file with several names; of these a few megabytes, then no more.
 #pragma once
 
 #include "volindex/index/FolderTable.h"
@@ -17,6 +17,8 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,7 +39,7 @@ enum class TFolderState : uint8_t { Unknown, OnPath, Counted, Covered, LeftOut }
 // One thread's part of the builder. Used by one thread at a time; never locks.
 class TIndexShard {
  public:
-  TIndexShard(TFolderTable& folders, TFolderOrder order);
+  TIndexShard(TFolderTable& folders, TFolderOrder order, size_t linkTextRoom);
   TIndexShard(const TIndexShard&) = delete;
   TIndexShard& operator=(const TIndexShard&) = delete;
 
@@ -70,8 +72,10 @@ class TIndexShard {
   TFolderTable& FFolders;
   TFolderOrder FOrder;
   TTopFiles FTop;
-  // In the second pass: which folders' files are wanted for the list; nothing else is then taken.
+  // In the second pass: which folders' files are wanted for the list, and the linked ones to be settled;
+  // nothing else is then taken.
   const std::vector<TFolderState>* FSecondPass = nullptr;
+  TOpenLinks* FOpenLinks = nullptr;
   TNameArena FFolderNames;
   TLinkedFiles FLinks;
   // The running sum of the folder that got the last file, so that a folder's files cost one addition.
@@ -84,7 +88,10 @@ class TIndexShard {
 
 class TIndexBuilder {
  public:
-  TIndexBuilder();
+  static constexpr size_t kLinkTextRoom = size_t{4} << 20;
+
+  // Keeps that many bytes of the names of linked files, which spares most volumes the second pass.
+  explicit TIndexBuilder(size_t linkTextRoom = kLinkTextRoom);
   ~TIndexBuilder();
   TIndexBuilder(const TIndexBuilder&) = delete;
   TIndexBuilder& operator=(const TIndexBuilder&) = delete;
@@ -111,8 +118,8 @@ class TIndexBuilder {
   [[nodiscard]] TFolderId FolderParent(TFolderId id) const { return FFolders->Parent(id); }
 
   // Merges the shards, when no thread adds any more. The answer depends on what was added and not on the
-  // threads or the order. TopListAgain only with TFolderOrder::Any and only once: names that belong in
-  // the list of the largest files had to be dropped before it was known which folders are left out.
+  // threads or the order. TopListAgain only with TFolderOrder::Any and only once: names that decide something
+  // had to be dropped before it was known where their folders are.
   // Stopped leaves an index of nothing.
   [[nodiscard]] TFinish Finish(const std::atomic<bool>& stop);
 
@@ -122,7 +129,8 @@ class TIndexBuilder {
  private:
   void FlushShards();
   void ResolveFolder(TFolderId id, std::vector<TFolderId>& path);
-  void AddLinks(const std::vector<TLinkedName>& sorted, TTopFiles& top);
+  void AddLinks(std::span<TLinkedName> sorted);
+  void AddLink(std::span<TLinkedName> names);
   // These answer false when the stop flag was seen.
   [[nodiscard]] bool ApplyCovers(const std::atomic<bool>& stop);
   [[nodiscard]] bool ResolveFolders(const std::atomic<bool>& stop);
@@ -139,7 +147,9 @@ class TIndexBuilder {
   std::vector<std::string> FCovers;
   std::mutex FExcludedLock;
   std::vector<TFolderId> FExcluded;
-  std::vector<TFileRecord> FLinkedTop;  // linked files that may get into the list, paths settled
+  size_t FLinkTextRoom;
+  std::optional<TTopFiles> FLinkedTop;  // linked files that may get into the list, paths settled
+  TOpenLinks FOpenLinks;
   std::vector<TFolderState> FStates;
   bool FSecondPass = false;
   TVolumeIndex FIndex;

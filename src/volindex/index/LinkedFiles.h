@@ -1,13 +1,16 @@
-// The names of files that have several. Kept in parts by file, so that no step over them takes long.
+// The names of files that have several: in the first pass all of them in few bytes each, and those files for
+// which that is not enough until a second pass has told the names again.
 #pragma once
 
 #include "volindex/index/FolderTable.h"
 
-#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <span>
+#include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace volindex {
@@ -19,39 +22,47 @@ struct TLinkKey {
 };
 
 struct TLinkedName {
-  uint64_t File;
-  const char* Name;  // of a TNameArena
-  uint64_t Size;
-  uint32_t Device;
-  TFolderId Parent;
+  uint64_t File = 0;
+  uint64_t Size = 0;
+  uint32_t Device = 0;
+  TFolderId Parent = kNoFolder;
+  bool HasText = false;   // without it nothing but the folder is known of the name
+  std::string_view Text;  // void when the part that it comes from changes
 
   [[nodiscard]] bool SameFile(const TLinkedName& other) const {
     return File == other.File && Device == other.Device;
   }
 };
 
-// One thread at a time.
+// One thread's names, kept in parts by file so that no step over them takes long. A name is a run of bytes:
+// file, device, folder and size as numbers of 7 bits a byte, then its length plus one and the text, or 0.
+// That is 10 to 20 bytes without the text.
 class TLinkedFiles {
  public:
   static constexpr size_t kParts = 64;  // all names of a file are in one part
 
-  // With `pathsKnown` names that are surely not the first one are forgotten now and then.
-  TLinkedFiles(const TFolderTable& folders, bool pathsKnown) : FFolders(folders), FPathsKnown(pathsKnown) {}
+  // With `pathsKnown` names that are surely not the first one are forgotten now and then. Without, of the
+  // names in one folder the first is kept, and no more than `textRoom` bytes of text in all.
+  TLinkedFiles(const TFolderTable& folders, bool pathsKnown, size_t textRoom);
 
   void Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key);
 
-  // The part's names are void when Clear is called for it.
-  [[nodiscard]] const std::vector<TLinkedName>& Part(size_t part) const { return FParts[part].Links; }
+  void Append(size_t part, std::vector<TLinkedName>& names) const { FParts[part].AppendTo(names); }
   void Clear(size_t part) { FParts[part] = TPart(); }
 
-  // Brings the names of each file together, of these the one with the first path to the front.
-  static void Sort(const TFolderTable& folders, std::vector<TLinkedName>& links);
+  // Brings the names of each file together, of these the one with the first path to the front; a name without
+  // text stands where the first one in its folder would.
+  static void Sort(const TFolderTable& folders, std::vector<TLinkedName>& names);
 
  private:
   struct TPart {
-    std::vector<TLinkedName> Links;
-    TNameArena Names;
+    std::vector<std::string> Blocks;  // each filled as far as it was reserved and never moved
+    size_t Count = 0;
+    size_t TextBytes = 0;
     size_t CompactAt = kFirstCompaction;
+
+    void Put(const TLinkedName& name);
+    void AppendTo(std::vector<TLinkedName>& names) const;
   };
   static constexpr size_t kFirstCompaction = 4096;
 
@@ -59,32 +70,45 @@ class TLinkedFiles {
 
   const TFolderTable& FFolders;
   bool FPathsKnown;
+  size_t FTextRoom;  // of a part
   std::array<TPart, kParts> FParts;
 };
 
-inline void TLinkedFiles::Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key) {
-  TPart& part = FParts[key.File % kParts];
-  part.Links.push_back({key.File, part.Names.Add(name), size, key.Device, parent});
-  if (FPathsKnown && part.Links.size() >= part.CompactAt) Compact(part);
-}
+// The files whose first name can't be told from the folders that hold their names, since one of these lies
+// within another and no text was kept: "a/b/name" comes before "a/c" and behind "a/a".
+class TOpenLinks {
+ public:
+  [[nodiscard]] bool Empty() const;
+  void Clear() { FParts = {}; }
 
-inline void TLinkedFiles::Sort(const TFolderTable& folders, std::vector<TLinkedName>& links) {
-  std::sort(links.begin(), links.end(), [&folders](const TLinkedName& a, const TLinkedName& b) {
-    if (a.File != b.File) return a.File < b.File;
-    if (a.Device != b.Device) return a.Device < b.Device;
-    return folders.ComparePaths(a.Parent, TNameArena::Text(a.Name), b.Parent, TNameArena::Text(b.Name)) < 0;
-  });
-}
+  // The names of one file, brought in order here. The folder of the first one, or none if the file was taken
+  // in. Files come in the order of TLinkedFiles::Sort, part by part.
+  [[nodiscard]] TFolderId FirstFolder(const TFolderTable& folders, std::span<TLinkedName> names);
+  // A name told once more. Any thread, when all files are taken in.
+  void Note(const TFolderTable& folders, TFolderId parent, std::string_view name, uint64_t file);
 
-inline void TLinkedFiles::Compact(TPart& part) const {
-  Sort(FFolders, part.Links);
-  const auto same = [](const TLinkedName& a, const TLinkedName& b) { return a.SameFile(b); };
-  part.Links.erase(std::unique(part.Links.begin(), part.Links.end(), same), part.Links.end());
-  TNameArena names;
-  for (TLinkedName& link : part.Links)
-    link.Name = names.Add(TNameArena::Text(link.Name));
-  part.Names = std::move(names);
-  part.CompactAt = std::max(kFirstCompaction, 2 * part.Links.size());
-}
+  // Adds each file to the folder in which it has its first name.
+  void Settle(TFolderTable& folders) const;
+
+ private:
+  struct TFile {
+    uint64_t File;
+    uint64_t Size;
+    uint32_t Places;  // the end of its places in the part
+  };
+  // A folder in which a file has names, behind the one that it lies in.
+  struct TPlace {
+    TFolderId Folder;
+    TFolderId Below;  // the folder in it on the way to the next place; none when a name comes before that
+  };
+  // By rising File. Grows in small pieces, for which the room of the names counted by then serves.
+  struct TPart {
+    std::deque<TFile> Files;
+    std::deque<TPlace> Places;
+
+    [[nodiscard]] size_t Begin(size_t file) const { return file == 0 ? 0 : Files[file - 1].Places; }
+  };
+  std::array<TPart, TLinkedFiles::kParts> FParts;
+};
 
 }  // namespace volindex

@@ -1,9 +1,12 @@
 #include "volindex/index/RunThreads.h"
 
+#include <chrono>
 #include <exception>
+#include <future>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace volindex {
@@ -48,6 +51,17 @@ void RunThreads(unsigned count, const std::function<void(unsigned thread)>& work
     guarded.Run(0);
   }
   guarded.Rethrow();
+}
+
+bool RunAbandonable(const std::atomic<bool>& stop, std::function<bool()> work) {
+  constexpr std::chrono::milliseconds kLook{10};
+  std::packaged_task<bool()> task(std::move(work));
+  std::future<bool> answer = task.get_future();
+  std::thread(std::move(task)).detach();
+  while (answer.wait_for(kLook) != std::future_status::ready) {
+    if (stop.load(std::memory_order_relaxed)) return false;
+  }
+  return answer.get();
 }
 
 }  // namespace volindex

@@ -21,10 +21,24 @@ auto NthPlace(std::vector<TFileRecord>& records, size_t count) {
   return records.begin() + static_cast<std::ptrdiff_t>(count - 1);
 }
 
+// A name that goes here for want of room, or for another, is told no more; the file's first one always stays,
+// since all others are further down the list.
+void DropFurtherNames(const TFolderTable& folders, std::vector<TFileRecord>& records) {
+  const auto linked = std::partition(records.begin(), records.end(),
+                                     [](const TFileRecord& record) { return record.Link == 0; });
+  std::sort(linked, records.end(), [&folders](const TFileRecord& a, const TFileRecord& b) {
+    if (a.Link != b.Link) return a.Link < b.Link;
+    return folders.ComparePaths(a.Folder, a.Name, b.Folder, b.Name) < 0;
+  });
+  const auto same = [](const TFileRecord& a, const TFileRecord& b) { return a.Link == b.Link; };
+  records.erase(std::unique(linked, records.end(), same), records.end());
+}
+
 }  // namespace
 
 void TTopFiles::SortAndCut(const TFolderTable& folders, std::vector<TFileRecord>& records) {
   const auto before = BySizeThenPath(folders);
+  DropFurtherNames(folders, records);
   if (records.size() > kTopCount) {
     std::nth_element(records.begin(), NthPlace(records, kTopCount), records.end(), before);
     records.resize(kTopCount);
@@ -47,8 +61,8 @@ bool TTopFiles::WinsTie(TFolderId folder, std::string_view name) const {
   return FPathsKnown && FFolders.ComparePaths(folder, name, FWorst.Folder, FWorst.Name) < 0;
 }
 
-void TTopFiles::Insert(TFolderId folder, std::string_view name, uint64_t size) {
-  FRecords.push_back({size, folder, std::string(name)});
+void TTopFiles::Insert(TFileRecord record) {
+  FRecords.push_back(std::move(record));
   if (FRecords.size() < kRoom) return;
   if (FPathsKnown)
     Prune();
@@ -57,6 +71,8 @@ void TTopFiles::Insert(TFolderId folder, std::string_view name, uint64_t size) {
 }
 
 void TTopFiles::Prune() {
+  DropFurtherNames(FFolders, FRecords);
+  if (FRecords.size() <= kTopCount) return;
   const auto last = NthPlace(FRecords, kTopCount);
   std::nth_element(FRecords.begin(), last, FRecords.end(), BySizeThenPath(FFolders));
   FWorst = *last;

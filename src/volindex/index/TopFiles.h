@@ -17,6 +17,7 @@ struct TFileRecord {
   uint64_t Size = 0;
   TFolderId Folder = kNoFolder;
   std::string Name;
+  uint64_t Link = 0;  // other than 0: the records with it are names of one file, of which the first stays
 };
 
 // One thread at a time.
@@ -31,10 +32,13 @@ class TTopFiles {
     return size > FFloor || (size == FFloor && (!FFull || FPathsKnown));
   }
 
-  void Add(TFolderId folder, std::string_view name, uint64_t size) {
-    if (size >= FFloor && !(FFull && size == FFloor && !WinsTie(folder, name))) Insert(folder, name, size);
+  void Add(TFolderId folder, std::string_view name, uint64_t size, uint64_t link = 0) {
+    if (size >= FFloor && !(FFull && size == FFloor && !WinsTie(folder, name)))
+      Insert({size, folder, std::string(name), link});
   }
 
+  // A file of that size is left out, since its name is not known.
+  void NoteDropped(uint64_t size);
   // Whether a file was dropped whose path was not compared, and the largest size of such.
   [[nodiscard]] bool Dropped() const { return FDropped; }
   [[nodiscard]] uint64_t DroppedSize() const { return FDroppedSize; }
@@ -45,15 +49,14 @@ class TTopFiles {
   // Forgets all; from now on paths are known.
   void Restart();
 
-  // Sorts by size, largest first, then by path, and cuts at kTopCount.
+  // Sorts by size, largest first, then by path, leaves each linked file its first name and cuts at kTopCount.
   static void SortAndCut(const TFolderTable& folders, std::vector<TFileRecord>& records);
 
  private:
   [[nodiscard]] bool WinsTie(TFolderId folder, std::string_view name) const;
-  void Insert(TFolderId folder, std::string_view name, uint64_t size);
+  void Insert(TFileRecord record);
   void Prune();
   void PruneBySize();
-  void NoteDropped(uint64_t size);
 
   const TFolderTable& FFolders;
   bool FPathsKnown;

@@ -29,22 +29,32 @@ void Trace(const std::string& path, const char* reader, const TVolumeIndex& inde
   std::fputs(text.c_str(), stderr);
 }
 
+// One that throws, for want of memory or whatever, can't read the root, and that is no matter for the next
+// one.
+TReadResult ReadWith(TReader& reader, const TScanRoot& root, TIndexBuilder& builder,
+                     const TScanControl& control) {
+  try {
+    return reader.Accepts(root) ? reader.Read(root, builder, control) : TReadResult::HandedOver;
+  } catch (...) {
+    return TReadResult::HandedOver;
+  }
+}
+
 // The reader that has read the root; null when none has, and after a stop.
-const TReader* ReadWithFirst(const std::vector<std::unique_ptr<TReader>>& readers, const TScanRoot& root,
-                             TIndexBuilder& builder, const TScanControl& control) {
+const TReader* ReadWithFirst(const TReaders& readers, const TScanRoot& root, TIndexBuilder& builder,
+                             const TScanControl& control) {
   for (const auto& reader : readers) {
-    if (!reader->Accepts(root)) continue;
-    const TReadResult result = reader->Read(root, builder, control);
+    const TReadResult result = ReadWith(*reader, root, builder, control);
     if (result == TReadResult::Done) return reader.get();
-    if (result == TReadResult::Stopped) return nullptr;
+    if (result == TReadResult::Stopped || control.Stop.load()) return nullptr;
   }
   return nullptr;
 }
 
 }  // namespace
 
-std::vector<std::unique_ptr<TReader>> ReadersInUse() {
-  std::vector<std::unique_ptr<TReader>> readers = MakeReaders();
+TReaders ReadersInUse() {
+  TReaders readers = MakeReaders();
   const std::string_view forced = Environment("TALLYSCOPE_READER");
   if (!forced.empty())
     std::erase_if(readers, [forced](const auto& reader) { return reader->Name() != forced; });
@@ -58,10 +68,9 @@ bool CanScan(const std::string& path) {
                              [&root](const auto& reader) { return reader->Accepts(*root); });
 }
 
-TVolumeIndex ScanVolume(const std::string& path, const TScanControl& control) {
+TVolumeIndex ScanVolume(const std::string& path, const TScanControl& control, const TReaders& readers) {
   const TClock::time_point start = TClock::now();
   TVolumeIndex index;
-  const auto readers = ReadersInUse();
   const TReader* reader = nullptr;
   if (const std::optional<TScanRoot> root = DescribeScanRoot(path)) {
     TIndexBuilder builder;

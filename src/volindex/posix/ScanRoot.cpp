@@ -1,5 +1,7 @@
 #include "volindex/system/ScanRoot.h"
 
+#include "volindex/index/RunThreads.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
@@ -177,12 +179,14 @@ std::optional<TScanRoot> DescribeScanRoot(const std::string& path) {
   return root;
 }
 
-bool FlushVolume(const std::string& path) {
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return false;
-  const bool flushed = ::syncfs(descriptor) == 0;
-  ::close(descriptor);
-  return flushed;
+bool FlushVolume(const std::string& path, const std::atomic<bool>& stop) {
+  return RunAbandonable(stop, [path] {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    const bool flushed = ::syncfs(descriptor) == 0;
+    ::close(descriptor);
+    return flushed;
+  });
 }
 
 unsigned ThreadsFor(const TScanRoot& root) {

@@ -3,6 +3,7 @@
 
 #include "volindex/readers/Reader.h"
 
+#include <atomic>
 #include <optional>
 #include <string>
 
@@ -12,9 +13,10 @@ namespace volindex {
 // or lies on a file system that stores nothing (proc and its like).
 [[nodiscard]] std::optional<TScanRoot> DescribeScanRoot(const std::string& path);
 
-// Has the system write to the device what it holds back of the volume at `path`. Blocks. False when it
-// failed.
-bool FlushVolume(const std::string& path);
+// Has the system write to the device what it holds back of the volume at `path`. Blocks for as long as that
+// takes, until it is done or `stop` is set; a flush that was given up goes on by itself. False when it failed
+// or was given up.
+[[nodiscard]] bool FlushVolume(const std::string& path, const std::atomic<bool>& stop);
 
 // How many threads read the root at best: one per processor, at most two where the disk rotates.
 [[nodiscard]] unsigned ThreadsFor(const TScanRoot& root);

@@ -1,5 +1,6 @@
 #include "volindex/system/ScanRoot.h"
 
+#include "volindex/index/RunThreads.h"
 #include "volindex/system/Utf16.h"
 #include "volindex/windows/System.h"
 
@@ -82,9 +83,11 @@ std::optional<TScanRoot> DescribeScanRoot(const std::string& path) {
 }
 
 // Who may not write to the volume has to take it as it is.
-bool FlushVolume(const std::string& path) {
-  const TSystemHandle volume = OpenPath(DeviceOf(path), GENERIC_READ | GENERIC_WRITE, 0);
-  return !volume || ::FlushFileBuffers(volume.Get()) != FALSE;
+bool FlushVolume(const std::string& path, const std::atomic<bool>& stop) {
+  return RunAbandonable(stop, [path] {
+    const TSystemHandle volume = OpenPath(DeviceOf(path), GENERIC_READ | GENERIC_WRITE, 0);
+    return !volume || ::FlushFileBuffers(volume.Get()) != FALSE;
+  });
 }
 
 unsigned ThreadsFor(const TScanRoot& root) {

@@ -40,8 +40,8 @@ class TRandomVolume {
   }
 
   // The answer of a builder that is told all this by that many shards, after however many passes.
-  TAnswer Build(unsigned shards, unsigned& secondPasses) {
-    TIndexBuilder builder;
+  TAnswer Build(unsigned shards, size_t linkTextRoom, unsigned& secondPasses) {
+    TIndexBuilder builder(linkTextRoom);
     builder.Begin(shards, FWhole ? TFolderOrder::ParentsFirst : TFolderOrder::Any);
     for (TFolderId id = 1; id < kFolders; ++id)
       EXPECT_EQ(builder.ReserveFolder(), id);
@@ -163,8 +163,10 @@ TEST(Builder, AgreesWithSlowTwinOnRandomVolumes) {
       TRandomVolume volume(seed, kind.Whole, kind.Files, kind.Sizes);
       const TAnswer expected = volume.Expected();
       const unsigned before = secondPasses;
-      EXPECT_EQ(volume.Build(1, secondPasses), expected) << seed;
-      EXPECT_EQ(volume.Build(5, secondPasses), expected) << seed;
+      for (const size_t textRoom : {TIndexBuilder::kLinkTextRoom, size_t{20'000}, size_t{0}}) {
+        EXPECT_EQ(volume.Build(1, textRoom, secondPasses), expected) << seed << ' ' << textRoom;
+        EXPECT_EQ(volume.Build(5, textRoom, secondPasses), expected) << seed << ' ' << textRoom;
+      }
       EXPECT_TRUE(!kind.Whole || secondPasses == before);
     }
   }

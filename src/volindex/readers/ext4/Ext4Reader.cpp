@@ -16,7 +16,7 @@ bool TExt4Reader::Accepts(const TScanRoot& root) const {
 
 TReadResult TExt4Reader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
   const auto source = OpenExt4Device(root);
-  if (!source || !FlushVolume(root.Path)) return TReadResult::HandedOver;
+  if (!source || !FlushVolume(root.Path, control.Stop)) return TReadResult::HandedOver;
   return ext4::ReadVolume(*source, ext4::TVolumeState::Mounted, builder, control, ThreadsFor(root));
 }
 

@@ -13,7 +13,7 @@ bool TNtfsReader::Accepts(const TScanRoot& root) const {
 
 TReadResult TNtfsReader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
   const auto source = OpenNtfsSource(root);
-  if (!source || !FlushVolume(root.Path)) return TReadResult::HandedOver;
+  if (!source || !FlushVolume(root.Path, control.Stop)) return TReadResult::HandedOver;
   return ReadNtfs(*source, DriverOf(root), builder, control, ThreadsFor(root));
 }
 
