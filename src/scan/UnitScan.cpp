@@ -1,6 +1,7 @@
 #include "scan/UnitScan.h"
 
 #include "platform/ComThread.h"
+#include "platform/Paths.h"
 #include "scan/ScanMessages.h"
 
 #include <algorithm>
@@ -8,6 +9,7 @@
 #include <optional>
 #include <thread>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -22,9 +24,6 @@ TFileInfoEx ResultRow(const T& record) {
   return {record.Path, record.Name, record.Size};
 }
 
-// Texts for the library and from it; its buffers hold one path.
-constexpr quint32 kPathUnits = TPathText::kUnits;
-
 const char16_t* Utf16(const QString& text) {
   return reinterpret_cast<const char16_t*>(text.utf16());
 }
@@ -36,13 +35,14 @@ quint64 Joined(quint32 high, quint32 low) {
 // Nothing for a record that the library can't deliver.
 std::optional<TFileInfoEx> RecordAt(int index) {
   constexpr quint32 kOption = 4;
-  char16_t name[kPathUnits];
-  char16_t path[kPathUnits];
+  const auto units = static_cast<quint32>(kLongestPath);
+  std::vector<char16_t> name(units);
+  std::vector<char16_t> path(units);
   quint32 high = 0;
   quint32 low = 0;
-  if (Tallyscope_GetRecordByIndex(index, name, kPathUnits, path, kPathUnits, &high, &low, kOption) == 0)
+  if (Tallyscope_GetRecordByIndex(index, name.data(), units, path.data(), units, &high, &low, kOption) == 0)
     return std::nullopt;
-  return TFileInfoEx{QString::fromUtf16(path), QString::fromUtf16(name), Joined(high, low)};
+  return TFileInfoEx{QString::fromUtf16(path.data()), QString::fromUtf16(name.data()), Joined(high, low)};
 }
 
 quint64 VolumeBytes(const QString& path) {

@@ -2,6 +2,7 @@
 #include "ScanRecorder.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
+#include "platform/Paths.h"
 #include "scan/ScanMessages.h"
 #include "scan/UnitScan.h"
 
@@ -134,4 +135,12 @@ TEST_F(DriveRoute, ASecondVolumeStartsTheTickerAgain) {
   ASSERT_TRUE(FRecorder.WaitForEnd());
   EXPECT_GE(FRecorder.PathTexts(), 4);
   EXPECT_LE(FRecorder.PathTexts(), 24) << "at most one text per pause of 20 ms";
+}
+
+TEST_F(DriveRoute, TheLongestPathOfTheSystemFits) {
+  const QString longest(kLongestPath - 1, u'p');
+  FakeVolindex().Files = {{longest, u"a"_qs, 2}, {longest + u'p', u"b"_qs, 1}};
+  Scan({u"/v/"_qs});
+  ASSERT_EQ(FScan.Files().Count(), 1);
+  EXPECT_EQ(FScan.Files()[0].Path, longest);
 }

@@ -44,10 +44,10 @@ uint32_t Tallyscope_GetRecordCount(uint32_t* files, uint32_t* folders) {
   if (folders != nullptr) *folders = static_cast<uint32_t>(Fake.Folders.size());
   return static_cast<uint32_t>(Current->size());
 }
-uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t, char16_t* path, uint32_t,
-                                    uint32_t* sizeHigh, uint32_t* sizeLow, uint32_t) {
+uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t nameCapacity, char16_t* path,
+                                    uint32_t pathCapacity, uint32_t* sizeHigh, uint32_t* sizeLow, uint32_t) {
   const TFakeRecord& record = Current->at(static_cast<size_t>(index));
-  if (record.Fails) return 0;
+  if (record.Fails || record.Name.size() >= nameCapacity || record.Path.size() >= pathCapacity) return 0;
   CopyText(record.Name, name);
   CopyText(record.Path, path);
   *sizeHigh = static_cast<uint32_t>(record.Size >> 32);

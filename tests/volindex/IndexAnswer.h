@@ -2,7 +2,8 @@
 #pragma once
 
 #include "volindex/Answer.h"
-#include "volindex/index/VolumeIndex.h"
+#include "volindex/TestSystem.h"
+#include "volindex/index/VolumeScan.h"
 
 namespace volindex {
 
@@ -18,6 +19,15 @@ namespace volindex {
   answer.FolderCount = index.FolderCount();
   answer.Total = index.FolderTotal(kRootFolder);
   return answer;
+}
+
+// By the reader of that name alone; an empty answer when it does not accept the path.
+[[nodiscard]] inline TAnswer AnswerOfReader(const char* reader, const std::string& path) {
+  const std::atomic<bool> goOn{false};
+  SetVariable("TALLYSCOPE_READER", reader);
+  const TVolumeIndex index = ScanVolume(path, {goOn, [](int) {}});
+  SetVariable("TALLYSCOPE_READER", nullptr);
+  return index.FileCount() == 0 ? TAnswer() : AnswerOf(index);
 }
 
 }  // namespace volindex

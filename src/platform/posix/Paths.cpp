@@ -5,8 +5,10 @@
 
 #include <fcntl.h>
 #include <algorithm>
+#include <climits>
 
 const QChar PathDelim = u'/';
+const int kLongestPath = PATH_MAX;
 
 QString ExcludeTrailingPathDelimiter(const QString& path) {
   if (!path.endsWith(PathDelim) || IsVolumeRoot(path)) return path;

@@ -1,6 +1,7 @@
 #include "platform/Paths.h"
 
 const QChar PathDelim = u'\\';
+const int kLongestPath = 260;
 
 // "C:" alone would be the current folder of that drive.
 QString ExcludeTrailingPathDelimiter(const QString& path) {

@@ -116,6 +116,10 @@ class TIndexBuilder {
   // Name and parent of a folder that is set. Any thread that knows it to be set.
   [[nodiscard]] std::string_view FolderName(TFolderId id) const { return FFolders->Name(id); }
   [[nodiscard]] TFolderId FolderParent(TFolderId id) const { return FFolders->Parent(id); }
+  // The order of their paths, for TFolderOrder::ParentsFirst: less than 0, 0, more than 0.
+  [[nodiscard]] int CompareFolders(TFolderId a, TFolderId b) const {
+    return FFolders->ComparePaths(a, {}, b, {});
+  }
 
   // Merges the shards, when no thread adds any more. The answer depends on what was added and not on the
   // threads or the order. TopListAgain only with TFolderOrder::Any and only once: names that decide something

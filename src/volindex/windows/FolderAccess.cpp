@@ -294,6 +294,7 @@ TAccess TFolderListing::Facts(TEntryFacts& facts) const {
     facts.Number = Load<uint64_t>(std::span(batch.Buffer), batch.At + offsetof(TBatch::TWithId, FileId));
   facts.Links = folder || facts.Number == 0 ? 1 : 0;
   if (facts.Number == kNoNumber) CountLinks(facts);
+  if (facts.Number == kNoNumber) facts.Links = 1;  // no telling it from others, so it counts by itself
   return TAccess::Ok;
 }
 

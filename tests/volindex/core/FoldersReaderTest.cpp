@@ -1,8 +1,10 @@
 #include "volindex/TestTree.h"
 #include "volindex/core/ReadFolders.h"
+#include "volindex/readers/folders/LinkSearch.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <random>
 #include <thread>
@@ -142,6 +144,113 @@ TEST(FoldersReader, StopsWithinATenthOfASecond) {
               TReadResult::Stopped);
     EXPECT_LT(TClock::now() - stopped, std::chrono::milliseconds(100));
   }
+}
+
+// As on a system whose listings tell no links: each name was counted by itself.
+class TCountedTwice {
+ public:
+  TCountedTwice(TTestTree& tree, const std::vector<std::string>& folders) : FScan(NewScan()) {
+    FBuilder.Begin(1, TFolderOrder::ParentsFirst);
+    EXPECT_EQ(FRoot.OpenRoot(tree.Root().generic_string()), TAccess::Ok);
+    EXPECT_EQ(FRoot.Facts(FScan.RootFacts), TAccess::Ok);
+    for (const std::string& folder : folders) {
+      const TFolderId id = FBuilder.ReserveFolder();
+      EXPECT_TRUE(FBuilder.Shard(0).SetFolder(id, kRootFolder, folder));
+      TFolderHandle handle;
+      EXPECT_EQ(handle.OpenBelow(FRoot, folder), TAccess::Ok);
+      TFolderListing listing;
+      listing.Start(handle);
+      TEntryFacts facts;
+      while (listing.Next() == TAccess::Ok && listing.Facts(facts) == TAccess::Ok) {
+        FBuilder.Shard(0).AddFile(id, listing.Name(), facts.Size);
+        FScan.Seen[0].AddSingle(facts.Number, id, facts.Size);
+      }
+    }
+  }
+
+  TVolumeIndex Search() {
+    TLinkSearch(FScan).Run(1);
+    EXPECT_EQ(FBuilder.Finish(FStop), TFinish::Done);
+    return FBuilder.TakeIndex();
+  }
+
+ private:
+  TFolderScan NewScan() {
+    return {0,
+            FBuilder,
+            FControl,
+            FRoot,
+            {},
+            TFolderQueue({}, 1),
+            TFolderProgress(FControl),
+            1,
+            std::vector<TSeenFiles>(1)};
+  }
+
+  const std::atomic<bool> FStop{false};
+  TScanControl FControl{FStop, [](int) {}};
+  TIndexBuilder FBuilder;
+  TFolderHandle FRoot;
+  TFolderScan FScan;
+};
+
+// A file found again stands where its first name is, one whose folders are gone by then in one of them.
+TEST(LinkSearch, NothingThatWasCountedGetsLost) {
+  for (const bool gone : {false, true}) {
+    TTestTree tree;
+    tree.AddFile("b/both", 100);
+    tree.AddLink("b/both", "a/both");
+    tree.AddFile("b/thrice", 10);
+    tree.AddLink("b/thrice", "b/thrice again");
+    tree.AddLink("b/thrice", "c/thrice");
+    tree.AddFile("c/one", 1);
+    TCountedTwice twice(tree, {"c", "b", "a"});
+    for (const char* folder : {"a", "b"})
+      if (gone) RemoveTree(tree.Path(folder));
+    const TVolumeIndex index = twice.Search();
+    EXPECT_EQ(index.FileCount(), 3U);
+    EXPECT_EQ(index.FolderTotal(kRootFolder), 111U);
+    EXPECT_EQ(index.FolderTotal(3), 100U) << "a";
+    EXPECT_EQ(index.FolderTotal(1), gone ? 11U : 1U) << "c";
+  }
+}
+
+TFolderTask Root() {
+  return {kRootFolder, nullptr, 1.0};
+}
+
+TEST(FolderQueue, UninvitedThreadsEndWithTheOthers) {
+  TFolderQueue queue(Root(), 1);
+  std::atomic<int> joined{0};
+  std::vector<std::jthread> others;
+  for (unsigned thread = 1; thread < 4; ++thread)
+    others.emplace_back([&queue, &joined, thread] { joined += queue.Join(thread) ? 1 : 0; });
+  ASSERT_TRUE(queue.Join(0));
+  std::vector<TFolderTask> own;
+  TFolderTask task;
+  EXPECT_TRUE(queue.Next(own, task));
+  EXPECT_FALSE(queue.Next(own, task));  // it does not wait for those who never came
+  others.clear();
+  EXPECT_EQ(joined, 0);
+}
+
+TEST(FolderQueue, InvitedThreadTakesItsPart) {
+  TFolderQueue queue(Root(), 1);
+  ASSERT_TRUE(queue.Join(0));
+  std::vector<TFolderTask> own{{1, nullptr, 0.1}, {2, nullptr, 0.1}, {3, nullptr, 0.1}};
+  std::atomic<int> taken{0};
+  const auto takeAll = [&](std::vector<TFolderTask>& stack) {
+    for (TFolderTask task; queue.Next(stack, task);)
+      ++taken;
+  };
+  std::jthread other([&] {
+    std::vector<TFolderTask> none;
+    if (queue.Join(1)) takeAll(none);
+  });
+  queue.Invite();
+  takeAll(own);
+  other.join();
+  EXPECT_EQ(taken, 4);
 }
 
 }  // namespace

@@ -4,9 +4,13 @@
 #include "volindex/system/Utf16.h"
 
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <sys/mount.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <fstream>
 #include <random>
 
@@ -33,6 +37,57 @@ TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
   const TAnswer answer = AnswerOf(reading.Index);
   EXPECT_EQ(answer.Folders, (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
   EXPECT_EQ(answer.Total, 3U);
+}
+
+std::atomic<bool> flushBlocks{false};
+
+// A disk that is slow to write, as long as the flag is set.
+}  // namespace
+}  // namespace volindex
+
+extern "C" int syncfs(int descriptor) noexcept {
+  volindex::flushBlocks.wait(true);
+  return static_cast<int>(::syscall(SYS_syncfs, descriptor));
+}
+
+namespace volindex {
+namespace {
+
+TEST(FlushVolume, IsGivenUpAtOnceWhenStopped) {
+  TTestTree tree;
+  std::atomic<bool> stop{false};
+  EXPECT_TRUE(FlushVolume(tree.Root().string(), stop));
+  EXPECT_FALSE(FlushVolume(tree.Path("none"), stop));
+  flushBlocks = true;
+  stop = true;
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(FlushVolume(tree.Root().string(), stop));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(100));
+  flushBlocks = false;
+  flushBlocks.notify_all();
+}
+
+// A million names of half as many files, told before their folders: what the heap holds then.
+TEST(Builder, LinkedNameTakesFewBytes) {
+  const std::atomic<bool> goOn{false};
+  TIndexBuilder builder;
+  builder.Begin(2, TFolderOrder::Any);
+  const size_t before = ::mallinfo2().uordblks;
+  const auto tell = [&builder] {
+    for (unsigned i = 0; i < 1'000'000; ++i)
+      builder.Shard(i % 2).AddLinkedFile(1 + i % 2, "name " + std::to_string(i), i / 2, {i / 2});
+  };
+  const TFolderId up = builder.ReserveFolder();
+  const TFolderId below = builder.ReserveFolder();
+  tell();
+  EXPECT_LT(::mallinfo2().uordblks - before, size_t{24} * 1'000'000);
+  ASSERT_TRUE(builder.Shard(0).SetFolder(up, kRootFolder, "up") &&
+              builder.Shard(0).SetFolder(below, up, "below"));
+  ASSERT_EQ(builder.Finish(goOn), TFinish::TopListAgain);
+  EXPECT_LT(::mallinfo2().uordblks - before, size_t{24} * 1'000'000);
+  tell();
+  ASSERT_EQ(builder.Finish(goOn), TFinish::Done);
+  EXPECT_EQ(builder.TakeIndex().FileCount(), 500'000U);
 }
 
 // Another file system, and a part of the same one under a second path.

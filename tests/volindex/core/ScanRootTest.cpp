@@ -1,9 +1,11 @@
 #include "volindex/system/ScanRoot.h"
 
+#include "volindex/IndexAnswer.h"
 #include "volindex/TestTree.h"
 #include "volindex/index/RunThreads.h"
 #include "volindex/index/VolumeScan.h"
 #include "volindex/readers/ByteSource.h"
+#include "volindex/readers/folders/FoldersReader.h"
 
 #include <gtest/gtest.h>
 
@@ -43,6 +45,31 @@ TEST(ScanRoot, ForcedReaderIsTheOnlyOne) {
   EXPECT_FALSE(CanScan(tree.Root().string()));
   SetVariable("TALLYSCOPE_READER", nullptr);
   EXPECT_TRUE(CanScan(tree.Root().string()));
+}
+
+template <class TFault>
+class TThrowingReader : public TReader {
+ public:
+  const char* Name() const override { return "throwing"; }
+  bool Accepts(const TScanRoot&) const override { return true; }
+  TReadResult Read(const TScanRoot&, TIndexBuilder& builder, const TScanControl&) override {
+    builder.Begin(1, TFolderOrder::Any);
+    builder.Shard(0).AddFile(kRootFolder, "void", 1);
+    throw TFault();
+  }
+};
+
+TEST(ScanRoot, ReaderThatThrowsHandsOver) {
+  TTestTree tree;
+  tree.AddFile("a/b", 5);
+  std::atomic<bool> stop{false};
+  TReaders readers;
+  readers.push_back(std::make_unique<TThrowingReader<std::bad_alloc>>());
+  readers.push_back(std::make_unique<TThrowingReader<int>>());
+  EXPECT_EQ(ScanVolume(tree.Root().string(), {stop, [](int) {}}, readers).FileCount(), 0U);
+  readers.push_back(std::make_unique<TFoldersReader>());
+  EXPECT_EQ(AnswerOf(ScanVolume(tree.Root().string(), {stop, [](int) {}}, readers)).Files,
+            (std::vector<TListed>{{5, "a/b"}}));
 }
 
 TEST(ScanRoot, TraceIsOneLinePerVolume) {

@@ -1,8 +1,6 @@
 // A drive with a real NTFS volume: what is read raw from its device is what the system shows of it. Run by
 // mapped_drive, which makes the volume.
 #include "volindex/IndexAnswer.h"
-#include "volindex/TestSystem.h"
-#include "volindex/index/VolumeScan.h"
 #include "volindex/system/ScanRoot.h"
 
 #include <gtest/gtest.h>
@@ -15,15 +13,6 @@ namespace {
 class MappedDrive : public testing::Test {
  protected:
   static std::string Drive() { return std::getenv("TALLYSCOPE_TEST_VOLUME"); }
-
-  // By the reader of that name alone; an empty answer when it does not accept the drive.
-  static TAnswer AnswerOfReader(const char* name) {
-    const std::atomic<bool> goOn{false};
-    SetVariable("TALLYSCOPE_READER", name);
-    const TVolumeIndex index = ScanVolume(Drive(), {goOn, [](int) {}});
-    SetVariable("TALLYSCOPE_READER", nullptr);
-    return index.FileCount() == 0 ? TAnswer() : AnswerOf(index);
-  }
 };
 
 TEST_F(MappedDrive, IsReadRawFirst) {
@@ -40,8 +29,8 @@ TEST_F(MappedDrive, EveryReaderAnswersWhatAWalkFinds) {
   const TAnswer truth = AnswerOfDisk(Drive().substr(0, 2));
   EXPECT_GT(truth.FileCount, 1000U);
   EXPECT_GT(truth.FolderCount, 1000U);
-  EXPECT_EQ(AnswerOfReader("ntfs"), truth);
-  EXPECT_EQ(AnswerOfReader("folders"), truth);
+  EXPECT_EQ(AnswerOfReader("ntfs", Drive()), truth);
+  EXPECT_EQ(AnswerOfReader("folders", Drive()), truth);
 }
 
 TEST_F(MappedDrive, FolderOfTheDriveIsNoVolume) {

@@ -114,9 +114,11 @@ void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {
 void TFolderWorker::AddFile(TFolderId parent, TEntryFacts& facts) {
   const uint64_t size = facts.Place.Mount == FScan.RootFacts.Place.Mount ? facts.Size : 0;
   const bool untold = facts.Links == 0;
-  if (untold && (FShard.MayList(size) || !TSeenFiles::Takes(size))) FListing.CountLinks(facts);
-  if (facts.Links < 2) {
-    if (facts.Links == 0 && TSeenFiles::Takes(size)) FSeen.AddSingle(facts.Number, parent, size);
+  const bool asks = untold && (FShard.MayList(size) || !TSeenFiles::Takes(size));
+  if (asks) FListing.CountLinks(facts);
+  const bool mayHaveOthers = facts.Links > 1 || (asks && facts.Links == 0);
+  if (!mayHaveOthers) {
+    if (facts.Links == 0) FSeen.AddSingle(facts.Number, parent, size);
     return FShard.AddFile(parent, FListing.Name(), size);
   }
   if (untold) FSeen.AddLinked(facts.Number);

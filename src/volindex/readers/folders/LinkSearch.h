@@ -1,12 +1,14 @@
 // Finds, when all folders are read, the files with several names of which a listing does not tell that they
-// have: those that were seen more than once. They are taken back from the sums that they were added to and
-// then, their folders listed once more, added as what they are.
+// have: those that were seen more than once. Their folders are listed once more and they are added as what
+// they are; only then are they taken back from the sums that they were added to. One that is not found again,
+// since its folders are gone or shut by now, stays in the sum of one of them.
 #pragma once
 
 #include "volindex/readers/folders/FolderWorker.h"
 
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <vector>
 
@@ -22,17 +24,20 @@ class TLinkSearch {
 
  private:
   [[nodiscard]] bool Stopped() const { return FScan.Control.Stop.load(std::memory_order_relaxed); }
-  void WithdrawParts(unsigned thread);
-  void WithdrawRepeated(std::vector<TSeenFile>& files, TIndexShard& shard);
+  void SearchParts();
+  void TakeRepeated(std::vector<TSeenFile>& files);
   void ListFolders(unsigned thread);
-  void AddLinksIn(TFolderId folder, TFolderListing& listing, TIndexShard& shard) const;
+  void AddLinksIn(TFolderId folder, TFolderListing& listing, TIndexShard& shard);
+  void Withdraw();
 
   TFolderScan& FScan;
   std::atomic<size_t> FNextPart{0};
   std::atomic<size_t> FNextFolder{0};
   std::mutex FLock;
-  std::vector<uint64_t> FNumbers;   // of the files that were taken back
-  std::vector<TFolderId> FFolders;  // that hold them
+  std::vector<TSeenFile>
+      FRepeated;  // all that was seen of the files seen more than once; by number, then path
+  std::vector<TFolderId> FFolders;              // that hold them
+  std::unique_ptr<std::atomic<bool>[]> FFound;  // by the place of a file's first record in FRepeated
 };
 
 }  // namespace volindex
