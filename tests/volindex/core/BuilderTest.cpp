@@ -173,28 +173,6 @@ TEST(Builder, AgreesWithSlowTwinOnRandomVolumes) {
   EXPECT_GT(secondPasses, 0U);
 }
 
-// The list is full of larger files from a folder that turns out to hang nowhere.
-TEST(Builder, LostFolderDoesNotPushOthersOutOfTheList) {
-  TIndexBuilder builder;
-  builder.Begin(1, TFolderOrder::Any);
-  const TFolderId lost = builder.ReserveFolder();
-  TIndexShard& shard = builder.Shard(0);
-  const auto addAll = [&shard, lost] {
-    for (unsigned i = 0; i < 10'000; ++i)
-      shard.AddFile(lost, std::to_string(i), 1'000'000 + i);
-    for (unsigned i = 0; i < 3; ++i)
-      shard.AddFile(kRootFolder, std::to_string(i), i);
-  };
-  addAll();
-  ASSERT_EQ(builder.Finish(kGoOn), TFinish::TopListAgain);
-  addAll();
-  ASSERT_EQ(builder.Finish(kGoOn), TFinish::Done);
-  const TAnswer answer = AnswerOf(builder.TakeIndex());
-  EXPECT_EQ(answer.Files, (std::vector<TListed>{{2, "2"}, {1, "1"}, {0, "0"}}));
-  EXPECT_EQ(answer.Total, 3U);
-  EXPECT_EQ(answer.FileCount, 3U);
-}
-
 // A covered path is found wherever its folders come, counts itself, and a path to nowhere does no harm.
 TEST(Builder, CoveredPathsLoseTheirContent) {
   TIndexBuilder builder;

@@ -90,6 +90,20 @@ TEST(Builder, LinkedNameTakesFewBytes) {
   EXPECT_EQ(builder.TakeIndex().FileCount(), 500'000U);
 }
 
+// Where paths are known as the names come, what adds nothing is forgotten.
+TEST(Builder, LinkedNameOfKnownPathTakesNextToNothing) {
+  TIndexBuilder builder;
+  builder.Begin(1, TFolderOrder::ParentsFirst);
+  const size_t before = ::mallinfo2().uordblks;
+  for (unsigned round = 0; round < 20; ++round) {
+    const TFolderId folder = builder.ReserveFolder();
+    ASSERT_TRUE(builder.Shard(0).SetFolder(folder, kRootFolder, std::to_string(round)));
+    for (unsigned file = 0; file < 20'000; ++file)
+      builder.Shard(0).AddLinkedFile(folder, "name " + std::to_string(file), file, {file});
+  }
+  EXPECT_LT(::mallinfo2().uordblks - before, size_t{10} * 400'000);
+}
+
 // Another file system, and a part of the same one under a second path.
 TEST(FoldersReader, DoesNotEnterWhatIsMountedBelow) {
   TTestTree tree;

@@ -138,7 +138,8 @@ TEST_F(VolindexLibrary, ServesListsCountsAndSizesUntilItIsFreed) {
 
 // Each buffer holds what fits with its NUL and not a unit more, be it as long as it may.
 TEST_F(VolindexLibrary, CapacitiesAreTheCallersOwn) {
-  const std::string deep = std::string(150, 'n') + '/' + std::string(150, 'm') + '/';
+  std::string deep(150, 'n');
+  deep.append("/").append(150, 'm').append("/");
   FTree.AddFile(deep + "huge", 6);
   FTree.AddFile("small", 5);
   Scan();
@@ -148,7 +149,7 @@ TEST_F(VolindexLibrary, CapacitiesAreTheCallersOwn) {
   EXPECT_FALSE(At(0, 5, needed - 1) || At(0, 4, needed));
   const auto record = At(0, 5, needed);
   ASSERT_TRUE(record.has_value());
-  EXPECT_EQ(record->Path, '/' + deep);
+  EXPECT_EQ(record->Path, "/" + deep);
 }
 
 TEST_F(VolindexLibrary, NothingIsLeftAfterAStopOrOfWhatIsDeclined) {
