@@ -66,7 +66,7 @@ class FolderBlocksTest : public testing::Test {
   [[nodiscard]] std::optional<std::uint64_t> Find(TFolderLayout layout, std::uint64_t blocks) {
     std::vector<TBlockRun> runs;
     const TMemorySource source(FImage);
-    TFolderBlocks found(source, FSuper);
+    TFolderBlocks found(source, FSuper, FStop);
     const TInode inode{TInodeKind::Folder, layout, 2, blocks * kBlock};
     if (!found.Find(inode, FMap, runs)) return std::nullopt;
     std::uint64_t count = 0;
@@ -77,6 +77,7 @@ class FolderBlocksTest : public testing::Test {
 
   std::vector<std::byte> FImage = std::vector<std::byte>(64 * kBlock);
   TSuperblock FSuper;
+  std::atomic<bool> FStop{false};
   std::array<std::byte, kMapSize> FMap{};
 };
 
@@ -147,7 +148,7 @@ TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
     Put(Block(10), 4 * i, 10u);
   std::vector<TBlockRun> runs;
   const TMemorySource source(FImage);
-  TFolderBlocks found(source, FSuper);
+  TFolderBlocks found(source, FSuper, FStop);
   const TInode inode{TInodeKind::Folder, TFolderLayout::BlockMap, 2, 64 * kBlock};
   EXPECT_TRUE(found.Find(inode, FMap, runs));
   EXPECT_FALSE(found.Find(inode, FMap, runs));

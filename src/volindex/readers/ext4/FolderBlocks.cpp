@@ -130,7 +130,7 @@ bool TFolderBlocks::FindMapped(TBytes map, std::uint64_t blocks, std::vector<TBl
 
 bool TFolderBlocks::ReadBlock(std::uint64_t block, std::vector<std::byte>& bytes) {
   bytes.resize(FSuper.BlockSize);
-  return block > FSuper.FirstDataBlock && block < FSuper.BlockCount && Count(1) &&
+  return !FStop && block > FSuper.FirstDataBlock && block < FSuper.BlockCount && Count(1) &&
          FSource.ReadAt(block * FSuper.BlockSize, bytes);
 }
 

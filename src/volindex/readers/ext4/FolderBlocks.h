@@ -20,9 +20,11 @@ struct TBlockRun {
 // end.
 class TFolderBlocks {
  public:
-  TFolderBlocks(const TByteSource& source, const TSuperblock& super) : FSource(source), FSuper(super) {}
+  TFolderBlocks(const TByteSource& source, const TSuperblock& super, const std::atomic<bool>& stop)
+      : FSource(source), FSuper(super), FStop(stop) {}
 
-  // Puts the runs of the folder's blocks into runs, which is emptied first. False if the tree is damaged.
+  // Puts the runs of the folder's blocks into runs, which is emptied first. False if the tree is damaged or
+  // when the stop flag was seen.
   [[nodiscard]] bool Find(const TInode& inode, TBytes map, std::vector<TBlockRun>& runs);
 
  private:
@@ -34,6 +36,7 @@ class TFolderBlocks {
 
   const TByteSource& FSource;
   const TSuperblock& FSuper;
+  const std::atomic<bool>& FStop;
   std::atomic<std::uint64_t> FCounted{0};
 };
 

@@ -52,6 +52,16 @@ constexpr std::uint16_t kInodesNeverUsed = 0x1;
   return super.GroupStart(static_cast<std::uint32_t>(group)) + behind;
 }
 
+[[nodiscard]] bool ReadDescriptors(const TByteSource& source, const TSuperblock& super, std::uint32_t index,
+                                   std::span<std::byte> block) {
+  const std::uint64_t at = DescriptorBlock(super, index);
+  return at < super.BlockCount && source.ReadAt(at * super.BlockSize, block);
+}
+
+[[nodiscard]] TBytes DescriptorIn(TBytes block, const TSuperblock& super, std::uint32_t within) {
+  return block.subspan(std::size_t{within} * super.DescriptorSize, super.DescriptorSize);
+}
+
 }  // namespace
 
 std::optional<TGroup> ParseGroup(TBytes bytes, std::uint32_t group, const TSuperblock& super) {
@@ -66,23 +76,27 @@ std::optional<TGroup> ParseGroup(TBytes bytes, std::uint32_t group, const TSuper
   return result;
 }
 
-std::optional<std::vector<TGroup>> ReadGroups(const TByteSource& source, const TSuperblock& super) {
+std::optional<std::vector<TGroup>> ReadGroups(const TByteSource& source, const TSuperblock& super,
+                                              const std::atomic<bool>& stop) {
   const std::uint32_t perBlock = super.BlockSize / super.DescriptorSize;
   std::vector<std::byte> block(super.BlockSize);
   std::vector<TGroup> groups;
   for (std::uint32_t group = 0; group < super.GroupCount; ++group) {
     const std::uint32_t within = group % perBlock;
-    if (within == 0) {
-      const std::uint64_t at = DescriptorBlock(super, group / perBlock);
-      if (at >= super.BlockCount || !source.ReadAt(at * super.BlockSize, block)) return std::nullopt;
-    }
-    const TBytes bytes =
-        TBytes(block).subspan(std::size_t{within} * super.DescriptorSize, super.DescriptorSize);
-    const auto parsed = ParseGroup(bytes, group, super);
+    if (within == 0 && (stop || !ReadDescriptors(source, super, group / perBlock, block)))
+      return std::nullopt;
+    const auto parsed = ParseGroup(DescriptorIn(block, super, within), group, super);
     if (!parsed) return std::nullopt;
     groups.push_back(*parsed);
   }
   return groups;
+}
+
+std::optional<TGroup> ReadGroup(const TByteSource& source, const TSuperblock& super, std::uint32_t group) {
+  const std::uint32_t perBlock = super.BlockSize / super.DescriptorSize;
+  std::vector<std::byte> block(super.BlockSize);
+  if (!ReadDescriptors(source, super, group / perBlock, block)) return std::nullopt;
+  return ParseGroup(DescriptorIn(block, super, group % perBlock), group, super);
 }
 
 }  // namespace volindex::ext4

@@ -10,7 +10,6 @@ constexpr std::size_t kBaseSize = 128;
 
 constexpr std::uint32_t kFlagEncrypted = 0x800;
 constexpr std::uint32_t kFlagExtents = 0x80000;
-constexpr std::uint32_t kFlagAttributeValue = 0x200000;
 constexpr std::uint32_t kFlagInline = 0x10000000;
 
 constexpr std::uint64_t kLargestSize = std::uint64_t{1} << 60;
@@ -104,7 +103,7 @@ std::optional<TInode> ParseInode(TBytes bytes, const TSuperblock& super) {
   const auto mode = Load<std::uint16_t>(bytes, 0x00);
   const auto links = Load<std::uint16_t>(bytes, 0x1A);
   const auto flags = Load<std::uint32_t>(bytes, 0x20);
-  if (mode == 0 || links == 0 || (flags & kFlagAttributeValue) != 0) return TInode{};
+  if (mode == 0 || links == 0) return TInode{};
   const auto type = static_cast<TModeType>(mode >> 12);
   if (!IsKnown(type) || (flags & kFlagEncrypted) != 0) return std::nullopt;
   const std::uint64_t size = LoadSize(bytes, type, super);

@@ -21,8 +21,9 @@ struct TInode {
   std::uint64_t Size = 0;  // bytes; 0 for devices, sockets and pipes, which are files as well
 };
 
-// bytes: the super.InodeSize bytes of one inode. A deleted inode, one that is only kept open and one that
-// holds an extended attribute are Unused. Nothing for an encrypted inode and for one that makes no sense.
+// bytes: the super.InodeSize bytes of one inode. A deleted inode and one that is only kept open are Unused;
+// one that holds an extended attribute is a file which no folder names. Nothing for an encrypted inode and
+// for one that makes no sense.
 [[nodiscard]] std::optional<TInode> ParseInode(TBytes bytes, const TSuperblock& super);
 
 // The part of an inode that holds the block map, the extent root or the beginning of inline data.

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "volindex/readers/ext4/ReadPlan.h"
+
 namespace volindex::ext4 {
 
 TInodeTable::TInodeTable(const TSuperblock& super, std::vector<TGroup> groups)
@@ -12,7 +14,7 @@ TInodeTable::TInodeTable(const TSuperblock& super, std::vector<TGroup> groups)
   FKept.resize(FGroups.size() * FSlotsPerGroup);
 }
 
-std::vector<TTablePiece> TInodeTable::Pieces() const {
+std::optional<std::vector<TTablePiece>> TInodeTable::Pieces(const std::atomic<bool>& stop) const {
   std::vector<TTablePiece> pieces;
   for (std::uint32_t group = 0; group < FGroups.size(); ++group) {
     const std::uint64_t table = FGroups[group].InodeTable * FSuper.BlockSize;
@@ -22,7 +24,11 @@ std::vector<TTablePiece> TInodeTable::Pieces() const {
                         group * FSuper.InodesPerGroup + within + 1, inodes});
     }
   }
-  std::ranges::sort(pieces, {}, &TTablePiece::Offset);
+  if (!SortUnlessStopped(pieces, &TTablePiece::Offset, stop)) return std::nullopt;
+  const auto overlap = [](const TTablePiece& a, const TTablePiece& b) {
+    return a.Offset + a.Length > b.Offset;
+  };
+  if (std::ranges::adjacent_find(pieces, overlap) != pieces.end()) return std::nullopt;
   return pieces;
 }
 

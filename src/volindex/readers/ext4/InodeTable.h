@@ -2,6 +2,7 @@
 // each.
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <vector>
 
@@ -39,8 +40,9 @@ class TInodeTable {
 
   TInodeTable(const TSuperblock& super, std::vector<TGroup> groups);
 
-  // All that was ever used, in the order on the volume.
-  [[nodiscard]] std::vector<TTablePiece> Pieces() const;
+  // All that was ever used, in the order on the volume. Nothing if tables overlap, or when the stop flag was
+  // seen.
+  [[nodiscard]] std::optional<std::vector<TTablePiece>> Pieces(const std::atomic<bool>& stop) const;
 
   // Keeps what was found in a piece. Threads may store different pieces at the same time.
   void Store(const TTablePiece& piece, std::span<const TEntry> entries);
@@ -48,12 +50,22 @@ class TInodeTable {
   // number: 1 up to the volume's count of inodes.
   [[nodiscard]] TEntry Find(std::uint32_t number) const;
 
+  [[nodiscard]] std::uint32_t GroupOf(std::uint32_t number) const {
+    return (number - 1) / FSuper.InodesPerGroup;
+  }
+  // Whether the inode lies in the part of its group's table that has ever been used, as the group tells.
+  [[nodiscard]] bool IsInUsedPart(std::uint32_t number, const TGroup& group) const {
+    return (number - 1) % FSuper.InodesPerGroup < group.UsedInodes;
+  }
+  [[nodiscard]] const TGroup& Group(std::uint32_t group) const { return FGroups[group]; }
+
   // Where the inode's bytes lie on the volume; the number must be one that Find knows as used.
   [[nodiscard]] std::uint64_t OffsetOf(std::uint32_t number) const;
 
-  // Calls visit(number, folder) for each folder, in rising order of the numbers.
+  // Calls visit(number, folder) for each folder, in rising order of the numbers, as long as it answers true;
+  // the last answer.
   template <class TVisit>
-  void ForEachFolder(TVisit&& visit) const;
+  [[nodiscard]] bool ForEachFolder(TVisit&& visit) const;
 
  private:
   // Trailing unused inodes are not kept.
@@ -73,16 +85,17 @@ class TInodeTable {
 };
 
 template <class TVisit>
-void TInodeTable::ForEachFolder(TVisit&& visit) const {
+bool TInodeTable::ForEachFolder(TVisit&& visit) const {
   for (std::size_t slot = 0; slot < FKept.size(); ++slot) {
     const auto group = static_cast<std::uint32_t>(slot / FSlotsPerGroup);
     const auto piece = static_cast<std::uint32_t>(slot % FSlotsPerGroup);
     const std::uint32_t first = group * FSuper.InodesPerGroup + piece * FPieceInodes + 1;
     for (std::uint32_t i = 0; i < FKept[slot].Count; ++i) {
       const TEntry entry = FKept[slot].Entries[i];
-      if (entry.Use() == TUse::Folder) visit(first + i, entry.Folder());
+      if (entry.Use() == TUse::Folder && !visit(first + i, entry.Folder())) return false;
     }
   }
+  return true;
 }
 
 }  // namespace volindex::ext4

@@ -23,8 +23,8 @@ TReadResult TReadCrew::Run(std::span<const TReadBatch> batches, TProgressRange p
   TRun run{.Batches = batches, .Progress = progress, .Handler = handler};
   const std::size_t threads = std::clamp<std::size_t>(batches.size(), 1, FThreads);
   RunThreads(static_cast<unsigned>(threads), [&](unsigned thread) { Work(run, thread); });
-  if (run.Failed) return TReadResult::HandedOver;
-  return FControl.Stop ? TReadResult::Stopped : TReadResult::Done;
+  if (FControl.Stop) return TReadResult::Stopped;
+  return run.Failed ? TReadResult::HandedOver : TReadResult::Done;
 }
 
 void TReadCrew::Work(TRun& run, unsigned thread) {

@@ -26,7 +26,8 @@ class TReadCrew {
   [[nodiscard]] unsigned Threads() const { return FThreads; }
 
   // Reads and handles all batches and returns when every thread has ended. Done if all of them were handled,
-  // HandedOver if a read failed, a handler said false or memory ran out.
+  // HandedOver if a read failed, a handler said false or memory ran out; a handler that sees the stop flag
+  // may say what it likes.
   [[nodiscard]] TReadResult Run(std::span<const TReadBatch> batches, TProgressRange progress,
                                 const THandler& handler);
 

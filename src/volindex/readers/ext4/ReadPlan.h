@@ -2,6 +2,8 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
+#include <functional>
 #include <vector>
 
 #include "volindex/readers/DiskBytes.h"
@@ -17,6 +19,23 @@ struct TReadBatch {
   std::uint32_t First = 0;
   std::uint32_t Count = 0;
 };
+
+// Sorts by rising keys; false when the stop flag was seen, the order is then any.
+template <class TItem, class TKey>
+[[nodiscard]] bool SortUnlessStopped(std::vector<TItem>& items, TKey key, const std::atomic<bool>& stop) {
+  constexpr std::uint64_t kInterval = 4096;  // comparisons between two looks at the flag
+  struct TStopSeen {};
+  std::uint64_t compared = 0;
+  try {
+    std::ranges::sort(items, [&](const TItem& a, const TItem& b) {
+      if (++compared % kInterval == 0 && stop.load(std::memory_order_relaxed)) throw TStopSeen();
+      return std::invoke(key, a) < std::invoke(key, b);
+    });
+  } catch (const TStopSeen&) {
+    return false;
+  }
+  return true;
+}
 
 // pieces: sorted by the offset that place(piece) gives as {offset, length}, with no length above
 // kLargestRead. What lies between two pieces is read as well where that costs less than another read.

@@ -75,7 +75,7 @@ void LoadSeed(TBytes bytes, std::uint32_t incompat, TSuperblock& super) {
   super.FirstInode = firstRevision ? 11 : Load<std::uint32_t>(bytes, 0x54);
   super.InodeSize = firstRevision ? 128 : Load<std::uint16_t>(bytes, 0x58);
   return std::has_single_bit(super.InodeSize) && super.InodeSize >= 128 &&
-         super.InodeSize <= super.BlockSize && super.InodesPerGroup > 0 &&
+         super.InodeSize <= super.BlockSize && super.InodesPerGroup >= super.BlockSize / super.InodeSize &&
          super.InodesPerGroup <= super.BlockSize * 8 && super.FirstInode > kRootInode &&
          super.FirstInode <= super.InodeCount;
 }
@@ -86,6 +86,9 @@ void LoadSeed(TBytes bytes, std::uint32_t incompat, TSuperblock& super) {
          super.DescriptorSize <= std::min(super.BlockSize, 1024u);
 }
 
+// What is kept of a group must be little beside what the group holds; none is ever made smaller.
+constexpr std::uint32_t kLeastBlocksPerGroup = 256;
+
 // Whole clusters make up a group where blocks are handed out in clusters.
 [[nodiscard]] bool LoadGroupLayout(TBytes bytes, bool clusters, TSuperblock& super) {
   super.FirstDataBlock = Load<std::uint32_t>(bytes, 0x14);
@@ -95,7 +98,7 @@ void LoadSeed(TBytes bytes, std::uint32_t incompat, TSuperblock& super) {
   const bool clusterSane = clusters ? logCluster >= logBlock && logCluster <= 19 : true;
   const std::uint32_t ratio = clusters && clusterSane ? 1u << (logCluster - logBlock) : 1;
   return clusterSane && super.FirstDataBlock <= 1 && super.FirstDataBlock < super.BlockCount &&
-         super.BlocksPerGroup > 0 && super.BlocksPerGroup % ratio == 0 &&
+         super.BlocksPerGroup >= kLeastBlocksPerGroup && super.BlocksPerGroup % ratio == 0 &&
          super.BlocksPerGroup / ratio <= super.BlockSize * 8;
 }
 

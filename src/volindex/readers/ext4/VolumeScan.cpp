@@ -39,7 +39,7 @@ TVolumeScan::TVolumeScan(const TByteSource& source, const TSuperblock& super, st
       FControl(control),
       FCrew(source, control, threads),
       FInodes(super, std::move(groups)),
-      FFolderBlocks(source, super),
+      FFolderBlocks(source, super, control.Stop),
       FFound(FCrew.Threads()) {}
 
 TReadResult TVolumeScan::Run() {
@@ -47,10 +47,10 @@ TReadResult TVolumeScan::Run() {
   TReadResult result = ReadInodes();
   if (result != TReadResult::Done) return result;
   if (!FRootSeen) return TReadResult::HandedOver;
-  SortRuns();
+  if (!SortRuns()) return TReadResult::Stopped;
   result = ReadFolders(kFolderProgress);
   if (result != TReadResult::Done) return result;
-  if (!UnnamedFoldersAreGone()) return TReadResult::HandedOver;
+  if (!UnnamedFoldersAreGone()) return GivenUp();
   TFinish finish = FBuilder.Finish(FControl.Stop);
   if (finish == TFinish::TopListAgain) {
     FFilesOnly = true;
@@ -61,15 +61,20 @@ TReadResult TVolumeScan::Run() {
   return finish == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;
 }
 
+TReadResult TVolumeScan::GivenUp() const {
+  return FControl.Stop ? TReadResult::Stopped : TReadResult::HandedOver;
+}
+
 TReadResult TVolumeScan::ReadInodes() {
-  const std::vector<TTablePiece> pieces = FInodes.Pieces();
-  const auto reads = PlanReads(std::span(pieces), [](const TTablePiece& piece) {
+  const auto pieces = FInodes.Pieces(FControl.Stop);
+  if (!pieces) return GivenUp();
+  const auto reads = PlanReads(std::span(*pieces), [](const TTablePiece& piece) {
     return std::pair<std::uint64_t, std::uint64_t>(piece.Offset, piece.Length);
   });
   return FCrew.Run(reads, kInodeProgress, [&](unsigned thread, const TReadBatch& batch, TBytes bytes) {
     FBuilder.Shard(thread).CountBytesRead(batch.Length);
     return std::ranges::all_of(
-        std::span(pieces).subspan(batch.First, batch.Count), [&](const TTablePiece& piece) {
+        std::span(*pieces).subspan(batch.First, batch.Count), [&](const TTablePiece& piece) {
           return HandlePiece(thread, piece, bytes.subspan(piece.Offset - batch.Offset, piece.Length));
         });
   });
@@ -105,7 +110,6 @@ bool TVolumeScan::HandleInode(TFound& found, std::uint32_t number, std::uint64_t
 
 bool TVolumeScan::HandleFolder(TFound& found, std::uint64_t offset, const TInode& inode, TBytes bytes,
                                TFolderId folder) {
-  if (FControl.Stop) return true;
   if (inode.Layout == TFolderLayout::Inline) {
     found.Runs.push_back({offset, 0, folder});
     return true;
@@ -113,6 +117,7 @@ bool TVolumeScan::HandleFolder(TFound& found, std::uint64_t offset, const TInode
   if (!FFolderBlocks.Find(inode, MapOf(bytes), found.Scratch)) return false;
   const std::uint64_t most = kLargestRead / FSuper.BlockSize;
   for (TBlockRun run : found.Scratch) {
+    if (FControl.Stop) return false;
     for (; run.Count > 0;
          run = {run.First + std::min(run.Count, most), run.Count - std::min(run.Count, most)})
       found.Runs.push_back({run.First, static_cast<std::uint32_t>(std::min(run.Count, most)), folder});
@@ -125,15 +130,21 @@ std::pair<std::uint64_t, std::uint64_t> TVolumeScan::PlaceOf(const TFolderRun& r
   return {run.First * FSuper.BlockSize, std::uint64_t{run.Blocks} * FSuper.BlockSize};
 }
 
-void TVolumeScan::SortRuns() {
+bool TVolumeScan::SortRuns() {
+  std::size_t count = 0;
+  for (const TFound& found : FFound)
+    count += found.Runs.size();
+  FRuns.reserve(count);
   for (TFound& found : FFound) {
     FRuns.insert(FRuns.end(), found.Runs.begin(), found.Runs.end());
     found = {};
   }
-  std::ranges::sort(FRuns, {}, [this](const TFolderRun& run) { return PlaceOf(run).first; });
+  const auto offset = [this](const TFolderRun& run) { return PlaceOf(run).first; };
+  if (!SortUnlessStopped(FRuns, offset, FControl.Stop)) return false;
   FFolderReads =
       PlanReads(std::span<const TFolderRun>(FRuns), [this](const TFolderRun& run) { return PlaceOf(run); });
   FNamed = std::make_unique<std::atomic<bool>[]>(FFolderCount + 1);
+  return true;
 }
 
 TReadResult TVolumeScan::ReadFolders(TProgressRange progress) {
@@ -148,6 +159,7 @@ TReadResult TVolumeScan::ReadFolders(TProgressRange progress) {
 }
 
 bool TVolumeScan::HandleRun(unsigned thread, const TFolderRun& run, TBytes bytes) {
+  if (FControl.Stop) return false;
   if (run.Blocks == 0) {
     // The first four bytes stand for ".." and "." has no entry at all.
     const auto rest = InlineRest(bytes);
@@ -166,14 +178,13 @@ bool TVolumeScan::HandleEntries(unsigned thread, TFolderId folder, TBytes bytes)
   });
 }
 
-// An entry without an inode was made, or its file deleted, after the inode was read.
 bool TVolumeScan::HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_t number,
                               std::string_view name) {
   if (number > FSuper.InodeCount || name.find('/') != name.npos || name.find('\0') != name.npos) return false;
   const TInodeTable::TEntry entry = FInodes.Find(number);
   switch (entry.Use()) {
     case TUse::None:
-      return true;
+      return IsPassedOver(number);
     case TUse::File:
       shard.AddFile(parent, name, entry.Size());
       return true;
@@ -184,6 +195,16 @@ bool TVolumeScan::HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_
       return NameFolder(shard, entry.Folder(), parent, name);
   }
   return false;
+}
+
+// An entry without an inode was made, or its file deleted, after the inode was read. Where no inode was
+// looked at, since none was ever used there, one may be all the same if the group tells wrong; not if it has
+// been used since.
+bool TVolumeScan::IsPassedOver(std::uint32_t number) const {
+  const std::uint32_t index = FInodes.GroupOf(number);
+  if (FInodes.IsInUsedPart(number, FInodes.Group(index))) return true;
+  const auto group = Repeat(TVolumeState::Mounted, [&] { return ReadGroup(FSource, FSuper, index); });
+  return group && FInodes.IsInUsedPart(number, *group);
 }
 
 bool TVolumeScan::NameFolder(TIndexShard& shard, TFolderId folder, TFolderId parent, std::string_view name) {
@@ -197,12 +218,10 @@ bool TVolumeScan::NameFolder(TIndexShard& shard, TFolderId folder, TFolderId par
 // already.
 bool TVolumeScan::UnnamedFoldersAreGone() const {
   if (FNamedCount + 1 == FFolderCount) return true;
-  bool gone = true;
-  FInodes.ForEachFolder([&](std::uint32_t number, TFolderId folder) {
-    if (folder != kRootFolder && !FNamed[folder].load(std::memory_order_relaxed) && gone)
-      gone = !IsStillFolder(number);
+  return FInodes.ForEachFolder([&](std::uint32_t number, TFolderId folder) {
+    if (FControl.Stop) return false;
+    return folder == kRootFolder || FNamed[folder].load(std::memory_order_relaxed) || !IsStillFolder(number);
   });
-  return gone;
 }
 
 bool TVolumeScan::IsStillFolder(std::uint32_t number) const {
@@ -216,8 +235,8 @@ TReadResult ReadVolume(const TByteSource& source, TVolumeState state, TIndexBuil
                        const TScanControl& control, unsigned threads) {
   const auto super = Repeat(state, [&] { return ReadSuperblock(source); });
   if (!super || (super->NeedsRecovery && state == TVolumeState::AtRest)) return TReadResult::HandedOver;
-  auto groups = Repeat(state, [&] { return ReadGroups(source, *super); });
-  if (!groups) return TReadResult::HandedOver;
+  auto groups = Repeat(state, [&] { return ReadGroups(source, *super, control.Stop); });
+  if (!groups) return control.Stop ? TReadResult::Stopped : TReadResult::HandedOver;
   return TVolumeScan(source, *super, std::move(*groups), builder, control, threads).Run();
 }
 

@@ -47,7 +47,7 @@ class TVolumeScan {
                                  TInodeTable::TEntry& entry);
   [[nodiscard]] bool HandleFolder(TFound& found, std::uint64_t offset, const TInode& inode, TBytes bytes,
                                   TFolderId folder);
-  void SortRuns();
+  [[nodiscard]] bool SortRuns();
   [[nodiscard]] std::pair<std::uint64_t, std::uint64_t> PlaceOf(const TFolderRun& run) const;
 
   [[nodiscard]] TReadResult ReadFolders(TProgressRange progress);
@@ -55,8 +55,10 @@ class TVolumeScan {
   [[nodiscard]] bool HandleEntries(unsigned thread, TFolderId folder, TBytes bytes);
   [[nodiscard]] bool HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_t number,
                                  std::string_view name);
+  [[nodiscard]] bool IsPassedOver(std::uint32_t number) const;
   [[nodiscard]] bool NameFolder(TIndexShard& shard, TFolderId folder, TFolderId parent,
                                 std::string_view name);
+  [[nodiscard]] TReadResult GivenUp() const;
   [[nodiscard]] bool UnnamedFoldersAreGone() const;
   [[nodiscard]] bool IsStillFolder(std::uint32_t number) const;
 

@@ -1,8 +1,12 @@
 #include "volindex/readers/ntfs/FolderSlots.h"
 
+#include <new>
+
 namespace volindex::ntfs {
 
 namespace {
+
+constexpr std::size_t kMaxRivals = 1u << 16;
 
 std::uint64_t Packed(TFolderId id, std::uint16_t sequence) {
   return (std::uint64_t{id} + 1) << 16 | sequence;
@@ -13,13 +17,14 @@ std::uint64_t Packed(TFolderId id, std::uint16_t sequence) {
 TFolderSlots::TFolderSlots(TIndexBuilder& builder, std::uint64_t recordCount, TFileReference root)
     : FBuilder(builder),
       FRecordCount(recordCount),
-      FSlots(std::make_unique<std::atomic<std::uint64_t>[]>(recordCount)) {
+      FSlots(static_cast<std::uint64_t*>(std::calloc(recordCount, sizeof(std::uint64_t)))) {
+  if (!FSlots) throw std::bad_alloc();
   FSlots[root.Record()] = Packed(0, root.Sequence());
 }
 
 std::optional<TFolderId> TFolderSlots::IdOfNewcomer(TFileReference folder) {
   if (folder.Record() < kFirstUserRecord && folder.Record() != kRootRecord) return std::nullopt;
-  std::atomic<std::uint64_t>& slot = FSlots[folder.Record()];
+  const auto slot = Slot(folder);
   std::uint64_t held = slot.load(std::memory_order_relaxed);
   if (held == 0) {
     if (FClosed) return std::nullopt;
@@ -36,6 +41,10 @@ std::optional<TFolderId> TFolderSlots::IdOfRival(TFileReference folder) {
   const auto found = FRivals.find(folder);
   if (found != FRivals.end()) return found->second;
   if (FClosed) return std::nullopt;
+  if (FRivals.size() == kMaxRivals) {
+    FOverfull = true;
+    return std::nullopt;
+  }
   return FRivals.emplace(folder, FBuilder.ReserveFolder()).first->second;
 }
 

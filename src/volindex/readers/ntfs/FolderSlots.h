@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -15,7 +16,7 @@
 namespace volindex::ntfs {
 
 // The volume's own records: its metadata files, and the root folder among them.
-inline constexpr std::uint64_t kFirstUserRecord = 24;
+inline constexpr std::uint64_t kFirstUserRecord = 16;  // new files begin at 24, but drivers show these too
 inline constexpr std::uint64_t kRootRecord = 5;
 
 class TFolderSlots {
@@ -27,7 +28,7 @@ class TFolderSlots {
   // the metadata. Any thread.
   [[nodiscard]] std::optional<TFolderId> IdOf(TFileReference folder) {
     if (folder.Record() >= FRecordCount) return std::nullopt;
-    const std::uint64_t held = FSlots[folder.Record()].load(std::memory_order_relaxed);
+    const std::uint64_t held = Slot(folder).load(std::memory_order_relaxed);
     if (held != 0 && static_cast<std::uint16_t>(held) == folder.Sequence())
       return static_cast<TFolderId>((held >> 16) - 1);
     return IdOfNewcomer(folder);
@@ -36,17 +37,29 @@ class TFolderSlots {
   // From now on there is nothing for pairs not seen before. While no other thread asks.
   void Close() { FClosed = true; }
 
+  // True if pairs were refused because far more of them share a record than on any sound volume.
+  [[nodiscard]] bool Overfull() const { return FOverfull.load(std::memory_order_relaxed); }
+
  private:
+  struct TFree {
+    void operator()(std::uint64_t* slots) const { std::free(slots); }
+  };
+
+  [[nodiscard]] std::atomic_ref<std::uint64_t> Slot(TFileReference folder) const {
+    return std::atomic_ref(FSlots[folder.Record()]);
+  }
   [[nodiscard]] std::optional<TFolderId> IdOfNewcomer(TFileReference folder);
   [[nodiscard]] std::optional<TFolderId> IdOfRival(TFileReference folder);
 
   TIndexBuilder& FBuilder;
   std::uint64_t FRecordCount;
   bool FClosed = false;
-  // Per record the first pair seen: identifier + 1, then the 16 bits of the sequence number. 0 is none.
-  std::unique_ptr<std::atomic<std::uint64_t>[]> FSlots;
+  // Per record the first pair seen: identifier + 1, then the 16 bits of the sequence number. 0 is none. Of a
+  // large table only what is touched takes memory and time.
+  std::unique_ptr<std::uint64_t[], TFree> FSlots;
   std::mutex FRivalLock;
   std::map<TFileReference, TFolderId> FRivals;  // pairs whose record has another pair in its slot
+  std::atomic<bool> FOverfull{false};
 };
 
 }  // namespace volindex::ntfs

@@ -8,7 +8,7 @@ namespace volindex::ntfs {
 
 bool TNtfsReader::Accepts(const TScanRoot& root) const {
   const auto source = OpenNtfsSource(root);
-  return source && TNtfsVolume::Open(*source);
+  return source && TNtfsVolume::IsThere(*source);
 }
 
 TReadResult TNtfsReader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
@@ -19,8 +19,8 @@ TReadResult TNtfsReader::Read(const TScanRoot& root, TIndexBuilder& builder, con
 
 TReadResult ReadNtfs(const TByteSource& source, TDriver driver, TIndexBuilder& builder,
                      const TScanControl& control, unsigned threads) {
-  const auto volume = TNtfsVolume::Open(source);
-  if (!volume) return TReadResult::HandedOver;
+  const auto volume = TNtfsVolume::Open(source, control.Stop);
+  if (!volume) return control.Stop ? TReadResult::Stopped : TReadResult::HandedOver;
   return TNtfsScan(*volume, driver, builder, control, threads).Run();
 }
 

@@ -4,8 +4,9 @@
 // preallocated files count their data length, named streams nothing. The metadata files and what lies in them
 // are left out. A name for DOS alone is no second link. A reparse point is never entered, unless its tag says
 // that folders with it hold what lies in them, and counts as a file: as the volume's driver shows it, a link
-// by the length of its target (LinkLength.h) or any by its data. A record that does not hold together is
-// skipped alone, and a folder that is gone takes its left-over files with it.
+// by the length of its target (LinkLength.h) or any by its data. A folder
+// that is gone takes its left-over files with it. A record in use that does not hold together, and a file of
+// which a part can't be had, is handed over with the whole volume: the driver may still show it.
 #pragma once
 
 #include "volindex/readers/Reader.h"

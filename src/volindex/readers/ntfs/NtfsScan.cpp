@@ -1,6 +1,7 @@
 #include "volindex/readers/ntfs/NtfsScan.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "volindex/index/RunThreads.h"
 #include "volindex/index/Wtf8.h"
@@ -12,11 +13,14 @@ namespace {
 constexpr std::size_t kShareBytes = 1u << 20;
 constexpr std::size_t kAhead = 8;  // records between the one parsed and the one asked for
 constexpr std::uint64_t kMaxRecords = 1u << 28;
-// Far more than any volume has; an attribute list made to repeat itself must not fill the memory.
-constexpr std::size_t kMaxHolders = 4u << 20;
+constexpr int kTries = 4;  // a record or a file may be caught while its volume's driver changes it
 
-bool IsFileInUse(TBytes record) {
-  return std::memcmp(record.data(), "FILE", 4) == 0 && (Load<std::uint16_t>(record, 0x16) & 1) != 0;
+bool HasMark(TBytes record, std::string_view mark) {
+  return std::memcmp(record.data(), mark.data(), mark.size()) == 0;
+}
+
+bool IsBaseInUse(TBytes record) {
+  return (Load<std::uint16_t>(record, 0x16) & 1) != 0 && Load<std::uint64_t>(record, 0x20) == 0;
 }
 
 void PrefetchLine([[maybe_unused]] const std::byte* line) {
@@ -34,18 +38,12 @@ void Prefetch(TBytes record) {
   PrefetchLine(record.data() + record.size() - 1);
 }
 
-// True if the record itself holds all that its list names.
-bool IsWhole(const TRecordFacts& facts, TFileReference self) {
-  return std::all_of(facts.Holders.begin(), facts.Holders.end(),
-                     [self](const THolder& holder) { return holder.Record == self; });
-}
-
 }  // namespace
 
 std::string_view TNtfsScan::TWorker::TextOf(const TFileName& name) {
-  Name.clear();
-  AppendWtf8(name.Utf16, Name);
-  return Name;
+  Text.clear();
+  AppendWtf8(name.Utf16, Text);
+  return Text;
 }
 
 TNtfsScan::TNtfsScan(const TNtfsVolume& volume, TDriver driver, TIndexBuilder& builder,
@@ -73,12 +71,10 @@ TReadResult TNtfsScan::Run() {
 }
 
 bool TNtfsScan::FindRoot(TFileReference& root) const {
-  std::vector<std::byte> record(FVolume.RecordSize());
-  if (FVolume.RecordCount() <= kRootRecord || !FVolume.ReadRecords(kRootRecord, record)) return false;
-  if (!ApplyFixups(record)) return false;
-  const auto header = ParseRecordHeader(record);
-  if (!header || !header->InUse || !header->Folder || !header->IsBase()) return false;
-  root = TFileReference(kRootRecord, header->Sequence);
+  std::vector<std::byte> bytes;
+  TRecord record;
+  if (!ReadRecord(kRootRecord, bytes, record) || !record.IsBaseInUse() || !record.Header.Folder) return false;
+  root = record.Self;
   return true;
 }
 
@@ -88,20 +84,24 @@ TReadResult TNtfsScan::Pass() {
   for (unsigned thread = 0; thread < FThreads; ++thread)
     workers.emplace_back(FBuilder.Shard(thread));
   RunThreads(FThreads, [&](unsigned thread) { Work(workers[thread]); });
-  if (!FFailed && !FControl.Stop) JoinSpread(workers);
   if (FControl.Stop) return TReadResult::Stopped;
-  return FFailed ? TReadResult::HandedOver : TReadResult::Done;
+  return FFailed || FSlots->Overfull() ? TReadResult::HandedOver : TReadResult::Done;
 }
 
 void TNtfsScan::Work(TWorker& worker) {
+  if (!TakeTable(worker) || !JoinSpread(worker)) FFailed = true;
+}
+
+bool TNtfsScan::TakeTable(TWorker& worker) {
   const std::uint64_t share = kShareBytes / FVolume.RecordSize();
   worker.Buffer = TAlignedBytes(std::min<std::uint64_t>(share, FVolume.RecordCount()) * FVolume.RecordSize());
   while (!FFailed && !FControl.Stop) {
     const std::uint64_t first = FNext.fetch_add(share);
-    if (first >= FVolume.RecordCount()) return;
-    if (!TakeShare(worker, first)) FFailed = true;
+    if (first >= FVolume.RecordCount()) return true;
+    if (!TakeShare(worker, first) || FSlots->Overfull()) return false;
     Report(first);
   }
+  return true;
 }
 
 bool TNtfsScan::TakeShare(TWorker& worker, std::uint64_t first) {
@@ -111,104 +111,135 @@ bool TNtfsScan::TakeShare(TWorker& worker, std::uint64_t first) {
   const auto records = worker.Buffer.All().first(count * size);
   if (!FVolume.ReadRecords(first, records)) return false;
   worker.Shard.CountBytesRead(records.size());
-  for (std::size_t i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count && !FControl.Stop.load(std::memory_order_relaxed); ++i) {
     if (i + kAhead < count) Prefetch(records.subspan((i + kAhead) * size, size));
-    TakeRecord(worker, first + i, records.subspan(i * size, size));
+    if (!TakeRecord(worker, first + i, records.subspan(i * size, size))) return false;
   }
-  return worker.Holders <= kMaxHolders;
+  return true;
 }
 
-void TNtfsScan::TakeRecord(TWorker& worker, std::uint64_t number, std::span<std::byte> record) {
-  if (!IsFileInUse(record)) return;
-  if (!ApplyFixups(record) && !Repair(number, record)) return worker.Shard.CountUnreadable();
-  const auto header = ParseRecordHeader(record);
-  worker.Facts.Clear();
-  if (!header || !GatherFacts(FVolume, record, *header, FDriver, worker.Facts))
-    return worker.Shard.CountUnreadable();
-  const TFileReference self{number, header->Sequence};
-  if (header->InUse && header->IsBase() && IsWhole(worker.Facts, self))
-    Add(worker, self, header->Folder, worker.Facts);
-  else if (header->InUse)
-    Keep(worker, *header, self);
+// Extension records are of interest only to the file that names them. What a checker has marked as bad may
+// have been a file.
+bool TNtfsScan::TakeRecord(TWorker& worker, std::uint64_t number, std::span<std::byte> bytes) {
+  if (!HasMark(bytes, "FILE")) return !HasMark(bytes, "BAAD");
+  if (!IsBaseInUse(bytes)) return true;
+  if (!Understand(number, bytes, worker.Record)) return false;
+  if (!worker.Record.IsBaseInUse()) return true;
+  if (!worker.Record.Facts.List) return AddRecord(worker, worker.Record);
+  worker.Spread.push_back(static_cast<std::uint32_t>(number));
+  return true;
 }
 
-// A record that was being written when it was read is whole the second time.
-bool TNtfsScan::Repair(std::uint64_t number, std::span<std::byte> record) const {
-  return FVolume.ReadRecords(number, record) && ApplyFixups(record);
+bool TNtfsScan::Understand(std::uint64_t number, std::span<std::byte> bytes, TRecord& record) const {
+  record.Self = TFileReference(number, 0);
+  for (int tries = 1; !Parse(bytes, record); ++tries)
+    if (tries == kTries || !FVolume.ReadRecords(number, bytes)) return false;
+  return true;
 }
 
-void TNtfsScan::Keep(TWorker& worker, const TRecordHeader& header, TFileReference self) {
-  if (!header.IsBase() && worker.Facts.Empty()) return;
-  worker.Holders += worker.Facts.Holders.size();
-  auto& kept = header.IsBase() ? worker.Bases : worker.Extensions;
-  kept.push_back({self, header.Base, header.Folder, worker.Facts});
-  kept.back().Facts.KeepNames();
+bool TNtfsScan::Parse(std::span<std::byte> bytes, TRecord& record) const {
+  record.Facts.Clear();
+  if (!ApplyFixups(bytes)) return false;
+  const auto header = ParseRecordHeader(bytes);
+  if (!header) return false;
+  record.Header = *header;
+  record.Self = TFileReference(record.Self.Record(), header->Sequence);
+  return !header->InUse || GatherFacts(FVolume, bytes, *header, FDriver, record.Facts);
 }
 
-// Gives each base record what its extension records tell. An extension counts only if the base's list names
-// it by number and sequence number and it names the base in the same way. A file whose length lies in a
-// record that can't be had is left out.
-void TNtfsScan::JoinSpread(std::vector<TWorker>& workers) {
-  std::vector<const TSpread*> extensions;
-  for (const TWorker& worker : workers)
-    for (const TSpread& extension : worker.Extensions)
-      extensions.push_back(&extension);
-  const auto byRecord = [](const TSpread* a, const TSpread* b) { return a->Record < b->Record; };
-  std::sort(extensions.begin(), extensions.end(), byRecord);
-  const auto find = [&](TFileReference record, TFileReference base) -> const TSpread* {
-    const TSpread wanted{record, base, false, {}};
-    const auto found = std::lower_bound(extensions.begin(), extensions.end(), &wanted, byRecord);
-    const bool right = found != extensions.end() && (*found)->Record == record && (*found)->Base == base;
-    return right ? *found : nullptr;
-  };
-  for (TWorker& worker : workers) {
-    for (TSpread& base : worker.Bases) {
-      bool whole = true;
-      for (const THolder& holder : base.Facts.Holders) {
-        if (holder.Record == base.Record) continue;
-        const TSpread* extension = find(holder.Record, base.Record);
-        if (extension != nullptr) base.Facts.Take(extension->Facts, holder.Type);
-        whole = whole && (extension != nullptr || holder.Type != TAttributeType::Data);
-      }
-      if (whole)
-        Add(worker, base.Record, base.Folder, base.Facts);
-      else
-        worker.Shard.CountUnreadable();
-    }
+bool TNtfsScan::ReadRecord(std::uint64_t number, std::vector<std::byte>& bytes, TRecord& record) const {
+  bytes.resize(FVolume.RecordSize());
+  return number < FVolume.RecordCount() && FVolume.ReadRecords(number, bytes) &&
+         Understand(number, bytes, record);
+}
+
+bool TNtfsScan::JoinSpread(TWorker& worker) {
+  for (const std::uint32_t number : worker.Spread) {
+    for (int tries = 1; !Join(worker, number); ++tries)
+      if (tries == kTries) return false;
+    if (FFailed || FControl.Stop) return true;
   }
+  return true;
 }
 
-void TNtfsScan::Add(TWorker& worker, TFileReference self, bool folder, const TRecordFacts& facts) {
-  if (!folder || facts.IsLink(FDriver))
-    AddFile(worker, self, facts);
-  else if (!FFilesOnly)
-    AddFolder(worker, self, facts);
+// A file that is joined again may have told names already; the builder takes them for the same.
+bool TNtfsScan::Join(TWorker& worker, std::uint32_t number) {
+  TRecord& base = worker.Record;
+  if (!ReadRecord(number, worker.BaseBytes, base)) return false;
+  if (!base.IsBaseInUse()) return true;
+  worker.Holders.clear();
+  if (base.Facts.List && !ReadHolders(FVolume, *base.Facts.List, worker.Holders)) return false;
+  worker.Waiting = {};
+  if (!JoinHolders(worker)) return false;
+  TakeNames(worker, base, base.Facts.Names);
+  return FControl.Stop || TellWaiting(worker, base);
+}
+
+// An extension record counts only if it names the base as the base names it, by number and sequence number.
+// Names come last in the holders' order from behind, when the file's length is known.
+bool TNtfsScan::JoinHolders(TWorker& worker) {
+  TRecord& base = worker.Record;
+  TRecord& extension = worker.Extension;
+  for (auto holder = worker.Holders.rbegin(); holder != worker.Holders.rend(); ++holder) {
+    if (holder->Record == base.Self) continue;
+    if (FControl.Stop) return true;
+    if (!ReadRecord(holder->Record.Record(), worker.ExtensionBytes, extension)) return false;
+    if (!extension.Header.InUse || extension.Self != holder->Record || extension.Header.Base != base.Self)
+      return false;
+    if (holder->Type == TAttributeType::FileName)
+      TakeNames(worker, base, extension.Facts.Names);
+    else if (!base.Facts.Take(extension.Facts, holder->Type))
+      return false;
+  }
+  return true;
+}
+
+bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
+  const auto& names = record.Facts.Names;
+  if (names.size() == 1 && !IsFolder(record)) {
+    const auto parent = FSlots->IdOf(names[0].Parent);
+    const std::uint64_t length = record.Facts.Length();
+    if (parent)
+      worker.Shard.AddFile(
+          *parent, worker.Shard.MayList(length) ? worker.TextOf(names[0]) : std::string_view(), length);
+    return true;
+  }
+  worker.Waiting = {};
+  TakeNames(worker, record, names);
+  return TellWaiting(worker, record);
 }
 
 // A folder has one name; should damage give it more, the first that has a parent is taken.
-void TNtfsScan::AddFolder(TWorker& worker, TFileReference self, const TRecordFacts& facts) {
-  for (const TFileName& name : facts.Names) {
+void TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names) {
+  TWaitingName& waiting = worker.Waiting;
+  for (const TFileName& name : names) {
+    if (waiting.Parent != kNoFolder && IsFolder(base)) return;
     const auto parent = FSlots->IdOf(name.Parent);
     if (!parent) continue;
-    const auto id = FSlots->IdOf(self);
-    if (!id || !worker.Shard.SetFolder(*id, *parent, worker.TextOf(name))) FFailed = true;
-    return;
+    const std::string_view text = worker.TextOf(name);
+    if (*parent == waiting.Parent && waiting.Text <= text) continue;
+    if (*parent != waiting.Parent && waiting.Parent != kNoFolder) {
+      worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()});
+      waiting.OthersTold = true;
+    }
+    waiting.Parent = *parent;
+    waiting.Text = text;
   }
 }
 
-void TNtfsScan::AddFile(TWorker& worker, TFileReference self, const TRecordFacts& facts) {
-  TIndexShard& shard = worker.Shard;
-  const std::uint64_t length = facts.Length();
-  for (const TFileName& name : facts.Names) {
-    const auto parent = FSlots->IdOf(name.Parent);
-    if (!parent) continue;
-    if (facts.Names.size() > 1)
-      shard.AddLinkedFile(*parent, worker.TextOf(name), length, {self.Record()});
-    else if (shard.MayList(length))
-      shard.AddFile(*parent, worker.TextOf(name), length);
-    else
-      shard.AddFile(*parent, {}, length);
+bool TNtfsScan::TellWaiting(TWorker& worker, const TRecord& base) {
+  const TWaitingName& waiting = worker.Waiting;
+  if (waiting.Parent == kNoFolder) return true;
+  if (IsFolder(base)) {
+    if (FFilesOnly) return true;
+    const auto id = FSlots->IdOf(base.Self);
+    return id && worker.Shard.SetFolder(*id, waiting.Parent, waiting.Text);
   }
+  if (waiting.OthersTold)
+    worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()});
+  else
+    worker.Shard.AddFile(waiting.Parent, waiting.Text, base.Facts.Length());
+  return true;
 }
 
 void TNtfsScan::Report(std::uint64_t recordsDone) {

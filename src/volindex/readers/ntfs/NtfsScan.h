@@ -1,7 +1,13 @@
 // One reading of an NTFS volume into an index: the whole master file table, shared out among threads.
+//
+// Most files are told by one record and go to the builder as it is met. A record with an attribute list is
+// only noted, and joined with the records that the list names when the thread has no more of the table to
+// read: the records are then read once more, one file at a time. So whatever the volume, all that is kept
+// here is 4 bytes per such file and 8 bytes per record of the table (FolderSlots.h).
 #pragma once
 
 #include <atomic>
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -24,12 +30,21 @@ class TNtfsScan {
   [[nodiscard]] TReadResult Run();
 
  private:
-  // A record whose facts wait for others of the same file.
-  struct TSpread {
-    TFileReference Record;
-    TFileReference Base;  // of an extension record
-    bool Folder = false;
+  // A record that holds together, or is not in use; then without facts. The facts lie in the record's bytes.
+  struct TRecord {
+    TFileReference Self;
+    TRecordHeader Header;
     TRecordFacts Facts;
+
+    [[nodiscard]] bool IsBaseInUse() const { return Header.InUse && Header.IsBase(); }
+  };
+
+  // The name of a file that is not told yet: of neighbouring names in one folder only the first in the order
+  // of paths can be the file's, and a file with one such name is told as one with a single name.
+  struct TWaitingName {
+    TFolderId Parent = kNoFolder;
+    std::string Text;
+    bool OthersTold = false;
   };
 
   // What one thread works with.
@@ -41,24 +56,35 @@ class TNtfsScan {
 
     TIndexShard& Shard;
     TAlignedBytes Buffer;
-    TRecordFacts Facts;
-    std::string Name;
-    std::vector<TSpread> Bases;
-    std::vector<TSpread> Extensions;
-    std::size_t Holders = 0;
+    TRecord Record;
+    std::string Text;
+    TWaitingName Waiting;
+    std::deque<std::uint32_t> Spread;  // numbers of the records with an attribute list
+    std::vector<std::byte> BaseBytes;
+    std::vector<std::byte> ExtensionBytes;
+    TRecord Extension;
+    std::vector<THolder> Holders;
   };
 
   [[nodiscard]] bool FindRoot(TFileReference& root) const;
   [[nodiscard]] TReadResult Pass();
   void Work(TWorker& worker);
+  // All these are false when the volume is to be handed over, and true after a Stop.
+  [[nodiscard]] bool TakeTable(TWorker& worker);
   [[nodiscard]] bool TakeShare(TWorker& worker, std::uint64_t first);
-  void TakeRecord(TWorker& worker, std::uint64_t number, std::span<std::byte> record);
-  [[nodiscard]] bool Repair(std::uint64_t number, std::span<std::byte> record) const;
-  void Keep(TWorker& worker, const TRecordHeader& header, TFileReference self);
-  void JoinSpread(std::vector<TWorker>& workers);
-  void Add(TWorker& worker, TFileReference self, bool folder, const TRecordFacts& facts);
-  void AddFolder(TWorker& worker, TFileReference self, const TRecordFacts& facts);
-  void AddFile(TWorker& worker, TFileReference self, const TRecordFacts& facts);
+  [[nodiscard]] bool TakeRecord(TWorker& worker, std::uint64_t number, std::span<std::byte> bytes);
+  [[nodiscard]] bool Understand(std::uint64_t number, std::span<std::byte> bytes, TRecord& record) const;
+  [[nodiscard]] bool Parse(std::span<std::byte> bytes, TRecord& record) const;
+  [[nodiscard]] bool JoinSpread(TWorker& worker);
+  [[nodiscard]] bool Join(TWorker& worker, std::uint32_t number);
+  [[nodiscard]] bool JoinHolders(TWorker& worker);
+  [[nodiscard]] bool ReadRecord(std::uint64_t number, std::vector<std::byte>& bytes, TRecord& record) const;
+  [[nodiscard]] bool IsFolder(const TRecord& record) const {
+    return record.Header.Folder && !record.Facts.IsLink(FDriver);
+  }
+  [[nodiscard]] bool AddRecord(TWorker& worker, const TRecord& record);
+  void TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names);
+  [[nodiscard]] bool TellWaiting(TWorker& worker, const TRecord& base);
   void Report(std::uint64_t recordsDone);
 
   const TNtfsVolume& FVolume;

@@ -7,8 +7,14 @@ namespace volindex::ntfs {
 
 namespace {
 
-// The longest attribute list that the format allows.
-constexpr std::size_t kMaxAttributeList = 256u << 10;
+// More pieces than the longest list of extents can name on a volume of today's drivers.
+constexpr std::size_t kMaxTableRuns = 1u << 20;
+
+std::optional<TGeometry> ReadBootSector(const TByteSource& source) {
+  std::vector<std::byte> sector(kBootSectorSize);
+  if (source.Size() < sector.size() || !source.ReadAt(0, sector)) return std::nullopt;
+  return ParseBootSector(sector, source.Size());
+}
 
 // The run that holds the cluster; the runs follow one another from 0 and hold it.
 std::vector<TRun>::const_iterator RunOf(const std::vector<TRun>& runs, std::uint64_t vcn) {
@@ -28,13 +34,15 @@ std::vector<TListEntry> DataExtents(TBytes list, bool& broken) {
 
 }  // namespace
 
-std::optional<TNtfsVolume> TNtfsVolume::Open(const TByteSource& source) {
-  std::vector<std::byte> sector(kBootSectorSize);
-  if (source.Size() < sector.size() || !source.ReadAt(0, sector)) return std::nullopt;
-  const auto geometry = ParseBootSector(sector, source.Size());
+bool TNtfsVolume::IsThere(const TByteSource& source) {
+  return ReadBootSector(source).has_value();
+}
+
+std::optional<TNtfsVolume> TNtfsVolume::Open(const TByteSource& source, const std::atomic<bool>& stop) {
+  const auto geometry = ReadBootSector(source);
   if (!geometry) return std::nullopt;
   TNtfsVolume volume(source, *geometry);
-  if (!volume.MapTable()) return std::nullopt;
+  if (!volume.MapTable(stop)) return std::nullopt;
   return volume;
 }
 
@@ -72,12 +80,12 @@ std::optional<std::vector<std::byte>> TNtfsVolume::ReadValue(const TAttribute& a
   return value;
 }
 
-bool TNtfsVolume::MapTable() {
+bool TNtfsVolume::MapTable(const std::atomic<bool>& stop) {
   const std::uint64_t begin = FGeometry.MftCluster * FGeometry.ClusterSize;
   std::vector<std::byte> record(FGeometry.RecordSize);
   if (!Fits(begin, record.size(), FSource->Size()) || !FSource->ReadAt(begin, record)) return false;
   std::vector<std::byte> list;
-  if (!ApplyFixups(record) || !MapFirstExtent(record, list) || !MapFurtherExtents(list)) return false;
+  if (!ApplyFixups(record) || !MapFirstExtent(record, list) || !MapFurtherExtents(list, stop)) return false;
   if (FTable.front().Cluster != FGeometry.MftCluster) return false;
   if (std::any_of(FTable.begin(), FTable.end(), [](const TRun& run) { return run.Cluster == TRun::kHole; }))
     return false;
@@ -93,7 +101,7 @@ bool TNtfsVolume::MapFirstExtent(TBytes record, std::vector<std::byte>& list) {
   for (TAttribute attribute; walk.Next(attribute);) {
     if (attribute.Type == TAttributeType::AttributeList) {
       auto value = ReadValue(attribute, kMaxAttributeList);
-      if (!value) return false;
+      if (!value || !list.empty()) return false;
       list = std::move(*value);
     }
     if (attribute.Type != TAttributeType::Data || attribute.Named || attribute.LowestVcn != 0) continue;
@@ -104,11 +112,11 @@ bool TNtfsVolume::MapFirstExtent(TBytes record, std::vector<std::byte>& list) {
   return !walk.Broken() && !FTable.empty();
 }
 
-bool TNtfsVolume::MapFurtherExtents(TBytes list) {
+bool TNtfsVolume::MapFurtherExtents(TBytes list, const std::atomic<bool>& stop) {
   bool broken = false;
   const auto extents = DataExtents(list, broken);
-  return !broken && std::all_of(extents.begin(), extents.end(), [this](const TListEntry& entry) {
-    return entry.LowestVcn == 0 || MapExtent(entry);
+  return !broken && std::all_of(extents.begin(), extents.end(), [&](const TListEntry& entry) {
+    return entry.LowestVcn == 0 || (!stop && FTable.size() <= kMaxTableRuns && MapExtent(entry));
   });
 }
 

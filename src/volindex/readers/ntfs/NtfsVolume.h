@@ -1,7 +1,7 @@
 // An NTFS volume opened for reading: the bytes of attributes, and the master file table read by its own runs.
 #pragma once
 
-#include <memory>
+#include <atomic>
 #include <optional>
 #include <vector>
 
@@ -12,12 +12,20 @@
 
 namespace volindex::ntfs {
 
+// The longest attribute list that the format allows.
+inline constexpr std::size_t kMaxAttributeList = 256u << 10;
+
 // Any number of threads may read at the same time.
 class TNtfsVolume {
  public:
+  // Whether the boot sector is that of an NTFS volume.
+  [[nodiscard]] static bool IsThere(const TByteSource& source);
+
   // Reads the boot sector and maps the whole master file table, its attribute list in record 0 included.
-  // Nothing if any of it does not hold together. The source must outlive the volume.
-  [[nodiscard]] static std::optional<TNtfsVolume> Open(const TByteSource& source);
+  // Nothing if any of it does not hold together, the table lies in far too many pieces, or the stop flag was
+  // seen. The source must outlive the volume.
+  [[nodiscard]] static std::optional<TNtfsVolume> Open(const TByteSource& source,
+                                                       const std::atomic<bool>& stop);
 
   [[nodiscard]] std::uint32_t RecordSize() const { return FGeometry.RecordSize; }
 
@@ -38,9 +46,9 @@ class TNtfsVolume {
 
   [[nodiscard]] bool ReadMapped(const std::vector<TRun>& runs, std::uint64_t offset,
                                 std::span<std::byte> bytes) const;
-  [[nodiscard]] bool MapTable();
+  [[nodiscard]] bool MapTable(const std::atomic<bool>& stop);
   [[nodiscard]] bool MapFirstExtent(TBytes record, std::vector<std::byte>& list);
-  [[nodiscard]] bool MapFurtherExtents(TBytes list);
+  [[nodiscard]] bool MapFurtherExtents(TBytes list, const std::atomic<bool>& stop);
   [[nodiscard]] bool MapExtent(const TListEntry& entry);
 
   const TByteSource* FSource;

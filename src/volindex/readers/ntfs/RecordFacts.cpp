@@ -12,7 +12,6 @@ constexpr std::size_t kFileAttributes = 0x20;  // within the standard informatio
 constexpr std::uint32_t kSystemFile = 0x04;
 constexpr std::size_t kNameHeader = 0x42;
 constexpr std::uint8_t kNameForDosOnly = 2;
-constexpr std::size_t kMaxAttributeList = 256u << 10;
 constexpr std::uint64_t kUnsupportedTagText = 34;  // "unsupported reparse tag 0x80000017"
 
 constexpr std::uint64_t InEachUnit(std::uint16_t unit) {
@@ -53,11 +52,6 @@ bool IsOfInterest(const TListEntry& entry) {
   if (entry.Named) return false;
   return entry.Type == TAttributeType::FileName || entry.Type == TAttributeType::ReparsePoint ||
          (entry.Type == TAttributeType::Data && entry.LowestVcn == 0);
-}
-
-void DropRepeated(std::vector<THolder>& holders) {
-  std::sort(holders.begin(), holders.end());
-  holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
 }
 
 // Walks one record and sorts what it finds into the facts.
@@ -106,11 +100,11 @@ class TGathering {
   }
 
   bool TakeReparse(const TAttribute& attribute) {
+    if (FFacts.Reparse) return false;
     FFacts.Reparse = true;
-    if (attribute.Resident)
-      TakeReparseValue(attribute.Value);
-    else if (const auto value = FVolume.ReadValue(attribute, kMaxReparseValue))
-      TakeReparseValue(*value);
+    const auto value = FVolume.ReadValue(attribute, kMaxReparseValue);
+    if (!value) return false;
+    TakeReparseValue(*value);
     if (!FFacts.LinkLength && FDriver == TDriver::Ntfs3g) FFacts.LinkLength = kUnsupportedTagText;
     return true;
   }
@@ -121,14 +115,9 @@ class TGathering {
   }
 
   bool TakeList(const TAttribute& attribute) {
-    const auto value = FVolume.ReadValue(attribute, kMaxAttributeList);
-    if (!value) return false;
-    TBytes list = *value;
-    bool broken = false;
-    while (const auto entry = TakeListEntry(list, broken))
-      if (IsOfInterest(*entry)) FFacts.Holders.push_back({entry->Type, entry->Holder});
-    DropRepeated(FFacts.Holders);
-    return !broken;
+    if (FFacts.List) return false;
+    FFacts.List = attribute;
+    return true;
   }
 
   const TNtfsVolume& FVolume;
@@ -141,32 +130,21 @@ class TGathering {
 
 void TRecordFacts::Clear() {
   Names.clear();
-  Holders.clear();
+  List.reset();
   DataLength = LinkLength = SpecialSize = std::nullopt;
   Reparse = ReparseHoldsFiles = System = false;
 }
 
-void TRecordFacts::KeepNames() {
-  for (const TFileName& name : Names)
-    FKeptNames.insert(FKeptNames.end(), name.Utf16.begin(), name.Utf16.end());
-  TBytes kept = FKeptNames;
-  for (TFileName& name : Names) {
-    name.Utf16 = kept.first(name.Utf16.size());
-    kept = kept.subspan(name.Utf16.size());
-  }
-}
-
-void TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
-  if (type == TAttributeType::FileName) {
-    Names.insert(Names.end(), extension.Names.begin(), extension.Names.end());
-  } else if (type == TAttributeType::Data && extension.DataLength) {
+bool TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
+  if (type == TAttributeType::Data) {
     DataLength = extension.DataLength;
     SpecialSize = extension.SpecialSize;
-  } else if (type == TAttributeType::ReparsePoint && extension.Reparse) {
-    Reparse = true;
-    ReparseHoldsFiles = extension.ReparseHoldsFiles;
-    LinkLength = extension.LinkLength;
+    return DataLength.has_value();
   }
+  Reparse = extension.Reparse;
+  ReparseHoldsFiles = extension.ReparseHoldsFiles;
+  LinkLength = extension.LinkLength;
+  return Reparse;
 }
 
 std::uint64_t TRecordFacts::Length() const {
@@ -182,6 +160,18 @@ bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& 
   for (TAttribute attribute; walk.Next(attribute);)
     if (!gathering.Take(attribute)) return false;
   return !walk.Broken();
+}
+
+bool ReadHolders(const TNtfsVolume& volume, const TAttribute& list, std::vector<THolder>& holders) {
+  const auto value = volume.ReadValue(list, kMaxAttributeList);
+  if (!value) return false;
+  TBytes rest = *value;
+  bool broken = false;
+  while (const auto entry = TakeListEntry(rest, broken))
+    if (IsOfInterest(*entry)) holders.push_back({entry->Type, entry->Holder});
+  std::sort(holders.begin(), holders.end());
+  holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
+  return !broken;
 }
 
 }  // namespace volindex::ntfs

@@ -16,10 +16,10 @@ enum class TDriver {
 
 struct TFileName {
   TFileReference Parent;
-  TBytes Utf16;  // within the record; after KeepNames within the facts
+  TBytes Utf16;  // within the record
 };
 
-// Where an extension record that says something of interest lies.
+// A record that says something of interest.
 struct THolder {
   TAttributeType Type = TAttributeType::End;
   TFileReference Record;
@@ -35,19 +35,13 @@ struct TRecordFacts {
   bool Reparse = false;
   bool ReparseHoldsFiles = false;  // a folder with the reparse point's tag may have content of its own
   bool System = false;             // the attribute that makes such data special
-  std::vector<THolder> Holders;    // the records that the attribute list names, of interest only
+  std::optional<TAttribute> List;  // names the other records of the file
 
   void Clear();
 
-  // Makes the names outlast the record. Not to be copied from then on.
-  void KeepNames();
-
-  // True if nothing in here would change what is known about the file.
-  [[nodiscard]] bool Empty() const { return Names.empty() && !DataLength && !Reparse; }
-
-  // Adds what an extension record tells of the kind of attribute for which it was named; names stay where
-  // they are.
-  void Take(const TRecordFacts& extension, TAttributeType type);
+  // Adds what an extension record tells of its data or reparse point, for which it was named. False if it
+  // tells nothing of it.
+  [[nodiscard]] bool Take(const TRecordFacts& extension, TAttributeType type);
 
   // Whether the driver shows a folder with these facts as something that is not entered.
   [[nodiscard]] bool IsLink(TDriver driver) const {
@@ -56,13 +50,16 @@ struct TRecordFacts {
 
   // The length that the file shows.
   [[nodiscard]] std::uint64_t Length() const;
-
- private:
-  std::vector<std::byte> FKeptNames;
 };
 
-// Gathers the facts of a record in use; false if the record does not hold together. Any thread.
+// Gathers the facts of a record in use; false if the record does not hold together, tells a thing twice or
+// has a link that can't be read. Any thread.
 [[nodiscard]] bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header,
                                TDriver driver, TRecordFacts& facts);
+
+// Adds the records that an attribute list names, each once per type of attribute, in rising order. False if
+// the list can't be read or is broken.
+[[nodiscard]] bool ReadHolders(const TNtfsVolume& volume, const TAttribute& list,
+                               std::vector<THolder>& holders);
 
 }  // namespace volindex::ntfs
