@@ -1,10 +1,9 @@
 // Damaged volumes: whatever the bytes, a scan ends, stays within the volume and at worst hands over.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <random>
 
-#include "Volumes.h"
+#include "Images.h"
 
 namespace volindex::ext4 {
 namespace {

@@ -1,9 +1,11 @@
 // The single structures, made by hand where the file system's tools make none of their kind.
 #include <gtest/gtest.h>
 
-#include "Volumes.h"
+#include "Images.h"
 #include "volindex/readers/ext4/Checksum.h"
 #include "volindex/readers/ext4/FolderEntries.h"
+#include "volindex/readers/ext4/InodeTable.h"
+#include "volindex/readers/ext4/ReadPlan.h"
 
 namespace volindex::ext4 {
 namespace {
@@ -141,7 +143,7 @@ TEST_F(FolderBlocksTest, MapsOfThreeLevelsWithHoles) {
   EXPECT_FALSE(Find(TFolderLayout::BlockMap, 12 + 256 + 65536 + 1));
 }
 
-// A small volume can't make the reader follow the same blocks for ever.
+// A small volume can't make the reader follow the same blocks for ever, and a large one not after a Stop.
 TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
   Put(FMap, 4 * 12, 10u);
   for (std::size_t i = 0; i < kBlock / 4; ++i)
@@ -152,6 +154,32 @@ TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
   const TInode inode{TInodeKind::Folder, TFolderLayout::BlockMap, 2, 64 * kBlock};
   EXPECT_TRUE(found.Find(inode, FMap, runs));
   EXPECT_FALSE(found.Find(inode, FMap, runs));
+  PutChain(3);
+  FStop = true;
+  EXPECT_FALSE(Find(TFolderLayout::Extents, 3));
+}
+
+TEST(SortTest, EndsAtAStop) {
+  std::vector<std::uint32_t> items(100000);
+  for (std::uint32_t i = 0; i < items.size(); ++i)
+    items[i] = i * 2654435761u;
+  std::atomic<bool> stop{true};
+  EXPECT_FALSE(SortUnlessStopped(items, std::identity(), stop));
+  stop = false;
+  EXPECT_TRUE(SortUnlessStopped(items, std::identity(), stop));
+  EXPECT_TRUE(std::ranges::is_sorted(items));
+}
+
+TEST_F(FolderBlocksTest, InodeTablesMayNotOverlap) {
+  FSuper.InodeSize = 128;
+  FSuper.InodesPerGroup = 16;
+  const auto pieces = [this](std::uint64_t second) {
+    return TInodeTable(FSuper, {{10, 16}, {second, 12}}).Pieces(FStop);
+  };
+  ASSERT_TRUE(pieces(12));
+  EXPECT_EQ(pieces(8)->front().FirstInode, 17u);
+  for (const std::uint64_t overlapping : {9, 10, 11})
+    EXPECT_FALSE(pieces(overlapping)) << overlapping;
 }
 
 class EntriesTest : public testing::Test {
@@ -233,9 +261,9 @@ TEST(SuperblockTest, NumbersThatCannotBeTrueAreRefused) {
                {0x04, 0, "no blocks"},
                {0x14, 2, "first block"},
                {0x18, 7, "block size"},
-               {0x20, 0, "blocks per group"},
+               {0x20, 128, "groups of too few blocks"},
                {0x20, 9000, "group of more than its bitmap holds"},
-               {0x28, 0, "inodes per group"},
+               {0x28, 4, "inodes of less than a block per group"},
                {0x28, 9000, "inodes of more than their bitmap holds"},
                {0x38, 0xEF54, "magic"},
                {0x54, 1, "first inode"},

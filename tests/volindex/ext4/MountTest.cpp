@@ -1,16 +1,10 @@
-// Mounted volumes, read through the reader as a scan does it, beside a walk of the mounted tree. Needs the
-// right to mount; skipped without.
+// Mounted volumes, read through the reader as a scan does it, beside a walk of the mounted tree.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include "Volumes.h"
-#include "volindex/IndexAnswer.h"
-#include "volindex/TestSystem.h"
+#include "Images.h"
 #include "volindex/readers/ext4/Ext4Reader.h"
 #include "volindex/system/ScanRoot.h"
 
@@ -19,63 +13,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class MountTest : public testing::Test {
- protected:
-  void TearDown() override {
-    umount2(FRoot.c_str(), MNT_DETACH);
-    if (!FLoop.empty()) Shell("losetup -d " + FLoop);
-  }
-
-  void Mount(const std::string& options, const std::string& size = "512M") {
-    if (geteuid() != 0 || access("/dev/loop-control", W_OK) != 0) GTEST_SKIP() << "no right to mount";
-    fs::create_directory(FRoot);
-    fs::create_directory(FScratch.Path("empty"));
-    ASSERT_TRUE(MakeImage(FImage, size, options, FScratch.Path("empty")));
-    const std::string device = FScratch.Path("device");
-    ASSERT_TRUE(Shell("losetup --find --show " + FImage + " > " + device));
-    std::getline(std::ifstream(device) >> std::ws, FLoop);
-    ASSERT_TRUE(Shell("mount " + FLoop + " " + FRoot));
-  }
-
-  [[nodiscard]] static TOutcome Read(const std::string& path) {
-    const auto root = DescribeScanRoot(path);
-    TExt4Reader reader;
-    TOutcome outcome;
-    if (!root || !reader.Accepts(*root)) return outcome;
-    TIndexBuilder builder;
-    for (const std::string& mount : root->MountsBelow)
-      builder.CoverPath(mount);
-    const std::atomic<bool> stop{false};
-    outcome.Result = reader.Read(*root, builder, {stop, {}});
-    if (outcome.Result == TReadResult::Done) outcome.Index = builder.TakeIndex();
-    return outcome;
-  }
-
-  void ExpectRead() {
-    const TOutcome outcome = Read(FRoot);
-    ASSERT_EQ(outcome.Result, TReadResult::Done);
-    EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfDisk(FRoot));
-  }
-
-  TTestTree FScratch;
-  std::string FRoot = FScratch.Path("root");
-  std::string FImage = FScratch.Path("image");
-  std::string FLoop;
+struct TMounted : TMountedVolume {
+  explicit TMounted(const std::string& options, const std::string& size = "512M")
+      : TMountedVolume(size, "mke2fs -q -F " + options + " $image", "mount $device $root") {}
 };
 
-class MountedKindTest : public MountTest, public testing::WithParamInterface<const char*> {};
+class MountedKindTest : public testing::TestWithParam<const char*> {};
 
 TEST_P(MountedKindTest, ChangesOfEveryKindAreSeen) {
-  ASSERT_NO_FATAL_FAILURE(Mount(GetParam()));
-  if (IsSkipped()) return;
-  MakeVariedTree(FRoot + "/varied");
-  ExpectRead();
-  fs::rename(FRoot + "/varied/d0/d1/d2", FRoot + "/moved");
-  fs::remove_all(FRoot + "/varied/wide 40");
-  fs::remove(FRoot + "/varied/links/m");
-  fs::resize_file(FRoot + "/varied/wide 50/file number 3", 123456789);
-  WriteFile(FRoot + "/new", std::string(100000, 'n'));
-  ExpectRead();
+  const TMounted volume(GetParam());
+  SKIP_IF_REFUSED(volume);
+  TExt4Reader reader;
+  const std::string& root = volume.Root();
+  MakeVariedTree(root + "/varied");
+  volume.ExpectSame(reader);
+  fs::rename(root + "/varied/d0/d1/d2", root + "/moved");
+  fs::remove_all(root + "/varied/wide 40");
+  fs::remove(root + "/varied/links/m");
+  fs::resize_file(root + "/varied/wide 50/file number 3", 123456789);
+  WriteFile(root + "/new", std::string(100000, 'n'));
+  volume.ExpectSame(reader);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, MountedKindTest,
@@ -83,75 +40,60 @@ INSTANTIATE_TEST_SUITE_P(Kinds, MountedKindTest,
                                          "-t ext4 -b 1024 -O bigalloc",
                                          "-t ext4 -O ^metadata_csum,uninit_bg"));
 
-TEST_F(MountTest, FiftyThousandFilesInOneHashedFolder) {
-  ASSERT_NO_FATAL_FAILURE(Mount("-t ext4 -b 1024 -N 60000"));
-  if (IsSkipped()) return;
-  fs::create_directory(FRoot + "/hashed");
-  for (int i = 0; i < 50000; ++i) {
-    const std::string path = FRoot + "/hashed/file " + std::to_string(i);
-    close(open(path.c_str(), O_CREAT | O_WRONLY, 0600));
-    if (i % 7 == 0) fs::resize_file(path, static_cast<std::uintmax_t>(i));
-  }
-  ExpectRead();
-}
-
-TEST_F(MountTest, DeletedButOpenFilesAndFoldersDoNotCount) {
-  ASSERT_NO_FATAL_FAILURE(Mount("-t ext4"));
-  if (IsSkipped()) return;
-  WriteFile(FRoot + "/gone", std::string(1 << 20, 'g'));
-  WriteFile(FRoot + "/stays", "s");
-  fs::create_directory(FRoot + "/gone folder");
-  const int file = open((FRoot + "/gone").c_str(), O_RDONLY);
-  const int folder = open((FRoot + "/gone folder").c_str(), O_RDONLY);
-  fs::remove(FRoot + "/gone");
-  fs::remove(FRoot + "/gone folder");
-  ExpectRead();
+TEST(MountTest, AHashedFolderOfThousandsAndWhatIsDeletedButOpen) {
+  const TMounted volume("-t ext4 -b 1024 -N 60000");
+  SKIP_IF_REFUSED(volume);
+  const std::string& root = volume.Root();
+  fs::create_directories(root + "/hashed/gone folder");
+  for (int i = 0; i < 20000; ++i)
+    MakeFile(root + "/hashed/file " + std::to_string(i), static_cast<std::uint64_t>(i % 7));
+  const int file = open((root + "/hashed/file 1").c_str(), O_RDONLY);
+  const int folder = open((root + "/hashed/gone folder").c_str(), O_RDONLY);
+  fs::remove(root + "/hashed/file 1");
+  fs::remove(root + "/hashed/gone folder");
+  TExt4Reader reader;
+  volume.ExpectSame(reader);
   close(file);
   close(folder);
 }
 
-TEST_F(MountTest, FolderCoveredByAnotherMountIsEmpty) {
-  ASSERT_NO_FATAL_FAILURE(Mount("-t ext4"));
-  if (IsSkipped()) return;
-  fs::create_directories(FRoot + "/a b/covered/inner");
-  WriteFile(FRoot + "/a b/covered/inner/hidden", std::string(5000, 'h'));
-  fs::create_hard_link(FRoot + "/a b/covered/inner/hidden", FRoot + "/z name outside");
-  const std::string cover = FRoot + "/a b/covered";
+TEST(MountTest, OtherMountsHideAndOnlyTheRootOfAVolumeIsAccepted) {
+  const TMounted volume("-t ext4");
+  SKIP_IF_REFUSED(volume);
+  const std::string& root = volume.Root();
+  const std::string cover = root + "/a b/covered";
+  fs::create_directories(cover + "/inner");
+  WriteFile(cover + "/inner/hidden", std::string(5000, 'h'));
+  fs::create_hard_link(cover + "/inner/hidden", root + "/z name outside");
   ASSERT_EQ(mount("none", cover.c_str(), "tmpfs", 0, nullptr), 0);
   WriteFile(cover + "/of the other volume", "other");
-  const TOutcome outcome = Read(FRoot);
-  ASSERT_EQ(outcome.Result, TReadResult::Done);
-  EXPECT_EQ(outcome.Index.FileCount(), 1u);
-  EXPECT_EQ(outcome.Index.FolderTotal(kRootFolder), 5000u);
-  EXPECT_TRUE(outcome.Index.FindFolder("a b/covered"));
-  EXPECT_FALSE(outcome.Index.FindFolder("a b/covered/inner"));
+  TExt4Reader reader;
+  const auto index = TMountedVolume::Read(reader, root);
+  ASSERT_TRUE(index);
+  EXPECT_EQ(index->FileCount(), 1u);
+  EXPECT_EQ(index->FolderTotal(kRootFolder), 5000u);
+  EXPECT_TRUE(index->FindFolder("a b/covered"));
+  EXPECT_FALSE(index->FindFolder("a b/covered/inner"));
+  ASSERT_EQ(mount((root + "/a b").c_str(), cover.c_str(), nullptr, MS_BIND, nullptr), 0);
+  EXPECT_FALSE(TMountedVolume::Read(reader, root + "/a b")) << "no mount";
+  EXPECT_FALSE(TMountedVolume::Read(reader, cover)) << "a part of the volume";
   umount(cover.c_str());
+  umount(cover.c_str());
+  auto described = DescribeScanRoot(root);
+  ASSERT_TRUE(described);
+  EXPECT_TRUE(reader.Accepts(*described));
+  described->DeviceMinor ^= 1;
+  EXPECT_FALSE(reader.Accepts(*described));
 }
 
-TEST_F(MountTest, OnlyTheRootOfAVolumeIsAccepted) {
-  ASSERT_NO_FATAL_FAILURE(Mount("-t ext4"));
-  if (IsSkipped()) return;
-  fs::create_directories(FRoot + "/part");
-  const std::string bind = FScratch.Path("bind");
-  fs::create_directory(bind);
-  ASSERT_EQ(mount((FRoot + "/part").c_str(), bind.c_str(), nullptr, MS_BIND, nullptr), 0);
-  EXPECT_EQ(Read(FRoot + "/part").Result, TReadResult::HandedOver);
-  EXPECT_EQ(Read(bind).Result, TReadResult::HandedOver);
-  umount(bind.c_str());
-  auto root = DescribeScanRoot(FRoot);
-  ASSERT_TRUE(root);
-  EXPECT_TRUE(TExt4Reader().Accepts(*root));
-  root->DeviceMinor ^= 1;
-  EXPECT_FALSE(TExt4Reader().Accepts(*root));
-}
-
-TEST_F(MountTest, JournalInUseIsTrustedOnlyWhileMounted) {
-  ASSERT_NO_FATAL_FAILURE(Mount("-t ext4", "64M"));
-  if (IsSkipped()) return;
-  WriteFile(FRoot + "/file", "f");
-  ExpectRead();
-  const std::string copy = FScratch.Path("copy");
-  ASSERT_TRUE(Shell("cp " + FLoop + " " + copy));
+TEST(MountTest, JournalInUseIsTrustedOnlyWhileMounted) {
+  const TMounted volume("-t ext4", "64M");
+  SKIP_IF_REFUSED(volume);
+  WriteFile(volume.Root() + "/file", "f");
+  TExt4Reader reader;
+  volume.ExpectSame(reader);
+  const std::string copy = volume.Image() + ".copy";
+  ASSERT_TRUE(Shell("cp " + volume.Device() + " " + copy));
   EXPECT_EQ(ScanImage(copy).Result, TReadResult::HandedOver);
   ASSERT_TRUE(Shell("e2fsck -fy " + copy + " || test $? -eq 1"));
   EXPECT_EQ(ScanImage(copy).Result, TReadResult::Done);

@@ -8,169 +8,109 @@
 #include <fstream>
 #include <random>
 
-#include "MountedVolume.h"
-#include "volindex/IndexAnswer.h"
-#include "volindex/TestSystem.h"
+#include "volindex/posix/Volumes.h"
+#include "volindex/readers/ntfs/BootSector.h"
 #include "volindex/readers/ntfs/FileRecord.h"
+#include "volindex/readers/ntfs/NtfsReader.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex::ntfs {
 namespace {
 
 namespace fs = std::filesystem;
 
-#define REQUIRE_VOLUME(volume) \
-  if (!(volume)) GTEST_SKIP() << "needs root, mkntfs, ntfs-3g and loop devices"
+struct TShape {
+  unsigned ClusterSize = 4096;
+  unsigned SectorSize = 512;
+  const char* Size = "64M";
+};
 
-void ExpectSame(const TMountedVolume& volume) {
-  const auto index = volume.Read();
-  ASSERT_TRUE(index);
-  EXPECT_EQ(AnswerOf(*index), AnswerOfDisk(volume.Root().string()));
-  EXPECT_EQ(index->Statistics().Unreadable, 0u);
+struct TMounted : TMountedVolume {
+  explicit TMounted(const TShape& shape)
+      : TMountedVolume(shape.Size,
+                       "mkntfs -F -Q -q -p 0 -H 0 -S 0 -c " + std::to_string(shape.ClusterSize) + " -s " +
+                           std::to_string(shape.SectorSize) + " $image",
+                       "ntfs-3g -o compression $device $root") {}
+};
+
+void MakeSpecialNames(const std::string& root) {
+  std::string longest;
+  for (int i = 0; i < 255; ++i)
+    longest += "\xE6\x97\xA5";
+  for (const std::string& name : {longest, std::string("trail "), std::string("$Ordinary"),
+                                  std::string("CON"), std::string("case"), std::string("CASE")})
+    WriteFile(root + "/odd/" + name, name);
+  ::mknod((root + "/odd/device").c_str(), S_IFCHR | 0600, 0x103);
 }
 
-std::string Repeated(std::string_view text, unsigned times) {
-  std::string all;
-  while (times-- > 0)
-    all += text;
-  return all;
-}
-
-void MakeOddNames(const fs::path& root) {
-  const std::string names[] = {"a",
-                               " lead",
-                               "trail ",
-                               "dots...",
-                               "new\nline",
-                               "tab\there",
-                               "a:b*c?\"<>|",
-                               "back\\slash",
-                               "\xC3\xA4\xC3\xB6\xC3\xBC \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80",
-                               "$Ordinary",
-                               Repeated("n", 255),
-                               Repeated("\xE6\x97\xA5", 255),
-                               "CON",
-                               "case",
-                               "CASE",
-                               "Case"};
-  fs::create_directory(root / "odd");
-  std::uint64_t size = 1;
-  for (const std::string& name : names)
-    MakeFile(root / "odd" / name, size++);
-}
-
-void MakeSizes(const fs::path& root) {
-  fs::create_directories(root / "sizes" / "deep" / "deeper");
-  for (const std::uint64_t size : {0u, 1u, 500u, 700u, 1000u, 4096u, 70000u, 5u << 20, 3u << 30})
-    MakeFile(root / "sizes" / "deep" / ("of " + std::to_string(size)), size);
-  MakeFile(root / "sizes" / "deep" / "deeper" / "x", 77);
-}
-
-void MakeLinks(const fs::path& root) {
-  fs::create_directories(root / "links" / "b");
-  fs::create_directory(root / "links" / "a");
-  MakeFile(root / "links" / "b" / "original", 5000);
-  fs::create_hard_link(root / "links" / "b" / "original", root / "links" / "a" / "zz");
-  fs::create_hard_link(root / "links" / "b" / "original", root / "links" / "b" / "another");
-  MakeFile(root / "links" / "many", 123);
+// More names than a record holds, in one folder and in several.
+void MakeManyNames(const std::string& root) {
+  WriteFile(root + "/links/many", "123");
   for (unsigned i = 0; i < 40; ++i)
-    fs::create_hard_link(root / "links" / "many",
-                         root / "links" / "a" / (Repeated("long", 50) + std::to_string(i)));
-  fs::create_symlink("b/original", root / "links" / "short link");
-  fs::create_symlink(Repeated("folder/", 200) + "\xC3\xA4", root / "links" / "long link");
-  fs::create_symlink("b", root / "links" / "folder link");
-  ::mkfifo((root / "links" / "pipe").c_str(), 0600);
-  ::mknod((root / "links" / "device").c_str(), S_IFCHR | 0600, 0x103);
+    fs::create_hard_link(root + "/links/many", root + (i % 3 == 0 ? "/links/z/" : "/odd/") +
+                                                   std::string(200, 'l') + std::to_string(i));
 }
 
-bool SetAttribute(const fs::path& path, const char* name, std::span<const std::byte> value) {
-  return ::setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+void SetAttribute(const fs::path& path, const char* name, std::span<const std::byte> value) {
+  EXPECT_EQ(::setxattr(path.c_str(), name, value.data(), value.size(), 0), 0);
 }
 
-// A long run list: every second piece of the file is a hole.
-void MakeFragmented(const fs::path& path, unsigned pieces) {
-  const int file = ::open(path.c_str(), O_CREAT | O_WRONLY, 0600);
-  const std::string piece(100, 'p');
-  for (unsigned i = 0; i < pieces; ++i)
-    EXPECT_EQ(::pwrite(file, piece.data(), piece.size(), static_cast<off_t>(i) << 18), 100);
+// Streams, a long run list (every second piece of the file is a hole), a name for DOS, compressed data.
+void MakeAttributes(const fs::path& root, bool compressed) {
+  fs::create_directories(root / "compressed");
+  WriteFile(root / "streams", "with streams");
+  for (unsigned i = 0; i < 60; ++i)
+    SetAttribute(root / "streams", ("user.stream" + std::to_string(i)).c_str(),
+                 std::vector<std::byte>(100 + i * 90));
+  const int file = ::open((root / "fragmented").c_str(), O_CREAT | O_WRONLY, 0600);
+  for (off_t i = 0; i < 600; ++i)
+    EXPECT_EQ(::pwrite(file, "piece", 5, i << 18), 5);
   ::close(file);
-}
-
-void MakeStreams(const fs::path& root) {
-  fs::create_directory(root / "streams");
-  for (unsigned i = 0; i < 60; ++i) {
-    MakeFile(root / "streams" / "with streams", 44);
-    const std::vector<std::byte> value(100 + i * 90);
-    EXPECT_TRUE(
-        SetAttribute(root / "streams" / "with streams", ("user.stream" + std::to_string(i)).c_str(), value));
-  }
-  MakeFragmented(root / "streams" / "fragmented", 600);
-  fs::create_hard_link(root / "streams" / "fragmented", root / "streams" / (Repeated("f", 200)));
-}
-
-void MakeCompressed(const fs::path& root) {
-  fs::create_directory(root / "compressed");
+  fs::create_hard_link(root / "fragmented", root / std::string(200, 'f'));
+  const std::string_view dos = "SHORT~1";
+  WriteFile(root / "a longer name.text", "321");
+  SetAttribute(root / "a longer name.text", "system.ntfs_dos_name", std::as_bytes(std::span(dos)));
   const std::uint32_t flag = 0x800;
-  EXPECT_TRUE(SetAttribute(root / "compressed", "system.ntfs_attrib", std::as_bytes(std::span(&flag, 1))));
-  std::ofstream(root / "compressed" / "text") << Repeated("all the same ", 30000);
-}
-
-void MakeDosNames(const fs::path& root) {
-  fs::create_directory(root / "dos names");
-  for (const char* name : {"a longer name.text", "another longer name"}) {
-    MakeFile(root / "dos names" / name, 321);
-    const std::string dos = std::string(1, *(name + 2)) + "SHORT~1";
-    EXPECT_TRUE(
-        SetAttribute(root / "dos names" / name, "system.ntfs_dos_name", std::as_bytes(std::span(dos))));
-  }
+  if (compressed) SetAttribute(root / "compressed", "system.ntfs_attrib", std::as_bytes(std::span(&flag, 1)));
+  WriteFile(root / "compressed" / "text", std::string(400000, 'c'));
 }
 
 // Folders and files made and removed, so that records are used again under new sequence numbers.
 void MakeAndRemove(const fs::path& root) {
   std::mt19937 random(3);
-  fs::create_directory(root / "churn");
-  for (unsigned round = 0; round < 4; ++round)
-    for (unsigned i = 0; i < 60; ++i) {
-      const fs::path path = root / "churn" / std::to_string(random() % 80);
-      if (fs::symlink_status(path).type() != fs::file_type::not_found) {
-        fs::remove_all(path);
-      } else if (random() % 2 == 0) {
-        MakeFile(path, random() % 9000);
-      } else {
-        fs::create_directory(path);
-        MakeFile(path / "inner", random() % 9000);
-      }
-    }
+  for (unsigned i = 0; i < 240; ++i) {
+    const fs::path path = root / "churn" / std::to_string(random() % 80);
+    if (fs::remove_all(path) > 0) continue;
+    fs::create_directories(random() % 2 == 0 ? path : root / "churn");
+    WriteFile(fs::is_directory(path) ? path / "inner" : path, std::string(random() % 9000, 'x'));
+  }
 }
 
-class NtfsMount : public testing::TestWithParam<TMountedVolume::TShape> {};
+class NtfsMount : public testing::TestWithParam<TShape> {};
 
 TEST_P(NtfsMount, TheReaderSeesWhatAWalkSees) {
-  TMountedVolume volume(GetParam());
-  REQUIRE_VOLUME(volume);
-  ExpectSame(volume);
-  MakeOddNames(volume.Root());
-  MakeSizes(volume.Root());
-  MakeLinks(volume.Root());
-  MakeStreams(volume.Root());
-  if (GetParam().ClusterSize <= 4096) MakeCompressed(volume.Root());
-  MakeDosNames(volume.Root());
+  const TMounted volume(GetParam());
+  SKIP_IF_REFUSED(volume);
+  TNtfsReader reader;
+  volume.ExpectSame(reader);
+  MakeVariedTree(volume.Root(), false);
+  MakeSpecialNames(volume.Root());
+  MakeManyNames(volume.Root());
+  MakeAttributes(volume.Root(), GetParam().ClusterSize <= 4096);
   MakeAndRemove(volume.Root());
-  ExpectSame(volume);
+  volume.ExpectSame(reader);
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, NtfsMount,
-                         testing::Values(TMountedVolume::TShape{512, 512}, TMountedVolume::TShape{1024, 512},
-                                         TMountedVolume::TShape{4096, 512},
-                                         TMountedVolume::TShape{65536, 512, 256},
-                                         TMountedVolume::TShape{4096, 4096},
-                                         TMountedVolume::TShape{65536, 4096, 256}),
+                         testing::Values(TShape{512}, TShape{4096}, TShape{65536, 512, "256M"},
+                                         TShape{4096, 4096}),
                          [](const auto& shape) {
                            return "Cluster" + std::to_string(shape.param.ClusterSize) + "Sector" +
                                   std::to_string(shape.param.SectorSize);
                          });
 
 // Whether the master file table needs records beside record 0 to be described.
-bool TableHasAttributeList(const fs::path& image) {
+bool TableHasAttributeList(const std::string& image) {
   std::ifstream file(image, std::ios::binary);
   std::vector<std::byte> bytes(1024);
   const auto read = [&](std::uint64_t offset, std::size_t size) {
@@ -187,45 +127,39 @@ bool TableHasAttributeList(const fs::path& image) {
   return false;
 }
 
-// Leaves free only single clusters between files, so that the table grows piece by piece.
-void FragmentTable(const fs::path& root) {
-  fs::create_directory(root / "fill");
-  const std::string content(1024, 'c');
-  unsigned files = 0;
-  for (; files < 40000; ++files) {
-    std::ofstream file(root / "fill" / std::to_string(files));
-    if (!(file << content).flush()) break;
-  }
-  for (unsigned i = 0; i < files; i += 2)
-    fs::remove(root / "fill" / std::to_string(i));
-  for (unsigned i = 1; i < files; i += 6)
-    fs::remove(root / "fill" / std::to_string(i));
-  fs::create_directory(root / "grown");
-  for (unsigned i = 0; i < files; ++i)
-    if (!std::ofstream(root / "grown" / std::to_string(i))) break;
-}
-
+// Only single clusters between files are left free, so that the table grows piece by piece.
 TEST(NtfsFragmentedMount, TheTableIsFoundInAllItsPieces) {
-  TMountedVolume volume({512, 512, 12});
-  REQUIRE_VOLUME(volume);
-  FragmentTable(volume.Root());
+  const TMounted volume({512, 512, "12M"});
+  SKIP_IF_REFUSED(volume);
+  fs::create_directory(volume.Root() + "/fill");
+  fs::create_directory(volume.Root() + "/grown");
+  unsigned files = 0;
+  for (; files < 40000; ++files)
+    if (!(std::ofstream(volume.Root() + "/fill/" + std::to_string(files)) << std::string(1024, 'c')).flush())
+      break;
+  for (unsigned i = 0; i < files; ++i)
+    if (i % 2 == 0 || i % 6 == 1) fs::remove(volume.Root() + "/fill/" + std::to_string(i));
+  for (unsigned i = 0; i < files; ++i)
+    if (!std::ofstream(volume.Root() + "/grown/" + std::to_string(i))) break;
   ::sync();
   EXPECT_TRUE(TableHasAttributeList(volume.Image()));
-  ExpectSame(volume);
+  TNtfsReader reader;
+  volume.ExpectSame(reader);
 }
 
 TEST(NtfsMountRoot, OnlyAReadableNtfsVolumeIsAccepted) {
-  TMountedVolume volume({});
-  REQUIRE_VOLUME(volume);
+  const TMounted volume({});
+  SKIP_IF_REFUSED(volume);
   const TNtfsReader reader;
-  EXPECT_TRUE(reader.Accepts(volume.ScanRoot()));
-  TScanRoot root = volume.ScanRoot();
+  const TScanRoot good = DescribeScanRoot(volume.Root()).value_or(TScanRoot());
+  EXPECT_TRUE(reader.Accepts(good));
+  TScanRoot root = good;
   root.FileSystem = "vfat";
   EXPECT_FALSE(reader.Accepts(root));
-  root = volume.ScanRoot();
+  root = good;
   root.IsVolumeRoot = false;
   EXPECT_FALSE(reader.Accepts(root));
-  root = volume.ScanRoot();
+  root = good;
   root.Device = "/dev/null";
   EXPECT_FALSE(reader.Accepts(root)) << "another file system behind the same driver, or nothing at all";
 }

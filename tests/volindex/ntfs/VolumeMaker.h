@@ -32,6 +32,8 @@ enum class TNameSpace : std::uint8_t { Posix, Windows, Dos, WindowsAndDos };
 class TRecordMaker {
  public:
   explicit TRecordMaker(bool folder = false, std::uint16_t sequence = 1);
+  // Of another mark than that of a file.
+  explicit TRecordMaker(const char* mark) : TRecordMaker() { std::memcpy(FHeader.data(), mark, 4); }
 
   TRecordMaker& Base(std::uint64_t reference);
   TRecordMaker& Deleted();

@@ -170,9 +170,7 @@ bool TNtfsScan::Join(TWorker& worker, std::uint32_t number) {
   worker.Holders.clear();
   if (base.Facts.List && !ReadHolders(FVolume, *base.Facts.List, worker.Holders)) return false;
   worker.Waiting = {};
-  if (!JoinHolders(worker)) return false;
-  TakeNames(worker, base, base.Facts.Names);
-  return FControl.Stop || TellWaiting(worker, base);
+  return JoinHolders(worker) && TakeNames(worker, base, base.Facts.Names) && TellWaiting(worker, base);
 }
 
 // An extension record counts only if it names the base as the base names it, by number and sequence number.
@@ -186,9 +184,8 @@ bool TNtfsScan::JoinHolders(TWorker& worker) {
     if (!ReadRecord(holder->Record.Record(), worker.ExtensionBytes, extension)) return false;
     if (!extension.Header.InUse || extension.Self != holder->Record || extension.Header.Base != base.Self)
       return false;
-    if (holder->Type == TAttributeType::FileName)
-      TakeNames(worker, base, extension.Facts.Names);
-    else if (!base.Facts.Take(extension.Facts, holder->Type))
+    if (!(holder->Type == TAttributeType::FileName ? TakeNames(worker, base, extension.Facts.Names)
+                                                   : base.Facts.Take(extension.Facts, holder->Type)))
       return false;
   }
   return true;
@@ -205,17 +202,16 @@ bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
     return true;
   }
   worker.Waiting = {};
-  TakeNames(worker, record, names);
-  return TellWaiting(worker, record);
+  return TakeNames(worker, record, names) && TellWaiting(worker, record);
 }
 
-// A folder has one name; should damage give it more, the first that has a parent is taken.
-void TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names) {
+// A folder has one name.
+bool TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names) {
   TWaitingName& waiting = worker.Waiting;
   for (const TFileName& name : names) {
-    if (waiting.Parent != kNoFolder && IsFolder(base)) return;
     const auto parent = FSlots->IdOf(name.Parent);
     if (!parent) continue;
+    if (waiting.Parent != kNoFolder && IsFolder(base)) return false;
     const std::string_view text = worker.TextOf(name);
     if (*parent == waiting.Parent && waiting.Text <= text) continue;
     if (*parent != waiting.Parent && waiting.Parent != kNoFolder) {
@@ -225,6 +221,7 @@ void TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vecto
     waiting.Parent = *parent;
     waiting.Text = text;
   }
+  return true;
 }
 
 bool TNtfsScan::TellWaiting(TWorker& worker, const TRecord& base) {

@@ -69,7 +69,7 @@ class TNtfsScan {
   [[nodiscard]] bool FindRoot(TFileReference& root) const;
   [[nodiscard]] TReadResult Pass();
   void Work(TWorker& worker);
-  // All these are false when the volume is to be handed over, and true after a Stop.
+  // All these are false when the volume is to be handed over; after a Stop the answer does not matter.
   [[nodiscard]] bool TakeTable(TWorker& worker);
   [[nodiscard]] bool TakeShare(TWorker& worker, std::uint64_t first);
   [[nodiscard]] bool TakeRecord(TWorker& worker, std::uint64_t number, std::span<std::byte> bytes);
@@ -83,7 +83,7 @@ class TNtfsScan {
     return record.Header.Folder && !record.Facts.IsLink(FDriver);
   }
   [[nodiscard]] bool AddRecord(TWorker& worker, const TRecord& record);
-  void TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names);
+  [[nodiscard]] bool TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names);
   [[nodiscard]] bool TellWaiting(TWorker& worker, const TRecord& base);
   void Report(std::uint64_t recordsDone);
 

@@ -1,4 +1,4 @@
-// Trees and the ext volumes made of them with the file system's own tools, in a temporary folder.
+// Images of ext volumes made with the file system's own tools, and what the reader makes of them.
 #pragma once
 
 #include <atomic>
@@ -7,19 +7,10 @@
 #include <vector>
 
 #include "volindex/MemorySource.h"
-#include "volindex/TestTree.h"
+#include "volindex/posix/Volumes.h"
 #include "volindex/readers/ext4/VolumeScan.h"
 
 namespace volindex::ext4 {
-
-// Runs a shell command; true if it succeeds. Its messages are shown only if it fails.
-bool Shell(const std::string& command);
-
-void WriteFile(const std::string& path, const std::string& content);
-void MakeSparse(const std::string& path, std::uint64_t size);
-
-// Folders deep and wide, files from empty to huge, links of both kinds, pipes, names of all sorts.
-void MakeVariedTree(const std::string& root);
 
 // Makes an image of size (as truncate takes it) of the tree.
 bool MakeImage(const std::string& image, const std::string& size, const std::string& options,
@@ -32,7 +23,7 @@ struct TOutcome {
   TReadResult Result = TReadResult::HandedOver;
   TVolumeIndex Index;
 };
-[[nodiscard]] TOutcome Scan(const TByteSource& source, TVolumeState state = TVolumeState::AtRest);
+[[nodiscard]] TOutcome Scan(const TByteSource& source);
 [[nodiscard]] TOutcome ScanImage(const std::string& image);
 
 }  // namespace volindex::ext4
