@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,17 +12,35 @@
 namespace volindex::ext4 {
 
 // Makes an image of size (as truncate takes it) of the tree.
-bool MakeImage(const std::string& image, const std::string& size, const std::string& options,
-               const std::string& tree);
+inline bool MakeImage(const std::string& image, const std::string& size, const std::string& options,
+                      const std::string& tree) {
+  return Shell("truncate -s " + size + " " + image + " && mke2fs -q -F " + options + " -d " + tree + " " +
+               image);
+}
 
-[[nodiscard]] std::vector<std::byte> LoadFile(const std::string& path);
+[[nodiscard]] inline std::vector<std::byte> LoadFile(const std::string& path) {
+  std::vector<std::byte> bytes(std::filesystem::file_size(path));
+  const auto source = OpenByteSource(path);
+  return source && source->ReadAt(0, bytes) ? bytes : std::vector<std::byte>();
+}
 
 // The index of a volume, or why there is none.
 struct TOutcome {
   TReadResult Result = TReadResult::HandedOver;
   TVolumeIndex Index;
 };
-[[nodiscard]] TOutcome Scan(const TByteSource& source);
-[[nodiscard]] TOutcome ScanImage(const std::string& image);
+
+[[nodiscard]] inline TOutcome Scan(const TByteSource& source) {
+  const std::atomic<bool> stop{false};
+  TIndexBuilder builder;
+  TOutcome outcome;
+  outcome.Result = ReadVolume(source, TVolumeState::AtRest, builder, {stop, {}}, 2);
+  if (outcome.Result == TReadResult::Done) outcome.Index = builder.TakeIndex();
+  return outcome;
+}
+
+[[nodiscard]] inline TOutcome ScanImage(const std::string& image) {
+  return Scan(*OpenByteSource(image));
+}
 
 }  // namespace volindex::ext4

@@ -144,22 +144,6 @@ TEST(NtfsReader, LeavesOutMetadataDeletedAndReusedRecords) {
   EXPECT_EQ(EntriesOf(maker), (TEntries{{"new folder/", 3}, {"new folder/of the new", 3}}));
 }
 
-TEST(NtfsReader, ADosNameIsNoSecondLink) {
-  TVolumeMaker maker;
-  maker.Put(24, Folder(u"b")).Put(25, Folder(u"a"));
-  const std::uint64_t b = Reference(24, 1), a = Reference(25, 1);
-  maker.Put(26, TRecordMaker().Name(b, u"LONGNA~1", TNameSpace::Dos).Name(b, u"long name here").Data(10));
-  maker.Put(27,
-            TRecordMaker().Name(b, u"hard").Name(a, u"HARD~1", TNameSpace::Dos).Name(a, u"hardly").Data(20));
-  maker.Put(28, TRecordMaker().Name(b, u"x", TNameSpace::Posix).Name(b, u"X", TNameSpace::Posix).Data(40));
-  maker.Put(29, TRecordMaker().Name(b, u"y").Name(Reference(25, 9), u"gone").Data(80));
-  maker.Put(30, TRecordMaker().Name(b, u"ONLY", TNameSpace::Dos).Data(100));
-  EXPECT_EQ(
-      EntriesOf(maker),
-      (TEntries{
-          {"a/", 20}, {"b/", 130}, {"a/hardly", 20}, {"b/X", 40}, {"b/long name here", 10}, {"b/y", 80}}));
-}
-
 TEST(NtfsReader, CountsTheLengthOfTheUnnamedData) {
   TVolumeMaker maker;
   const auto named = [](std::u16string_view name) { return TRecordMaker().Name(kRoot, name); };
@@ -203,12 +187,12 @@ TEST(NtfsReader, GathersAFileFromItsExtensionRecords) {
   }
 }
 
-// Each name in a folder of its own, in several, or in one: the first path counts in any case.
+// Each name in a folder of its own, in several, or in one, in the record or beside it: the first path counts
+// in any case. A name for DOS is none.
 TEST(NtfsReader, AFilesFirstPathCountsWhereverItsNamesLie) {
   TVolumeMaker maker(4096, 1024, 256);
-  maker.TableRuns({{64, 4}});
   const std::uint64_t b = Reference(24, 1), a = Reference(25, 1);
-  maker.Put(24, Folder(u"b")).Put(25, Folder(u"a"));
+  maker.TableRuns({{64, 4}}).Put(24, Folder(u"b")).Put(25, Folder(u"a")).Put(16, File(u"low", 256));
   maker.Put(26, File(u"n", 1, b).Name(b, u"m").Name(a, u"y").Name(a, u"z").Name(b, u"l"));
   maker.Put(27, File(u"n", 2, b).Name(b, u"k").Name(b, u"o"));
   const TImage list = MakeList({{FileName, 0, Reference(29, 1)}, {FileName, 0, Reference(30, 1)}});
@@ -216,9 +200,18 @@ TEST(NtfsReader, AFilesFirstPathCountsWhereverItsNamesLie) {
   maker.Put(29, TRecordMaker().Base(Reference(28, 1)).Name(b, u"r").Name(a, u"t"));
   maker.Put(30, TRecordMaker().Base(Reference(28, 1)).Name(a, u"q"));
   maker.Put(31, Folder(u"gone", Reference(40, 9))).Put(32, File(u"0", 8, Reference(31, 1)).Name(b, u"8"));
-  maker.Put(16, File(u"low", 16));
-  EXPECT_EQ(EntriesOf(maker),
-            (TEntries{{"a/", 5}, {"b/", 10}, {"a/y", 1}, {"b/k", 2}, {"a/q", 4}, {"b/8", 8}, {"low", 16}}));
+  maker.Put(33, TRecordMaker().Name(b, u"LONGNA~1", TNameSpace::Dos).Name(b, u"long name here").Data(16));
+  maker.Put(34, File(u"hard", 32, b).Name(a, u"HARD~1", TNameSpace::Dos).Name(a, u"hardly"));
+  maker.Put(35, TRecordMaker().Name(b, u"ONLY", TNameSpace::Dos).Data(64));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"a/", 37},
+                                        {"b/", 26},
+                                        {"a/y", 1},
+                                        {"b/k", 2},
+                                        {"a/q", 4},
+                                        {"b/8", 8},
+                                        {"b/long name here", 16},
+                                        {"a/hardly", 32},
+                                        {"low", 256}}));
 }
 
 TImage ReparseValue(std::uint32_t tag, std::size_t size) {
@@ -285,7 +278,7 @@ TEST(NtfsReader, LeftOverFilesPushNoneOutOfTheTopList) {
 }
 
 // Thousands of folders and files in a shuffled order of records; every number of threads gives one answer.
-TEST(NtfsReader, TheAnswerDoesNotDependOnTheThreads) {
+TEST(NtfsReader, TheAnswerDoesNotDependOnTheThreadsAndProgressRises) {
   TVolumeMaker maker(4096, 1024, 2048);
   maker.TableRuns({{2000, 4}});
   std::mt19937 random(7);
@@ -303,11 +296,6 @@ TEST(NtfsReader, TheAnswerDoesNotDependOnTheThreads) {
   EXPECT_GT(once->Files, 1000u);
   for (const unsigned threads : {1u, 2u, 3u, 8u})
     EXPECT_TRUE(ReadTree(image, threads) == once) << threads;
-}
-
-TEST(NtfsReader, ProgressStaysWithin1And99) {
-  TVolumeMaker maker(4096, 1024, 2048);
-  const TImage image = maker.TableRuns({{2000, 4}}).Make();
   const std::atomic<bool> noStop{false};
   std::vector<int> reported;
   TIndexBuilder builder;

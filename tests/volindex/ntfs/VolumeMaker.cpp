@@ -5,15 +5,14 @@
 
 namespace volindex::ntfs {
 
+TImage BytesOf(std::u16string_view text) {
+  const TBytes bytes = std::as_bytes(std::span(text));
+  return {bytes.begin(), bytes.end()};
+}
+
 namespace {
 
 constexpr std::size_t kAttributesBegin = 0x98;  // leaves room for the fixups of a 32 KiB record
-
-TImage BytesOf(std::u16string_view text) {
-  TImage bytes(text.size() * 2);
-  if (!text.empty()) std::memcpy(bytes.data(), text.data(), bytes.size());
-  return bytes;
-}
 
 void Add(TImage& bytes, const TImage& more) {
   bytes.insert(bytes.end(), more.begin(), more.end());

@@ -23,6 +23,8 @@ void Store(TImage& bytes, std::size_t offset, T value) {
   return record | std::uint64_t{sequence} << 48;
 }
 
+[[nodiscard]] TImage BytesOf(std::u16string_view text);
+
 enum class TNameSpace : std::uint8_t { Posix, Windows, Dos, WindowsAndDos };
 
 // The packed list of runs given as {length, cluster} pairs; cluster -1 is a hole.

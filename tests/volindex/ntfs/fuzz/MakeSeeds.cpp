@@ -1,5 +1,4 @@
 // Writes the volumes that fuzzing begins with into the folder given.
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 
@@ -7,30 +6,16 @@
 
 using namespace volindex::ntfs;
 
-namespace {
-
-void Write(const std::filesystem::path& path, const TVolumeMaker& maker) {
-  const TImage image = maker.Make();
-  std::ofstream(path, std::ios::binary)
-      .write(reinterpret_cast<const char*>(image.data()), static_cast<std::streamsize>(image.size()));
-}
-
-}  // namespace
-
 int main(int count, char** arguments) {
-  if (count != 2) {
-    std::fputs("usage: volindex_ntfs_seeds <folder>\n", stderr);
-    return 2;
-  }
-  const std::filesystem::path folder = arguments[1];
-  std::filesystem::create_directories(folder);
-  Write(folder / "mixed", MixedVolume());
+  if (count != 2) return 2;
+  std::filesystem::create_directories(arguments[1]);
   TVolumeMaker large(4096, 4096, 32);
-  large.TableRuns({{28, 4}});
-  Write(folder / "large_records", large.Put(24, TRecordMaker().Name(kRoot, u"file").Data(2000)));
-  TVolumeMaker folders(512, 1024, 80);
-  folders.TableRuns({{60, 8}});
-  for (std::uint64_t record = 24; record < 29; ++record)
-    folders.Put(record, TRecordMaker(true).Name(record == 24 ? kRoot : Reference(record - 1, 1), u"folder"));
-  Write(folder / "folders", folders.Put(29, TRecordMaker().Name(Reference(28, 1), u"deep").Data(1)));
+  large.TableRuns({{28, 4}}).Put(24, TRecordMaker(true).Name(kRoot, u"folder"));
+  large.Put(25, TRecordMaker().Name(Reference(24, 1), u"file").Data(2000));
+  unsigned seed = 0;
+  for (const TVolumeMaker& maker : {MixedVolume(), large}) {
+    const TImage image = maker.Make();
+    std::ofstream(std::filesystem::path(arguments[1]) / std::to_string(seed++), std::ios::binary)
+        .write(reinterpret_cast<const char*>(image.data()), static_cast<std::streamsize>(image.size()));
+  }
 }
