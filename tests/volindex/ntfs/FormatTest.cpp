@@ -107,6 +107,14 @@ TEST(NtfsFixups, RestoreEachStrideOrRefuse) {
       record[broken] ^= std::byte{0x41};
       EXPECT_FALSE(ApplyFixups(record)) << broken;
     }
+    // The numbers moved to the end of the first stride, of which the last two bytes are not theirs.
+    for (const std::size_t end : {510u, 512u}) {
+      record = good;
+      const std::size_t begin = end - 2 * (size / 512 + 1);
+      Store(record, 0x04, static_cast<std::uint16_t>(begin));
+      Store<std::uint16_t>(record, begin, 0x4711);
+      EXPECT_EQ(ApplyFixups(record), end == 510);
+    }
   }
 }
 

@@ -111,6 +111,8 @@ TEST(NtfsReader, HandsOverWhatItIsUnsureOf) {
       {"two lengths", with(File(u"a", 1).Data(2))},
       {"two links", with(File(u"a", 1).Resident(ReparsePoint, TImage(8)).Resident(ReparsePoint, TImage(8)))},
       {"a link outside", with(File(u"a", 1).NonResident(ReparsePoint, outside, 64))},
+      {"a link that was not written",
+       with(File(u"a", 1).NonResident(ReparsePoint, PackRuns({{1, 50}}), 64, 0, 32))},
       {"an empty name", with(File(u"", 1))},
       {"two folders in one",
        TVolumeMaker().Put(24, Folder(u"a")).Put(25, Folder(u"b").Name(Reference(24, 1), u"c")).Make()},
