@@ -182,6 +182,16 @@ TEST_F(FolderBlocksTest, InodeTablesMayNotOverlap) {
     EXPECT_FALSE(pieces(overlapping)) << overlapping;
 }
 
+TEST(ReadPlanTest, NeighboursAreReadTogetherUpToTheLargestRead) {
+  const std::vector<std::uint64_t> offsets = {0, 512 << 10, 1024 << 10, 9000 << 10};
+  const auto reads = PlanReads(std::span(offsets), [](std::uint64_t offset) {
+    return std::pair<std::uint64_t, std::uint64_t>(offset, 512 << 10);
+  });
+  ASSERT_EQ(reads.size(), 3u);
+  EXPECT_EQ(reads[0].Length, kLargestRead);
+  EXPECT_EQ(reads[1].Count, 1u);
+}
+
 class EntriesTest : public testing::Test {
  protected:
   void PutEntry(std::size_t at, std::uint32_t inode, std::uint16_t length, std::string_view name) {
@@ -215,6 +225,9 @@ TEST_F(EntriesTest, DamagedEntriesAreRefused) {
     PutEntry(0, 12, static_cast<std::uint16_t>(length), "name");
     EXPECT_FALSE(Names()) << length;
   }
+  PutEntry(0, 12, 13, "name");
+  PutEntry(13, 12, 51, "crooked");
+  EXPECT_FALSE(Names());
   PutEntry(0, 12, 64, "name");
   EXPECT_EQ(Names(), "name,");
   PutEntry(0, 12, 64, "");

@@ -136,7 +136,7 @@ TEST_F(VolumeTest, WhatIsNotUnderstoodIsHandedOver) {
        "set_bg 0 itable_unused $((inodes - 12))\nset_bg 0 checksum calc"},  // files lie there all the same
       {"-t ext4 -O ^metadata_csum,uninit_bg",
        "set_bg 0 itable_unused $((inodes - 12))\nset_bg 0 checksum calc"},
-      {"-t ext4", "set_bg 0 itable_unused $((inodes - 12))"},                  // with a wrong checksum
+      {"-t ext4", "set_bg 0 checksum 1"},
       {kPlain, "set_bg 0 itable_unused $((inodes - 12))", TReadResult::Done},  // of no meaning there
       {kPlain, "set_bg 1 inode_table 0"},
       {kPlain, "set_bg 1 inode_table 2000000000"},

@@ -154,8 +154,15 @@ TEST(NtfsReader, CountsTheLengthOfTheUnnamedData) {
   maker.Put(26, named(u"hole").NonResident(Data, PackRuns({{8, -1}}), 30000, 0, 0));
   maker.Put(27, named(u"huge").NonResident(Data, PackRuns({{8, -1}}), 1ull << 50));
   maker.Put(28, TRecordMaker(true).Name(kRoot, u"folder").Data(50));
-  EXPECT_EQ(EntriesOf(maker),
-            (TEntries{{"streams", 0}, {"both", 3}, {"hole", 30000}, {"huge", 1ull << 50}, {"folder/", 0}}));
+  maker.Put(29, named(u"pieces")
+                    .NonResident(Data, PackRuns({{8, 9}}), 60000)
+                    .NonResident(Data, PackRuns({{8, 9}}), 7, 8));
+  EXPECT_EQ(EntriesOf(maker), (TEntries{{"streams", 0},
+                                        {"both", 3},
+                                        {"hole", 30000},
+                                        {"huge", 1ull << 50},
+                                        {"folder/", 0},
+                                        {"pieces", 60000}}));
 }
 
 // With its list in the record or outside.
