@@ -76,6 +76,8 @@ void TScanProgressPage::BuildBar() {
     item.Height = kBarHeight;
     item.Stretch = true;
   }
+  imgPgBar->SetMax(99);
+  imgPgBar->SetPosition(100);
 }
 
 void TScanProgressPage::resizeEvent(QResizeEvent* event) {

@@ -111,7 +111,6 @@ void TTargetPage::BuildFolderChoice() {
   edtBtnFolder->setEnabled(false);
   Button_Browse = new QPushButton(u"Browse..."_qs, this);
   Button_Browse->setObjectName(u"Button_Browse"_qs);
-  Button_Browse->setAutoDefault(false);
 }
 
 void TTargetPage::EnableChoice() {

@@ -104,7 +104,6 @@ QWidget* TFormWizard::BuildBottom() {
   btnAnalyze = AddButton(*row, u"btnAnalyze"_qs, u"Analyze"_qs);
   btnAnalyze->setDefault(true);
   btnClose = AddButton(*row, u"btnClose"_qs, u"Close"_qs);
-  btnClose->setAutoDefault(false);
   connect(btnAnalyze, &QPushButton::clicked, this, [this] { btnAnalyzeClick(); });
   connect(btnClose, &QPushButton::clicked, this, [this] { close(); });
   return bottom;
@@ -157,6 +156,7 @@ void TFormWizard::btnAnalyzeClick() {
 
 void TFormWizard::StartAnalysis() {
   btnAnalyze->setText(FResults.Language().GetMessage(u"M_Stop"_qs, u"Stop"_qs));
+  btnAnalyze->setEnabled(true);
   if (FTargets.isEmpty()) FTargets = FTargetPage->ChosenTargets();
   pgntScan->SetTabIndex(kProgressTab);
   FProgressPage->Begin(FTargetPage->RowsOf(FTargets));

@@ -9,7 +9,7 @@
 class QLayout;
 class QLabel;
 
-inline constexpr int kWizardMargin = 20;  // pixels beside the page's content
+inline constexpr int kWizardMargin = 18;  // pixels beside the page's content
 inline constexpr int kWizardIndent = 18;  // pixels before what belongs to a radio button
 
 // The picture at the top of a page, in its light or dark version by the palette.

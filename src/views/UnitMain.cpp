@@ -28,7 +28,7 @@
 namespace {
 
 constexpr QSize kClientSize(812, 572);
-constexpr QSize kMinimumSize(820, 599);
+constexpr QSize kMinimumSize(820, 599);  // with the frame
 constexpr int kActivationMs = 500;
 
 }  // namespace
@@ -94,7 +94,6 @@ void TFormMain::BuildWindow() {
   setStatusBar(dxstsbr1);
   FStatusLine = std::make_unique<TStatusLine>(*dxstsbr1, *ImageNote1, FState);
   resize(kClientSize);
-  setMinimumSize(kMinimumSize);
   move(screen()->availableGeometry().center() - rect().center());
 }
 
@@ -164,7 +163,14 @@ void TFormMain::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) FormShow();
 }
 
+// A frame thinner than the one that the form was drawn with must not make it larger than it opens.
+void TFormMain::HoldMinimumSize() {
+  const QSize frame = frameGeometry().size() - size();
+  setMinimumSize((kMinimumSize - frame).boundedTo(kClientSize));
+}
+
 void TFormMain::FormShow() {
+  HoldMinimumSize();
   dxTabContainerDockSite1->SetActiveChildIndex(kOverviewTab);
   FOverview->FormShow();
   FTopFiles->FormShow();
@@ -185,6 +191,7 @@ bool TFormMain::event(QEvent* event) {
 void TFormMain::FormActivate() {
   if (FActivated) return;
   FActivated = true;
+  HoldMinimumSize();  // some window managers tell of their frame only now
   FOverview->FitDriveColumns();
   if (FParameters.Count() != 2) {
     btnScanClick();
@@ -217,7 +224,7 @@ void TFormMain::ResetForm(const QString& tip) {
   FState.FBackHistory.clear();
   FState.FForwardHistory.clear();
   dxTabContainerDockSite1->SetActiveChildIndex(kOverviewTab);
-  FStatusLine->ShowDetails();
+  FTabSwitching->Activated(kOverviewTab);  // also where it was the active one before
 }
 
 void TFormMain::resizeEvent(QResizeEvent* event) {

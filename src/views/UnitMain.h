@@ -61,6 +61,7 @@ class TFormMain : public QMainWindow, public TResultForm {
   [[nodiscard]] TdxDockPanel* AddPanel(const QString& name, const QString& caption, int picture);
 
   void FormShow();
+  void HoldMinimumSize();
   void FormActivate();
   void FormResize();
   void btnScanClick();

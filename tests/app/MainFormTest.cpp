@@ -108,6 +108,32 @@ TEST_F(MainForm, ResetBringsTheDrivesBack) {
   EXPECT_EQ(Label("lblFiles"), u"hidden"_qs);
 }
 
+TEST_F(MainForm, ResetEndsSelectionsAndTheirCommands) {
+  Analyse();
+  QTimer closer;
+  QObject::connect(&closer, &QTimer::timeout, FWizard.get(), [this] { FWizard->reject(); });
+  closer.start(20);
+  List("lvTop").SetSelected(List("lvTop").Items()[0]);
+  ASSERT_TRUE(Enabled("btnOpen"));
+  FForm->findChild<TdxBarButton*>(u"btnScan"_qs)->Click();
+  for (const char* off : {"btnOpen", "btnOFF", "btnPPT", "lbtnOpen", "lbtnProperty", "mniLOpen"})
+    EXPECT_FALSE(Enabled(off)) << off;
+
+  List("lvOverview").SetSelected(List("lvOverview").Items()[0]);
+  FForm->findChild<TdxBarButton*>(u"btnScan"_qs)->Click();
+  EXPECT_EQ(List("lvOverview").Selected(), nullptr);
+  EXPECT_EQ(Label("lblFileName"), u"My Computer"_qs);
+}
+
+TEST_F(MainForm, OpensInItsSizeAndHoldsTheLeastOne) {
+  Open();
+  FForm->show();
+  EXPECT_EQ(FForm->size(), QSize(812, 572));
+  FForm->resize(100, 100);
+  const QSize frame = FForm->frameGeometry().size() - FForm->size();
+  EXPECT_EQ(FForm->size(), (QSize(820, 599) - frame).boundedTo(QSize(812, 572)));
+}
+
 TEST_F(MainForm, ResizingSpreadsTheResultColumns) {
   Analyse();
   const int before = List("lvTop").Columns()[1].Width();

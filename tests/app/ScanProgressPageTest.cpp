@@ -31,6 +31,15 @@ class ScanProgressPage : public TFormsTest {
   TImageProgress* FBar;
 };
 
+TEST_F(ScanProgressPage, TheBarIsAsStored) {
+  const TScanProgressPage fresh(*FForm, FForm->StaticImages(), nullptr);
+  const auto* bar = fresh.findChild<TImageProgress*>(u"imgPgBar"_qs);
+  EXPECT_EQ(bar->Max(), 99);
+  EXPECT_EQ(bar->Position(), 100);
+  EXPECT_EQ(FBar->width(), 559);
+  EXPECT_EQ(FBar->Position(), 0) << "a scan that begins empties it";
+}
+
 TEST_F(ScanProgressPage, TheRunningRowAndTheFinishedOneAreMarked) {
   FPage->ShowRow(0);
   EXPECT_EQ(Marks(), u"4Analyzing...;-1;-1;"_qs);

@@ -99,6 +99,33 @@ TEST_F(Wizard, StopBringsTheFirstPageBackWithoutResults) {
   EXPECT_EQ(List("lvTop").Items().Count(), 0);
 }
 
+TEST_F(Wizard, StopIsOnHoweverTheScanBegan) {
+  Open();
+  ShowWizard();
+  for (TListItem* drive : List("lvDrive").Items())
+    drive->SetChecked(false);
+  FWizard->reject();
+  FWizard->Targets().append(LargeTree());
+  FWizard->show();
+  ASSERT_TRUE(WaitFor([this] { return !OnFirstPage(); }));
+  EXPECT_TRUE(Button("btnAnalyze").isEnabled());
+  FWizard->reject();
+  EXPECT_TRUE(WaitFor([this] { return FWizard->ScanThread().Suspended(); }));
+}
+
+TEST_F(Wizard, AFocusedButtonTakesEnter) {
+  Open();
+  ShowWizard();
+  FWizard->findChild<QRadioButton*>(u"rbScanFolder"_qs)->click();
+  const TFolderDialogAnswer answer(FTree.Path("music"));
+  QTest::keyClick(&Button("Button_Browse"), Qt::Key_Return);
+  EXPECT_EQ(FWizard->findChild<QLineEdit*>(u"edtBtnFolder"_qs)->text(), FTree.Path("music"));
+  EXPECT_TRUE(OnFirstPage());
+  QTest::keyClick(&Button("btnClose"), Qt::Key_Return);
+  EXPECT_FALSE(FWizard->isVisible());
+  EXPECT_TRUE(OnFirstPage());
+}
+
 TEST_F(Wizard, ClosingDuringAScanIsQuickAndLeavesTheMainFormAsItWas) {
   StartLargeScan();
   QElapsedTimer clock;

@@ -64,5 +64,8 @@ void TdxTabContainerDockSite::AddCycleKeys(const QList<QKeySequence>& keys, int 
 
 void TdxTabContainerDockSite::Cycle(int step) {
   const int count = ChildCount();
-  if (count > 0) SetActiveChildIndex((ActiveChildIndex() + step + count) % count);
+  for (int away = 1; away < count; ++away) {
+    const int index = (ActiveChildIndex() + (step + count) * away) % count;
+    if (FTabs->isTabEnabled(index)) return SetActiveChildIndex(index);
+  }
 }

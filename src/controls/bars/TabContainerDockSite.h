@@ -31,7 +31,7 @@ class TdxDockPanel : public QWidget {
 };
 
 // Ctrl+Tab and Ctrl+PgDn go to the next tab from anywhere in the window, with Shift or Ctrl+PgUp to the one
-// before, round the ends.
+// before, round the ends and past tabs that are off.
 class TdxTabContainerDockSite : public QWidget {
  public:
   explicit TdxTabContainerDockSite(QWidget* parent = nullptr);

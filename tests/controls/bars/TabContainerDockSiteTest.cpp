@@ -113,3 +113,15 @@ TEST_F(TabContainerTest, TabsShowCaptionAndPicture) {
     red += tab.pixelColor(x, tab.height() / 2) == QColor(Qt::red) ? 1 : 0;
   EXPECT_EQ(red, 24);
 }
+
+TEST_F(TabContainerTest, KeysPassOverTabsThatAreOff) {
+  Show();
+  Panels[1]->SetTabEnabled(false);
+  QTest::keyClick(&Site, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Site.ActiveChildIndex(), 2);
+  QTest::keyClick(&Site, Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(Site.ActiveChildIndex(), 0);
+  Panels[2]->SetTabEnabled(false);
+  QTest::keyClick(&Site, Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Changes, (QList{2, 0})) << "alone, a tab stays";
+}
