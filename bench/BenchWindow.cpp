@@ -19,7 +19,8 @@
 #include "app/UnitScanWizard.h"
 #include "platform/Messages.h"
 #include "scan/UnitScan.h"
-#include "views/UnitMain.h"
+#include "views/main/Dialogs.h"
+#include "views/main/UnitMain.h"
 
 namespace {
 
@@ -86,7 +87,8 @@ int main(int argc, char** argv) {
   QIcon::setThemeName(u"tallyscope"_qs);
 
   const TStartParameters parameters{QStringList()};
-  TFormMain form(parameters);
+  TSystemDialogs dialogs;
+  TFormMain form(parameters, dialogs);
   TFormWizard wizard(form, form.StaticImages(), parameters);
   form.show();
   wizard.show();
@@ -101,7 +103,7 @@ int main(int argc, char** argv) {
   while (wizard.isVisible())
     QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   std::printf("scan of %u files and its fill took %.0f ms, %d events answered\n",
-              wizard.ScanThread().FileCount(), Milliseconds(Now() - start), probe.Answers());
+              wizard.Result()->FileCount(), Milliseconds(Now() - start), probe.Answers());
   std::printf("worst answer: %.1f ms in the scan, %.1f ms in the fill\n", probe.WorstInScan(),
               probe.WorstInFill());
   return probe.WorstInScan() > options.value(u"limit"_qs).toDouble() ? 1 : 0;

@@ -9,9 +9,9 @@
 
 #include "controls/progress/PImageProgress.h"
 #include "scan/ScanMessages.h"
-#include "views/FormLinks.h"
-#include "views/ListHelpers.h"
-#include "views/Pictures.h"
+#include "views/main/FormLinks.h"
+#include "views/rows/ListHelpers.h"
+#include "views/rows/Pictures.h"
 
 namespace {
 

@@ -17,11 +17,11 @@
 #include "platform/Paths.h"
 #include "support/Korvel_Routine_New.h"
 #include "support/PLanguage.h"
-#include "views/DriveList.h"
-#include "views/FolderDialog.h"
-#include "views/FormLinks.h"
-#include "views/Looks.h"
-#include "views/Pictures.h"
+#include "views/main/Dialogs.h"
+#include "views/main/FormLinks.h"
+#include "views/main/Looks.h"
+#include "views/rows/DriveList.h"
+#include "views/rows/Pictures.h"
 
 namespace {
 
@@ -142,7 +142,8 @@ void TTargetPage::ChoiceChanged() {
 
 void TTargetPage::Button_BrowseClick() {
   const QString title = FResults.Language().GetMessage(u"M_Sel_Dir"_qs, u"Select directory:"_qs);
-  if (const auto folder = SelectFolderDialog(window(), title)) edtBtnFolder->setText(*folder);
+  if (const auto folder = FResults.Dialogs().SelectFolderDialog(*window(), title))
+    edtBtnFolder->setText(*folder);
 }
 
 bool TTargetPage::CanAnalyze() const {

@@ -18,7 +18,7 @@
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
 #include "support/PLanguage.h"
-#include "views/Looks.h"
+#include "views/main/Looks.h"
 
 namespace {
 
@@ -160,6 +160,7 @@ void TFormWizard::StartAnalysis() {
   if (FTargets.isEmpty()) FTargets = FTargetPage->ChosenTargets();
   pgntScan->SetTabIndex(kProgressTab);
   FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
+  FHasResult = false;
   FScanThread.SetProgressTarget(&FMessages, WM_SCANPROGRESS);
   FScanThread.Start(FTargets, FTargetPage->FolderChosen());
 }
@@ -188,7 +189,7 @@ void TFormWizard::reject() {
 // False refuses the close.
 bool TFormWizard::FormClose() {
   if (!FCanClose) return false;
-  if (!FScanThread.Suspended()) {
+  if (Scanning()) {
     FAbandoned = true;
     StopAndWaitBriefly();
     FTargets.clear();
@@ -201,7 +202,7 @@ bool TFormWizard::FormClose() {
 void TFormWizard::StopAndWaitBriefly() {
   AskToStop();
   const QDeadlineTimer deadline(kCloseWaitMs);
-  while (!FScanThread.Suspended() && !deadline.hasExpired())
+  while (Scanning() && !deadline.hasExpired())
     QThread::msleep(1);
 }
 
@@ -219,6 +220,7 @@ void TFormWizard::ScanDone() {
     return;
   }
   FStopAgain.stop();
+  FHasResult = true;
   btnAnalyze->hide();
   FCanClose = false;
   FResults.FillResults(FScanThread, FTargets);

@@ -9,8 +9,8 @@
 
 #include "platform/Messages.h"
 #include "scan/UnitScan.h"
-#include "views/FormLinks.h"
-#include "views/StartParameters.h"
+#include "views/main/FormLinks.h"
+#include "views/main/StartParameters.h"
 
 class QPushButton;
 class TImageList;
@@ -24,12 +24,18 @@ class TFormWizard : public QDialog, public TScanForm {
   TFormWizard(TResultForm& results, TImageList& images, const TStartParameters& parameters);
   ~TFormWizard() override;
 
-  [[nodiscard]] QStringList& Targets() override { return FTargets; }
+  // TScanForm
+  [[nodiscard]] const QStringList& Targets() const override { return FTargets; }
+  void AddTarget(const QString& path) override { FTargets.append(path); }
+  void ClearTargets() override { FTargets.clear(); }
   void ShowModal() override;
   [[nodiscard]] bool Showing() const override { return isVisible(); }
-  [[nodiscard]] const TTallyscopeScan& ScanThread() const override { return FScanThread; }
+  [[nodiscard]] const TTallyscopeScan* Result() const override { return FHasResult ? &FScanThread : nullptr; }
   void PreselectFolder(const QString& folder) override;
   void PreselectDrives(const QStringList& paths) override;
+
+  // True from the start of a scan until its thread rests.
+  [[nodiscard]] bool Scanning() const { return !FScanThread.Suspended(); }
 
   // Escape and the window's close button, too: refused while results are filled; a running scan is asked to
   // stop and not waited for.
@@ -62,6 +68,7 @@ class TFormWizard : public QDialog, public TScanForm {
   const TStartParameters FParameters;
   bool FCanClose = true;
   bool FFirstShow = true;
+  bool FHasResult = false;
   bool FAbandoned = false;  // closed during a scan whose final message has not come yet
   QStringList FTargets;
   QTimer FStopAgain;

@@ -6,7 +6,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "views/Looks.h"
+#include "views/main/Looks.h"
 
 TWizardBand::TWizardBand(const QString& name, QWidget* parent)
     : QWidget(parent),

@@ -4,17 +4,12 @@
 
 #include "app/UnitScanWizard.h"
 #include "platform/Process.h"
-#include "views/StartParameters.h"
-#include "views/UnitMain.h"
+#include "views/main/Dialogs.h"
+#include "views/main/Looks.h"
+#include "views/main/StartParameters.h"
+#include "views/main/UnitMain.h"
 
 namespace {
-
-QIcon ProgramIcon() {
-  QIcon icon;
-  for (const int side : {16, 32, 48, 64, 128, 256})
-    icon.addFile(u":/art/tallyscope%1.png"_qs.arg(side), QSize(side, side));
-  return icon;
-}
 
 // The program's own file pictures serve wherever the desktop's icon theme has none.
 void UseOwnIconsAsFallback() {
@@ -35,7 +30,8 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(ProgramIcon());
 
   const TStartParameters parameters(ProgramParameters(argc, argv));  // without what Qt took for itself
-  TFormMain formMain(parameters);
+  TSystemDialogs dialogs;
+  TFormMain formMain(parameters, dialogs);
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
   formMain.SetScanForm(formWizard);
   formMain.show();

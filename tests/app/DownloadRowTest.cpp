@@ -21,7 +21,8 @@ class DownloadRow : public TFormsTest {
 TEST_F(DownloadRow, FollowsThePathsAndItsFoldersAreStepsOfTheBar) {
   ShowWizard();  // the first show takes targets from the command line only
   FWizard->reject();
-  FWizard->Targets() = {FTree.Path("films"), FTree.Path("music")};
+  FWizard->AddTarget(FTree.Path("films"));
+  FWizard->AddTarget(FTree.Path("music"));
   ShowWizard();
   ASSERT_TRUE(WaitForResult());
   const TListView& rows = List("lvAnalyze");
@@ -32,5 +33,5 @@ TEST_F(DownloadRow, FollowsThePathsAndItsFoldersAreStepsOfTheBar) {
   const auto* bar = FWizard->findChild<TImageProgress*>(u"imgPgBar"_qs);
   EXPECT_EQ(bar->Max(), 900);
   EXPECT_EQ(bar->Position(), 900);
-  EXPECT_EQ(FWizard->ScanThread().DownloadFiles().Count(), 2);
+  EXPECT_EQ(FWizard->Result()->DownloadFiles().Count(), 2);
 }

@@ -16,7 +16,7 @@ TFormsTest::TFormsTest() {
 
 void TFormsTest::Open(const QStringList& parameters) {
   const TStartParameters start(parameters);
-  FForm = std::make_unique<TFormMain>(start);
+  FForm = std::make_unique<TFormMain>(start, FDialogs);
   FWizard = std::make_unique<TFormWizard>(*FForm, FForm->StaticImages(), start);
 }
 

@@ -11,9 +11,10 @@
 
 #include "app/UnitScanWizard.h"
 #include "controls/list/ListView.h"
+#include "fixtures/GivenDialogs.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
-#include "views/UnitMain.h"
+#include "views/main/UnitMain.h"
 
 class TFormsTest : public testing::Test {
  protected:
@@ -39,6 +40,7 @@ class TFormsTest : public testing::Test {
   static void Click(QWidget& widget);
 
   TTempTree FTree;
+  TGivenDialogs FDialogs;
   std::unique_ptr<TFormMain> FForm;
   std::unique_ptr<TFormWizard> FWizard;
 };

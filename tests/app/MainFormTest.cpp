@@ -1,3 +1,4 @@
+#include <QCheckBox>
 #include <QTest>
 #include <QTimer>
 
@@ -8,7 +9,7 @@
 #include "platform/KnownFolders.h"
 #include "scan/ScanMessages.h"
 #include "support/Korvel_Routine_New.h"
-#include "views/Commands.h"
+#include "views/commands/Commands.h"
 
 class MainForm : public TFormsTest {
  protected:
@@ -30,8 +31,24 @@ class MainForm : public TFormsTest {
   [[nodiscard]] bool Enabled(const char* command) {
     return FForm->findChild<TdxBarButton*>(QLatin1String(command))->Enabled();
   }
-  void ActivateTab(int index) {
-    FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)->SetActiveChildIndex(index);
+  [[nodiscard]] TdxTabContainerDockSite& Tabs() {
+    return *FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs);
+  }
+  void ActivateTab(int index) { Tabs().SetActiveChildIndex(index); }
+  // What the status bar shows: the text of panel 0, "|", the first line of panel 1.
+  [[nodiscard]] QString Panels() {
+    const auto& bar = *FForm->findChild<TdxStatusBar*>(u"dxstsbr1"_qs);
+    return (bar.Panels(0).Visible() ? bar.Panels(0).Text() : QString()) + u'|' +
+           (bar.Panels(1).Visible() ? Label("lblFileName") : QString());
+  }
+  static void ClickBox(TListView& list, int row) {
+    const int y = list.Layout().RowRect(row).center().y();
+    for (int x = 0; x < 40; ++x) {
+      if ((list.GetHitTestInfoAt(x, y) & htOnStateIcon) == 0) continue;
+      QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {x + 3, y});
+      return;
+    }
+    ADD_FAILURE() << "no check box";
   }
   [[nodiscard]] QPoint CellOf(TListView& list, int row) { return list.Layout().RowRect(row).center(); }
 };
@@ -80,7 +97,7 @@ TEST_F(MainForm, ADoubleClickOnADriveAnalysesItAtOnce) {
   whileShowing.start(0);
   QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, CellOf(list, 0));
   EXPECT_EQ(scanned, QStringList{FForm->Drives().Drives()[0].Root});
-  EXPECT_TRUE(WaitFor([this] { return FWizard->ScanThread().Suspended(); }));
+  EXPECT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
 }
 
 TEST_F(MainForm, SelectingAResultRowTellsOfItAndTurnsItsCommandsOn) {
@@ -145,18 +162,107 @@ TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
   Analyse();
   ActivateTab(kTopFilesTab);
   TListView& list = List("lvTopFile");
-  const auto clickBox = [&](int row) {
-    for (int x = 0; x < 40; ++x) {
-      const QPoint at(x, CellOf(list, row).y());
-      if ((list.GetHitTestInfoAt(at.x(), at.y()) & htOnStateIcon) == 0) continue;
-      QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, at + QPoint(3, 0));
-      return;
-    }
-    ADD_FAILURE() << "no check box";
-  };
-  clickBox(0);
+  auto& all = *FForm->findChild<QCheckBox*>(u"CheckBox_All"_qs);
+  ClickBox(list, 0);
   EXPECT_TRUE(list.Items()[0]->Checked());
-  EXPECT_TRUE(Enabled("lbtnDelete"));
-  clickBox(0);
+  EXPECT_TRUE(Enabled("btnDelete") && Enabled("mniTDel"));
+  QTest::mouseClick(list.viewport(), Qt::RightButton, {}, CellOf(list, 2));
+  EXPECT_TRUE(Enabled("btnDelete"));
+  EXPECT_FALSE(Enabled("mniTDel")) << "a click beside the boxes";
+  ClickBox(list, 0);
   EXPECT_FALSE(Enabled("lbtnDelete"));
+
+  all.click();
+  EXPECT_TRUE(list.Items()[4]->Checked());
+  EXPECT_TRUE(Enabled("lbtnDelete"));
+  EXPECT_FALSE(Enabled("btnDelete"));
+  ClickBox(list, 1);
+  EXPECT_FALSE(all.isChecked());
+  ClickBox(list, 1);
+  EXPECT_TRUE(all.isChecked());
+
+  FForm->findChild<TdxBarButton*>(u"btnDeSelAll"_qs)->Click();
+  EXPECT_FALSE(list.Items()[4]->Checked() || all.isChecked());
+  EXPECT_TRUE(Enabled("lbtnDelete")) << "only clicks count";
+  list.SetItemFocused(list.Items()[1]);
+  QTest::keyClick(&list, Qt::Key_Space);
+  QTest::keyClick(&list, Qt::Key_Space);
+  EXPECT_FALSE(Enabled("lbtnDelete")) << "the space bar is a click on the box";
+}
+
+TEST_F(MainForm, ASelectedTopFileShowsInTheStatusBarUntilItIsDeselected) {
+  Analyse();
+  ActivateTab(kTopFilesTab);
+  EXPECT_EQ(Panels(), u"5 items|"_qs);
+  List("lvTopFile").SetSelected(List("lvTopFile").Items()[0]);
+  EXPECT_EQ(Panels(), u"|long.mkv"_qs);
+  EXPECT_TRUE(Enabled("mniTOpen"));
+  List("lvTopFile").SetSelected(nullptr);
+  EXPECT_EQ(Panels(), u"5 items|"_qs);
+  EXPECT_FALSE(Enabled("mniTOpen"));
+}
+
+TEST_F(MainForm, EachTabHasItsPanelOfTheStatusBar) {
+  Analyse();
+  TListView& list = List("lvTopFile");
+  const struct {
+    int Tab;
+    QString Shown;
+  } rows[] = {{kTopFilesTab, u"5 items|"_qs},
+              {kOverviewTab, u"|My Computer"_qs},
+              {kDownloadsTab, u"0 items|"_qs},
+              {kContentsTab, u"|My Computer"_qs}};
+  for (const auto& row : rows) {
+    List("lvTop").SetSelected(List("lvTop").Items()[0]);
+    list.SetSelected(list.Items()[0]);
+    ActivateTab(row.Tab);
+    EXPECT_EQ(Panels(), row.Shown) << row.Tab;
+  }
+  EXPECT_EQ(Label("lblFileType"), u"0 items"_qs);
+  EXPECT_EQ(Label("lblFileSize"), u"hidden"_qs);
+  ActivateTab(kOverviewTab);
+  EXPECT_TRUE(Label("lblFileSize").startsWith(u"Used Space: "_qs));
+  EXPECT_EQ(List("lvTop").Selected(), nullptr);
+}
+
+// The rows of a refill have the order of the result and no size to sort by.
+TEST_F(MainForm, TopFilesWithoutRowsShowTheResultOnceMore) {
+  Analyse();
+  ActivateTab(kTopFilesTab);
+  const QStringList files = Captions("lvTopFile");
+  ActivateTab(kOverviewTab);
+  List("lvTopFile").Clear();
+  ActivateTab(kTopFilesTab);
+  EXPECT_EQ(Captions("lvTopFile"), files);
+  EXPECT_EQ(Panels(), u"5 items|"_qs);
+  EXPECT_EQ(List("lvTopFile").Items()[0]->Data(), nullptr);
+  EXPECT_EQ(List("lvTopFile").Items()[4]->ImageIndex(), 7) << "the icons of before have gone";
+  List("lvTopFile").OnColumnClick(&List("lvTopFile").Columns()[2]);
+  EXPECT_EQ(Captions("lvTopFile"), files);
+}
+
+TEST_F(MainForm, TopFilesStayEmptyBeforeAResultAndAfterAStop) {
+  Open();
+  ShowWizard();
+  Join();
+  ActivateTab(kTopFilesTab);
+  EXPECT_EQ(Panels(), u"0 items|"_qs);
+  FWizard->PreselectFolder(FTree.Path());
+  Click(Button("btnAnalyze"));
+  FWizard->reject();
+  ASSERT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
+  EXPECT_EQ(FWizard->Result(), nullptr);
+  ActivateTab(kOverviewTab);
+  ActivateTab(kTopFilesTab);
+  EXPECT_EQ(Panels(), u"0 items|"_qs);
+}
+
+TEST_F(MainForm, WithoutTheWizardTopFilesGiveWayToTheOverview) {
+  Open();
+  FForm->show();
+  ASSERT_TRUE(WaitFor([this] { return FForm->Activated(); }));
+  ActivateTab(kTopFilesTab);
+  EXPECT_EQ(Tabs().ActiveChildIndex(), kOverviewTab);
+  ActivateTab(kDownloadsTab);
+  EXPECT_EQ(Tabs().ActiveChildIndex(), kDownloadsTab);
 }

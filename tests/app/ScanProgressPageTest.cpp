@@ -5,7 +5,7 @@
 #include "controls/picture/ImageList.h"
 #include "controls/progress/PImageProgress.h"
 #include "scan/ScanMessages.h"
-#include "views/Pictures.h"
+#include "views/rows/Pictures.h"
 
 class ScanProgressPage : public TFormsTest {
  protected:

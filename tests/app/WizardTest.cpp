@@ -9,7 +9,6 @@
 
 #include "FormsFixture.h"
 #include "platform/KnownFolders.h"
-#include "views/FolderDialog.h"
 
 namespace {
 
@@ -77,12 +76,9 @@ TEST_F(Wizard, BrowsePutsTheChosenFolderIntoTheEdit) {
   FWizard->findChild<QRadioButton*>(u"rbScanFolder"_qs)->click();
   auto& folder = *FWizard->findChild<QLineEdit*>(u"edtBtnFolder"_qs);
   const QString before = folder.text();
-  {
-    const TFolderDialogAnswer cancelled(std::nullopt);
-    Button("Button_Browse").click();
-    EXPECT_EQ(folder.text(), before);
-  }
-  const TFolderDialogAnswer answer(FTree.Path("music"));
+  Button("Button_Browse").click();
+  EXPECT_EQ(folder.text(), before) << "cancelled";
+  FDialogs.Folder = FTree.Path("music");
   Button("Button_Browse").click();
   EXPECT_EQ(folder.text(), FTree.Path("music"));
 }
@@ -105,19 +101,19 @@ TEST_F(Wizard, StopIsOnHoweverTheScanBegan) {
   for (TListItem* drive : List("lvDrive").Items())
     drive->SetChecked(false);
   FWizard->reject();
-  FWizard->Targets().append(LargeTree());
+  FWizard->AddTarget(LargeTree());
   FWizard->show();
   ASSERT_TRUE(WaitFor([this] { return !OnFirstPage(); }));
   EXPECT_TRUE(Button("btnAnalyze").isEnabled());
   FWizard->reject();
-  EXPECT_TRUE(WaitFor([this] { return FWizard->ScanThread().Suspended(); }));
+  EXPECT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
 }
 
 TEST_F(Wizard, AFocusedButtonTakesEnter) {
   Open();
   ShowWizard();
   FWizard->findChild<QRadioButton*>(u"rbScanFolder"_qs)->click();
-  const TFolderDialogAnswer answer(FTree.Path("music"));
+  FDialogs.Folder = FTree.Path("music");
   QTest::keyClick(&Button("Button_Browse"), Qt::Key_Return);
   EXPECT_EQ(FWizard->findChild<QLineEdit*>(u"edtBtnFolder"_qs)->text(), FTree.Path("music"));
   EXPECT_TRUE(OnFirstPage());
@@ -133,7 +129,7 @@ TEST_F(Wizard, ClosingDuringAScanIsQuickAndLeavesTheMainFormAsItWas) {
   Click(Button("btnClose"));
   EXPECT_FALSE(FWizard->isVisible());
   EXPECT_LT(clock.elapsed(), 400);
-  ASSERT_TRUE(WaitFor([this] { return FWizard->ScanThread().Suspended(); }));
+  ASSERT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
   QTest::qWait(50);
   EXPECT_EQ(List("lvTop").Items().Count(), 0);
   EXPECT_TRUE(List("lvOverview").isVisible());
@@ -145,7 +141,7 @@ TEST_F(Wizard, ClosingDuringAScanIsQuickAndLeavesTheMainFormAsItWas) {
 TEST_F(Wizard, ATargetNamedRightAfterAnAbandonedScanIsTheOneThatIsScanned) {
   StartLargeScan();
   FWizard->reject();
-  FWizard->Targets().append(FTree.Path());
+  FWizard->AddTarget(FTree.Path());
   FWizard->show();
   ASSERT_TRUE(WaitForResult());
   EXPECT_EQ(Label("lblName"), FTree.Path());

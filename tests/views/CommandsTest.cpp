@@ -1,4 +1,4 @@
-#include "views/Commands.h"
+#include "views/commands/Commands.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 #include <QStringList>
 
 #include "fixtures/QtPrinters.h"
-#include "views/ResultTab.h"
 
 namespace {
 
@@ -72,7 +71,6 @@ TEST_F(Commands, SomeCommandsStopShortOfSomeTabs) {
 }
 
 TEST_F(Commands, PopupItemsRunTheirOwnTabWhateverIsActive) {
-  FCommands.BindTab(kDownloadsTab, FTabs[kDownloadsTab]);
   EXPECT_EQ(RanBy("dxDownloadFileOpenFolder", kOverviewTab), QStringList{u"3OpenFileFolder"_qs});
   EXPECT_EQ(RanBy("dxDownloadFilesSelectAll", kTopFilesTab), QStringList{u"3SelectAll"_qs});
 }

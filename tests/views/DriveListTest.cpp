@@ -1,4 +1,4 @@
-#include "views/DriveList.h"
+#include "views/rows/DriveList.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include "controls/list/ListView.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/KnownFolders.h"
-#include "views/ListHelpers.h"
-#include "views/Pictures.h"
+#include "views/rows/ListHelpers.h"
+#include "views/rows/Pictures.h"
 
 namespace {
 

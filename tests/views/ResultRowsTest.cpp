@@ -1,4 +1,4 @@
-#include "views/ResultRows.h"
+#include "views/rows/ResultRows.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr TResultRules kRules = {{100, 200, 60, 60}, 4, 5, 7};
+constexpr TResultRules kRules = {{100, 200, 60, 60}, "", 4, 5, 7, 1, true, 10, 4};
 
 class ResultRows : public testing::Test {
  protected:
@@ -23,7 +23,12 @@ class ResultRows : public testing::Test {
   }
 
   void Add(const QString& name, quint64 size, const QString& type) {
-    AddResultRow(FList, {u"/home/"_qs, name, size}, type, -1);
+    const TFileInfoEx record{u"/home/"_qs, name, size};
+    KeepSize(*AddResultRow(FList, record, type, -1), record);
+  }
+  void SortBySize() {
+    FSort.SetStartFlag();
+    Click(kSizeColumn);
   }
   void Click(int column) { FSort.ColumnClick(FList, FList.Columns()[column]); }
   [[nodiscard]] QString Order() const {
@@ -46,20 +51,20 @@ class ResultRows : public testing::Test {
 }  // namespace
 
 TEST_F(ResultRows, AFillEndsWithTheLargestFirstAndTheMarkForIt) {
-  FSort.SortBySize(FList);
+  SortBySize();
   EXPECT_EQ(Order(), u"Abc"_qs);
   EXPECT_EQ(Marks(), u"-1 -1 5 -1 "_qs);
 }
 
 TEST_F(ResultRows, AClickOnTheMarkedColumnTurnsTheOrder) {
-  FSort.SortBySize(FList);
+  SortBySize();
   Click(kSizeColumn);
   EXPECT_EQ(Order(), u"cbA"_qs);
   EXPECT_EQ(Marks(), u"-1 -1 4 -1 "_qs);
 }
 
 TEST_F(ResultRows, AClickOnAnotherColumnMovesTheMark) {
-  FSort.SortBySize(FList);
+  SortBySize();
   Click(kNameColumn);
   EXPECT_EQ(Order(), u"Abc"_qs) << "names compare without regard to case";
   EXPECT_EQ(Marks(), u"4 -1 -1 -1 "_qs);
@@ -70,8 +75,17 @@ TEST_F(ResultRows, AClickOnAnotherColumnMovesTheMark) {
 
 TEST_F(ResultRows, SizesFromTheSignBitOnCompareSigned) {
   Add(u"huge"_qs, 1ULL << 63, u""_qs);
-  FSort.SortBySize(FList);
+  SortBySize();
   EXPECT_EQ(Order(), u"Abchuge"_qs);
+}
+
+TEST_F(ResultRows, RowsWithoutASizeKeepTheirOrder) {
+  FList.Clear();
+  for (const QString& name : {u"c"_qs, u"a"_qs, u"b"_qs, u"e"_qs, u"d"_qs})
+    AddResultRow(FList, {u"/"_qs, name, 1}, {}, -1);
+  SortBySize();
+  Click(kSizeColumn);
+  EXPECT_EQ(Order(), u"cabed"_qs);
 }
 
 TEST_F(ResultRows, ColumnsShareTheGrowthOfTheForm) {

@@ -1,4 +1,4 @@
-#include "views/StartParameters.h"
+#include "views/main/StartParameters.h"
 
 #include <gtest/gtest.h>
 

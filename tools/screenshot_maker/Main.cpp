@@ -19,9 +19,11 @@
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
 #include "platform/KnownFolders.h"
-#include "views/Commands.h"
-#include "views/StartParameters.h"
-#include "views/UnitMain.h"
+#include "views/commands/Commands.h"
+#include "views/main/Dialogs.h"
+#include "views/main/Looks.h"
+#include "views/main/StartParameters.h"
+#include "views/main/UnitMain.h"
 
 namespace {
 
@@ -114,6 +116,15 @@ class TPhotographer {
       list->Items()[row]->SetChecked(true);
     After(kSettleMs, [this] {
       Save(FForm, u"top-files"_qs);
+      TakeDownloads();
+    });
+  }
+
+  void TakeDownloads() {
+    FForm.findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)
+        ->SetActiveChildIndex(kDownloadsTab);
+    After(kSettleMs, [this] {
+      Save(FForm, u"downloads"_qs);
       QApplication::quit();
     });
   }
@@ -132,12 +143,14 @@ int main(int argc, char** argv) {
   if (argc != 4) qFatal("usage: screenshot_maker FOLDER light|dark SCALE");
   if (!OnScreen()) QApplication::setStyle(QStyleFactory::create(u"Fusion"_qs));
   QIcon::setThemeName(u"tallyscope"_qs);
+  QApplication::setWindowIcon(ProgramIcon());
   const QString palette = QString::fromLocal8Bit(argv[2]);
   if (palette == u"dark") UseDarkPalette();
   const QString suffix = u"-%1-%2x"_qs.arg(palette, QString::fromLocal8Bit(argv[3]));
 
   const TStartParameters parameters{QStringList()};
-  TFormMain form(parameters);
+  TSystemDialogs dialogs;
+  TFormMain form(parameters, dialogs);
   TFormWizard wizard(form, form.StaticImages(), parameters);
   form.SetScanForm(wizard);
   form.show();

@@ -1,0 +1,96 @@
+#include "views/commands/Commands.h"
+
+namespace {
+
+using THandler = void (TResultTab::*)();
+
+// A global command, the tabs that it reaches, and the popup item of each tab that does the same.
+struct TDispatchRow {
+  const char* Command;
+  THandler Handler;
+  std::array<bool, kTabCount> Reaches;
+  std::array<const char*, kTabCount> PopupItem;
+};
+
+constexpr std::array<bool, kTabCount> kEverywhere = {true, true, true, true};
+constexpr std::array<bool, kTabCount> kNotOnDownloads = {true, true, true, false};
+constexpr std::array<bool, kTabCount> kChecksOnly = {false, true, true, false};
+
+constexpr TDispatchRow kDispatch[] = {
+    {"btnOpen",
+     &TResultTab::Open,
+     kEverywhere,
+     {"mniLOpen", "mniCOpen", "mniTOpen", "dxbrbtnDownloadFilesOpen"}},
+    {"btnDelete",
+     &TResultTab::DeleteRows,
+     kEverywhere,
+     {nullptr, "mniCDelete", "mniTDel", "dxbrbtnDownloadFilesDelete"}},
+    {"btnMove",
+     &TResultTab::MoveRows,
+     kEverywhere,
+     {nullptr, "mniCMove", "mniTMove", "dxbrbtnDownloadFilesMove"}},
+    {"btnPPT",
+     &TResultTab::ShowProperties,
+     kEverywhere,
+     {"mniLPPT", "mniCPPT", "mniTPPT", "dxDownloadFilesPro"}},
+    {"btnOFF",
+     &TResultTab::OpenFileFolder,
+     kNotOnDownloads,
+     {"mniLOFF", "mniCOFF", "mniTOFF", "dxDownloadFileOpenFolder"}},
+    {"btnSelAll",
+     &TResultTab::SelectAll,
+     kChecksOnly,
+     {nullptr, "mniCSelectAll", "mniTSelAll", "dxDownloadFilesSelectAll"}},
+    {"btnDeSelAll",
+     &TResultTab::DeselectAll,
+     kChecksOnly,
+     {nullptr, "mniCDeselAll", "mniTDeselAll", "dxDownloadFilesDeselectAll"}},
+    {"btnInverSel",
+     &TResultTab::InvertSelection,
+     kChecksOnly,
+     {nullptr, "mniCInvSelAll", "mniTInvSel", "dxDownloadFilesInvertSelection"}},
+};
+
+// Large buttons that do what a menu item does.
+constexpr std::array<std::array<const char*, 2>, 5> kForwards = {{{"lbtnOpen", "btnOpen"},
+                                                                  {"lbtnDelete", "btnDelete"},
+                                                                  {"lbtnMove", "btnMove"},
+                                                                  {"lbtnProperty", "btnPPT"},
+                                                                  {"lbtnAnalyze", "btnScan"}}};
+
+}  // namespace
+
+TMainCommands::TMainCommands(QWidget& form) : FBars(form) {
+  FBars.Build(CommandItems(), CommandLinks());
+  // A large button does its own work even while the menu item of the same name is off.
+  for (const auto& [large, menu] : kForwards)
+    Button(large).OnClick = [&item = Button(menu)] {
+      if (item.OnClick) item.OnClick();
+    };
+}
+
+TdxBarButton& TMainCommands::Button(const char* name) {
+  return FBars.Button(QLatin1String(name));
+}
+
+void TMainCommands::OnClick(const char* name, std::function<void()> handler) {
+  Button(name).OnClick = std::move(handler);
+}
+
+void TMainCommands::SetEnabled(std::initializer_list<const char*> names, bool enabled) {
+  for (const char* name : names)
+    Button(name).SetEnabled(enabled);
+}
+
+void TMainCommands::DispatchTo(const std::array<TResultTab*, kTabCount>& tabs,
+                               std::function<int()> activeIndex) {
+  for (const TDispatchRow& row : kDispatch) {
+    OnClick(row.Command, [&row, tabs, activeIndex] {
+      const auto index = static_cast<size_t>(activeIndex());
+      if (index < tabs.size() && row.Reaches[index]) (tabs[index]->*row.Handler)();
+    });
+    for (size_t index = 0; index < tabs.size(); ++index)
+      if (const char* item = row.PopupItem[index]; item != nullptr)
+        OnClick(item, [&row, tab = tabs[index]] { (tab->*row.Handler)(); });
+  }
+}

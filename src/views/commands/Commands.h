@@ -1,0 +1,33 @@
+// The commands of the main form at work: their actions, their enabled states, and which tab's handler a
+// global command runs. Main thread.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <initializer_list>
+#include <span>
+
+#include "controls/bars/BarManager.h"
+#include "views/main/ResultTab.h"
+
+// The two tables behind the commands: every menu, bar, popup and item with its stored caption and enabled
+// state, and who shows what.
+[[nodiscard]] std::span<const TBarItemRow> CommandItems();
+[[nodiscard]] std::span<const TBarLinkRow> CommandLinks();
+
+// Owned by the main form, whose children the components are.
+class TMainCommands {
+ public:
+  explicit TMainCommands(QWidget& form);
+
+  [[nodiscard]] TdxBarManager& Bars() { return FBars; }
+  [[nodiscard]] TdxBarButton& Button(const char* name);
+  void OnClick(const char* name, std::function<void()> handler);
+  void SetEnabled(std::initializer_list<const char*> names, bool enabled);
+
+  // Global commands run the handler of the active tab, the items of a tab's own popup always that tab's.
+  void DispatchTo(const std::array<TResultTab*, kTabCount>& tabs, std::function<int()> activeIndex);
+
+ private:
+  TdxBarManager FBars;
+};

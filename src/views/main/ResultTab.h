@@ -1,0 +1,87 @@
+// The four tabs of the main form, as the form sees them, and what they are given. Main thread.
+#pragma once
+
+#include <QStringList>
+
+#include "views/main/StatusLine.h"
+
+class QWidget;
+class TDialogs;
+class TImageNote;
+class TMainCommands;
+class TScanForm;
+class TTallyscopeScan;
+struct TFormImages;
+struct TMainState;
+
+inline constexpr int kTabCount = 4;
+
+// Child indexes of the tab container.
+enum TTabIndex : int { kOverviewTab = 0, kContentsTab = 1, kTopFilesTab = 2, kDownloadsTab = 3 };
+
+// The main form, as its tabs see it.
+class TTabHost {
+ public:
+  virtual ~TTabHost() = default;
+
+  // The wizard; null until it was joined to the form.
+  [[nodiscard]] virtual TScanForm* ScanForm() const = 0;
+
+  // Does once more what the activation of the active tab did.
+  virtual void ActivateAgain() = 0;
+
+  // The window that boxes belong to.
+  [[nodiscard]] virtual QWidget& Window() = 0;
+};
+
+// What every tab is given; all of it outlives the tabs.
+struct TTabParts {
+  TTabHost& Host;
+  TMainState& State;
+  TMainCommands& Commands;
+  TStatusLine& StatusLine;
+  TDialogs& Dialogs;
+  const TImageNote& Pictures;
+  TFormImages& Images;
+};
+
+// A tab overrides what it can do; the rest does nothing and says nothing. Each is made on its panel, which
+// owns it and its controls.
+class TResultTab {
+ public:
+  virtual ~TResultTab() = default;
+
+  // The form's own steps, told to each tab in the order of the tabs.
+  virtual void FormShow() {}
+  // `growth` is the form's width less its width at creation, in pixels.
+  virtual void FormResize([[maybe_unused]] int growth) {}
+  // The form was first activated, or a scan was given up: columns take the width that is left.
+  virtual void FitColumns() {}
+  // Back to the state before any result.
+  virtual void Reset() {}
+  // Shows a finished scan of these targets. May handle waiting input meanwhile.
+  virtual void Fill([[maybe_unused]] const TTallyscopeScan& scan,
+                    [[maybe_unused]] const QStringList& targets) {}
+
+  // The tab has become the active one: selections end, and late work is done. The caller sees to commands
+  // and status bar, for which it asks the three below.
+  virtual void Activate() {}
+  [[nodiscard]] virtual int RowCount() const { return 0; }
+  [[nodiscard]] virtual TSubject Subject() const { return {}; }
+  // True if the tab shows a folder that has one above it.
+  [[nodiscard]] virtual bool CanGoUp() const { return false; }
+
+  // Act on the selected row.
+  virtual void Open() {}
+  virtual void OpenFileFolder() {}
+  virtual void ShowProperties() {}
+
+  // Act on the checked rows, or on the selected one where the list has no check boxes.
+  virtual void DeleteRows() {}
+  virtual void MoveRows() {}
+
+  // Act on the check marks of all rows.
+  virtual void SelectAll() {}
+  virtual void DeselectAll() {}
+  virtual void InvertSelection() {}
+};

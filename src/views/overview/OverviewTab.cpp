@@ -1,0 +1,263 @@
+#include "views/overview/OverviewTab.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+#include "controls/list/ListView.h"
+#include "platform/FileTests.h"
+#include "platform/Messages.h"
+#include "platform/Paths.h"
+#include "platform/Process.h"
+#include "platform/Shell.h"
+#include "scan/UnitScan.h"
+#include "support/Korvel_Routine_New.h"
+#include "support/ShellRoutines.h"
+#include "views/commands/Commands.h"
+#include "views/commands/EnableRules.h"
+#include "views/main/FormLinks.h"
+#include "views/main/Looks.h"
+#include "views/main/MainState.h"
+#include "views/overview/OverviewHeader.h"
+#include "views/rows/ListHelpers.h"
+
+namespace {
+
+// The tip differs between the form's making and a reset.
+constexpr const char16_t* kFirstTip = u"Tips: you can double click one item to perform quick analysis.";
+constexpr const char16_t* kResetTip = u"Tips: You can double click on an item to perform quick analysis.";
+
+}  // namespace
+
+TOverviewTab::TOverviewTab(const TTabParts& parts, QWidget& panel) : QObject(&panel), FParts(parts) {
+  FHeader = new TOverviewHeader(FParts.Pictures, &panel);
+  lblLarge = new QLabel(&panel);
+  lblLarge->setObjectName(u"lblLarge"_qs);
+  lblLarge->setTextFormat(Qt::PlainText);
+  lblLarge->setContentsMargins(12, 2, 12, 4);
+  SetTextColor(*lblLarge, kHeadingColor);
+  BuildLists(panel);
+
+  auto* column = new QVBoxLayout(&panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(FHeader);
+  column->addWidget(lblLarge);
+  column->addWidget(lvOverview, 1);
+  column->addWidget(lvTop, 1);
+  ShowDrives(QString::fromUtf16(kFirstTip));
+}
+
+void TOverviewTab::BuildLists(QWidget& panel) {
+  BuildDriveList(panel);
+  BuildTopList(panel);
+  FillDriveRows(*lvOverview, FParts.State.FDrives);
+}
+
+void TOverviewTab::BuildDriveList(QWidget& panel) {
+  lvOverview = new TListView(&panel);
+  lvOverview->setObjectName(u"lvOverview"_qs);
+  lvOverview->setAccessibleName(Text(u"M_PC"_qs, u"My Computer"_qs));
+  TListViewOptions options;
+  options.MultiSelect = true;
+  options.ColumnClick = false;
+  lvOverview->SetOptions(options);
+  lvOverview->SetSmallImages(&FParts.Images.imglstStatic);
+
+  TListColumn& name = lvOverview->Columns().Add(u"Name"_qs, 500);
+  name.SetMinWidth(500);
+  name.SetMaxWidth(500);
+  lvOverview->Columns().Add(u"Capacity"_qs, 100, TAlignment::RightJustify).SetMinWidth(100);
+  lvOverview->Columns().Add(u"Free Space"_qs, 100, TAlignment::RightJustify).SetMinWidth(100);
+
+  lvOverview->OnSelectItem = [this](TListItem* item, bool selected) { lvOverviewSelectItem(item, selected); };
+  lvOverview->OnDblClick = [this] { lvOverviewDblClick(); };
+  lvOverview->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
+}
+
+void TOverviewTab::BuildTopList(QWidget& panel) {
+  lvTop = new TListView(&panel);
+  lvTop->setObjectName(u"lvTop"_qs);
+  lvTop->setAccessibleName(Text(u"M_Largest"_qs, u"Largest folders and files"_qs));
+  lvTop->SetSmallImages(&FParts.Images.cxmglstdock);
+  AddResultColumns(*lvTop, kTopRules);
+
+  lvTop->OnSelectItem = [this](TListItem*, bool) { lvTopSelectItem(); };
+  lvTop->OnColumnClick = [this](TListColumn* column) { FTopSort.ColumnClick(*lvTop, *column); };
+  lvTop->OnCompare = [this](TListItem* item1, TListItem* item2, int& result) {
+    result = FTopSort.Compare(*item1, *item2);
+  };
+  lvTop->OnDblClick = [this] { Open(); };
+  lvTop->OnDeletion = [](TListItem* item) { FreeResultRow(*item); };
+  lvTop->OnContextPopup = [this](const QPoint&, bool& handled) {
+    FParts.Commands.Bars().Popup(u"pmTop10"_qs).PopupFromCursorPos();
+    handled = true;
+  };
+}
+
+QString TOverviewTab::Text(const QString& key, const QString& defaultText) const {
+  return FParts.State.FLanguage.GetMessage(key, defaultText);
+}
+
+void TOverviewTab::Reset() {
+  ShowDrives(QString::fromUtf16(kResetTip));
+  FitColumns();
+}
+
+void TOverviewTab::ShowDrives(const QString& tip) {
+  const TDriveList& drives = FParts.State.FDrives;
+  lvTop->Clear();
+  lvTop->hide();
+  lvOverview->show();
+  lblLarge->setText(Text(u"M_Tip"_qs, tip));
+  FHeader->SetPicture(StorePicture::kComputer64);
+  FHeader->SetName(Text(u"M_PC"_qs, u"My Computer"_qs));
+  FHeader->SetType({});
+  FHeader->HideCounts();
+  FHeader->SetSize(SizeToText(drives.TotalSize()));
+  FHeader->SetUsed(SizeToText(drives.TotalSize() - drives.TotalFree()));
+  FParts.StatusLine.SetComputer();
+}
+
+void TOverviewTab::lvOverviewSelectItem(TListItem* item, bool selected) {
+  TStatusLine& line = FParts.StatusLine;
+  const TListItem* current = lvOverview->Selected();
+  const TDriveRowData* drive = DriveRowOf(current);
+  line.ShowSizeLine();
+  if (selected && drive != nullptr) {
+    line.SetPicture(SameVolume(drive->Root, GetWindowsDir()) ? StorePicture::kSystemDisk32
+                                                             : StorePicture::kDisk32);
+    lvOverview->SetHint(
+        Text(u"M_Hint"_qs, u"Double click to analyze %s"_qs).replace(u"%s"_qs, item->Caption()));
+    line.SetLines(current->Caption(), line.SizeLine(SizeToText(drive->Size)),
+                  line.UsedLine(SizeToText(drive->Size - drive->Free)));
+  } else if (!selected) {
+    line.SetComputer();
+    lvOverview->SetHint({});
+  }
+}
+
+void TOverviewTab::lvOverviewDblClick() {
+  const TDriveRowData* drive = DriveRowOf(lvOverview->Selected());
+  TScanForm* form = FParts.Host.ScanForm();
+  if (drive == nullptr || form == nullptr || form->Showing()) return;
+  form->AddTarget(drive->Root);
+  form->ShowModal();
+}
+
+void TOverviewTab::lvTopSelectItem() {
+  const TListItem* item = lvTop->Selected();
+  if (item == nullptr) return FParts.Host.ActivateAgain();
+  TStatusLine& line = FParts.StatusLine;
+  const QString path = ResultPath(*item);
+  if (FileExists(path))
+    line.SetIcon(GetFileIconHandle(path));
+  else
+    line.SetPicture(StorePicture::kFolder32);
+  line.SetLines(item->Caption(), item->SubItems().Text(kTypeColumn - 1),
+                line.SizeLine(item->SubItems().Text(kSizeColumn - 1)));
+  ApplyEnableRules(FParts.Commands, kOverviewTab, TTabEvent::RowSelected, true);
+}
+
+void TOverviewTab::Open() {
+  if (const TListItem* item = lvTop->Selected()) OpenTarget(ResultPath(*item));
+}
+
+void TOverviewTab::Activate() {
+  if (lvTop->Selected() != nullptr) lvTop->SetSelected(nullptr);
+  lvOverview->SetSelected(nullptr);
+}
+
+void TOverviewTab::FormShow() {
+  lvOverview->setFocus();
+  FitLastColumn(*lvOverview);
+  FitLastColumn(*lvTop);
+}
+
+void TOverviewTab::FitColumns() {
+  FitLastColumn(*lvOverview);
+}
+
+// The drive list takes half the growth on top of what it has now, every time.
+void TOverviewTab::FormResize(int growth) {
+  SpreadResultColumns(*lvTop, kTopRules, growth);
+  for (const int column : {1, 2}) {
+    TListColumn& sized = lvOverview->Columns()[column];
+    sized.SetWidth(sized.Width() + growth / 2);
+  }
+  FitLastColumn(*lvOverview);
+  FitLastColumn(*lvTop);
+}
+
+void TOverviewTab::Fill(const TTallyscopeScan& scan, const QStringList& targets) {
+  FillTop(scan);
+  FTopSort.SetStartFlag();
+  FTopSort.ColumnClick(*lvTop, lvTop->Columns()[kSizeColumn]);
+  ShowSubject(scan, targets);
+  lblLarge->setText(Text(u"M_Largest"_qs, u"Largest folders and files"_qs));
+  lvOverview->hide();
+  lvTop->show();
+  lvTop->setFocus();
+  FitLastColumn(*lvTop);
+  TrimWorkingSet();
+}
+
+void TOverviewTab::FillTop(const TTallyscopeScan& scan) {
+  const TListUpdate update(lvTop->Items());
+  const QString folderType = Text(u"M_Folder"_qs, u"File Folder"_qs);
+  for (int i = 0; i < std::min(kTopRules.RowLimit, scan.Folders().Count()); ++i) {
+    const TFileInfoEx& record = scan.Folders()[i];
+    if (record.Size > 0) KeepSize(*AddResultRow(*lvTop, record, folderType, DockImage::kFolder), record);
+    if (i % kTopRules.RowsPerPump == 0) PumpMessages();
+  }
+  DropImagesFrom(FParts.Images.cxmglstdock, kTopRules.OwnImages);
+  for (int i = 0; i < std::min(kTopRules.RowLimit, scan.Files().Count()); ++i) {
+    KeepSize(*AddFileRow(*lvTop, FParts.Images.cxmglstdock, scan.Files()[i]), scan.Files()[i]);
+    if (i % kTopRules.RowsPerPump == 0) PumpMessages();
+  }
+}
+
+void TOverviewTab::ShowSubject(const TTallyscopeScan& scan, const QStringList& targets) {
+  if (targets.isEmpty()) return;
+  if (targets.size() > 1) {
+    FHeader->SetName(Text(u"M_PC"_qs, u"My Computer"_qs));
+    FHeader->SetType({});
+    FHeader->HideCounts();
+    FHeader->SetPicture(StorePicture::kComputer64);
+    FParts.StatusLine.SetComputer();
+  } else if (IsVolumeRoot(targets.first())) {
+    ShowDriveSubject(scan, targets.first());
+  } else {
+    ShowFolderSubject(scan, targets.first());
+  }
+}
+
+void TOverviewTab::ShowFolderSubject(const TTallyscopeScan& scan, const QString& folder) {
+  const QString size = SizeToText(static_cast<qint64>(scan.TotalSize()));
+  FHeader->SetName(folder);
+  FHeader->SetType(Text(u"M_Folder"_qs, u"File Folder"_qs));
+  FHeader->SetSize(size);
+  FHeader->SetUsed({});
+  FHeader->SetCounts(scan.FileCount(), scan.FolderCount());
+  FHeader->SetPicture(StorePicture::kFolder64);
+  const QString lastName = RightOfLastChar(ExcludeTrailingPathDelimiter(folder), 0, PathDelim);
+  FParts.StatusLine.SetSubject({StorePicture::kFolder32, lastName, size, std::nullopt});
+}
+
+void TOverviewTab::ShowDriveSubject(const TTallyscopeScan& scan, const QString& drive) {
+  TStatusLine& line = FParts.StatusLine;
+  FHeader->SetType(Text(u"M_Local_Disk"_qs, u"Local Disk"_qs));
+  FHeader->SetCounts(scan.FileCount(), scan.FolderCount());
+  FHeader->SetPicture(StorePicture::kDisk64);
+  line.SetPicture(SameVolume(drive, GetSystemDir()) ? StorePicture::kSystemDisk32 : StorePicture::kDisk32);
+  const TListItem* row = FindDriveRow(*lvOverview, drive);
+  if (row == nullptr) return;
+  const TDriveRowData& data = *DriveRowOf(row);
+  const QString size = SizeToText(data.Size);
+  const QString used = SizeToText(data.Size - data.Free);
+  FHeader->SetName(row->Caption());
+  FHeader->SetSize(size);
+  FHeader->SetUsed(used);
+  line.SetLines(row->Caption(), line.SizeLine(size), line.UsedLine(used));
+}

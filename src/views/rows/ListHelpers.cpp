@@ -1,0 +1,78 @@
+#include "views/rows/ListHelpers.h"
+
+#include <QKeyEvent>
+#include <QStyle>
+
+#include <algorithm>
+
+#include "controls/list/ListView.h"
+
+void FitLastColumn(TCustomListView& list) {
+  constexpr int kLeastWidth = 5;
+  if (list.Columns().Count() == 0) return;
+  const TListUpdate update(list.Items());
+  const int last = list.Columns().Count() - 1;
+  int others = 0;
+  for (int column = 0; column < last; ++column)
+    others += list.Columns()[column].Width();
+  int width = list.ClientWidth();
+  if (list.Items().Count() == 0) width -= list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  if (width > others) list.Columns()[last].SetWidth(std::max(width - others, kLeastWidth));
+}
+
+THeaderCheckBox::THeaderCheckBox(TCustomListView& list, const QString& name) : QCheckBox(&list), FList(list) {
+  setObjectName(name);
+  list.installEventFilter(this);
+  connect(this, &QCheckBox::clicked, this, [this](bool checked) {
+    CheckRows(checked);
+    if (OnClick) OnClick(checked);
+  });
+}
+
+int THeaderCheckBox::CountChecked() {
+  const TListItems& rows = FList.Items();
+  const auto checked =
+      std::count_if(rows.begin(), rows.end(), [](const TListItem* item) { return item->Checked(); });
+  setChecked(checked == rows.Count());
+  return static_cast<int>(checked);
+}
+
+void THeaderCheckBox::CheckRows(bool checked) {
+  const TListUpdate update(FList.Items());
+  for (TListItem* item : FList.Items())
+    item->SetChecked(checked);
+}
+
+void THeaderCheckBox::CheckAll(bool checked) {
+  CheckRows(checked);
+  setChecked(checked);
+}
+
+void THeaderCheckBox::Invert() {
+  {
+    const TListUpdate update(FList.Items());
+    for (TListItem* item : FList.Items())
+      item->SetChecked(!item->Checked());
+  }
+  CountChecked();
+}
+
+void THeaderCheckBox::Place(std::optional<int> top) {
+  constexpr int kLeft = 6;  // pixels
+  constexpr int kRoom = 6;  // blanks
+  TListColumn& first = FList.Columns()[0];
+  if (!FRoomMade) first.SetCaption(QString(kRoom, u' ') + first.Caption());
+  FRoomMade = true;
+  resize(sizeHint());
+  const QRect header = FList.HeaderRect();
+  move(kLeft, header.top() + top.value_or((header.height() - height()) / 2));
+  raise();
+}
+
+bool THeaderCheckBox::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == &FList && event->type() == QEvent::KeyRelease && OnSpace) {
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_Space && !key.isAutoRepeat()) OnSpace();
+  }
+  return QCheckBox::eventFilter(watched, event);
+}

@@ -1,0 +1,45 @@
+// The Top 100 Files tab: the largest files of the last analysis, each with a check box, and one in the header
+// for all. Checked rows and the selected row are kept apart. Main thread.
+#pragma once
+
+#include <QObject>
+
+#include "views/main/ResultTab.h"
+#include "views/rows/ResultRows.h"
+
+class THeaderCheckBox;
+class TListView;
+
+class TTopFilesTab : public QObject, public TResultTab {
+ public:
+  TTopFilesTab(const TTabParts& parts, QWidget& panel);
+
+  void FormShow() override;
+  void FormResize(int growth) override;
+  void Reset() override;
+  void Fill(const TTallyscopeScan& scan, const QStringList& targets) override;
+
+  // A list whose rows have all gone shows the last result once more.
+  void Activate() override;
+  [[nodiscard]] int RowCount() const override;
+
+  void Open() override;
+  void SelectAll() override;
+  void DeselectAll() override;
+  void InvertSelection() override;
+
+ private:
+  void BuildList(QWidget& panel);
+  void BuildHeaderBox();
+  void Refill();
+  void lvTopFileColumnClick(TListColumn& column);
+  void lvTopFileSelectItem(const TListItem* item, bool selected);
+  void lvTopFileMouseUp(int x, int y);
+  void CountBoxes();
+  void CheckBox_AllClick(bool checked);
+
+  TTabParts FParts;
+  TListView* lvTopFile;
+  THeaderCheckBox* CheckBox_All;
+  TResultSort FTopFileSort{kTopFileRules};
+};
