@@ -55,7 +55,7 @@ void TTabSwitching::Activate(TTabIndex index) {
 }
 
 void TTabSwitching::Activated() {
-  if (!Started) return;
+  if (!FStarted) return;
   const int index = FSite.ActiveChildIndex();
   const TTabRow& row = kTabs[static_cast<size_t>(index)];
   if (row.NeedsScanForm && FParts.Host.ScanForm() == nullptr) return FSite.SetActiveChildIndex(kOverviewTab);

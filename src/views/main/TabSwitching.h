@@ -38,15 +38,15 @@ class TTabSwitching {
   [[nodiscard]] const std::array<TResultTab*, kTabCount>& Tabs() const { return FTabs; }
   [[nodiscard]] TdxDockPanel& Panel(TTabIndex index) const { return *FPanels[static_cast<size_t>(index)]; }
 
+  // From the form's first activation on; before it, Activated does nothing.
+  void Start() { FStarted = true; }
+
   // What the active tab's coming to the front does: its selection ends, its commands go on and off, its panel
   // of the status bar shows. Ending a selection may call this again; the outer call has the last word.
   void Activated();
 
   // Makes this tab active; Activated runs even where it was so before.
   void Activate(TTabIndex index);
-
-  // While it is false, Activated does nothing.
-  bool Started = false;
 
  private:
   void ShowStatus(TTabStatus status, const TResultTab& tab);
@@ -55,4 +55,5 @@ class TTabSwitching {
   TdxTabContainerDockSite& FSite;
   std::array<TdxDockPanel*, kTabCount> FPanels{};
   std::array<TResultTab*, kTabCount> FTabs{};
+  bool FStarted = false;
 };

@@ -152,7 +152,7 @@ bool TFormMain::event(QEvent* event) {
 void TFormMain::FormActivate() {
   if (FActivated) return;
   FActivated = true;
-  FTabSwitching->Started = true;
+  FTabSwitching->Start();
   HoldMinimumSize();  // some window managers tell of their frame only now
   for (TResultTab* tab : FTabSwitching->Tabs())
     tab->FitColumns();
