@@ -2,6 +2,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
+
 #include "FormsFixture.h"
 #include "controls/bars/BarItems.h"
 #include "controls/bars/StatusBar.h"
@@ -10,6 +12,7 @@
 #include "scan/ScanMessages.h"
 #include "support/Korvel_Routine_New.h"
 #include "views/commands/Commands.h"
+#include "views/main/Looks.h"
 
 class MainForm : public TFormsTest {
  protected:
@@ -149,6 +152,14 @@ TEST_F(MainForm, OpensInItsSizeAndHoldsTheLeastOne) {
   FForm->resize(100, 100);
   const QSize frame = FForm->frameGeometry().size() - FForm->size();
   EXPECT_EQ(FForm->size(), (QSize(820, 599) - frame).boundedTo(QSize(812, 572)));
+}
+
+TEST_F(MainForm, TheProgramsIconHasEverySize) {
+  QList<int> sides;
+  for (const QSize& size : ProgramIcon().availableSizes())
+    sides += size.width();
+  std::sort(sides.begin(), sides.end());
+  EXPECT_EQ(sides, (QList{16, 32, 48, 64, 128, 256}));
 }
 
 TEST_F(MainForm, ResizingSpreadsTheResultColumns) {
