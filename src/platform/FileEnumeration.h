@@ -1,5 +1,5 @@
-// Lists the entries of one folder: name, attribute bits, 64-bit length, one entry at a time, in the order
-// in which the file system gives them. Hidden and system entries are included; "." and ".." are not.
+// Lists the entries of one folder: name, attribute bits, 64-bit length, time of the last change, one entry at
+// a time, in the order in which the file system gives them. Hidden and system entries are included; "." and ".." are not.
 //
 // Linux: an entry's attributes come from one status call relative to the open folder. A symbolic link is a
 // plain entry of its own length with kAttributeReparse and is never a folder. Devices, sockets and pipes
@@ -25,6 +25,8 @@ struct TFoundFile {
   QString Name;
   unsigned Attributes = 0;  // bits of TFileAttribute
   quint64 Size = 0;         // bytes; 0 for a folder
+  // The last change of the content, in milliseconds since the beginning of 1970 in UTC; before it below 0.
+  qint64 Modified = 0;
 
   [[nodiscard]] bool IsDirectory() const { return (Attributes & kAttributeDirectory) != 0; }
 };
@@ -48,8 +50,8 @@ class TFileEnumeration {
   // was entered already; any other link is an empty folder.
   void ConfineTo(const QString& root);
 
-  // From now on a folder among the entries may come with kAttributeDirectory as its only attribute, which
-  // saves a status call for each where the listing itself tells what is a folder.
+  // From now on a folder among the entries may come with kAttributeDirectory as its only attribute and
+  // without a time, which saves a status call for each where the listing itself tells what is a folder.
   void SkipFolderDetails();
 
   // Opens the folder and gives its first entry. False if it can't be opened or holds nothing; on Linux a

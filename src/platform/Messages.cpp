@@ -7,6 +7,7 @@
 #include <QThread>
 
 #include <condition_variable>
+#include <utility>
 
 namespace {
 
@@ -53,13 +54,23 @@ bool TMessageWindow::event(QEvent* event) {
   return true;
 }
 
-void TMessageWindow::Queue(const TMessage& message, TReply* reply) {
+void TMessageWindow::Queue(const TQueued& queued) {
   auto* const wake = new QEvent(kWake);  // before the lock, which hands it over
   {
     const std::lock_guard lock(FGuard);
-    FQueue.push_back({message, reply});
+    FQueue.push_back(queued);
   }
   QCoreApplication::postEvent(this, wake);
+}
+
+// The wake events of these messages find less in the queue than they were posted for, which does no harm.
+void TMessageWindow::TakeBack(const TMessageLine& line) {
+  const std::lock_guard lock(FGuard);
+  std::erase_if(FQueue, [&](const TQueued& queued) {
+    if (queued.Line != &line) return false;
+    if (queued.Reply != nullptr) queued.Reply->Give();
+    return true;
+  });
 }
 
 void TMessageWindow::Dispatch(const TMessage& message) {
@@ -86,7 +97,7 @@ void TMessageWindow::TakeOne() {
 }
 
 void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
-  if (window != nullptr) window->Queue({msg, wparam, lparam}, nullptr);
+  if (window != nullptr) window->Queue({{msg, wparam, lparam}});
 }
 
 void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
@@ -96,8 +107,30 @@ void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr 
     return;
   }
   TMessageWindow::TReply reply;
-  window->Queue({msg, wparam, lparam}, &reply);
+  window->Queue({{msg, wparam, lparam}, &reply});
   reply.Await();
+}
+
+// The guard is held while the message is put into the window's queue, so that the window is there, and not
+// while it is waited for, so that the window's thread can close the line.
+void TMessageLine::Post(unsigned msg, quintptr wparam, qintptr lparam) {
+  const std::lock_guard lock(FGuard);
+  if (FWindow != nullptr) FWindow->Queue({{msg, wparam, lparam}, nullptr, this});
+}
+
+void TMessageLine::Send(unsigned msg, quintptr wparam, qintptr lparam) {
+  TMessageWindow::TReply reply;
+  {
+    const std::lock_guard lock(FGuard);
+    if (FWindow == nullptr) return;
+    FWindow->Queue({{msg, wparam, lparam}, &reply, this});
+  }
+  reply.Await();
+}
+
+void TMessageLine::Close() {
+  const std::lock_guard lock(FGuard);
+  if (TMessageWindow* const window = std::exchange(FWindow, nullptr)) window->TakeBack(*this);
 }
 
 void PumpMessages() {

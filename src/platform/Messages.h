@@ -17,6 +17,8 @@ struct TMessage {
   qintptr LParam = 0;
 };
 
+class TMessageLine;
+
 // The receiving end of messages. A form owns one and declares its handlers in one table, number to
 // handler; the address of the object is the form's window handle. Lives on the thread that made it; must
 // outlive every thread that posts to it. A number without a handler is dropped.
@@ -30,6 +32,7 @@ class TMessageWindow : public QObject {
   bool event(QEvent* event) override;
 
  private:
+  friend class TMessageLine;
   friend void PostMessage(TMessageWindow*, unsigned, quintptr, qintptr);
   friend void SendMessage(TMessageWindow*, unsigned, quintptr, qintptr);
 
@@ -37,9 +40,11 @@ class TMessageWindow : public QObject {
   struct TQueued {
     TMessage Message;
     TReply* Reply = nullptr;  // of the sender that waits, if one does
+    const TMessageLine* Line = nullptr;
   };
 
-  void Queue(const TMessage& message, TReply* reply);
+  void Queue(const TQueued& queued);
+  void TakeBack(const TMessageLine& line);
   void Dispatch(const TMessage& message);
   void TakeOne();
 
@@ -55,6 +60,26 @@ void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr 
 // Runs the handler on the window's thread and returns after it has ended. Called on the window's own
 // thread it is a plain call. A null window drops it. Callable from any thread.
 void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam);
+
+// The way from a thread that nobody waits for to a window that may go before it.
+class TMessageLine {
+ public:
+  explicit TMessageLine(TMessageWindow* window) : FWindow(window) {}
+  TMessageLine(const TMessageLine&) = delete;
+  TMessageLine& operator=(const TMessageLine&) = delete;
+
+  // As the functions above, but nothing is sent once the line is closed. One Send at a time.
+  void Post(unsigned msg, quintptr wparam, qintptr lparam);
+  void Send(unsigned msg, quintptr wparam, qintptr lparam);
+
+  // Ends the line before its window goes: what was posted or sent and not handled yet never will be, and a
+  // Send that waits returns. The window's thread; safe to call twice.
+  void Close();
+
+ private:
+  std::mutex FGuard;
+  TMessageWindow* FWindow;  // under FGuard; null once closed
+};
 
 // Handles the input and messages that wait for this thread, once, and returns. Main thread.
 void PumpMessages();

@@ -126,4 +126,46 @@ TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
   EXPECT_EQ(handled, 0);
 }
 
+// A sender that waits is let go, whether or not what it sent was in the queue before, and nothing of the line is
+// handled any more.
+TEST(Messages, AClosedLineTakesBackWhatIsOnItsWay) {
+  std::vector<quintptr> handled;
+  TMessageWindow window{{kFirst, [&](const TMessage& message) { handled.push_back(message.WParam); }}};
+  TMessageLine line(&window);
+  line.Post(kFirst, 1, 0);
+  PumpMessages();
+  PostMessage(&window, kFirst, 2, 0);
+  line.Post(kFirst, 3, 0);
+  std::atomic<bool> begun{false};
+  std::thread sender([&] {
+    begun = true;
+    line.Send(kFirst, 4, 0);
+    line.Post(kFirst, 5, 0);
+    line.Send(kFirst, 6, 0);
+  });
+  while (!begun)
+    std::this_thread::yield();
+  line.Close();
+  sender.join();
+  line.Close();
+  PumpMessages();
+  EXPECT_THAT(handled, ElementsAre(1, 2));
+}
+
+TEST(Messages, ALineSendsAndWaitsUntilItIsHandled) {
+  std::vector<int> order;
+  bool done = false;
+  TMessageWindow window{{kFirst, [&](const TMessage&) { order.push_back(1); }},
+                        {kLast, [&](const TMessage&) { done = true; }}};
+  TMessageLine line(&window);
+  std::thread sender([&] {
+    line.Send(kFirst, 0, 0);
+    order.push_back(2);
+    line.Post(kLast, 0, 0);
+  });
+  EXPECT_TRUE(PumpUntil(done));
+  sender.join();
+  EXPECT_THAT(order, ElementsAre(1, 2));
+}
+
 }  // namespace

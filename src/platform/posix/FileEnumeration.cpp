@@ -39,6 +39,11 @@ bool IsOnPseudoFileSystem(int folder) {
   return fstatfs(folder, &status) == 0 && IsPseudoFileSystem(static_cast<unsigned long>(status.f_type));
 }
 
+// The part of a second counts upwards for times before 1970 as well.
+qint64 MillisecondsOf(const timespec& time) {
+  return qint64{time.tv_sec} * 1000 + time.tv_nsec / 1'000'000;
+}
+
 TFileDescriptor OpenFolder(const QString& folder) {
   return OpenPath(NameToBytes(folder), O_RDONLY | O_DIRECTORY | O_NONBLOCK);
 }
@@ -128,6 +133,7 @@ bool TFileEnumeration::TImpl::LookAt(const char* name, TFoundFile& found) const 
   if (fstatat(FFolder.Get(), name, &status, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT) != 0) return false;
   found.Attributes = AttributesOf(status.st_mode, name[0] == '.');
   found.Size = LengthOf(status.st_mode, status.st_size);
+  found.Modified = MillisecondsOf(status.st_mtim);
   return true;
 }
 
@@ -135,6 +141,7 @@ bool TFileEnumeration::TImpl::Take(const char* name, unsigned char type, TFoundF
   if (type == DT_DIR && !FFolderDetails) {
     found.Attributes = kAttributeDirectory;
     found.Size = 0;
+    found.Modified = 0;
   } else if (!LookAt(name, found)) {
     return false;
   }

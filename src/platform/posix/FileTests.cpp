@@ -7,6 +7,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <cerrno>
+#include <cstdlib>
+#include <memory>
 
 namespace {
 
@@ -30,6 +32,11 @@ bool HasHiddenName(const QByteArray& path) {
 }
 
 }  // namespace
+
+QString RealFolder(const QString& folder) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(NameToBytes(folder), nullptr), &std::free);
+  return real ? IncludeTrailingPathDelimiter(NameFromBytes(real.get())) : QString();
+}
 
 bool FileExists(const QString& path) {
   const auto status = StatusOf(NameToBytes(path), 0);

@@ -1,5 +1,6 @@
 #include "platform/FileEnumeration.h"
 
+#include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/windows/FileEntry.h"
 #include "platform/windows/Handle.h"
@@ -16,33 +17,19 @@ bool IsDotOrDotDot(const wchar_t* name) {
   return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0'));
 }
 
+// The system counts in units of 100 nanoseconds from the year 1601 on.
+qint64 MillisecondsOf(const FILETIME& time) {
+  constexpr qint64 kFrom1601To1970 = 11'644'473'600'000;
+  const quint64 units = quint64{time.dwHighDateTime} << 32 | time.dwLowDateTime;
+  return static_cast<qint64>(units / 10'000) - kFrom1601To1970;
+}
+
 // A junction or a symbolic link: its name stands for a folder elsewhere. Other reparse points, as those of
 // files kept in a cloud, are the folder itself. A file system that tells no kind may mean any.
 bool IsLinkToFolder(const WIN32_FIND_DATAW& entry) {
   constexpr DWORD kBoth = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
   return (entry.dwFileAttributes & kBoth) == kBoth &&
          (entry.dwReserved0 == 0 || IsReparseTagNameSurrogate(entry.dwReserved0));
-}
-
-QString PathOf(HANDLE folder, DWORD volumeName) {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length =
-        GetFinalPathNameByHandleW(folder, path.data(), static_cast<DWORD>(path.size()), volumeName);
-    if (length == 0) return {};
-    if (length < path.size()) return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
-    path.resize(length + 1);
-  }
-}
-
-// Where a folder really lies, all links followed and with a delimiter at its end: "\\?\Volume{...}\a\", or
-// "\\?\UNC\server\share\a\" where the volume has no number; empty if that can't be told.
-QString RealFolder(const QString& folder) {
-  const TFileHandle handle = OpenEntry(folder, kNoRights, FILE_FLAG_BACKUP_SEMANTICS);
-  if (!handle) return {};
-  QString real = PathOf(handle.get(), VOLUME_NAME_GUID);
-  if (real.isEmpty()) real = PathOf(handle.get(), VOLUME_NAME_DOS);
-  return real.isEmpty() ? real : IncludeTrailingPathDelimiter(real);
 }
 
 bool IsWithin(const QString& folder, const QString& top) {
@@ -141,6 +128,7 @@ bool TFileEnumeration::TImpl::TakeOrNext(TFoundFile& found) {
                         static_cast<qsizetype>(std::wcslen(FEntry.cFileName)));
   found.Attributes = FEntry.dwFileAttributes;
   found.Size = SizeOf(FEntry);
+  found.Modified = MillisecondsOf(FEntry.ftLastWriteTime);
   if (IsLinkToFolder(FEntry)) FConfinement.NoteLink(FFolder + found.Name);
   return true;
 }

@@ -5,6 +5,8 @@
 #include "platform/windows/FileEntry.h"
 #include "platform/windows/LongPath.h"
 
+#include <string>
+
 namespace {
 
 // The folder that holds the entry knows it too, where another program keeps the entry itself closed, as the
@@ -34,7 +36,26 @@ std::optional<TFileStatus> StatusBehindLinks(const QString& path) {
   return leadsSomewhere ? status : std::nullopt;
 }
 
+QString PathOf(HANDLE folder, DWORD volumeName) {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length =
+        GetFinalPathNameByHandleW(folder, path.data(), static_cast<DWORD>(path.size()), volumeName);
+    if (length == 0) return {};
+    if (length < path.size()) return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
+    path.resize(length + 1);
+  }
+}
+
 }  // namespace
+
+QString RealFolder(const QString& folder) {
+  const TFileHandle handle = OpenEntry(folder, kNoRights, FILE_FLAG_BACKUP_SEMANTICS);
+  if (!handle) return {};
+  QString real = PathOf(handle.get(), VOLUME_NAME_GUID);
+  if (real.isEmpty()) real = PathOf(handle.get(), VOLUME_NAME_DOS);
+  return real.isEmpty() ? real : IncludeTrailingPathDelimiter(real);
+}
 
 bool FileExists(const QString& path) {
   const auto status = StatusBehindLinks(path);
