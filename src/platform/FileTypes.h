@@ -6,3 +6,8 @@
 // The user-visible name of the type of files with this extension (point included, ".pdf"); empty if the
 // system has none. Main thread.
 [[nodiscard]] QString FileTypeText(const QString& extension);
+
+// The user-visible name of the type of a file with this name, or of a folder, as the desktop shows it. Neither
+// needs to exist. Main thread.
+[[nodiscard]] QString TypeTextOfFile(const QString& name);
+[[nodiscard]] QString TypeTextOfFolder();

@@ -16,6 +16,17 @@ struct TVolume {
 // information can't be read is left out. Any thread; blocks on the file system.
 [[nodiscard]] QVector<TVolume> ListFixedVolumes();
 
+// A volume that may go while the program runs.
+enum class TVolumeKind { Removable, Network };
+struct TOtherVolume {
+  QString Root;  // with its delimiter
+  TVolumeKind Kind = TVolumeKind::Removable;
+};
+
+// The removable and network volumes that are there now, in the order of the roots. None of them is touched, so a
+// server that does not answer holds nobody up. Any thread.
+[[nodiscard]] QVector<TOtherVolume> ListOtherVolumes();
+
 // The mount point that holds the path (Linux) or its drive root (Windows), with its delimiter; empty if
 // there is none.
 [[nodiscard]] QString VolumeRootOf(const QString& path);

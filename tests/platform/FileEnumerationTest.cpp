@@ -8,6 +8,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QDateTime>
+#include <QFile>
+
 #include <map>
 
 namespace {
@@ -81,6 +84,21 @@ TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
                  {"of the system", OfFile(kAttributeSystem), 0},
                  HasDrives() ? TExpected{"link to folder", kAttributeReparse | kAttributeDirectory, 0}
                              : TExpected{"link to folder", kAttributeReparse, 6}});
+}
+
+TEST(FileEnumeration, TellsTheTimeOfTheLastChange) {
+  TTempTree tree;
+  const std::map<QByteArray, QDateTime> times = {
+      {"new", QDateTime::currentDateTimeUtc()},
+      {"old", QDateTime(QDate(1999, 12, 31), QTime(23, 59, 58, 765), Qt::UTC)},
+      {"to come", QDateTime(QDate(2040, 7, 20), QTime(20, 17, 40, 250), Qt::UTC)}};
+  for (const auto& [name, time] : times) {
+    tree.MakeFile(name, 1);
+    QFile file(tree.Path(name));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
+  }
+  for (const auto& [name, found] : EntriesIn(tree.Path()))
+    EXPECT_NEAR(static_cast<double>(found.Modified - times.at(name).toMSecsSinceEpoch()), 0, 1) << name.data();
 }
 
 std::vector<QByteArray> OddNames() {

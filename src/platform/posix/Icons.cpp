@@ -14,3 +14,19 @@ QIcon FileIcon(const QString& path) {
   }
   return {};
 }
+
+QIcon PlaceIcon(TPlaceIcon place) {
+  switch (place) {
+    case TPlaceIcon::Folder:
+      return QIcon::fromTheme(QStringLiteral("folder"));
+    case TPlaceIcon::Home:
+      return QIcon::fromTheme(QStringLiteral("user-home"));
+    case TPlaceIcon::FixedVolume:
+      return QIcon::fromTheme(QStringLiteral("drive-harddisk"));
+    case TPlaceIcon::RemovableVolume:
+      return QIcon::fromTheme(QStringLiteral("drive-removable-media"));
+    case TPlaceIcon::NetworkVolume:
+      return QIcon::fromTheme(QStringLiteral("folder-remote"));
+  }
+  return {};
+}

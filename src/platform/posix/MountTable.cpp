@@ -131,6 +131,34 @@ std::optional<dev_t> FixedDeviceOf(const TMount& mount) {
   return source.st_rdev;
 }
 
+bool IsNetworkMount(const TMount& mount) {
+  static const QList<QByteArray> types{
+      "nfs",       "nfs4",       "cifs",        "smb3",         "smbfs",       "9p",
+      "afs",       "ceph",       "coda",        "davfs",        "glusterfs",   "ncpfs",
+      "fuse.sshfs", "fuse.rclone", "fuse.davfs2", "fuse.s3fs", "fuse.curlftpfs", "fuse.glusterfs"};
+  return types.contains(mount.Type);
+}
+
+bool IsOnRemovableDevice(const TMount& mount) {
+  struct stat source;
+  return mount.Source.startsWith('/') && stat(mount.Source, &source) == 0 && S_ISBLK(source.st_mode) &&
+         IsRemovable(source.st_rdev);
+}
+
+QVector<TMount> ChooseOtherMounts(const QVector<TMount>& mounts,
+                                  const std::function<bool(const TMount&)>& isRemovable) {
+  QVector<TMount> candidates = WithoutCovered(mounts);
+  std::sort(candidates.begin(), candidates.end(), ShorterPoint);
+  QVector<TMount> chosen;
+  std::set<QByteArray> sources;
+  for (const TMount& mount : std::as_const(candidates)) {
+    const bool isOther = mount.Point != "/" && (IsNetworkMount(mount) || isRemovable(mount));
+    if (isOther && sources.insert(mount.Source).second) chosen.append(mount);
+  }
+  std::sort(chosen.begin(), chosen.end(), [](const TMount& a, const TMount& b) { return a.Point < b.Point; });
+  return chosen;
+}
+
 QVector<TMount> FixedMounts() {
   return ChooseFixedMounts(ReadMountTable(), FixedDeviceOf);
 }

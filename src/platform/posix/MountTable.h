@@ -39,6 +39,17 @@ using TFixedDeviceOf = std::function<std::optional<dev_t>(const TMount&)>;
 // The fixed mounts of this computer.
 [[nodiscard]] QVector<TMount> FixedMounts();
 
+// True for a file system that another computer serves.
+[[nodiscard]] bool IsNetworkMount(const TMount& mount);
+
+// True for a mounted block device that can be taken out of the computer.
+[[nodiscard]] bool IsOnRemovableDevice(const TMount& mount);
+
+// The network mounts and those on removable devices, of several with one source the one with the shortest mount
+// point; by mount point.
+[[nodiscard]] QVector<TMount> ChooseOtherMounts(const QVector<TMount>& mounts,
+                                                const std::function<bool(const TMount&)>& isRemovable);
+
 // Where something lies: two places are equal if they are on the same mount and file system.
 struct TMountPlace {
   quint64 MountId = 0;  // 0 where the kernel does not tell

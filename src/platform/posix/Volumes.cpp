@@ -36,6 +36,14 @@ QVector<TVolume> ListFixedVolumes() {
   return volumes;
 }
 
+QVector<TOtherVolume> ListOtherVolumes() {
+  QVector<TOtherVolume> volumes;
+  for (const TMount& mount : ChooseOtherMounts(ReadMountTable(), IsOnRemovableDevice))
+    volumes.append({IncludeTrailingPathDelimiter(NameFromBytes(mount.Point)),
+                    IsNetworkMount(mount) ? TVolumeKind::Network : TVolumeKind::Removable});
+  return volumes;
+}
+
 QString VolumeRootOf(const QString& path) {
   const auto place = IsAbsolutePath(path) ? NearestPlace(NameToBytes(path)) : std::nullopt;
   if (!place) return {};

@@ -22,6 +22,18 @@ QImage AskIcon(const QString& path, UINT size) {
   return icon ? QImage::fromHICON(icon.get()) : QImage();
 }
 
+QIcon StockIcon(SHSTOCKICONID id) {
+  QIcon icon;
+  for (const UINT size : {UINT{SHGSI_LARGEICON}, UINT{SHGSI_SMALLICON}}) {
+    SHSTOCKICONINFO reply{};
+    reply.cbSize = sizeof reply;
+    if (FAILED(SHGetStockIconInfo(id, SHGSI_ICON | size, &reply))) continue;
+    const TIconHandle handle(reply.hIcon);
+    if (handle) icon.addPixmap(QPixmap::fromImage(QImage::fromHICON(handle.get())));
+  }
+  return icon;
+}
+
 }  // namespace
 
 QIcon FileIcon(const QString& path) {
@@ -30,4 +42,19 @@ QIcon FileIcon(const QString& path) {
     if (const QImage image = AskIcon(path, size); !image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
   }
   return icon;
+}
+
+QIcon PlaceIcon(TPlaceIcon place) {
+  switch (place) {
+    case TPlaceIcon::Folder:
+    case TPlaceIcon::Home:
+      return StockIcon(SIID_FOLDER);
+    case TPlaceIcon::FixedVolume:
+      return StockIcon(SIID_DRIVEFIXED);
+    case TPlaceIcon::RemovableVolume:
+      return StockIcon(SIID_DRIVEREMOVE);
+    case TPlaceIcon::NetworkVolume:
+      return StockIcon(SIID_DRIVENET);
+  }
+  return {};
 }

@@ -74,6 +74,17 @@ QVector<TVolume> ListFixedVolumes() {
   return volumes;
 }
 
+QVector<TOtherVolume> ListOtherVolumes() {
+  QVector<TOtherVolume> volumes;
+  for (const QChar letter : DriveLetters()) {
+    const QString root = letter + QStringLiteral(":\\");
+    const UINT type = GetDriveTypeW(WideText(root));
+    if (type == DRIVE_REMOTE) volumes.append({root, TVolumeKind::Network});
+    if (type == DRIVE_REMOVABLE || type == DRIVE_CDROM) volumes.append({root, TVolumeKind::Removable});
+  }
+  return volumes;
+}
+
 QString VolumeRootOf(const QString& path) {
   if (!IsAbsolutePath(path)) return {};
   const QString root = path.left(1).toUpper() + QStringLiteral(":\\");

@@ -1,0 +1,138 @@
+// Changes of one folder, made for real and told once per burst.
+#include "platform/FolderWatch.h"
+
+#include "fixtures/NativePath.h"
+#include "fixtures/TempTree.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+
+class TFolderWatchTest : public testing::Test {
+ protected:
+  TFolderWatchTest() {
+    FTree.MakeFile("shown/old", 1);
+    FTree.MakeFile("shown/sub/deep", 1);
+    FTree.MakeFolder("other");
+    FWatch.OnChange = [this] { ++FTold; };
+  }
+
+  static void RunFor(int milliseconds, const std::function<bool()>& until) {
+    QElapsedTimer clock;
+    clock.start();
+    QTimer wake;
+    wake.start(10);
+    while (!until() && clock.elapsed() < milliseconds)
+      QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  }
+
+  // Whether the change is told, with all that belongs to it having come.
+  [[nodiscard]] bool IsTold() {
+    RunFor(20'000, [this] { return FTold > 0; });
+    const bool told = FTold > 0;
+    RunFor(500, [] { return false; });
+    FTold = 0;
+    return told;
+  }
+  // A while that is longer than any change takes to be told.
+  [[nodiscard]] bool IsSilent() {
+    RunFor(700, [this] { return FTold > 0; });
+    return FTold == 0;
+  }
+
+  TTempTree FTree;
+  TFolderWatch FWatch;
+  int FTold = 0;
+};
+
+}  // namespace
+
+TEST_F(TFolderWatchTest, TellsEachKindOfChange) {
+  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  const struct {
+    const char* What;
+    std::function<void()> Change;
+  } changes[] = {
+      {"a file comes", [this] { FTree.MakeFile("shown/new", 1); }},
+      {"a file grows", [this] { FTree.MakeFile("shown/new", 50); }},
+      {"a file gets another name", [this] { FTree.Rename("shown/new", "shown/newer"); }},
+      {"a file can't be written any more", [this] { FTree.MakeReadOnly("shown/newer"); }},
+      {"a file leaves for another folder", [this] { FTree.Rename("shown/old", "other/old"); }},
+      {"a file comes from another folder", [this] { FTree.Rename("other/old", "shown/old"); }},
+      {"a file goes", [this] { FTree.Remove("shown/old"); }},
+      {"a folder comes", [this] { FTree.MakeFolder("shown/folder"); }},
+  };
+  for (const auto& [what, change] : changes) {
+    change();
+    EXPECT_TRUE(IsTold()) << what;
+  }
+  FTree.MakeFile("shown/sub/deep", 70);
+  FTree.MakeFile("other/new", 1);
+  EXPECT_TRUE(IsSilent()) << "what lies deeper or beside";
+}
+
+// Far more than the system keeps in its queue.
+TEST_F(TFolderWatchTest, ABurstIsToldOnce) {
+  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  for (int i = 0; i < (HasDrives() ? 300 : 12'000); ++i) {
+    FTree.MakeHole("shown/burst", 1);
+    FTree.Rename("shown/burst", "shown/turned");
+  }
+  RunFor(20'000, [this] { return FTold > 0; });
+  EXPECT_EQ(FTold, 1);
+  EXPECT_TRUE((FTold = 0, IsSilent()));
+  FTree.MakeFile("shown/new", 1);
+  EXPECT_TRUE(IsTold()) << "what comes behind a burst";
+}
+
+TEST_F(TFolderWatchTest, AStreamOfChangesIsToldAFewTimesASecond) {
+  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  QTimer stream;
+  QObject::connect(&stream, &QTimer::timeout, [this] { FTree.MakeHole("shown/stream", 1); });
+  stream.start(0);
+  RunFor(1000, [] { return false; });
+  EXPECT_GE(FTold, 1);
+  EXPECT_LE(FTold, 5);
+}
+
+TEST_F(TFolderWatchTest, TheEndOfTheFolderIsToldOnce) {
+  for (const bool renamed : {false, true}) {
+    FTree.MakeFolder("ending");
+    ASSERT_TRUE(FWatch.Watch(FTree.Path("ending")));
+    if (renamed)
+      FTree.Rename("ending", "ended");
+    else
+      FTree.Remove("ending");
+    EXPECT_TRUE(IsTold()) << renamed;
+  }
+  FTree.MakeFile("ended/new", 1);
+  EXPECT_TRUE(IsSilent()) << "the folder under its new name";
+}
+
+TEST_F(TFolderWatchTest, WatchesOneFolderAtATime) {
+  EXPECT_FALSE(FWatch.Watch(FTree.Path("missing")));
+  EXPECT_FALSE(FWatch.Watch(FTree.Path("shown/old")));
+  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  FTree.MakeFile("shown/new", 1);
+  ASSERT_TRUE(FWatch.Watch(FTree.Path("other")));
+  EXPECT_TRUE(IsSilent());
+  FTree.MakeFile("other/new", 1);
+  EXPECT_TRUE(IsTold());
+  EXPECT_FALSE(FWatch.Watch(QString()));
+  FTree.MakeFile("other/newer", 1);
+  EXPECT_TRUE(IsSilent());
+}
+
+TEST_F(TFolderWatchTest, AFolderWithAnyNameAtAnyDepthIsWatched) {
+  const QByteArray deep = FTree.MakeChain(QByteArray(250, 'd'), HasDrives() ? 3 : 18) + "/caf\xe9";
+  FTree.MakeFolder(deep);
+  ASSERT_TRUE(FWatch.Watch(FTree.Path(deep)));
+  FTree.MakeFile(deep + "/new", 1);
+  EXPECT_TRUE(IsTold());
+}
