@@ -1,5 +1,5 @@
-// folder-size FOLDER [ROUNDS]: sums a folder as the size thread does and prints the bytes, and the milliseconds of
-// the fastest round, for du to be measured beside it.
+// folder-size FOLDER [ROUNDS]: sums a folder as the size thread does and prints the bytes, and the
+// milliseconds of the fastest round, for du to be measured beside it.
 #include "platform/Paths.h"
 #include "scan/FolderCrew.h"
 #include "scan/FolderSizeThread.h"

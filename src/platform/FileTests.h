@@ -17,8 +17,8 @@
 // True if the folder can be listed by this user.
 [[nodiscard]] bool DirectoryReadable(const QString& path);
 
-// Where the folder really lies, all links followed and with its delimiter; empty if that can't be told. On Windows
-// in the form that no drive letter can change: "\\?\Volume{...}\a\", or "\\?\UNC\server\share\a\".
+// Where the folder really lies, all links followed and with its delimiter; empty if that can't be told. On
+// Windows in the form that no drive letter can change: "\\?\Volume{...}\a\", or "\\?\UNC\server\share\a\".
 [[nodiscard]] QString RealFolder(const QString& folder);
 
 // The attribute bits of TFileAttribute and the length of one path; nothing if there is no such entry.

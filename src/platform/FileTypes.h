@@ -7,7 +7,10 @@
 // system has none. Main thread.
 [[nodiscard]] QString FileTypeText(const QString& extension);
 
-// The user-visible name of the type of a file with this name, or of a folder, as the desktop shows it. Neither
-// needs to exist. Main thread.
+// What of a file's name decides its type and icon: all names with the same key have the same.
+[[nodiscard]] QString FileTypeKey(const QString& name);
+
+// The user-visible name of the type of a file with this name, or of a folder, as the desktop shows it.
+// Neither needs to exist. Main thread.
 [[nodiscard]] QString TypeTextOfFile(const QString& name);
 [[nodiscard]] QString TypeTextOfFolder();

@@ -8,7 +8,8 @@
 #include <memory>
 
 // Changes are joined: the first one is told after a fifth of a second, with all that came meanwhile, and in
-// between nothing is done for any of them, however many there are; nor is it known which they were. Main thread.
+// between nothing is done for any of them, however many there are; nor is it known which they were. Main
+// thread.
 class TFolderWatch {
  public:
   TFolderWatch();

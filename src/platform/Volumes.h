@@ -23,8 +23,8 @@ struct TOtherVolume {
   TVolumeKind Kind = TVolumeKind::Removable;
 };
 
-// The removable and network volumes that are there now, in the order of the roots. None of them is touched, so a
-// server that does not answer holds nobody up. Any thread.
+// The removable and network volumes that are there now, in the order of the roots. None of them is touched,
+// so a server that does not answer holds nobody up. Any thread.
 [[nodiscard]] QVector<TOtherVolume> ListOtherVolumes();
 
 // The mount point that holds the path (Linux) or its drive root (Windows), with its delimiter; empty if

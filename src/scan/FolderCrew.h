@@ -1,12 +1,12 @@
-// Reads many folders at once: a crew of threads that share the work out among themselves, with the thread that
-// uses them as one of them. Which folders are read is the user's matter: what a folder holds is told to its
-// visitor, and the visitor adds the folders that it wants read too, each with its turn.
+// Reads many folders at once: a crew of threads that share the work out among themselves, with the thread
+// that uses them as one of them. Which folders are read is the user's matter: what a folder holds is told to
+// its visitor, and the visitor adds the folders that it wants read too, each with its turn.
 //
 // A sum over a tree needs no order: it gives each folder it finds an earlier turn than all before, which goes
 // down first and keeps the waiting few. A walk that needs the listings in its own order gives turns in that
-// order, keeps what its visitor is told, by folder, and takes from there what it needs next, with ReadUntil before
-// it for a folder that is not there yet. Its memory is bounded by Pause, called with true when it keeps enough and
-// with false when it has taken enough of that away.
+// order, keeps what its visitor is told, by folder, and takes from there what it needs next, with ReadUntil
+// before it for a folder that is not there yet. Its memory is bounded by Pause, called with true when it
+// keeps enough and with false when it has taken enough of that away.
 //
 // All folders of one run lie on the file system of its root; on Linux any other counts as empty.
 #pragma once
@@ -57,8 +57,9 @@ class TFolderCrew {
   // More folders, taken out of the vector. Any thread, within the run.
   void Add(std::vector<TFolderTask>& tasks);
 
-  // Reads folders, paused or not, the one whose turn is first first, until a folder was read that makes `done`
-  // true or the run is over: nothing waits and nothing is being read. `done` is called with a lock held.
+  // Reads folders, paused or not, the one whose turn is first first, until a folder was read that makes
+  // `done` true or the run is over: nothing waits and nothing is being read. `done` is called with a lock
+  // held.
   void ReadUntil(const std::function<bool()>& done);
   void Finish() {
     ReadUntil([] { return false; });
@@ -67,8 +68,8 @@ class TFolderCrew {
   // Keeps the other threads from taking folders, in later runs too, or lets them again.
   void Pause(bool paused);
 
-  // Ends the run at once: each thread at its next entry, and no folder is begun. Holds for all later runs. Any
-  // thread.
+  // Ends the run at once: each thread at its next entry, and no folder is begun. Holds for all later runs.
+  // Any thread.
   void Stop();
   [[nodiscard]] bool Stopped() const { return FStopped.load(std::memory_order_relaxed); }
 

@@ -17,9 +17,9 @@
 
 namespace {
 
-// Tells which links of one sum may be entered, so that every folder is entered once: it knows the folders whose
-// trees are summed, by where they really lie. Which of two threads comes first makes no difference: what is
-// reached from several of them is left to the one that holds it.
+// Tells which links of one sum may be entered, so that every folder is entered once: it knows the folders
+// whose trees are summed, by where they really lie. Which of two threads comes first makes no difference:
+// what is reached from several of them is left to the one that holds it.
 class TReachedTrees {
  public:
   explicit TReachedTrees(const QString& root) : FTops{root} {}

@@ -1,9 +1,9 @@
-// Sums the folders of a queue in the background, one after the other, and hands each size to a window. A sum is
-// that of all files below the folder, whatever their attributes, each name of a file counting; no other volume
-// that is mounted below it counts. What can't be read adds nothing.
+// Sums the folders of a queue in the background, one after the other, and hands each size to a window. A sum
+// is that of all files below the folder, whatever their attributes, each name of a file counting; no other
+// volume that is mounted below it counts. What can't be read adds nothing.
 //
-// Linux: links are files of their own length. Windows: a folder behind a link counts too, wherever it lies, but
-// none twice in one sum.
+// Linux: links are files of their own length. Windows: a folder behind a link counts too, wherever it lies,
+// but none twice in one sum.
 #pragma once
 
 #include "platform/Messages.h"

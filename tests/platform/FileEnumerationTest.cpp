@@ -98,7 +98,8 @@ TEST(FileEnumeration, TellsTheTimeOfTheLastChange) {
     ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(time, QFileDevice::FileModificationTime));
   }
   for (const auto& [name, found] : EntriesIn(tree.Path()))
-    EXPECT_NEAR(static_cast<double>(found.Modified - times.at(name).toMSecsSinceEpoch()), 0, 1) << name.data();
+    EXPECT_NEAR(static_cast<double>(found.Modified - times.at(name).toMSecsSinceEpoch()), 0, 1)
+        << name.data();
 }
 
 std::vector<QByteArray> OddNames() {

@@ -126,8 +126,8 @@ TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
   EXPECT_EQ(handled, 0);
 }
 
-// A sender that waits is let go, whether or not what it sent was in the queue before, and nothing of the line is
-// handled any more.
+// A sender that waits is let go, whether or not what it sent was in the queue before, and nothing of the line
+// is handled any more.
 TEST(Messages, AClosedLineTakesBackWhatIsOnItsWay) {
   std::vector<quintptr> handled;
   TMessageWindow window{{kFirst, [&](const TMessage& message) { handled.push_back(message.WParam); }}};

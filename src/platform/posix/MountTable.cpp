@@ -133,8 +133,8 @@ std::optional<dev_t> FixedDeviceOf(const TMount& mount) {
 
 bool IsNetworkMount(const TMount& mount) {
   static const QList<QByteArray> types{
-      "nfs",       "nfs4",       "cifs",        "smb3",         "smbfs",       "9p",
-      "afs",       "ceph",       "coda",        "davfs",        "glusterfs",   "ncpfs",
+      "nfs",        "nfs4",        "cifs",        "smb3",      "smbfs",          "9p",
+      "afs",        "ceph",        "coda",        "davfs",     "glusterfs",      "ncpfs",
       "fuse.sshfs", "fuse.rclone", "fuse.davfs2", "fuse.s3fs", "fuse.curlftpfs", "fuse.glusterfs"};
   return types.contains(mount.Type);
 }

@@ -45,8 +45,8 @@ using TFixedDeviceOf = std::function<std::optional<dev_t>(const TMount&)>;
 // True for a mounted block device that can be taken out of the computer.
 [[nodiscard]] bool IsOnRemovableDevice(const TMount& mount);
 
-// The network mounts and those on removable devices, of several with one source the one with the shortest mount
-// point; by mount point.
+// The network mounts and those on removable devices, of several with one source the one with the shortest
+// mount point; by mount point.
 [[nodiscard]] QVector<TMount> ChooseOtherMounts(const QVector<TMount>& mounts,
                                                 const std::function<bool(const TMount&)>& isRemovable);
 

@@ -1,5 +1,6 @@
 #include "platform/FileTypes.h"
 
+#include "platform/Paths.h"
 #include "platform/Registry.h"
 #include "platform/windows/LongPath.h"
 
@@ -32,6 +33,10 @@ QString AskTypeText(const QString& name, DWORD attributes) {
 QString FileTypeText(const QString& extension) {
   const QString classKey = extension.isEmpty() ? QString() : DefaultTextOf(extension);
   return classKey.isEmpty() ? QString() : DefaultTextOf(classKey);
+}
+
+QString FileTypeKey(const QString& name) {
+  return ExtractFileExt(name).toLower();
 }
 
 QString TypeTextOfFile(const QString& name) {

@@ -1,0 +1,152 @@
+#include "controls/shell/RzShellCombo.h"
+
+#include "controls/shell/RzShellList.h"
+#include "platform/FileTests.h"
+#include "platform/KnownFolders.h"
+#include "platform/Paths.h"
+#include "platform/Volumes.h"
+
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPalette>
+
+namespace {
+
+constexpr int kMostRows = 25;
+
+// Readable on a light and on a dark background.
+QColor WarningColor(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightness() < 128 ? QColor(255, 140, 130) : QColor(180, 20, 10);
+}
+
+// The path that a user means; relative ones begin at the folder.
+QString Meant(const QString& typed, const QString& folder) {
+  const QString home = GetKnownFolder(TSpecialFolder::Profile);
+  if (typed == u'~') return home;
+  if (typed.startsWith(u'~') && typed[1] == PathDelim) return home + typed.mid(1);
+  const QString path = ExpandEnvironment(typed);
+  return IsAbsolutePath(path) || folder.isEmpty() ? path : IncludeTrailingPathDelimiter(folder) + path;
+}
+
+}  // namespace
+
+TRzShellCombo::TRzShellCombo(QWidget* parent)
+    : QComboBox(parent), FComputer(u"My Computer"_qs), FNotFoundText(u"Folder not found"_qs) {
+  setAccessibleName(u"Folder"_qs);
+  setEditable(true);
+  setInsertPolicy(QComboBox::NoInsert);
+  setCompleter(nullptr);
+  setMaxVisibleItems(kMostRows);
+  connect(this, &QComboBox::activated, this, [this](int row) { Go(itemData(row).toString()); });
+  connect(lineEdit(), &QLineEdit::returnPressed, this, [this] { GoToTyped(); });
+  connect(lineEdit(), &QLineEdit::textEdited, this, [this] { MarkNotFound(false); });
+  ShowPath();
+}
+
+void TRzShellCombo::SetShellList(TRzShellList* list) {
+  if (FList != nullptr) FList->OnLink = nullptr;
+  FList = list;
+  if (FList != nullptr) FList->OnLink = [this] { ShowPath(); };
+  ShowPath();
+}
+
+QString TRzShellCombo::Path() const {
+  return FList != nullptr ? FList->Path() : QString();
+}
+
+void TRzShellCombo::SetPath(const QString& path) {
+  if (FList != nullptr) FList->SetPath(path);
+}
+
+void TRzShellCombo::SetTexts(const QString& computer, const QString& notFound) {
+  FComputer = computer;
+  FNotFoundText = notFound;
+  ShowPath();
+}
+
+// The rows are made when they are asked for; until then the box holds what its arrow keys need, the ways up.
+void TRzShellCombo::ShowPath() {
+  const QSignalBlocker quiet(this);
+  clear();
+  AddPlace(FComputer, QString(), 0);
+  AddAncestors();
+  setCurrentIndex(count() - 1);
+  lineEdit()->setText(Path().isEmpty() ? FComputer : Path());
+  MarkNotFound(false);
+}
+
+void TRzShellCombo::showPopup() {
+  ShowPath();
+  {
+    const QSignalBlocker quiet(this);
+    AddShortcuts();
+  }
+  QComboBox::showPopup();
+}
+
+void TRzShellCombo::AddPlace(const QString& name, const QString& path, int depth) {
+  addItem(QString(2 * depth, u' ') + name, path);
+}
+
+// From the root down to the folder itself.
+void TRzShellCombo::AddAncestors() {
+  QStringList paths;
+  for (QString path = Path(); !path.isEmpty() && !paths.contains(path);) {
+    paths.prepend(path);
+    path = ExtractFileDir(WithoutDelimitersAtEnd(path));
+  }
+  for (qsizetype i = 0; i < paths.size(); ++i) {
+    const QString name = ExtractFileName(WithoutDelimitersAtEnd(paths[i]));
+    AddPlace(name.isEmpty() ? paths[i] : name, paths[i], static_cast<int>(i) + 1);
+  }
+}
+
+void TRzShellCombo::AddShortcuts() {
+  QList<std::pair<QString, QString>> places;
+  for (const TVolume& volume : ListFixedVolumes())
+    places.append({volume.Label.isEmpty() ? VolumeName(volume.Root) : volume.Label, volume.Root});
+  for (const TOtherVolume& volume : ListOtherVolumes())
+    places.append({VolumeName(volume.Root), volume.Root});
+  for (const QString& folder :
+       {GetKnownFolder(TSpecialFolder::Profile), GetKnownFolder(TSpecialFolder::Desktop),
+        GetKnownFolder(TSpecialFolder::Personal), GetDownloadsFolder()})
+    if (DirectoryExists(folder)) places.append({ExtractFileName(folder), folder});
+  QStringList shown;
+  for (const auto& [name, path] : std::as_const(places)) {
+    if (shown.contains(path)) continue;
+    shown << path;
+    AddPlace(name.isEmpty() ? path : name, path, 0);
+  }
+}
+
+void TRzShellCombo::GoToTyped() {
+  const QString typed = lineEdit()->text();
+  if (typed.trimmed().isEmpty() || typed == FComputer) return Go(QString());
+  const QString path = Meant(DirectoryExists(typed) ? typed : typed.trimmed(), Path());
+  if (DirectoryExists(path))
+    Go(path);
+  else
+    MarkNotFound(true);
+}
+
+void TRzShellCombo::Go(const QString& path) {
+  const QString before = Path();
+  if (FList == nullptr || SameFolder(path, before)) return ShowPath();
+  SetPath(path);
+  if (OnChange) OnChange();
+}
+
+void TRzShellCombo::MarkNotFound(bool notFound) {
+  FNotFound = notFound;
+  QPalette colors = palette();
+  if (notFound) colors.setColor(QPalette::Text, WarningColor(colors));
+  lineEdit()->setPalette(colors);
+  const QString text = notFound ? FNotFoundText : QString();
+  lineEdit()->setToolTip(text);
+  setAccessibleDescription(text);
+}
+
+void TRzShellCombo::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Escape) return ShowPath();
+  QComboBox::keyPressEvent(event);
+}

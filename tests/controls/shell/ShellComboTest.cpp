@@ -1,0 +1,148 @@
+// The box of the folder: its rows, typed paths and its link with the list.
+#include "ShownFolder.h"
+#include "controls/shell/RzShellCombo.h"
+#include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
+#include "fixtures/Variables.h"
+#include "platform/KnownFolders.h"
+#include "platform/Volumes.h"
+
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+namespace {
+
+class TShellComboTest : public testing::Test, protected TShownFolder {
+ protected:
+  TShellComboTest() {
+    Tree.MakeFile("a/b/file", 1);
+    FCombo.SetShellList(&List);
+    FCombo.OnChange = [this] { FChanges << List.Path(); };
+    FCombo.show();
+  }
+  ~TShellComboTest() override { FCombo.hidePopup(); }
+
+  void Type(const QString& text) {
+    FCombo.lineEdit()->selectAll();
+    QTest::keyClicks(FCombo.lineEdit(), text);
+    QTest::keyClick(FCombo.lineEdit(), Qt::Key_Return);
+  }
+  [[nodiscard]] QStringList RowPaths() const {
+    QStringList paths;
+    for (int row = 0; row < FCombo.count(); ++row)
+      paths << FCombo.itemData(row).toString();
+    return paths;
+  }
+
+  TRzShellCombo FCombo;
+  QStringList FChanges;
+};
+
+}  // namespace
+
+TEST_F(TShellComboTest, FollowsTheListInSilence) {
+  EXPECT_EQ(FCombo.currentText(), u"My Computer"_qs);
+  List.SetPath(Tree.Path("a"));
+  EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
+  EXPECT_EQ(FCombo.Path(), Tree.Path("a"));
+  FCombo.SetPath(Tree.Path("a/b"));
+  EXPECT_EQ(List.Path(), Tree.Path("a/b"));
+  FCombo.SetTexts(u"This one"_qs, u"not there"_qs);
+  List.SetPath(QString());
+  EXPECT_EQ(FCombo.currentText(), u"This one"_qs);
+  EXPECT_TRUE(FChanges.isEmpty());
+}
+
+TEST_F(TShellComboTest, DropsDownTheWaysToOtherFolders) {
+  List.SetPath(Tree.Path("a/b"));
+  FCombo.showPopup();
+  QStringList rows = RowPaths();
+  EXPECT_EQ(rows.takeFirst(), QString());
+  const qsizetype here = rows.indexOf(Tree.Path("a/b"));
+  ASSERT_GE(here, 2);
+  EXPECT_EQ(FCombo.currentIndex(), here + 1);
+  EXPECT_EQ(rows[here - 1], Tree.Path("a"));
+  EXPECT_EQ(rows[here - 2], Tree.Path());
+  EXPECT_TRUE(IsVolumeRoot(rows[0])) << qPrintable(rows[0]);
+  QStringList behind = rows.mid(here + 1);
+  for (const TVolume& volume : ListFixedVolumes())
+    EXPECT_EQ(behind.removeAll(volume.Root), 1) << qPrintable(volume.Root);
+  EXPECT_EQ(behind.removeAll(GetKnownFolder(TSpecialFolder::Profile)), 1);
+}
+
+TEST_F(TShellComboTest, APickGoesThereAndTellsOnceAfterIt) {
+  List.SetPath(Tree.Path("a/b"));
+  FCombo.showPopup();
+  const int row = static_cast<int>(RowPaths().indexOf(Tree.Path("a")));
+  FCombo.hidePopup();
+  FCombo.setFocus();
+  QTest::keyClick(&FCombo, Qt::Key_Up);
+  EXPECT_EQ(FChanges, QStringList{Tree.Path("a")});
+  EXPECT_EQ(FCombo.currentIndex(), row);
+  EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
+}
+
+TEST_F(TShellComboTest, ATypedPathIsGoneTo) {
+  const QByteArray homeFolder = NameToBytes(Tree.Path("a"));
+  const TVariables home{{"HOME", homeFolder.constData()}};
+  const struct {
+    QString Typed;
+    QString From;
+    QString Expected;
+  } cases[] = {
+      {Tree.Path("a"), QString(), Tree.Path("a")},
+      {u"  "_qs + Tree.Path("a/b") + PathDelim, QString(), Tree.Path("a/b")},
+      {u"a"_qs, Tree.Path(), Tree.Path("a")},
+      {NativePath(u"a/b"_qs), Tree.Path(), Tree.Path("a/b")},
+      {u"My Computer"_qs, Tree.Path(), QString()},
+      {QString(), Tree.Path("a"), QString()},
+  };
+  for (const auto& [typed, from, expected] : cases) {
+    List.SetPath(from);
+    FChanges.clear();
+    if (typed.isEmpty()) FCombo.lineEdit()->clear();
+    Type(typed);
+    EXPECT_EQ(List.Path(), expected) << qPrintable(typed);
+    EXPECT_EQ(FChanges, QStringList{expected}) << qPrintable(typed);
+    EXPECT_FALSE(FCombo.NotFound());
+  }
+  if (HasDrives()) return;
+  Type(u"~/b"_qs);
+  EXPECT_EQ(List.Path(), Tree.Path("a/b"));
+  Type(u"~"_qs);
+  EXPECT_EQ(List.Path(), Tree.Path("a"));
+}
+
+TEST_F(TShellComboTest, APathThatIsNoFolderStaysAsTyped) {
+  List.SetPath(Tree.Path("a"));
+  const QColor normal = FCombo.lineEdit()->palette().color(QPalette::Text);
+  for (const QByteArray name : {"missing", "a/b/file"}) {
+    Type(Tree.Path(name));
+    EXPECT_TRUE(FCombo.NotFound());
+    EXPECT_EQ(FCombo.currentText(), Tree.Path(name));
+    EXPECT_EQ(FCombo.accessibleDescription(), u"Folder not found"_qs);
+    EXPECT_NE(FCombo.lineEdit()->palette().color(QPalette::Text), normal);
+    EXPECT_EQ(List.Path(), Tree.Path("a"));
+  }
+  EXPECT_TRUE(FChanges.isEmpty());
+  QTest::keyClicks(FCombo.lineEdit(), u"x"_qs);
+  EXPECT_FALSE(FCombo.NotFound());
+  Type(Tree.Path("missing"));
+  QTest::keyClick(&FCombo, Qt::Key_Escape);
+  EXPECT_FALSE(FCombo.NotFound());
+  EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
+  EXPECT_EQ(FCombo.lineEdit()->palette().color(QPalette::Text), normal);
+  EXPECT_TRUE(FCombo.accessibleDescription().isEmpty());
+}
+
+TEST_F(TShellComboTest, EnterOnTheFolderShownChangesNothing) {
+  List.SetPath(Tree.Path("a"));
+  Type(Tree.Path("a"));
+  EXPECT_TRUE(FChanges.isEmpty());
+  EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
+}
+
+TEST_F(TShellComboTest, HasAnAccessibleName) {
+  EXPECT_EQ(FCombo.accessibleName(), u"Folder"_qs);
+}
