@@ -101,7 +101,9 @@ TEST_F(TShellListTest, TellsItsStepsInOrder) {
   Tree.MakeFile("sub/file", 1);
   QStringList log;
   List.OnPathChanged = [&] { log << u"path %1"_qs.arg(List.Items().Count()); };
-  List.OnFillItem = [&](TListItem* item) { log << u"fill "_qs + item->Caption() + item->SubItems()[2].left(0); };
+  List.OnFillItem = [&](TListItem* item) {
+    log << u"fill "_qs + item->Caption() + item->SubItems()[2].left(0);
+  };
   List.OnFolderChanged = [&] { log << u"folder %1"_qs.arg(List.Items().Count()); };
   List.OnRefreshed = [&] { log << u"refreshed"_qs; };
   List.OnDblClick = [&] { log << u"double click in "_qs + ExtractFileName(List.Path()); };
@@ -210,11 +212,11 @@ TEST_F(TShellListTest, AFolderThatGoesLosesItsRows) {
 }
 
 TEST_F(TShellListTest, ANavigationDuringAFillTakesOver) {
-  MakeFiles(HasDrives() ? 1500 : 6000);
+  MakeFiles(HasDrives() ? 1500 : 3000);
   Tree.MakeFile("sub/one", 1);
   for (int round = 0; round < 5; ++round) {
     List.SetPath(Tree.Path());
-    ASSERT_TRUE(WaitUntil([&] { return List.Items().Count() >= round * 300; }));
+    ASSERT_TRUE(WaitUntil([&] { return List.Items().Count() >= round * 100; }));
     ASSERT_TRUE(GoTo(Tree.Path("sub")));
     EXPECT_EQ(Names(), u"one"_qs);
     QTest::qWait(20);
@@ -223,7 +225,7 @@ TEST_F(TShellListTest, ANavigationDuringAFillTakesOver) {
 }
 
 TEST_F(TShellListTest, RowsMayGoDuringAFill) {
-  const int count = HasDrives() ? 1500 : 8000;
+  const int count = HasDrives() ? 1500 : 3000;
   MakeFiles(count);
   bool sorted = false;
   List.OnCompare = [](TListItem* a, TListItem* b, int& result) {
@@ -255,7 +257,7 @@ TEST_F(TShellListTest, ColumnsKeepTheirWidths) {
 }
 
 TEST_F(TShellListTest, TypesComeForAllRowsInTheEnd) {
-  MakeFiles(2000);
+  MakeFiles(500);
   Tree.MakeFile("zz.png", 1);
   ASSERT_TRUE(GoTo(Tree.Path()));
   TListItem* const last = Row(u"zz.png"_qs);
@@ -265,7 +267,7 @@ TEST_F(TShellListTest, TypesComeForAllRowsInTheEnd) {
 }
 
 TEST_F(TShellListTest, RowsThatScrollIntoViewHaveTypesAtOnce) {
-  MakeFiles(HasDrives() ? 1500 : 8000);
+  MakeFiles(HasDrives() ? 1500 : 3000);
   ASSERT_TRUE(GoTo(Tree.Path()));
   List.SetTopIndex(List.Items().Count() - 20);
   EXPECT_FALSE(List.TopItem()->SubItems()[1].isEmpty());
