@@ -9,6 +9,8 @@
 
 #include <windows.h>
 
+#include <utility>
+
 namespace {
 
 constexpr int kJoinedMilliseconds = 200;
