@@ -125,13 +125,13 @@ void TRzShellList::SetPath(const QString& path) {
   SetTopIndex(0);
   ShowUnreadable(false);
   FState = TState::Filling;
-  FWatch.Watch(FPath);  // before the listing, so that no change is missed
   List();
   if (OnLink) OnLink();
   if (OnPathChanged) OnPathChanged();
 }
 
 void TRzShellList::List() {
+  if (FState != TState::Complete) FWatch.Watch(FPath);  // before the listing, so that no change is missed
   FIsListing = true;
   FStale = false;
   FListed.start();
@@ -150,7 +150,10 @@ void TRzShellList::Refresh() {
 void TRzShellList::ShowUnreadable(bool unreadable) {
   FNotice->setText(unreadable ? FTexts.Unreadable : QString());
   FNotice->setVisible(unreadable);
-  if (unreadable) FState = TState::Unreadable;
+  if (unreadable)
+    FState = TState::Unreadable;
+  else if (FState == TState::Unreadable)
+    FState = TState::Filling;
 }
 
 TRzShellListData& TRzShellList::ShellData(const TListItem& item) {

@@ -209,6 +209,12 @@ TEST_F(TShellListTest, AFolderThatGoesLosesItsRows) {
   ASSERT_TRUE(WaitUntil([&] { return List.State() == TState::Unreadable; }));
   EXPECT_EQ(List.Items().Count(), 0);
   EXPECT_EQ(List.Path(), Tree.Path("sub"));
+  Tree.MakeFile("sub/again", 1);
+  QTest::keyClick(&List, Qt::Key_F5);
+  ASSERT_TRUE(WaitForNames(u"again"_qs)) << "where it comes back and is asked for";
+  EXPECT_TRUE(WaitUntil([&] { return List.State() == TState::Complete; }));
+  Tree.MakeFile("sub/more", 1);
+  EXPECT_TRUE(WaitForNames(u"again more"_qs)) << "and is followed anew";
 }
 
 TEST_F(TShellListTest, ANavigationDuringAFillTakesOver) {

@@ -70,6 +70,23 @@ TEST(MountTable, OneRowPerFixedDeviceUnderItsShortestMountPoint) {
               ElementsAre("/", "/boot/efi", "/data", "/home"));
 }
 
+TEST(MountTable, OtherVolumesAreTheRemovableAndTheNetworksOnes) {
+  const QByteArray table =
+      "1 0 8:1 / / rw - 9p host rw\n"
+      "20 1 8:17 / /media/stick/again rw - vfat /dev/stick1 rw\n"
+      "21 1 8:17 / /media/stick rw - vfat /dev/stick1 rw\n"
+      "22 1 8:2 / /home rw - ext4 /dev/disk2 rw\n"
+      "23 1 0:44 / /net rw - nfs4 host:/export rw\n"
+      "24 1 0:45 / /far rw - fuse.sshfs me@host: rw\n"
+      "25 1 0:46 / /covered rw - cifs //host/share rw\n"
+      "26 1 0:47 / /covered rw - tmpfs tmpfs rw\n";
+  QStringList chosen;
+  for (const TMount& mount : ChooseOtherMounts(
+           ParseMountInfo(table), [](const TMount& mount) { return mount.Source.startsWith("/dev/stick"); }))
+    chosen << QString::fromLatin1(mount.Point) + (IsNetworkMount(mount) ? u" net"_qs : QString());
+  EXPECT_EQ(chosen.join(u','), u"/far net,/media/stick,/net net");
+}
+
 TEST(MountTable, TheVolumeOfTheTopIsThereWhateverItsSource) {
   EXPECT_THAT(ChosenPoints("1 0 0:30 / / rw - overlay overlay rw\n2 1 8:1 / /data rw - ext4 /dev/disk1 rw\n"),
               ElementsAre("/", "/data"));
