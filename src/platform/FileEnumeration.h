@@ -1,5 +1,6 @@
 // Lists the entries of one folder: name, attribute bits, 64-bit length, time of the last change, one entry at
-// a time, in the order in which the file system gives them. Hidden and system entries are included; "." and ".." are not.
+// a time, in the order in which the file system gives them. Hidden and system entries are included; "." and
+// ".." are not.
 //
 // Linux: an entry's attributes come from one status call relative to the open folder. A symbolic link is a
 // plain entry of its own length with kAttributeReparse and is never a folder. Devices, sockets and pipes

@@ -68,7 +68,8 @@ class TMessageLine {
   TMessageLine(const TMessageLine&) = delete;
   TMessageLine& operator=(const TMessageLine&) = delete;
 
-  // As the functions above, but nothing is sent once the line is closed. One Send at a time.
+  // As the functions above, but nothing is sent once the line is closed. One Send at a time, and not from the
+  // window's own thread.
   void Post(unsigned msg, quintptr wparam, qintptr lparam);
   void Send(unsigned msg, quintptr wparam, qintptr lparam);
 

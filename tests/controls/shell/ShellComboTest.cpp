@@ -42,6 +42,7 @@ class TShellComboTest : public testing::Test, protected TShownFolder {
 }  // namespace
 
 TEST_F(TShellComboTest, FollowsTheListInSilence) {
+  EXPECT_EQ(FCombo.accessibleName(), u"Folder"_qs);
   EXPECT_EQ(FCombo.currentText(), u"My Computer"_qs);
   List.SetPath(Tree.Path("a"));
   EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
@@ -141,8 +142,4 @@ TEST_F(TShellComboTest, EnterOnTheFolderShownChangesNothing) {
   Type(Tree.Path("a"));
   EXPECT_TRUE(FChanges.isEmpty());
   EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
-}
-
-TEST_F(TShellComboTest, HasAnAccessibleName) {
-  EXPECT_EQ(FCombo.accessibleName(), u"Folder"_qs);
 }
