@@ -17,8 +17,9 @@
 // True if the folder can be listed by this user.
 [[nodiscard]] bool DirectoryReadable(const QString& path);
 
-// Where the folder really lies, all links followed and with its delimiter; empty if that can't be told. On
-// Windows in the form that no drive letter can change: "\\?\Volume{...}\a\", or "\\?\UNC\server\share\a\".
+// Where the folder really lies, all links followed and with its delimiter; empty if that can't be told. One
+// folder has one such path, which can be listed. On Windows "\\?\C:\a\" or "\\?\UNC\server\share\a\", and
+// "\\?\Volume{...}\a\" where the volume has no letter.
 [[nodiscard]] QString RealFolder(const QString& folder);
 
 // The attribute bits of TFileAttribute and the length of one path; nothing if there is no such entry.

@@ -52,8 +52,8 @@ QString PathOf(HANDLE folder, DWORD volumeName) {
 QString RealFolder(const QString& folder) {
   const TFileHandle handle = OpenEntry(folder, kNoRights, FILE_FLAG_BACKUP_SEMANTICS);
   if (!handle) return {};
-  QString real = PathOf(handle.get(), VOLUME_NAME_GUID);
-  if (real.isEmpty()) real = PathOf(handle.get(), VOLUME_NAME_DOS);
+  QString real = PathOf(handle.get(), VOLUME_NAME_DOS);
+  if (real.isEmpty()) real = PathOf(handle.get(), VOLUME_NAME_GUID);  // of a volume without a letter
   return real.isEmpty() ? real : IncludeTrailingPathDelimiter(real);
 }
 
