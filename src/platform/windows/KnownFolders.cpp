@@ -67,8 +67,8 @@ QString ExpandEnvironment(const QString& text) {
 }
 
 QString ProgramFolder() {
-  constexpr size_t kLongestPath = 32768;
-  for (std::wstring path(MAX_PATH, L'\0'); path.size() <= kLongestPath; path.resize(path.size() * 2)) {
+  constexpr size_t kLongestProgramPath = 32768;
+  for (std::wstring path(MAX_PATH, L'\0'); path.size() <= kLongestProgramPath; path.resize(path.size() * 2)) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length == 0) return {};
     if (length < path.size())
