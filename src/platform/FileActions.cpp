@@ -1,0 +1,56 @@
+// What both systems do alike.
+#include "platform/FileActions.h"
+
+#include "platform/Paths.h"
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+// Where the folder lies from the root on; nothing if not below it.
+std::optional<QString> PathBelow(const QString& root, const QString& folder) {
+  const QString top = IncludeTrailingPathDelimiter(root);
+  const QString whole = IncludeTrailingPathDelimiter(folder);
+  if (root.isEmpty() || !SameFolder(whole.left(top.size()), top)) return std::nullopt;
+  return whole.mid(top.size());
+}
+
+}  // namespace
+
+TOpenFolder OpenBelowRoot(const QString& root, const QString& folder) {
+  const std::optional<QString> below = PathBelow(root, folder);
+  return below ? TOpenFolder::Open(root).Below(*below) : TOpenFolder();
+}
+
+TDeleteStage DeleteOneFile(const TOpenFolder& folder, const QString& name) {
+  if (DeletePlain(folder, name)) return TDeleteStage::Plain;
+  if (ShellDeleteSilent(folder, name)) return TDeleteStage::Silent;
+  return ScheduleDelete(folder, name) ? TDeleteStage::Scheduled : TDeleteStage::Failed;
+}
+
+TFileMove::TFileMove(TOpenFolder from, QString name, TOpenFolder to) {
+  FThread = std::thread([this, from = std::move(from), name = std::move(name), to = std::move(to)] {
+    const bool moved = MoveEntry(from, name, to, FProgress);
+    const std::lock_guard lock(FGuard);
+    FMoved = moved;
+    FEnded = true;
+    FEnd.notify_all();
+  });
+}
+
+TFileMove::~TFileMove() {
+  FProgress.Stop = true;
+  FThread.join();
+}
+
+bool TFileMove::WaitFor(int milliseconds) {
+  std::unique_lock lock(FGuard);
+  return FEnd.wait_for(lock, std::chrono::milliseconds(milliseconds), [this] { return FEnded; });
+}
+
+bool TFileMove::Result() {
+  std::unique_lock lock(FGuard);
+  FEnd.wait(lock, [this] { return FEnded; });
+  return FMoved;
+}
