@@ -1,0 +1,287 @@
+// Each call beneath an action fails in turn, or is the last one of a process that is killed: what was to be
+// deleted or moved is whole then, where it was or where it was to be.
+#include "platform/FileActions.h"
+
+#include "SystemCalls.h"
+#include "fixtures/OrdinaryUser.h"
+#include "fixtures/TempTree.h"
+#include "fixtures/Variables.h"
+#include "platform/FileTests.h"
+#include "platform/Paths.h"
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+using TLines = std::set<std::string>;
+
+constexpr int kErrors[] = {EIO,   EACCES, EPERM,   ENOSPC, EROFS,  ENOENT, EINTR,
+                           EXDEV, EINVAL, ENOTSUP, ENOSYS, EDQUOT, EBUSY,  ENAMETOOLONG};
+
+// All that an entry is, as one line. Random names and the texts that differ from run to run are left out.
+std::string LineOf(const fs::path& root, const fs::path& path, bool modes) {
+  static const QRegularExpression random(u"tallyscope-[0-9a-f]{16}"_qs);
+  struct stat status {};
+  lstat(path.c_str(), &status);
+  QString line = NameFromBytes(path.lexically_relative(root).c_str());
+  line.replace(random, u"tallyscope-N"_qs);
+  line += u' ' + QString::number(modes ? status.st_mode : status.st_mode & S_IFMT, 8) + u' ';
+  if (S_ISLNK(status.st_mode)) line += NameFromBytes(fs::read_symlink(path).c_str());
+  const bool differs = path.extension() == ".trashinfo" || path.extension() == ".conf";
+  if (S_ISREG(status.st_mode) && !differs)
+    line += QString::number(qHash(ReadWholeFile(NameFromBytes(path.c_str())).value_or("unreadable"), 1));
+  return line.toStdString();
+}
+
+TLines LinesOf(const TTempTree& tree, bool modes) {
+  const fs::path root = NameToBytes(tree.Path()).toStdString();
+  TLines lines;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
+    lines.insert(LineOf(root, entry.path(), modes));
+  return lines;
+}
+
+// So that an ordinary user owns it all.
+void GiveToUser(const TTempTree& tree) {
+  if (geteuid() != 0) return;
+  for (const fs::directory_entry& entry :
+       fs::recursive_directory_iterator(NameToBytes(tree.Path()).toStdString()))
+    EXPECT_EQ(lchown(entry.path().c_str(), 65534, 65534), 0);
+}
+
+// One kind of work that can break.
+struct TAction {
+  const char* Name;
+  void (*Make)(TTempTree& tree);
+  bool (*Run)(const TTempTree& tree);
+  bool OtherVolume = false;
+  bool NoFlags = false;
+  bool AsUser = false;
+};
+
+QByteArray Trash(const QByteArray& name) {
+  return ".Trash-" + QByteArray::number(geteuid()) + name;
+}
+
+bool Move(const TTempTree& tree) {
+  TActionProgress progress;
+  return MoveEntry(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs,
+                   TOpenFolder::Open(tree.Path("to")), progress);
+}
+
+bool PutIntoTrash(const TTempTree& tree) {
+  return DeleteFolderWithUndo(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs, QString()) ==
+         TActionResult::Done;
+}
+
+// Content, a hole in the middle and one at the end, and what else a file has.
+void MakeWholeFile(TTempTree& tree) {
+  tree.MakeFolder("to");
+  tree.MakeHole("from/it", 300'000);
+  const QByteArray path = NameToBytes(tree.Path("from/it"));
+  EXPECT_EQ(truncate(path, 0), 0);
+  FILE* const file = std::fopen(path, "w");
+  for (const long place : {0L, 150'000L}) {
+    std::fseek(file, place, SEEK_SET);
+    std::fputs(QByteArray(40'000, place == 0 ? 'a' : 'b'), file);
+  }
+  std::fclose(file);
+  EXPECT_EQ(truncate(path, 300'000), 0);
+  EXPECT_EQ(chmod(path, 0640), 0);
+  setxattr(path, "user.note", "kept", 4, 0);  // where the file system has any
+}
+
+void MakeFolderWithFile(TTempTree& tree) {
+  tree.MakeFolder("to");
+  tree.MakeFile("from/it/inside", 10);
+  for (const QByteArray& name : {Trash("/files"), Trash("/info")})
+    tree.MakeFolder(name);
+  for (const char* const name : {"home/.local/share/Trash/files", "home/.local/share/Trash/info"})
+    tree.MakeFolder(name);
+}
+
+const TAction kActions[] = {
+    {"plain delete", MakeWholeFile,
+     [](const TTempTree& tree) {
+       return DeletePlain(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
+     }},
+    {"silent delete",
+     [](TTempTree& tree) {
+       tree.MakeFile("from/it", 10);
+       tree.MakeReadOnly("from");
+       GiveToUser(tree);
+     },
+     [](const TTempTree& tree) {
+       return ShellDeleteSilent(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
+     },
+     false, false, true},
+    {"delete at restart",
+     [](TTempTree& tree) {
+       tree.MakeFile("from/it", 10);
+       tree.MakeFolder("etc/tmpfiles.d");
+       tree.MakeFolder("run/systemd/system");
+     },
+     [](const TTempTree& tree) {
+       return ScheduleDelete(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
+     }},
+    {"trash at home", MakeFolderWithFile,
+     [](const TTempTree& tree) {
+       const QByteArray home = NameToBytes(tree.Path("home"));
+       const TVariables user{{"HOME", home.constData()}, {"XDG_DATA_HOME", nullptr}};
+       return PutIntoTrash(tree);
+     }},
+    {"trash of the volume", MakeFolderWithFile,
+     [](const TTempTree& tree) {
+       const TVariables user{{"HOME", "/nowhere"}, {"XDG_DATA_HOME", nullptr}};
+       return PutIntoTrash(tree);
+     }},
+    {"rename", MakeWholeFile, Move},
+    {"rename of a folder", MakeFolderWithFile, Move},
+    {"rename without flags", MakeWholeFile, Move, false, true},
+    {"rename of a folder without flags", MakeFolderWithFile, Move, false, true},
+    {"copy", MakeWholeFile, Move, true},
+    {"copy without flags", MakeWholeFile, Move, true, true},
+    {"copy of a link",
+     [](TTempTree& tree) {
+       tree.MakeFolder("to");
+       tree.MakeLink("from/it", "no/where");
+     },
+     Move, true},
+    {"copy of a pipe",
+     [](TTempTree& tree) {
+       tree.MakeFolder("to");
+       tree.MakeFifo("from/it");
+     },
+     Move, true},
+};
+
+// In memory where the system has a place for that: flushing a disk thousands of times takes minutes.
+class FileActionsFaults : public testing::Test {
+  const TVariables FPlace{{"TMPDIR", fs::exists("/dev/shm") ? "/dev/shm" : nullptr}};
+};
+
+// What one run left and how often it called the system.
+struct TOutcome {
+  bool Done = false;
+  int Calls = 0;
+  QByteArray Struck;
+  TLines Before;
+  TLines After;
+};
+
+TOutcome RunOnce(const TAction& action, TCallPlan plan, bool modes) {
+  TTempTree tree;
+  action.Make(tree);
+  TOutcome outcome;
+  outcome.Before = LinesOf(tree, modes);
+  plan.OtherVolume = action.OtherVolume;
+  plan.NoFlags = action.NoFlags;
+  plan.Redirected = NameToBytes(tree.Path());
+  {
+    const auto user = action.AsUser ? std::make_unique<TOrdinaryUser>() : nullptr;
+    const TPlannedCalls calls(plan);
+    outcome.Done = action.Run(tree);
+    outcome.Calls = TPlannedCalls::Count();
+    outcome.Struck = TPlannedCalls::Struck();
+  }
+  outcome.After = LinesOf(tree, modes);
+  return outcome;
+}
+
+TEST_F(FileActionsFaults, WhateverFailsLeavesAllAsItWasOrAllDone) {
+  // A home trash that can't be used is no trash: the volume's is taken.
+  const TLines otherTrash = RunOnce(kActions[4], {}, true).After;
+  for (const TAction& action : kActions) {
+    const TOutcome whole = RunOnce(action, {}, true);
+    ASSERT_TRUE(whole.Done) << action.Name;
+    ASSERT_NE(whole.Before, whole.After) << action.Name;
+    for (int call = 1; call <= whole.Calls; ++call) {
+      for (const int error : kErrors) {
+        const TOutcome outcome = RunOnce(action, {.At = call, .Error = error}, true);
+        // Rights that can't be set are not what a move fails for, nor can lifted ones be laid down again.
+        const bool otherRights = outcome.Struck == "chmod" || outcome.Struck.startsWith("fchmod");
+        const bool asItShould = outcome.Done ? outcome.After == whole.After || outcome.After == otherTrash
+                                             : outcome.After == outcome.Before;
+        EXPECT_TRUE(asItShould || otherRights)
+            << action.Name << ", call " << call << ' ' << outcome.Struck.constData() << ", error " << error
+            << (outcome.Done ? " done " : " failed ") << testing::PrintToString(outcome.After);
+      }
+    }
+  }
+}
+
+// What is under a temporary name after a crash is litter, and a folder or file of its own accord.
+TLines WithoutLitter(const TLines& lines) {
+  TLines rest;
+  std::copy_if(lines.begin(), lines.end(), std::inserter(rest, rest.end()),
+               [](const std::string& line) { return line.find("tallyscope-N.part") == std::string::npos; });
+  return rest;
+}
+
+bool Holds(const TLines& lines, const TLines& part) {
+  return std::includes(lines.begin(), lines.end(), part.begin(), part.end());
+}
+
+// True if the process was killed at the call, false if it came to its end before.
+bool KilledAt(const TAction& action, int call, TTempTree& tree) {
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto user = action.AsUser ? std::make_unique<TOrdinaryUser>() : nullptr;
+    const TPlannedCalls calls({.At = call,
+                               .OtherVolume = action.OtherVolume,
+                               .NoFlags = action.NoFlags,
+                               .Redirected = NameToBytes(tree.Path())});
+    static_cast<void>(action.Run(tree));
+    _exit(0);
+  }
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
+}
+
+TEST_F(FileActionsFaults, AKilledProcessLosesNothing) {
+  for (const TAction& action : kActions) {
+    const TOutcome whole = RunOnce(action, {}, false);
+    TLines either = whole.Before;
+    either.insert(whole.After.begin(), whole.After.end());
+    int call = 1;
+    for (bool killed = true; killed; ++call) {
+      TTempTree tree;
+      action.Make(tree);
+      killed = KilledAt(action, call, tree);
+      const TLines left = WithoutLitter(LinesOf(tree, false));
+      EXPECT_TRUE(Holds(left, whole.Before) || Holds(left, whole.After))
+          << action.Name << ", killed before call " << call << testing::PrintToString(left);
+      EXPECT_TRUE(Holds(either, left)) << action.Name << ", call " << call << testing::PrintToString(left);
+    }
+    EXPECT_EQ(call - 2, whole.Calls) << action.Name;
+  }
+}
+
+TEST_F(FileActionsFaults, AFullDiskAtAnyByteLeavesTheSource) {
+  const TAction& copy = kActions[9];
+  for (qint64 room = 0; room < 80'000; room += room < 10 ? 1 : 3'989) {
+    const TOutcome outcome = RunOnce(copy, {.Room = room}, true);
+    EXPECT_FALSE(outcome.Done) << room;
+    EXPECT_EQ(outcome.After, outcome.Before) << room;
+  }
+}
+
+TEST_F(FileActionsFaults, ShortWritesAndSignalsChangeNothing) {
+  const TOutcome whole = RunOnce(kActions[9], {}, true);
+  EXPECT_EQ(RunOnce(kActions[9], {.WriteAtOnce = 4'099, .Interrupted = true}, true).After, whole.After);
+}
+
+}  // namespace
