@@ -45,40 +45,37 @@ class TLiftedFolder {
 constexpr const char* kTemporaryFilesFolder = "/etc/tmpfiles.d";
 constexpr const char* kSystemdRuns = "/run/systemd/system";
 
-// A path as a line of systemd-tmpfiles has it. Such a line is taken apart at blanks and quotes with escapes
-// like those of C, then '%' begins a specifier, then the path is a pattern of the shell's.
-QByteArray LinePath(const QByteArray& path) {
-  QByteArray pattern;
+// A path as a line of systemd-tmpfiles has it: the line is taken apart at blanks and quotes, then '%' begins
+// a specifier, then the path is a pattern of the shell's. Its versions differ in which escapes they know: all
+// know a doubled backslash and one before a quote. So nothing stands for a line's end or another control
+// character: no such path can be told.
+std::optional<QByteArray> LinePath(const QByteArray& path) {
+  QByteArray line = "\"";
   for (const char c : path) {
-    if (c == '%') pattern += '%';
-    if (QByteArrayView("*?[]{}\\").contains(c)) pattern += '\\';
-    pattern += c;
+    if (static_cast<unsigned char>(c) < ' ') return std::nullopt;
+    if (QByteArrayView("*?[]{}\\").contains(c)) line += "\\\\";
+    if (c == '\\' || c == '"') line += '\\';
+    if (c == '%') line += '%';
+    line += c;
   }
-  QByteArray line;
-  for (const char c : pattern) {
-    const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-                         QByteArrayView("/.-_%").contains(c);
-    line += isPlain ? QByteArray(1, c) : "\\x" + QByteArray(1, c).toHex();
-  }
-  return line;
+  return line + '"';
 }
 
 // The file of a request takes itself away with what it asks for: the next file at that path is another one,
 // which the restart after the next must leave alone.
-QByteArray RequestText(const QByteArray& path, const QByteArray& requestName) {
-  const QByteArray self = QByteArray(kTemporaryFilesFolder) + '/' + requestName;
-  return "r! " + LinePath(path) + "\nr! " + LinePath(self) + '\n';
+QByteArray RequestText(const QByteArray& linePath, const QByteArray& requestName) {
+  return "r! " + linePath + "\nr! " + kTemporaryFilesFolder + '/' + requestName + '\n';
 }
 
 // Only a name that ends in ".conf" counts, and it is given when all is written.
-bool WriteRequest(const QByteArray& path) {
+bool WriteRequest(const QByteArray& linePath) {
   const TFileDescriptor folder = OpenPath(kTemporaryFilesFolder, O_PATH | O_DIRECTORY);
   const TEntryPlace written{folder.Get(), TemporaryName()};
   const TEntryPlace request{folder.Get(), written.Name.mid(1).chopped(5) + ".conf"};
   const TFileDescriptor file(
       openat(written.Folder, written.Name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
   if (!file.IsOpen()) return false;
-  if (WriteAll(file.Get(), RequestText(path, request.Name)) && fsync(file.Get()) == 0 &&
+  if (WriteAll(file.Get(), RequestText(linePath, request.Name)) && fsync(file.Get()) == 0 &&
       RenameNoReplace(written, request) == 0)
     return true;
   unlinkat(written.Folder, written.Name, 0);
@@ -138,8 +135,10 @@ bool ScheduleDelete(const TOpenFolder& folder, const QString& name) {
   const auto place = PlaceOf(folder, name);
   if (!place || KindOfEntry(folder, name) != TEntryKind::File || access(kSystemdRuns, F_OK) != 0)
     return false;
-  const auto path = TruePath(place->Folder);
-  return path && WriteRequest((*path == "/" ? *path : *path + '/') + place->Name);
+  const auto folderPath = TruePath(place->Folder);
+  if (!folderPath) return false;
+  const auto path = LinePath((*folderPath == "/" ? *folderPath : *folderPath + '/') + place->Name);
+  return path && WriteRequest(*path);
 }
 
 std::optional<TFileFacts> GetFileFacts(const TOpenFolder& folder, const QString& name) {

@@ -1,0 +1,171 @@
+// What every system's file actions do with real trees.
+#include "platform/FileActions.h"
+
+#include "fixtures/NativePath.h"
+#include "fixtures/TempTree.h"
+#include "platform/FileTests.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TOpenFolder Root(const TTempTree& tree) {
+  return TOpenFolder::Open(tree.Path());
+}
+
+bool Move(const TTempTree& tree, const QByteArray& from, const QString& name, const QByteArray& to) {
+  TActionProgress progress;
+  return MoveEntry(TOpenFolder::Open(tree.Path(from)), name, TOpenFolder::Open(tree.Path(to)), progress);
+}
+
+TEST(FileActions, FoldersBelowARootAreReachedWithoutLinks) {
+  TTempTree tree;
+  const QByteArray odd = HasDrives() ? "odd" : "odd\xff";
+  tree.MakeFile("root/" + odd + "/inner/note", 1);
+  tree.MakeLink("link to root", "root");
+  tree.MakeLink("root/link", odd);
+  tree.MakeLink("root/out", "..");
+  const QByteArray deep =
+      "root/" + QByteArray(100, 'd') + QByteArray("/" + QByteArray(100, 'd')).repeated(45);
+  tree.MakeFile(deep + "/file", 1);
+  const struct {
+    QByteArray Root;
+    QByteArray Folder;
+    bool Opens;
+  } rows[] = {
+      {"root", "root", true},
+      {"root", "root/", true},
+      {"root/", "root/" + odd + "//inner/", true},
+      {"link to root", "link to root/" + odd, true},
+      {"root", deep, true},
+      {"root", "root/link", false},
+      {"root", "root/link/inner", false},
+      {"root", "root/out/root", false},
+      {"root", "root/../root", false},
+      {"root", "root/./" + odd, false},
+      {"root", "root/missing", false},
+      {"root", "root/" + odd + "/inner/note", false},
+      {"root", "roots", false},
+      {"root/" + odd, "root", false},
+      {"missing", "missing", false},
+  };
+  for (const auto& row : rows) {
+    const TOpenFolder folder =
+        OpenBelowRoot(NativePath(tree.Path(row.Root)), NativePath(tree.Path(row.Folder)));
+    EXPECT_EQ(folder.IsOpen(), row.Opens) << row.Folder.left(40).data();
+    const bool holdsFile = row.Folder == deep;
+    EXPECT_EQ(KindOfEntry(folder, u"file"_qs), holdsFile ? TEntryKind::File : TEntryKind::None);
+  }
+  EXPECT_FALSE(OpenBelowRoot(QString(), tree.Path()).IsOpen());
+}
+
+TEST(FileActions, OnlyNamesOfOneEntryAreActedOn) {
+  TTempTree tree;
+  tree.MakeFile("folder/file", 1);
+  tree.MakeFile("file", 1);
+  tree.MakeFolder("other");
+  QStringList names{QString(),
+                    u"."_qs,
+                    u".."_qs,
+                    NativePath(u"folder/file"_qs),
+                    u"folder/"_qs,
+                    u"missing"_qs,
+                    u"file"_qs + QChar(u'\0') + u"x"_qs};
+  if (HasDrives()) names << u"fil*"_qs << u"file::$DATA"_qs;
+  for (const QString& name : std::as_const(names)) {
+    EXPECT_EQ(KindOfEntry(Root(tree), name), TEntryKind::None) << name.toStdString();
+    EXPECT_EQ(DeleteOneFile(Root(tree), name), TDeleteStage::Failed) << name.toStdString();
+    EXPECT_FALSE(Move(tree, "", name, "other")) << name.toStdString();
+    EXPECT_EQ(DeleteFolderWithUndo(Root(tree), name, QString()), TActionResult::Refused)
+        << name.toStdString();
+  }
+  for (const auto& [folder, name] : {std::pair{TOpenFolder(), u"file"_qs}}) {
+    EXPECT_EQ(DeleteOneFile(folder, name), TDeleteStage::Failed);
+    EXPECT_EQ(DeleteFolderWithUndo(folder, name, QString()), TActionResult::Refused);
+  }
+  EXPECT_TRUE(FileExists(tree.Path("file")) && FileExists(tree.Path("folder/file")));
+}
+
+TEST(FileActions, AFileIsDeletedAndAFolderNever) {
+  TTempTree tree;
+  using TDelete = bool (*)(const TOpenFolder&, const QString&);
+  for (const TDelete remove : {TDelete{DeletePlain}, TDelete{ShellDeleteSilent}}) {
+    const QByteArray name = HasDrives() ? "caf\xc3\xa9 a.txt" : "bad\xff \n";
+    tree.MakeFile(name, 3);
+    tree.MakeFolder("empty");
+    EXPECT_TRUE(remove(Root(tree), NameFromBytes(name)));
+    EXPECT_FALSE(GetFileStatus(tree.Path(name)));
+    EXPECT_FALSE(remove(Root(tree), NameFromBytes(name))) << "it is gone";
+    EXPECT_FALSE(remove(Root(tree), u"empty"_qs));
+    EXPECT_TRUE(DirectoryExists(tree.Path("empty")));
+  }
+}
+
+TEST(FileActions, TheStageThatSucceedsIsTold) {
+  TTempTree tree;
+  tree.MakeFile("file", 1);
+  tree.MakeFile("folder/inside", 1);
+  EXPECT_EQ(DeleteOneFile(Root(tree), u"file"_qs), TDeleteStage::Plain);
+  EXPECT_EQ(DeleteOneFile(Root(tree), u"folder"_qs), TDeleteStage::Failed);
+  EXPECT_TRUE(FileExists(tree.Path("folder/inside")));
+}
+
+TEST(FileActions, WhatIsNoFolderIsNotDeletedAsOne) {
+  TTempTree tree;
+  tree.MakeFile("precious/inside", 1);
+  tree.MakeLink("link", "precious");
+  tree.MakeFile("file", 1);
+  EXPECT_EQ(KindOfEntry(Root(tree), u"precious"_qs), TEntryKind::Folder);
+  EXPECT_EQ(KindOfEntry(Root(tree), u"link"_qs), TEntryKind::File);
+  for (const QString& name : {u"link"_qs, u"file"_qs, u"missing"_qs})
+    EXPECT_EQ(DeleteFolderWithUndo(Root(tree), name, QString()), TActionResult::Refused);
+  EXPECT_TRUE(GetFileStatus(tree.Path("link")) && FileExists(tree.Path("file")));
+  EXPECT_TRUE(FileExists(tree.Path("precious/inside")));
+}
+
+TEST(FileActions, AMoveReplacesNothing) {
+  TTempTree tree;
+  tree.WriteFile("from/file", "mine");
+  tree.MakeFile("from/folder/inside", 1);
+  for (const QByteArray target : {"holds files", "holds folders"}) {
+    const bool isFile = target == "holds files";
+    for (const QByteArray name : {"/file", "/folder"})
+      isFile ? tree.WriteFile(target + name, "theirs") : tree.MakeFolder(target + name);
+    EXPECT_FALSE(Move(tree, "from", u"file"_qs, target)) << target.data();
+    EXPECT_FALSE(Move(tree, "from", u"folder"_qs, target)) << target.data();
+    EXPECT_EQ(ReadWholeFile(tree.Path(target + "/file")),
+              isFile ? std::optional(QByteArray("theirs")) : std::nullopt);
+    EXPECT_EQ(DirectoryExists(tree.Path(target + "/folder")), !isFile);
+  }
+  EXPECT_EQ(ReadWholeFile(tree.Path("from/file")), QByteArray("mine"));
+  EXPECT_TRUE(FileExists(tree.Path("from/folder/inside")));
+}
+
+TEST(FileActions, AMoveTakesTheEntryItself) {
+  TTempTree tree;
+  const QByteArray name = HasDrives() ? "a, b.txt" : "bad\xff";
+  tree.WriteFile("from/" + name, "content");
+  tree.MakeFile("from/folder/inside", 1);
+  tree.MakeFolder("to");
+  EXPECT_TRUE(Move(tree, "from", NameFromBytes(name), "to"));
+  EXPECT_TRUE(Move(tree, "from", u"folder"_qs, "to"));
+  EXPECT_EQ(ReadWholeFile(tree.Path("to/" + name)), QByteArray("content"));
+  EXPECT_TRUE(FileExists(tree.Path("to/folder/inside")));
+  EXPECT_FALSE(GetFileStatus(tree.Path("from/" + name)) || GetFileStatus(tree.Path("from/folder")));
+  EXPECT_FALSE(Move(tree, "to", u"folder"_qs, "to/folder")) << "into itself";
+  EXPECT_TRUE(FileExists(tree.Path("to/folder/inside")));
+}
+
+TEST(FileActions, AMoveOnItsOwnThreadTellsItsEnd) {
+  TTempTree tree;
+  tree.MakeFile("from/file", 10);
+  tree.MakeFolder("to");
+  TFileMove move(TOpenFolder::Open(tree.Path("from")), u"file"_qs, TOpenFolder::Open(tree.Path("to")));
+  EXPECT_TRUE(move.WaitFor(10'000));
+  EXPECT_TRUE(move.Result());
+  EXPECT_TRUE(FileExists(tree.Path("to/file")));
+  TFileMove again(TOpenFolder::Open(tree.Path("from")), u"file"_qs, TOpenFolder::Open(tree.Path("to")));
+  EXPECT_FALSE(again.Result());
+}
+
+}  // namespace
