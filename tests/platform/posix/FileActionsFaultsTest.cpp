@@ -284,4 +284,57 @@ TEST_F(FileActionsFaults, ShortWritesAndSignalsChangeNothing) {
   EXPECT_EQ(RunOnce(kActions[9], {.WriteAtOnce = 4'099, .Interrupted = true}, true).After, whole.After);
 }
 
+constexpr const char* kTheirs = "what another program wrote";
+
+// Runs a move of a file with something done before each of its calls in turn, and then looks at what is
+// there.
+void RunWithAnother(const std::function<void(TTempTree&)>& meanwhile,
+                    const std::function<void(const TTempTree&, const std::string&)>& look) {
+  for (const TAction& action : kActions) {
+    if (action.Make != MakeWholeFile || action.Run != Move) continue;
+    for (int call = 1, calls = 1; call <= calls; ++call) {
+      TTempTree tree;
+      action.Make(tree);
+      {
+        const TPlannedCalls planned({.At = call,
+                                     .Meanwhile = [&] { meanwhile(tree); },
+                                     .OtherVolume = action.OtherVolume,
+                                     .NoFlags = action.NoFlags});
+        action.Run(tree);
+        calls = TPlannedCalls::Count();
+      }
+      look(tree, action.Name + std::string(" at call ") + std::to_string(call));
+    }
+  }
+}
+
+TEST_F(FileActionsFaults, AFileThatIsSavedMeanwhileIsNotLost) {
+  const auto isSaved = [](const TTempTree& tree, const std::string& when) {
+    EXPECT_TRUE(ReadWholeFile(tree.Path("from/it")) == kTheirs ||
+                ReadWholeFile(tree.Path("to/it")) == kTheirs)
+        << when;
+  };
+  RunWithAnother([](TTempTree& tree) { tree.WriteFile("from/it", kTheirs); }, isSaved);
+  RunWithAnother(
+      [](TTempTree& tree) {
+        tree.WriteFile("from/new", kTheirs);
+        tree.Rename("from/new", "from/it");
+      },
+      isSaved);
+}
+
+TEST_F(FileActionsFaults, ATargetThatAppearsMeanwhileStays) {
+  bool appeared = false;
+  RunWithAnother(
+      [&](TTempTree& tree) {
+        appeared = !GetFileStatus(tree.Path("to/it"));
+        if (appeared) tree.WriteFile("to/it", kTheirs);
+      },
+      [&](const TTempTree& tree, const std::string& when) {
+        if (!appeared) return;
+        EXPECT_EQ(ReadWholeFile(tree.Path("to/it")), QByteArray(kTheirs)) << when;
+        EXPECT_TRUE(FileExists(tree.Path("from/it"))) << when;
+      });
+}
+
 }  // namespace

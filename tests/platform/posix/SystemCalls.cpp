@@ -31,6 +31,12 @@ int Failed(int error) {
 bool Strike(const char* name) {
   if (!gArmed || ++gCount != gPlan.At) return false;
   gStruck = name;
+  if (gPlan.Meanwhile) {
+    gArmed = false;
+    gPlan.Meanwhile();
+    gArmed = true;
+    return false;
+  }
   if (gPlan.Error == 0) std::raise(SIGKILL);
   errno = gPlan.Error;
   return true;
