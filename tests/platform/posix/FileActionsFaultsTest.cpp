@@ -284,6 +284,15 @@ TEST_F(FileActionsFaults, ShortWritesAndSignalsChangeNothing) {
   EXPECT_EQ(RunOnce(kActions[9], {.WriteAtOnce = 4'099, .Interrupted = true}, true).After, whole.After);
 }
 
+// What a crash of the whole computer leaves is what was flushed, in this order.
+TEST_F(FileActionsFaults, ACopyIsOnDiskBeforeItsSourceGoes) {
+  EXPECT_TRUE(RunOnce(kActions[9], {}, true).Done);
+  static const QRegularExpression order(
+      u" write .*futimens fsync .*renameat2 openat fsync .*renameat .*unlinkat $"_qs);
+  EXPECT_TRUE(order.match(QString::fromLatin1(TPlannedCalls::Names())).hasMatch())
+      << TPlannedCalls::Names().data();
+}
+
 constexpr const char* kTheirs = "what another program wrote";
 
 // Runs a move of a file with something done before each of its calls in turn, and then looks at what is

@@ -18,6 +18,7 @@ namespace {
 thread_local bool gArmed = false;
 thread_local TCallPlan gPlan;
 thread_local int gCount = 0;
+thread_local QByteArray gNames;
 thread_local QByteArray gVolumeTop;
 thread_local bool gBrokenOff = false;
 thread_local const char* gStruck = "";
@@ -29,7 +30,9 @@ int Failed(int error) {
 
 // True if the call is not to be made.
 bool Strike(const char* name) {
-  if (!gArmed || ++gCount != gPlan.At) return false;
+  if (!gArmed) return false;
+  gNames += name + QByteArray(" ");
+  if (++gCount != gPlan.At) return false;
   gStruck = name;
   if (gPlan.Meanwhile) {
     gArmed = false;
@@ -63,6 +66,7 @@ TPlannedCalls::TPlannedCalls(const TCallPlan& plan) {
   gPlan = plan;
   gCount = 0;
   gStruck = "";
+  gNames.clear();
   gArmed = true;
 }
 
@@ -72,6 +76,10 @@ TPlannedCalls::~TPlannedCalls() {
 
 int TPlannedCalls::Count() {
   return gCount;
+}
+
+QByteArray TPlannedCalls::Names() {
+  return gNames;
 }
 
 QByteArray TPlannedCalls::Struck() {

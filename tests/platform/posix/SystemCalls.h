@@ -32,4 +32,6 @@ class TPlannedCalls {
   // How many calls there were, and the name of the one that was struck.
   [[nodiscard]] static int Count();
   [[nodiscard]] static QByteArray Struck();
+  // The names of all, each with a blank behind it.
+  [[nodiscard]] static QByteArray Names();
 };
