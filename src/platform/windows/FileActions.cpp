@@ -29,16 +29,9 @@ TFileHandle OpenHeld(const QString& path, DWORD flags) {
   return nullptr;
 }
 
-// Other reparse points, such as those of files kept elsewhere, lead nowhere else.
+// Other reparse points, such as those of files kept elsewhere, lead nowhere else. One of an unknown kind may.
 bool LeadsElsewhere(DWORD attributes, DWORD tag) {
-  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && IsReparseTagNameSurrogate(tag);
-}
-
-bool IsPlainFolder(HANDLE folder) {
-  FILE_ATTRIBUTE_TAG_INFO info{};
-  return GetFileInformationByHandleEx(folder, FileAttributeTagInfo, &info, sizeof info) != 0 &&
-         (info.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
-         !LeadsElsewhere(info.FileAttributes, info.ReparseTag);
+  return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 && (tag == 0 || IsReparseTagNameSurrogate(tag));
 }
 
 // Where the folder lies now; the path as given if the system does not tell.
@@ -117,13 +110,13 @@ TOpenFolder TOpenFolder::Open(const QString& path) {
   return TOpenFolder(std::make_shared<const TFolderHandle>(TFolderHandle{std::move(folder), nullptr, final}));
 }
 
-// Each folder is opened below one that is held, so that its path stays the one that was looked at.
+// Each folder is opened below one that is held, so that its path stays the one that is looked at then.
 TOpenFolder TOpenFolder::Below(const QString& path) const {
   TOpenFolder reached = *this;
   for (const QString& component : path.split(PathDelim, Qt::SkipEmptyParts)) {
     const auto place = PathOf(reached, component);
     TFileHandle folder = place ? OpenHeld(*place, FILE_FLAG_OPEN_REPARSE_POINT) : nullptr;
-    if (!folder || !IsPlainFolder(folder.get())) return {};
+    if (const TEntryLook look = LookAt(place); !folder || !look.IsDirectory || look.IsLink) return {};
     reached = TOpenFolder(
         std::make_shared<const TFolderHandle>(TFolderHandle{std::move(folder), reached.FHandle, *place}));
   }

@@ -293,6 +293,15 @@ TEST_P(OtherVolumeTest, AFileArrivesWithAllThatItIs) {
   EXPECT_EQ(ReadWholeFile(FTo.Path("file")), content);
 }
 
+TEST_P(OtherVolumeTest, TheTargetFolderGivesNoRights) {
+  FFrom.MakeFile("file", 10);
+  const size_t size = sizeof kAccessList - 1;
+  if (setxattr(Bytes(FTo, ""), "system.posix_acl_default", kAccessList, size, 0) != 0)
+    GTEST_SKIP() << "no lists of rights here";
+  ASSERT_TRUE(Move(FFrom.Path(), u"file"_qs, FTo.Path()));
+  EXPECT_EQ(Attribute(Bytes(FTo, "file"), "system.posix_acl_access"), QByteArray("none"));
+}
+
 TEST_P(OtherVolumeTest, LinksCrossAsLinksAndFoldersDoNot) {
   FFrom.MakeLink("link", "no/where");
   FFrom.MakeFile("folder/inside", 1);

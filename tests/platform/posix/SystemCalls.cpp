@@ -32,14 +32,14 @@ int Failed(int error) {
 bool Strike(const char* name) {
   if (!gArmed) return false;
   gNames += name + QByteArray(" ");
-  if (++gCount != gPlan.At) return false;
-  gStruck = name;
-  if (gPlan.Meanwhile) {
+  ++gCount;
+  if (gPlan.Meanwhile && gCount >= gPlan.At) {
     gArmed = false;
     gPlan.Meanwhile();
     gArmed = true;
-    return false;
   }
+  if (gPlan.Meanwhile || gCount != gPlan.At) return false;
+  gStruck = name;
   if (gPlan.Error == 0) std::raise(SIGKILL);
   errno = gPlan.Error;
   return true;

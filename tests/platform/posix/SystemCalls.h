@@ -10,12 +10,13 @@
 struct TCallPlan {
   int At = 0;     // the call that is struck; 0: none
   int Error = 0;  // it is not made and gives this error number; 0: the process is killed before it
-  std::function<void()> Meanwhile = {};  // instead of that: what another program does just before the call
-  bool OtherVolume = false;              // a rename from one folder to another gives EXDEV
-  bool NoFlags = false;                  // the file system can't rename without replacing
-  qint64 Room = -1;                      // bytes that writes may take before the disk is full; -1: no end
-  qsizetype WriteAtOnce = 0;             // at most so many bytes a write; 0: no bound
-  bool Interrupted = false;              // each second read and write is broken off by a signal first
+  // Instead of that: what another program does just before the call and each one after it.
+  std::function<void()> Meanwhile = {};
+  bool OtherVolume = false;   // a rename from one folder to another gives EXDEV
+  bool NoFlags = false;       // the file system can't rename without replacing
+  qint64 Room = -1;           // bytes that writes may take before the disk is full; -1: no end
+  qsizetype WriteAtOnce = 0;  // at most so many bytes a write; 0: no bound
+  bool Interrupted = false;   // each second read and write is broken off by a signal first
   // Paths that begin with "/etc" or "/run" are taken below this folder, and it stands for the top of its
   // volume.
   QByteArray Redirected = {};
