@@ -62,6 +62,7 @@ TEST(FileActionsLinux, ASilentDeleteLiftsOnlyTheUsersOwnRights) {
     ASSERT_EQ(chown(own, kUser, kUser), 0);
   }
   for (const mode_t mode : {0555, 0100, 0600}) {
+    ASSERT_EQ(chmod(own, 0755), 0);
     tree.MakeFile("own/file", 1);
     ASSERT_EQ(chmod(own, mode), 0);
     const TOpenFolder folder = TOpenFolder::Open(tree.Path("own"));
