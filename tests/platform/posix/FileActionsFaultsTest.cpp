@@ -318,7 +318,7 @@ void RunWithAnother(const std::function<void(TTempTree&)>& meanwhile,
   }
 }
 
-// Once, at any call, or again before each call after that.
+// Once, at any call, or again before the two calls after that.
 TEST_F(FileActionsFaults, AFileThatIsSavedMeanwhileIsNotLost) {
   int saved = 0;
   const auto isSaved = [&](const TTempTree& tree, const std::string& when) {
@@ -332,6 +332,7 @@ TEST_F(FileActionsFaults, AFileThatIsSavedMeanwhileIsNotLost) {
     saved = 1;
   };
   const auto again = [&](TTempTree& tree) {
+    if (saved == 3) return;
     tree.WriteFile("from/new", QByteArray::number(++saved));
     tree.Rename("from/new", "from/it");
   };
