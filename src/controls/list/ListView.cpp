@@ -28,12 +28,16 @@ TCustomListView::TCustomListView(QWidget* parent) : TRowHost(parent), FInput(*th
 
 TCustomListView::~TCustomListView() {
   FItems->Clear();
+  FColumns->OnChange = nullptr;
+  EventLife()->Bury(std::move(FItems));
+  EventLife()->Bury(std::move(FColumns));
 }
 
 void TCustomListView::ReplaceCollections(std::unique_ptr<TListItems> items,
                                          std::unique_ptr<TListColumns> columns) {
-  FItems = std::move(items);
-  FColumns = std::move(columns);
+  if (FColumns != nullptr) FColumns->OnChange = nullptr;
+  EventLife()->Bury(std::exchange(FItems, std::move(items)));
+  EventLife()->Bury(std::exchange(FColumns, std::move(columns)));
   SetSource(*this, *FColumns);
 }
 
@@ -45,7 +49,7 @@ void TCustomListView::SetSelected(TListItem* item) {
   if (item == nullptr)
     TRowSelection(*this).DeselectAll();
   else
-    States().Change(item->Index(), kRowSelected | kRowFocused, kRowSelected | kRowFocused);
+    FItems->ChangeState(*item, kRowSelected | kRowFocused, kRowSelected | kRowFocused);
 }
 
 int TCustomListView::ItemIndex() const {
@@ -61,9 +65,11 @@ TListItem* TCustomListView::GetNextSelected(const TListItem* after) const {
 }
 
 void TCustomListView::DeleteSelected() {
+  std::vector<TListItem*> rows;
+  for (TListItem* item = Selected(); item != nullptr; item = GetNextSelected(item))
+    rows.push_back(item);
   const TListUpdate update(*FItems);
-  while (TListItem* const item = Selected())
-    item->Delete();
+  FItems->DeleteRows(rows);
 }
 
 TCellFacts TCustomListView::DescribeCell(int row, int column) const {

@@ -83,6 +83,7 @@ class TCustomListView : public TRowHost,
   // TListItemsOwner
   [[nodiscard]] std::unique_ptr<TListItem> CreateListItem(TListItems& items) override;
   [[nodiscard]] TRowStates& RowStates() override { return States(); }
+  [[nodiscard]] const TListLifePtr& Life() const override { return EventLife(); }
   void ItemChanged(TListItem& item, TItemChange change) override;
   void ItemDeleting(TListItem& item) override;
   void RowsChanged() override;

@@ -59,11 +59,14 @@ TRowHost::TRowHost(QWidget* parent) : QAbstractScrollArea(parent), FHeader(new T
   horizontalScrollBar()->setSingleStep(kHorzStep);
 }
 
-TRowHost::~TRowHost() = default;
+TRowHost::~TRowHost() {
+  FEventLife->End();
+}
 
 void TRowHost::SetSource(const TRowSource& source, TListColumns& columns) {
   FSource = &source;
   FHostColumns = &columns;
+  columns.SetLife(FEventLife);
   columns.OnChange = [this] { ContentChanged(); };
 }
 

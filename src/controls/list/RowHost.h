@@ -5,6 +5,7 @@
 #include "controls/list/ListTypes.h"
 #include "controls/list/input/RowInputHost.h"
 #include "controls/list/layout/ListLayout.h"
+#include "controls/list/model/EventScope.h"
 #include "controls/list/model/RowStates.h"
 
 #include <QAbstractScrollArea>
@@ -31,6 +32,8 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   [[nodiscard]] TImageList* SmallImages() const;
   void SetSmallImages(TImageList* images);
   void SetStateImages(TImageList* images);
+
+  [[nodiscard]] const TListLifePtr& EventLife() const { return FEventLife; }
 
   [[nodiscard]] TRowStates& States() override { return FStates; }
   [[nodiscard]] const TRowStates& States() const { return FStates; }
@@ -118,6 +121,7 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   void PlaceHeader();
   [[nodiscard]] int MeasureColumn(int column) const;
 
+  const TListLifePtr FEventLife = std::make_shared<TListLife>();
   TRowStateList FStates;
   TListViewOptions FOptions;
   const TRowSource* FSource = nullptr;

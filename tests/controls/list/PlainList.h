@@ -40,12 +40,14 @@ class TPlainList : public TListItemsOwner {
     return std::make_unique<TListItem>(items);
   }
   TRowStates& RowStates() override { return States; }
+  const TListLifePtr& Life() const override { return EventLife; }
   void ItemChanged(TListItem&, TItemChange) override {}
   void ItemDeleting(TListItem& item) override { Log << u"delete "_qs + item.Caption(); }
   void RowsChanged() override { Log << u"rows"_qs; }
   void UpdatingChanged(bool updating) override { Log << (updating ? u"begin"_qs : u"end"_qs); }
   void ScrollToItem(TListItem&, bool) override {}
 
+  TListLifePtr EventLife = std::make_shared<TListLife>();
   TRowStateList States;
   TListItems Items;
   QStringList Log;

@@ -3,6 +3,7 @@
 #include "controls/list/ListTypes.h"
 
 #include <algorithm>
+#include <utility>
 
 int TListColumn::Index() const {
   return FOwner.IndexOf(*this);
@@ -24,7 +25,7 @@ void TListColumn::SetMaxWidth(int width) {
 }
 
 void TListColumn::Changed() {
-  FOwner.Changed();
+  if (!FGone) FOwner.Changed();
 }
 
 TListColumn& TListColumns::Add() {
@@ -43,13 +44,22 @@ TListColumn& TListColumns::Add(const QString& caption, int width, TAlignment ali
 }
 
 void TListColumns::Delete(int index) {
-  FColumns.erase(FColumns.begin() + IndexOf((*this)[index]));
+  const auto place = FColumns.begin() + IndexOf((*this)[index]);
+  std::unique_ptr<TListColumn> column = std::move(*place);
+  FColumns.erase(place);
+  Bury(std::move(column));
   Changed();
 }
 
 void TListColumns::Clear() {
-  FColumns.clear();
+  for (auto& column : std::exchange(FColumns, {}))
+    Bury(std::move(column));
   Changed();
+}
+
+void TListColumns::Bury(std::unique_ptr<TListColumn> column) {
+  column->FGone = true;
+  FLife->Bury(std::move(column));
 }
 
 TListColumn& TListColumns::operator[](int index) const {

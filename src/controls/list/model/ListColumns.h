@@ -1,6 +1,8 @@
 // The columns of a list, in display order. Plain objects that need no window; main thread.
 #pragma once
 
+#include "controls/list/model/EventScope.h"
+
 #include <QString>
 
 #include <functional>
@@ -19,7 +21,10 @@ class TListColumn {
   TListColumn& operator=(const TListColumn&) = delete;
   virtual ~TListColumn() = default;
 
+  // -1 for a column that is gone.
   [[nodiscard]] int Index() const;
+  // The column has left its list and is kept only until the event at hand has been told.
+  [[nodiscard]] bool Gone() const { return FGone; }
 
   [[nodiscard]] const QString& Caption() const { return FCaption; }
   void SetCaption(const QString& caption) { Set(FCaption, caption); }
@@ -58,6 +63,8 @@ class TListColumn {
     Changed();
   }
 
+  friend class TListColumns;
+
   TListColumns& FOwner;
   QString FCaption;
   int FWidth = 50;
@@ -66,6 +73,7 @@ class TListColumn {
   TAlignment FAlignment = TAlignment::LeftJustify;
   int FImageIndex = -1;
   Qt::TextElideMode FElide = Qt::ElideRight;
+  bool FGone = false;
 };
 
 // Owns its columns. An index out of range throws EListError.
@@ -78,6 +86,9 @@ class TListColumns {
 
   // Called after any change of a column or of their number.
   std::function<void()> OnChange;
+
+  // Set once, by the list that the columns belong to, before there are any.
+  void SetLife(const TListLifePtr& life) { FLife = life; }
 
   TListColumn& Add();
   TListColumn& Add(const QString& caption, int width, TAlignment alignment = TAlignment::LeftJustify);
@@ -95,6 +106,8 @@ class TListColumns {
  private:
   friend class TListColumn;
   void Changed() const;
+  void Bury(std::unique_ptr<TListColumn> column);
 
+  TListLifePtr FLife = std::make_shared<TListLife>();
   std::vector<std::unique_ptr<TListColumn>> FColumns;
 };

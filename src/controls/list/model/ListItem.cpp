@@ -24,23 +24,23 @@ void TListItem::SetImage(int& field, int index) {
 }
 
 void TListItem::Notify(TItemChange change) {
-  FOwner.Owner().ItemChanged(*this, change);
+  if (!Gone()) FOwner.Owner().ItemChanged(*this, change);
 }
 
 bool TListItem::HasState(unsigned bit) const {
-  return (FOwner.Owner().RowStates().State(Index()) & bit) != 0;
+  return !Gone() && (FOwner.Owner().RowStates().State(Index()) & bit) != 0;
 }
 
 void TListItem::SetState(unsigned bit, bool on) {
-  FOwner.Owner().RowStates().Change(Index(), on ? bit : 0, bit);
+  FOwner.ChangeState(*this, on ? bit : 0, bit);
 }
 
 void TListItem::Delete() {
-  FOwner.Delete(Index());
+  if (!Gone()) FOwner.Delete(Index());
 }
 
 void TListItem::MakeVisible(bool partialOk) {
-  FOwner.Owner().ScrollToItem(*this, partialOk);
+  if (!Gone()) FOwner.Owner().ScrollToItem(*this, partialOk);
 }
 
 void TListItem::Update() {

@@ -17,6 +17,9 @@ class TListItem {
 
   [[nodiscard]] TListItems& Owner() const { return FOwner; }
 
+  // The row has left its list and is kept only until the event at hand has been told.
+  [[nodiscard]] bool Gone() const { return FLife == TLife::Gone; }
+
   // The present row, -1 for an item that is in no list.
   [[nodiscard]] virtual int Index() const;
 
@@ -70,6 +73,9 @@ class TListItem {
   friend class TSubItems;
 
   // The small fields stand last: a derived row goes on right behind them.
+  // Leaving: its deletion is being told or was told; it is still in the list and nothing deletes it again.
+  enum class TLife : unsigned char { Staying, Leaving, Gone };
+
   TListItems& FOwner;
   void* FData = nullptr;
   QString FCaption;
@@ -77,4 +83,5 @@ class TListItem {
   int FImageIndex = -1;
   int FStateIndex = -1;
   mutable int FIndex = -1;
+  TLife FLife = TLife::Staying;
 };

@@ -3,6 +3,8 @@
 #include "controls/list/model/RowSort.h"
 #include "controls/list/model/RowStates.h"
 
+#include <QScopeGuard>
+
 #include <algorithm>
 #include <utility>
 
@@ -26,30 +28,93 @@ TListItem* TListItems::AddItem(std::unique_ptr<TListItem> item, int index) {
   return added;
 }
 
+// Removing.
+
+bool TListItems::TellDeletion(TListItem& item) {
+  if (item.FLife != TListItem::TLife::Staying) return false;
+  const TEventScope scope(FOwner.Life());
+  item.FLife = TListItem::TLife::Leaving;
+  auto stays = qScopeGuard([&item] {
+    if (!item.Gone()) item.FLife = TListItem::TLife::Staying;
+  });
+  FOwner.ItemDeleting(item);
+  stays.dismiss();
+  return !scope.ListGone() && !item.Gone();
+}
+
+void TListItems::Bury(TListItem& item) {
+  item.FLife = TListItem::TLife::Gone;
+  item.FIndex = -1;
+  FOwner.ItemGone(item);
+  FOwner.Life()->Bury(std::unique_ptr<TListItem>(&item));
+}
+
 void TListItems::Delete(int index) {
   TListItem* const item = (*this)[index];
   item->FIndex = index;
-  FOwner.RowStates().Change(index, 0, kRowSelected);
-  // A handler may have moved the row or deleted it already.
-  if (Item(index) != item && std::find(FRows.begin(), FRows.end(), item) == FRows.end()) return;
-  FOwner.ItemDeleting(*item);
-  const int row = IndexOf(item);
-  FRows.erase(FRows.begin() + row);
-  FOwner.RowStates().Remove(row, 1);
-  delete item;
-  NoteRowsChanged();
+  DeleteRows({item});
+}
+
+void TListItems::DeleteRows(const std::vector<TListItem*>& rows) {
+  const TEventScope scope(FOwner.Life());
+  const auto removal = qScopeGuard([&] {
+    if (!scope.ListGone()) TakeOutLeaving();
+  });
+  for (TListItem* item : rows) {
+    ChangeState(*item, 0, kRowSelected);
+    if (scope.ListGone()) return;
+    TellDeletion(*item);
+    if (scope.ListGone()) return;
+  }
 }
 
 void TListItems::Clear() {
-  if (FRows.empty()) return;
-  for (size_t row = 0; row < FRows.size(); ++row)
-    FOwner.ItemDeleting(*FRows[row]);
-  std::vector<TListItem*> gone;
-  gone.swap(FRows);
-  FOwner.RowStates().Remove(0, FOwner.RowStates().Count());
-  for (TListItem* item : gone)
-    delete item;
+  const TEventScope scope(FOwner.Life());
+  const auto removal = qScopeGuard([&] {
+    if (!scope.ListGone()) TakeOutLeaving();
+  });
+  const std::vector<TListItem*> rows = FRows;
+  for (TListItem* item : rows) {
+    TellDeletion(*item);
+    if (scope.ListGone()) return;
+  }
+}
+
+// All whose deletion was told, in one pass, whoever told it.
+void TListItems::TakeOutLeaving() {
+  std::vector<int> places;
+  std::vector<TListItem*> leaving;
+  size_t kept = 0;
+  for (size_t row = 0; row < FRows.size(); ++row) {
+    if (FRows[row]->FLife == TListItem::TLife::Staying) {
+      FRows[kept++] = FRows[row];
+      continue;
+    }
+    places.push_back(static_cast<int>(row));
+    leaving.push_back(FRows[row]);
+  }
+  if (leaving.empty()) return;
+  FRows.resize(kept);
+  FOwner.RowStates().Remove(places);
+  for (TListItem* item : leaving)
+    Bury(*item);
   NoteRowsChanged();
+}
+
+void TListItems::ChangeState(TListItem& item, unsigned bits, unsigned mask) {
+  if (item.Index() < 0) return;
+  const TEventScope scope(FOwner.Life());
+  TRowStates& states = FOwner.RowStates();
+  for (const unsigned bit : {kRowSelected, kRowFocused, kRowAnchor}) {
+    const auto elsewhere = [&] {
+      return states.CountOf(bit) > 0 && (states.State(item.Index()) & bit) == 0;
+    };
+    if ((bits & mask & states.UniqueBits() & bit) == 0 || !elsewhere()) continue;
+    states.Change(states.Next(-1, bit), 0, bit);
+    if (scope.ListGone() || item.Gone()) return;
+    if (elsewhere()) mask &= ~bit;
+  }
+  states.Change(item.Index(), bits, mask);
 }
 
 TListItem* TListItems::Item(int index) const {
@@ -94,38 +159,37 @@ void TListItems::NoteRowsChanged() {
     FOwner.RowsChanged();
 }
 
-std::vector<TListItems::TSavedState> TListItems::TakeStates() {
-  std::vector<TSavedState> saved;
-  TRowStates& states = FOwner.RowStates();
-  for (int row = 0; row < Count(); ++row) {
-    if (const unsigned state = states.State(row); state != 0) {
-      saved.push_back({FRows[static_cast<size_t>(row)], state});
-      states.Put(row, 0);
-    }
-  }
-  return saved;
-}
+// Sorting.
 
-void TListItems::RestoreStates(const std::vector<TSavedState>& saved) {
-  for (const TSavedState& row : saved)
-    FOwner.RowStates().Put(IndexOf(row.Item), row.State);
-}
-
+// The handler of a comparison may change the list or destroy it, so a copy of the rows is sorted.
 void TListItems::Sort(const TCompare& compare) {
-  Reorder([&] { QuickSortRows(FRows, compare); });
+  const TEventScope scope(FOwner.Life());
+  std::vector<TListItem*> order = FRows;
+  QuickSortRows(order, [&](TListItem& a, TListItem& b) { return scope.ListGone() ? 0 : compare(a, b); });
+  if (!scope.ListGone()) SetOrder(order);
 }
 
-void TListItems::Reorder(const std::function<void()>& order) {
-  const std::vector<TSavedState> saved = TakeStates();
-  const auto finish = [&] {
-    RestoreStates(saved);
-    NoteRowsChanged();
-  };
-  try {
-    order();
-  } catch (...) {
-    finish();
-    throw;
+void TListItems::SetOrder(const std::vector<TListItem*>& order) {
+  TRowStates& states = FOwner.RowStates();
+  std::vector<unsigned> bits(FRows.size());
+  for (size_t row = 0; row < FRows.size(); ++row) {
+    FRows[row]->FIndex = static_cast<int>(row);
+    bits[row] = states.State(static_cast<int>(row));
   }
-  finish();
+  std::vector<TListItem*> former = FRows;
+  size_t place = 0;
+  const auto put = [&](TListItem* item, size_t from) {
+    former[from] = nullptr;
+    FRows[place] = item;
+    item->FIndex = static_cast<int>(place);
+    states.Put(static_cast<int>(place++), bits[from]);
+  };
+  for (TListItem* item : order) {
+    const auto from = static_cast<size_t>(item->FIndex);
+    if (item->FIndex >= 0 && from < former.size() && former[from] == item) put(item, from);
+  }
+  for (size_t row = 0; row < former.size(); ++row) {
+    if (former[row] != nullptr) put(former[row], row);
+  }
+  NoteRowsChanged();
 }

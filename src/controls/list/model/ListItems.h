@@ -2,6 +2,7 @@
 // window; main thread.
 #pragma once
 
+#include "controls/list/model/EventScope.h"
 #include "controls/list/model/ListItem.h"
 
 #include <functional>
@@ -20,11 +21,17 @@ class TListItemsOwner {
 
   [[nodiscard]] virtual TRowStates& RowStates() = 0;
 
+  // Shared by all parts of the list.
+  [[nodiscard]] virtual const TListLifePtr& Life() const = 0;
+
   // A row stands in the list with its new text or image; not called while rows are added or destroyed.
   virtual void ItemChanged(TListItem& item, TItemChange change) = 0;
 
   // The row is about to leave and be destroyed; it is still whole and has its index.
   virtual void ItemDeleting(TListItem& item) = 0;
+
+  // The row has left the list and is about to be freed: links to it are to be dropped. Tells nothing.
+  virtual void ItemGone(TListItem&) {}
 
   // Rows were added, removed or moved. Inside an update bracket this comes once, at its end.
   virtual void RowsChanged() = 0;
@@ -52,10 +59,17 @@ class TListItems {
   // A made item of this list's owner takes its place.
   virtual TListItem* AddItem(std::unique_ptr<TListItem> item, int index);
 
-  // The order of events: the row is deselected, then OnDeletion, then it is gone.
+  // The order of events: the row is deselected, then OnDeletion, then it is gone. A row whose deletion is under
+  // way is not deleted again.
   virtual void Delete(int index);
-  // OnDeletion for each row, first to last; no event tells of the lost selection.
+  // The same for each of these rows of the list, which then leave it together.
+  void DeleteRows(const std::vector<TListItem*>& rows);
+  // OnDeletion for each row, first to last; no event tells of the lost selection. Rows that handlers add stay.
   virtual void Clear();
+
+  // Gives the row the bits under the mask and tells whoever listens. Bits that one row only may have are taken
+  // from the former row first, and not given if a handler gives them elsewhere meanwhile.
+  void ChangeState(TListItem& item, unsigned bits, unsigned mask);
 
   [[nodiscard]] int Count() const { return static_cast<int>(FRows.size()); }
   // The row, null out of range; [] throws EListError there.
@@ -78,41 +92,46 @@ class TListItems {
   using TCompare = std::function<int(TListItem& a, TListItem& b)>;
 
   // The program's quicksort. Every row keeps its state bits; no event tells of them. A comparison that
-  // contradicts itself gives some order and always ends. What it throws comes out, all rows still there.
+  // contradicts itself gives some order and always ends. What it throws comes out, and the order is as before.
+  // A comparison may change the list: rows that it adds come last.
   virtual void Sort(const TCompare& compare);
 
  protected:
-  // Bits of the rows that have any, so that they follow their items through a reordering of the rows.
-  struct TSavedState {
-    TListItem* Item;
-    unsigned State;
-  };
-  [[nodiscard]] std::vector<TSavedState> TakeStates();
-  void RestoreStates(const std::vector<TSavedState>& saved);
-  // Runs what brings the rows into another order. Should it throw, the rows as they are then keep their bits.
-  void Reorder(const std::function<void()>& order);
+  // The rows in their new order; rows that are not in the list are left out, those that are missing come last.
+  void SetOrder(const std::vector<TListItem*>& order);
+
+  // Tells the deletion of a row, which stands in the list meanwhile. False if it is not the caller's to take
+  // out: its deletion was told before, or it or the list is gone.
+  bool TellDeletion(TListItem& item);
+  // The row has no place any more: it is marked gone and freed as soon as no event is being told.
+  void Bury(TListItem& item);
 
   void NoteRowsChanged();
   [[nodiscard]] int UpdateDepth() const { return FUpdateDepth; }
   std::vector<TListItem*> FRows;
 
  private:
+  void TakeOutLeaving();
+
   TListItemsOwner& FOwner;
   int FUpdateDepth = 0;
   bool FRowsChanged = false;
   bool FTolerant = false;
 };
 
-// An update bracket that closes itself.
+// An update bracket that closes itself, unless the list has gone.
 class TListUpdate {
  public:
-  explicit TListUpdate(TListItems& items) : FItems(items) { FItems.BeginUpdate(); }
+  explicit TListUpdate(TListItems& items) : FItems(items), FLife(items.Owner().Life()) {
+    FItems.BeginUpdate();
+  }
   ~TListUpdate() {
-    if (FItems.Updating()) FItems.EndUpdate();
+    if (!FLife->Gone() && FItems.Updating()) FItems.EndUpdate();
   }
   TListUpdate(const TListUpdate&) = delete;
   TListUpdate& operator=(const TListUpdate&) = delete;
 
  private:
   TListItems& FItems;
+  const TListLifePtr FLife;
 };

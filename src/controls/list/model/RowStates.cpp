@@ -3,30 +3,18 @@
 #include <algorithm>
 #include <bit>
 
-namespace {
-constexpr unsigned kUniqueBits = kRowFocused | kRowAnchor;
-}
-
 unsigned TRowStateList::State(int row) const {
   return Has(row) ? FStates[static_cast<size_t>(row)] : 0;
 }
 
 void TRowStateList::Change(int row, unsigned bits, unsigned mask) {
   if (!Has(row)) return;
-  TakeFromOthers(row, bits & mask);
   const unsigned before = State(row);
   const unsigned after = (before & ~mask) | (bits & mask);
-  if (!Has(row) || after == before) return;
+  if (after == before) return;
   Put(row, after);
-  if (OnChange) OnChange(row, before, after);
-}
-
-void TRowStateList::TakeFromOthers(int row, unsigned bits) {
-  const unsigned unique = kUniqueBits | (FSingleSelect ? kRowSelected : 0);
-  for (const unsigned bit : {kRowSelected, kRowFocused, kRowAnchor}) {
-    if ((bits & unique & bit) == 0 || CountOf(bit) == 0 || (State(row) & bit) != 0) continue;
-    Change(Next(-1, bit), 0, bit);
-  }
+  const auto listener = OnChange;  // the list, and this with it, may be destroyed meanwhile
+  if (listener) listener(row, before, after);
 }
 
 void TRowStateList::Put(int row, unsigned state) {
@@ -56,6 +44,24 @@ void TRowStateList::Remove(int row, int count) {
   FStates.erase(first, first + count);
   const int heir = std::min(row, Count() - 1);
   if (focused) Put(heir, State(heir) | kRowFocused);
+}
+
+void TRowStateList::Remove(const std::vector<int>& rows) {
+  int heir = -1;
+  size_t kept = 0;
+  auto next = rows.begin();
+  for (size_t row = 0; row < FStates.size(); ++row) {
+    const bool leaves = next != rows.end() && static_cast<size_t>(*next) == row;
+    if (!leaves) {
+      FStates[kept++] = FStates[row];
+      continue;
+    }
+    ++next;
+    if ((FStates[row] & kRowFocused) != 0) heir = static_cast<int>(kept);
+    Recount(FStates[row], 0);
+  }
+  FStates.resize(kept);
+  if (heir >= 0) Put(std::min(heir, Count() - 1), State(std::min(heir, Count() - 1)) | kRowFocused);
 }
 
 int TRowStateList::Next(int after, unsigned bits) const {

@@ -18,8 +18,12 @@ class TRowStates {
   // The bits of a row, 0 for a row out of range.
   [[nodiscard]] virtual unsigned State(int row) const = 0;
 
-  // Gives the row the bits under the mask and tells whoever listens, if that changes anything. Bits that one
-  // row only may have are taken from the former row first. A row out of range changes nothing.
+  // Bits that one row only may have: whoever gives them takes them from the former row first, as
+  // TListItems::ChangeState does.
+  [[nodiscard]] virtual unsigned UniqueBits() const = 0;
+
+  // Gives the row the bits under the mask and tells whoever listens, if that changes anything. A row out of
+  // range changes nothing.
   virtual void Change(int row, unsigned bits, unsigned mask) = 0;
 
   // Replaces all bits of a row without a word; used when rows move.
@@ -28,6 +32,8 @@ class TRowStates {
   // New rows have no bits. Removing the focused row hands the focus to its successor, without a word.
   virtual void Insert(int row, int count) = 0;
   virtual void Remove(int row, int count) = 0;
+  // The same for any rows, in ascending order, in one pass.
+  virtual void Remove(const std::vector<int>& rows) = 0;
 
   // The first row after the given one (-1 for the first of all) that has all the bits, or -1.
   [[nodiscard]] virtual int Next(int after, unsigned bits) const = 0;
@@ -39,11 +45,14 @@ class TRowStates {
 // The bits as a plain list; what every control of the program uses.
 class TRowStateList : public TRowStates {
  public:
-  // Called after each change with the row, its bits before and after. The listener may change any row.
+  // Called after each change with the row, its bits before and after. The listener may change anything.
   std::function<void(int row, unsigned before, unsigned after)> OnChange;
 
-  // With single selection, selecting a row deselects the former one first.
+  // With single selection, at most one row is selected.
   void SetSingleSelect(bool single) { FSingleSelect = single; }
+  [[nodiscard]] unsigned UniqueBits() const override {
+    return kRowFocused | kRowAnchor | (FSingleSelect ? kRowSelected : 0);
+  }
 
   [[nodiscard]] int Count() const override { return static_cast<int>(FStates.size()); }
   [[nodiscard]] unsigned State(int row) const override;
@@ -51,13 +60,13 @@ class TRowStateList : public TRowStates {
   void Put(int row, unsigned state) override;
   void Insert(int row, int count) override;
   void Remove(int row, int count) override;
+  void Remove(const std::vector<int>& rows) override;
   [[nodiscard]] int Next(int after, unsigned bits) const override;
   [[nodiscard]] int CountOf(unsigned bit) const override;
 
  private:
   [[nodiscard]] bool Has(int row) const { return row >= 0 && row < Count(); }
   void Recount(unsigned before, unsigned after);
-  void TakeFromOthers(int row, unsigned bits);
 
   std::vector<quint8> FStates;
   int FCounts[6] = {};

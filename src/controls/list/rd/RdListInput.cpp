@@ -31,7 +31,7 @@ void TRdListView::Press(QMouseEvent& event, bool second) {
 // A press on a box that was served already only moves the focus.
 bool TRdListView::PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
   if (!FState.BoxClicked) return TCustomListView::PressRows(pos, button, shift);
-  States().Change(HitTest(pos).Row, kRowFocused, kRowFocused);
+  if (TListItem* const item = Items().Item(HitTest(pos).Row)) item->SetFocused(true);
   return true;
 }
 

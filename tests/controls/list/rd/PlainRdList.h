@@ -53,6 +53,7 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
     return std::make_unique<TkListItem>(static_cast<TkListItems&>(items));
   }
   TRowStates& RowStates() override { return States; }
+  const TListLifePtr& Life() const override { return EventLife; }
   void ItemChanged(TListItem& item, TItemChange) override {
     if (Model.ItemShows(static_cast<TkListItem&>(item))) Log << u"show "_qs + item.Caption();
   }
@@ -87,6 +88,7 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
     Log << u"checked "_qs + item.Caption() + QString::number(column);
   }
 
+  TListLifePtr EventLife = std::make_shared<TListLife>();
   TRowStateList States;
   TkListState State;
   TkListItems Items;

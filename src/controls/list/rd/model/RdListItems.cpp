@@ -330,7 +330,9 @@ void TkListItems::MoveFocusToRows() {
 void TkListItems::Sort(const TCompare& compare) {
   if (!compare) return;
   const bool flat = FModel->Groups().Count() == 0;
-  SortRows(compare, [&] { QuickSortRows(FRows, flat ? compare : WithinGroups(compare)); });
+  SortRows(compare, [&](std::vector<TListItem*>& rows) {
+    QuickSortRows(rows, flat ? compare : WithinGroups(compare));
+  });
 }
 
 void TkListItems::SortByText(int column, TTextOrder order, bool descending) {
@@ -339,14 +341,14 @@ void TkListItems::SortByText(int column, TTextOrder order, bool descending) {
     return sign * order(ShownView(static_cast<TkListItem&>(a), column),
                         ShownView(static_cast<TkListItem&>(b), column));
   };
-  SortRows(compare, [&] {
-    TTextKeys keys(FRows, column);
+  SortRows(compare, [&](std::vector<TListItem*>& rows) {
+    TTextKeys keys(rows, column);
     keys.Sort([&](QStringView a, QStringView b) { return sign * order(a, b); });
-    std::ranges::transform(keys.Keys, FRows.begin(), &TTextKeys::TKey::Item);
+    std::ranges::transform(keys.Keys, rows.begin(), &TTextKeys::TKey::Item);
   });
 }
 
-void TkListItems::SortRows(const TCompare& compare, const std::function<void()>& sortShown) {
+void TkListItems::SortRows(const TCompare& compare, const TOrder& sortShown) {
   const TListUpdate update(*this);
   for (const auto& group : FModel->Groups()) {
     if (group->Collapsed()) group->FHiddenItems.Restamp(compare);
@@ -355,5 +357,7 @@ void TkListItems::SortRows(const TCompare& compare, const std::function<void()>&
     FNumbers.RenumberAll();
     FGroupOrder.AllChanged();
   });
-  Reorder(sortShown);
+  std::vector<TListItem*> rows = FRows;
+  sortShown(rows);
+  SetOrder(rows);
 }

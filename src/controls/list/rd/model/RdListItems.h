@@ -73,7 +73,8 @@ class TkListItems : public TListItems {
   void HostRemove(int index, int count);
   void MoveFocusToRows();
   void CopyRow(const TListItem& source);
-  void SortRows(const TCompare& compare, const std::function<void()>& sortShown);
+  using TOrder = std::function<void(std::vector<TListItem*>& rows)>;
+  void SortRows(const TCompare& compare, const TOrder& sortShown);
 
   // Made by the rows as they come into being.
   [[nodiscard]] int NextSerial() { return FSerialCounter++; }
