@@ -2,13 +2,132 @@
 
 #include "controls/list/RowHost.h"
 #include "controls/list/model/ListColumns.h"
-#include "controls/list/painter/HeaderPainter.h"
-#include "controls/picture/ImageList.h"
+#include "controls/list/painter/RowPainter.h"
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOptionHeader>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int kDividerReach = 4;
+
+// What metrics round away, so that a caption in a room of its own width is not cut.
+constexpr int kSlack = 2;
+
+QStyleOptionHeader::SectionPosition PositionOf(int index, int count) {
+  if (count == 1) return QStyleOptionHeader::OnlyOneSection;
+  if (index == 0) return QStyleOptionHeader::Beginning;
+  return index + 1 < count ? QStyleOptionHeader::Middle : QStyleOptionHeader::End;
+}
+
+// Which sections look special now; -1 for none.
+struct THeaderLook {
+  int HotColumn = -1;
+  int PressedColumn = -1;
+};
+
+// Paints the sections: the style's own section, the caption, the sort mark at its right. Lives for one paint.
+class THeaderPainter {
+ public:
+  THeaderPainter(QPainter& painter, const QWidget& widget, const TImageList* marks)
+      : FPainter(painter), FWidget(widget), FMarks(marks) {}
+
+  void PaintSection(const QRect& rect, const TListColumn& column, int columnCount, THeaderLook look);
+  // What is right of the last section.
+  void PaintRest(const QRect& rect);
+
+ private:
+  void PaintBackground(const QRect& rect, QStyle::State state, QStyleOptionHeader::SectionPosition position);
+  void PaintLabel(const QRect& rect, const TListColumn& column);
+
+  QPainter& FPainter;
+  const QWidget& FWidget;
+  const TImageList* FMarks;
+};
+
+void THeaderPainter::PaintSection(const QRect& rect, const TListColumn& column, int columnCount,
+                                  THeaderLook look) {
+  const int index = column.Index();
+  QStyle::State state = index == look.PressedColumn ? QStyle::State_Sunken : QStyle::State_Raised;
+  if (index == look.HotColumn) state |= QStyle::State_MouseOver;
+  FPainter.save();
+  FPainter.setClipRect(rect, Qt::IntersectClip);
+  PaintBackground(rect, state, PositionOf(index, columnCount));
+  PaintLabel(rect, column);
+  FPainter.restore();
+}
+
+void THeaderPainter::PaintBackground(const QRect& rect, QStyle::State state,
+                                     QStyleOptionHeader::SectionPosition position) {
+  QStyleOptionHeader option;
+  option.initFrom(&FWidget);
+  option.rect = rect;
+  option.orientation = Qt::Horizontal;
+  option.position = position;
+  option.state &= ~(QStyle::State_MouseOver | QStyle::State_HasFocus);
+  option.state |= state;
+  FWidget.style()->drawControl(QStyle::CE_HeaderSection, &option, &FPainter, &FWidget);
+}
+
+void THeaderPainter::PaintLabel(const QRect& rect, const TListColumn& column) {
+  const TListMetrics defaults;
+  const bool marked = FMarks != nullptr && column.ImageIndex() >= 0;
+  const QFontMetrics metrics = FWidget.fontMetrics();
+  const THeaderParts parts = LayoutHeaderSection(rect, metrics.horizontalAdvance(column.Caption()) + kSlack,
+                                                 marked ? FMarks->Size() : QSize(), column.Alignment(),
+                                                 defaults.Margin, defaults.Gap);
+  const QString caption = metrics.elidedText(column.Caption(), Qt::ElideRight, parts.Text.width());
+  FWidget.style()->drawItemText(&FPainter, parts.Text,
+                                static_cast<int>(CellAlignment(column)) | Qt::TextSingleLine,
+                                FWidget.palette(), FWidget.isEnabled(), caption, QPalette::ButtonText);
+  if (!parts.Mark.isNull()) FMarks->Draw(FPainter, parts.Mark, column.ImageIndex(), FWidget.isEnabled());
+}
+
+void THeaderPainter::PaintRest(const QRect& rect) {
+  PaintBackground(rect, QStyle::State_Raised, QStyleOptionHeader::End);
+}
+
+}  // namespace
+
+int THeaderInput::DividerAt(int x) const {
+  const int column = FHost.HeaderLayout().DividerAt(x, kDividerReach);
+  return column >= 0 && FHost.HeaderColumns()[column].Resizable() ? column : -1;
+}
+
+void THeaderInput::Press(int x, bool second) {
+  const int divider = DividerAt(x);
+  if (divider >= 0 && second) {
+    FHost.FitColumnToContents(divider);
+  } else if (divider >= 0) {
+    FTrackedColumn = divider;
+    FTrackStart = x;
+    FTrackWidth = FHost.HeaderColumns()[divider].Width();
+  } else if (FHost.Clickable()) {
+    FDownColumn = FHotColumn = FHost.HeaderLayout().ColumnAt(x);
+  }
+}
+
+void THeaderInput::Move(int x) {
+  if (FTrackedColumn >= 0 && FTrackedColumn < FHost.HeaderColumns().Count())
+    FHost.HeaderColumns()[FTrackedColumn].SetWidth(FTrackWidth + x - FTrackStart);
+  if (Tracking()) return;
+  const bool hot = FHost.Clickable() && (FDownColumn >= 0 || DividerAt(x) < 0);
+  FHotColumn = hot ? FHost.HeaderLayout().ColumnAt(x) : -1;
+}
+
+void THeaderInput::Release(int x) {
+  FTrackedColumn = -1;
+  const int down = std::exchange(FDownColumn, -1);
+  if (down >= 0 && FHost.HeaderLayout().ColumnAt(x) == down) FHost.ColumnClicked(down);
+}
+
+void THeaderInput::Leave() {
+  FHotColumn = -1;
+}
 
 THeaderBar::THeaderBar(TRowHost& host) : QWidget(&host), FHost(host), FInput(*this) {
   setMouseTracking(true);
@@ -45,18 +164,25 @@ void THeaderBar::mouseDoubleClickEvent(QMouseEvent* event) {
   Press(*event, true);
 }
 
+// Each gesture may end in a handler that destroys the list, and the header with it.
+
 void THeaderBar::Press(QMouseEvent& event, bool second) {
+  const TEventScope scope(FHost.EventLife());
   const bool taken = FHost.HeaderMouse(event, FInput.AtDivider(event.position().toPoint().x()));
+  if (scope.ListGone()) return;
   if (!taken && event.button() == Qt::LeftButton)
     FInput.Press(event.position().toPoint().x(), second && FHost.HeaderFitsColumns());
-  update();
+  if (!scope.ListGone()) update();
 }
 
 void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
+  const TEventScope scope(FHost.EventLife());
   const int x = event->position().toPoint().x();
+  if (!event->buttons().testFlag(Qt::LeftButton)) FInput.Cancel();
   FInput.Move(x);
   const bool atDivider = event->buttons() == Qt::NoButton && FInput.AtDivider(x);
   FHost.HeaderMouse(*event, FInput.Tracking() || atDivider);
+  if (scope.ListGone()) return;
   if (FInput.Tracking() || atDivider)
     setCursor(Qt::SplitHCursor);
   else
@@ -65,8 +191,19 @@ void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void THeaderBar::mouseReleaseEvent(QMouseEvent* event) {
+  const TEventScope scope(FHost.EventLife());
   const bool taken = FHost.HeaderMouse(*event, FInput.Tracking());
-  if (!taken && event->button() == Qt::LeftButton) FInput.Release(event->position().toPoint().x());
+  if (scope.ListGone()) return;
+  if (taken)
+    FInput.Cancel();
+  else if (event->button() == Qt::LeftButton)
+    FInput.Release(event->position().toPoint().x());
+  if (!scope.ListGone()) update();
+}
+
+void THeaderBar::ColumnsChanged() {
+  FInput.Cancel();
+  FInput.Leave();
   update();
 }
 

@@ -2,7 +2,11 @@
 // rectangles and positions are in pixels of the client area, which is the viewport below the header.
 #pragma once
 
+#include <QString>
+
 #include <stdexcept>
+
+class TListColumns;
 
 // State bits of a row. The first four are those that a row host keeps in any mode.
 inline constexpr unsigned kRowFocused = 1;      // at most one row
@@ -44,4 +48,18 @@ struct TListViewOptions {
   bool GridLines = false;      // lines between rows and columns
   bool HideSelection = false;  // the highlight shows only while the list has the focus
   bool ShowHint = true;        // Hint shows when the mouse rests
+};
+
+// Where a row host gets what it shows: rows and cells by index, asked for only when they are painted,
+// measured or read aloud.
+class TRowSource {
+ public:
+  virtual ~TRowSource() = default;
+
+  [[nodiscard]] virtual const TListColumns& RowColumns() const = 0;
+
+  // Text and small image of a cell; empty and -1 for a cell that the row does not have.
+  [[nodiscard]] virtual QString CellText(int row, int column) const = 0;
+  [[nodiscard]] virtual int CellImage(int row, int column) const = 0;
+  [[nodiscard]] virtual int StateImage(int row) const = 0;
 };

@@ -1,7 +1,5 @@
 #include "controls/list/ListView.h"
 
-#include "controls/list/accessible/ListAccessible.h"
-
 #include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QTextDocument>
@@ -11,6 +9,8 @@
 #include <utility>
 
 namespace {
+
+constexpr int kNumberKeys = 9;
 
 // Milliseconds of a clock that never goes back.
 qint64 Now() {
@@ -47,7 +47,7 @@ TListItem* TCustomListView::Selected() const {
 
 void TCustomListView::SetSelected(TListItem* item) {
   if (item == nullptr)
-    TRowSelection(*this).DeselectAll();
+    FInput.DeselectAll();
   else
     FItems->ChangeState(*item, kRowSelected | kRowFocused, kRowSelected | kRowFocused);
 }
@@ -77,6 +77,7 @@ TCellFacts TCustomListView::DescribeCell(int row, int column) const {
   facts.Text = CellText(row, column);
   facts.HasCheckBox = column == 0 && Options().CheckBoxes;
   facts.Checked = facts.HasCheckBox && (States().State(row) & kRowChecked) != 0;
+  facts.PressKey = Qt::Key_Return;
   return facts;
 }
 
@@ -88,14 +89,17 @@ bool TCustomListView::ActOnCell(int row, int column, TCellAct act) {
     return true;
   }
   if (act != TCellAct::Press) return false;
+  const TEventScope scope(EventLife());
   SetSelected(item);
-  if (OnDblClick) OnDblClick();
+  if (!scope.ListGone()) (void)Tell(EventLife(), OnDblClick);
   return true;
 }
 
 TCellFacts TCustomListView::DescribeHeader(int column) const {
   TCellFacts facts;
   facts.Text = (*FColumns)[column].Caption().trimmed();
+  if (column < kNumberKeys)
+    facts.PressKey = QKeyCombination(Qt::ControlModifier, Qt::Key(Qt::Key_1 + column));
   return facts;
 }
 
@@ -127,10 +131,10 @@ unsigned TCustomListView::GetHitTestInfoAt(int x, int y) const {
 }
 
 void TCustomListView::AlphaSort() {
-  CustomSort([this](TListItem& a, TListItem& b) {
-    if (!OnCompare) return QString::localeAwareCompare(a.Caption(), b.Caption());
+  CustomSort([compare = OnCompare](TListItem& a, TListItem& b) {
+    if (!compare) return QString::localeAwareCompare(a.Caption(), b.Caption());
     int result = 0;
-    OnCompare(&a, &b, result);
+    compare(&a, &b, result);
     return result;
   });
 }
@@ -143,11 +147,11 @@ void TCustomListView::ItemChanged(TListItem& item, TItemChange change) {
   const int row = item.Index();
   if (row < 0) return;
   if (!FItems->Updating()) UpdateRow(row);
-  if (OnChange) OnChange(&item, change);
+  (void)Tell(EventLife(), OnChange, &item, change);
 }
 
 void TCustomListView::ItemDeleting(TListItem& item) {
-  if (OnDeletion) OnDeletion(&item);
+  (void)Tell(EventLife(), OnDeletion, &item);
 }
 
 void TCustomListView::RowsChanged() {
@@ -181,25 +185,24 @@ int TCustomListView::StateImage(int row) const {
   return item != nullptr ? item->StateIndex() : -1;
 }
 
-// Each handler may delete the row, so it is looked up again.
 void TCustomListView::RowStateChanged(int row, unsigned before, unsigned after) {
   const unsigned changed = (before ^ after) & ~kRowAnchor;
   TListItem* const item = FItems->Item(row);
   if (changed == 0 || item == nullptr) return;
+  const TEventScope scope(EventLife());
   TellRowState(*this, row, changed, after);
-  if (OnChange) OnChange(item, TItemChange::State);
-  if (FItems->Item(row) != item) return;
-  if ((changed & kRowSelected) != 0 && OnSelectItem) OnSelectItem(item, (after & kRowSelected) != 0);
-  if (FItems->Item(row) != item) return;
-  if ((changed & kRowChecked) != 0) CheckChanged(*item);
+  if (!Tell(EventLife(), OnChange, item, TItemChange::State) || item->Gone()) return;
+  const bool selects = (changed & kRowSelected) != 0;
+  if (selects && !Tell(EventLife(), OnSelectItem, item, (after & kRowSelected) != 0)) return;
+  if ((changed & kRowChecked) != 0 && !item->Gone()) CheckChanged(*item);
 }
 
 void TCustomListView::CheckChanged(TListItem& item) {
-  if (OnItemChecked) OnItemChecked(&item);
+  (void)Tell(EventLife(), OnItemChecked, &item);
 }
 
 void TCustomListView::HeaderClicked(int column) {
-  if (OnColumnClick) OnColumnClick(&(*FColumns)[column]);
+  if (column >= 0 && column < FColumns->Count()) (void)Tell(EventLife(), OnColumnClick, &(*FColumns)[column]);
 }
 
 void TCustomListView::mousePressEvent(QMouseEvent* event) {
@@ -211,13 +214,14 @@ void TCustomListView::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void TCustomListView::Press(QMouseEvent& event, bool second) {
+  const TEventScope scope(EventLife());
   const QPoint pos = event.position().toPoint();
   const Qt::MouseButton button = event.button();
   const bool left = button == Qt::LeftButton;
   FClickPending = left && !second;
   const bool onBox = PressRows(pos, button, event.modifiers());
-  if (second && left && !onBox && OnDblClick) OnDblClick();
-  if (OnMouseDown) OnMouseDown(button, event.modifiers(), pos.x(), pos.y());
+  if (scope.ListGone() || (second && left && !onBox && !Tell(EventLife(), OnDblClick))) return;
+  (void)Tell(EventLife(), OnMouseDown, button, event.modifiers(), pos.x(), pos.y());
 }
 
 bool TCustomListView::PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
@@ -228,25 +232,31 @@ bool TCustomListView::PressRow(const THit& hit, Qt::MouseButton button, Qt::Keyb
   return FInput.Press(hit, button, shift);
 }
 
+// A move without buttons tells that a release was lost, to a window that a handler has opened for example.
 void TCustomListView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint pos = event->position().toPoint();
-  if (event->buttons() == Qt::NoButton) SetHoverRow(HitTest(pos).Row);
+  if (event->buttons() != Qt::NoButton) return;
+  FClickPending = false;
+  FInput.Cancel();
+  SetHoverRow(HitTest(pos).Row);
 }
 
 void TCustomListView::mouseReleaseEvent(QMouseEvent* event) {
+  const TEventScope scope(EventLife());
   const QPoint pos = event->position().toPoint();
   const Qt::MouseButton button = event->button();
   if (button == Qt::LeftButton) FInput.Release();
+  if (scope.ListGone()) return;
   const bool clicked = button == Qt::LeftButton && std::exchange(FClickPending, false);
-  if (clicked && viewport()->rect().contains(pos) && OnClick) OnClick();
-  if (OnMouseUp) OnMouseUp(button, event->modifiers(), pos.x(), pos.y());
+  if (clicked && viewport()->rect().contains(pos) && !Tell(EventLife(), OnClick)) return;
+  if (!Tell(EventLife(), OnMouseUp, button, event->modifiers(), pos.x(), pos.y())) return;
   if (button == Qt::RightButton) ContextPopup(pos);
 }
 
 bool TCustomListView::ContextPopup(const QPoint& pos) {
   bool handled = false;
-  if (OnContextPopup) OnContextPopup(pos, handled);
-  return handled;
+  // A request whose handler has destroyed the list is answered.
+  return !Tell(EventLife(), OnContextPopup, pos, handled) || handled;
 }
 
 // The mouse's own request is left out: it comes at the press on some systems and at the release on others.
@@ -262,16 +272,18 @@ void TCustomListView::contextMenuEvent(QContextMenuEvent* event) {
 }
 
 void TCustomListView::keyPressEvent(QKeyEvent* event) {
+  const TEventScope scope(EventLife());
   int key = event->key();
-  if (OnKeyDown) OnKeyDown(key, event->modifiers());
-  if (key != 0) event->setAccepted(DoKey(key, *event));
+  if (!Tell(EventLife(), OnKeyDown, key, event->modifiers()) || key == 0) return;
+  const bool done = DoKey(key, *event);
+  event->setAccepted(done || scope.ListGone());
 }
 
 bool TCustomListView::DoKey(int key, const QKeyEvent& event) {
   const Qt::KeyboardModifiers shift = event.modifiers();
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (ItemFocused() == nullptr || !OnDblClick) return false;
-    OnDblClick();
+    (void)Tell(EventLife(), OnDblClick);
     return true;
   }
   if (ClickHeaderByKey(key, shift) || FInput.Key(key, shift)) return true;
@@ -281,7 +293,7 @@ bool TCustomListView::DoKey(int key, const QKeyEvent& event) {
 
 bool TCustomListView::ClickHeaderByKey(int key, Qt::KeyboardModifiers shift) {
   const int column = key - Qt::Key_1;
-  const bool asked = shift == Qt::ControlModifier && column >= 0 && column < 9;
+  const bool asked = shift == Qt::ControlModifier && column >= 0 && column < kNumberKeys;
   if (!asked || !Options().ColumnClick || column >= FColumns->Count()) return false;
   HeaderClicked(column);
   return true;
@@ -314,6 +326,7 @@ QString TCustomListView::CutText(const QPoint& pos) const {
   if (hit.Row < 0) return {};
   const QString text = CellText(hit.Row, hit.Column);
   const QRect room = layout.CellParts(hit.Row, hit.Column, CellImage(hit.Row, hit.Column) >= 0).Text;
-  const bool cut = fontMetrics().elidedText(text, Qt::ElideRight, room.width()) != text;
+  const int shown = room.intersected(viewport()->rect()).width();  // the window's edge cuts as well
+  const bool cut = fontMetrics().elidedText(text, (*FColumns)[hit.Column].Elide(), shown) != text;
   return cut ? text : QString();
 }

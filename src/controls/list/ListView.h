@@ -10,10 +10,10 @@
 // The objectName is the component name. Main thread.
 #pragma once
 
+#include "controls/list/ListTypes.h"
 #include "controls/list/ListViewEvents.h"
 #include "controls/list/RowHost.h"
-#include "controls/list/RowSource.h"
-#include "controls/list/accessible/CellFacts.h"
+#include "controls/list/accessible/ListAccessible.h"
 #include "controls/list/input/RowInput.h"
 #include "controls/list/model/ListColumns.h"
 #include "controls/list/model/ListItems.h"
@@ -86,6 +86,7 @@ class TCustomListView : public TRowHost,
   [[nodiscard]] const TListLifePtr& Life() const override { return EventLife(); }
   void ItemChanged(TListItem& item, TItemChange change) override;
   void ItemDeleting(TListItem& item) override;
+  void ItemGone(TListItem& item) override { FInput.Forget(item); }
   void RowsChanged() override;
   void UpdatingChanged(bool updating) override;
   void ScrollToItem(TListItem& item, bool partialOk) override;
@@ -99,6 +100,7 @@ class TCustomListView : public TRowHost,
   // The check bit of a row has changed.
   virtual void CheckChanged(TListItem& item);
   // What a press does to the rows, before OnMouseDown. True if it was on a check box.
+  void SelectOnly(TListItem& item) { FInput.SelectOnly(item); }
   virtual bool PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift);
   bool PressRow(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift);
   // What a key does after OnKeyDown. False for a key that does nothing.
@@ -106,9 +108,13 @@ class TCustomListView : public TRowHost,
   // The text of the cell at a point if the cell does not show all of it.
   [[nodiscard]] virtual QString CutText(const QPoint& pos) const;
 
+  // TRowInputHost
+  [[nodiscard]] TListItems& InputItems() override { return *FItems; }
+
   // TRowHost
   void RowStateChanged(int row, unsigned before, unsigned after) override;
   void HeaderClicked(int column) override;
+  void ColumnCountChanged() override { TellRowsChanged(*this); }
 
   // The mouse and the keys.
   bool viewportEvent(QEvent* event) override;

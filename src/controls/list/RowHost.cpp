@@ -1,10 +1,9 @@
 #include "controls/list/RowHost.h"
 
 #include "controls/list/HeaderBar.h"
-#include "controls/list/RowSource.h"
+#include "controls/list/ListTypes.h"
 #include "controls/list/model/ListColumns.h"
 #include "controls/list/painter/RowPainter.h"
-#include "controls/picture/ImageList.h"
 
 #include <QCoreApplication>
 #include <QPaintEvent>
@@ -29,22 +28,6 @@ QSize SizeOf(const TImageList* images) {
 
 }  // namespace
 
-// An image list in use, with the callback that repaints after its changes.
-class TRowHost::TImageLink {
- public:
-  TImageLink(TImageList& images, std::function<void()> onChange)
-      : FImages(images), FLink(images.AddChangeLink(std::move(onChange))) {}
-  ~TImageLink() { FImages.RemoveChangeLink(FLink); }
-  TImageLink(const TImageLink&) = delete;
-  TImageLink& operator=(const TImageLink&) = delete;
-
-  [[nodiscard]] TImageList& Images() const { return FImages; }
-
- private:
-  TImageList& FImages;
-  int FLink;
-};
-
 TRowHost::TRowHost(QWidget* parent) : QAbstractScrollArea(parent), FHeader(new THeaderBar(*this)) {
   FStates.SetSingleSelect(true);
   FStates.OnChange = [this](int row, unsigned before, unsigned after) {
@@ -67,7 +50,15 @@ void TRowHost::SetSource(const TRowSource& source, TListColumns& columns) {
   FSource = &source;
   FHostColumns = &columns;
   columns.SetLife(FEventLife);
-  columns.OnChange = [this] { ContentChanged(); };
+  columns.OnChange = [this] { ColumnsTold(); };
+}
+
+void TRowHost::ColumnsTold() {
+  if (std::exchange(FColumnCount, FHostColumns->Count()) != FHostColumns->Count()) {
+    FHeader->ColumnsChanged();
+    ColumnCountChanged();
+  }
+  ContentChanged();
 }
 
 void TRowHost::SetOptions(const TListViewOptions& options) {
@@ -76,26 +67,14 @@ void TRowHost::SetOptions(const TListViewOptions& options) {
   ContentChanged();
 }
 
-TImageList* TRowHost::SmallImages() const {
-  return FSmallImages != nullptr ? &FSmallImages->Images() : nullptr;
-}
-
-TImageList* TRowHost::StateImages() const {
-  return FStateImages != nullptr ? &FStateImages->Images() : nullptr;
-}
-
-void TRowHost::Link(std::unique_ptr<TImageLink>& link, TImageList* images) {
-  link.reset();
-  if (images != nullptr) link = std::make_unique<TImageLink>(*images, [this] { ContentChanged(); });
+void TRowHost::SetSmallImages(TImageList* images) {
+  FSmallImages.SetImages(images);
   ContentChanged();
 }
 
-void TRowHost::SetSmallImages(TImageList* images) {
-  Link(FSmallImages, images);
-}
-
 void TRowHost::SetStateImages(TImageList* images) {
-  Link(FStateImages, images);
+  FStateImages.SetImages(images);
+  ContentChanged();
 }
 
 int TRowHost::TopIndex() const {
@@ -135,7 +114,7 @@ QString TRowHost::RowText(int row) const {
 }
 
 int TRowHost::RowHeight() const {
-  const int image = std::max(SizeOf(SmallImages()).height(), SizeOf(StateImages()).height());
+  const int image = std::max(SizeOf(SmallImages()).height(), SizeOf(FStateImages.Images()).height());
   return std::max(fontMetrics().height() + kRowPadding, image + kImagePadding);
 }
 
@@ -152,7 +131,7 @@ TListMetrics TRowHost::Metrics() const {
     metrics.CheckBox = {style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this),
                         style()->pixelMetric(QStyle::PM_IndicatorHeight, nullptr, this)};
   }
-  metrics.StateImage = SizeOf(StateImages());
+  metrics.StateImage = SizeOf(FStateImages.Images());
   metrics.SmallImage = SizeOf(SmallImages());
   metrics.RowSelect = FOptions.RowSelect;
   return metrics;
@@ -285,7 +264,7 @@ void TRowHost::paintEvent(QPaintEvent* event) {
 
 void TRowHost::PaintRows(QPainter& painter, const QRegion& region) {
   const TListLayout layout = Layout();
-  TRowPainter rows(painter, *this, layout, *FSource, FOptions, {SmallImages(), StateImages()});
+  TRowPainter rows(painter, *this, layout, *FSource, FOptions, {SmallImages(), FStateImages.Images()});
   // As long as no row has the focus, the keys begin at the first one, and it shows.
   const int focus = std::max(0, FStates.Next(-1, kRowFocused));
   for (int row = layout.Metrics().TopRow; row < layout.EndOfVisibleRows(); ++row) {

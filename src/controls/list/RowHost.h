@@ -3,10 +3,11 @@
 #pragma once
 
 #include "controls/list/ListTypes.h"
-#include "controls/list/input/RowInputHost.h"
+#include "controls/list/input/RowInput.h"
 #include "controls/list/layout/ListLayout.h"
 #include "controls/list/model/EventScope.h"
 #include "controls/list/model/RowStates.h"
+#include "controls/picture/ImageList.h"
 
 #include <QAbstractScrollArea>
 
@@ -14,7 +15,6 @@
 
 class QMouseEvent;
 class THeaderBar;
-class TImageList;
 class TListColumns;
 class TRowSource;
 
@@ -27,15 +27,15 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   [[nodiscard]] const TListViewOptions& Options() const override { return FOptions; }
   virtual void SetOptions(const TListViewOptions& options);
 
-  // Small images of rows, cells and sort marks; images by StateIndex. Not owned: they must outlive the list
-  // or be taken back with null. Changed images repaint the list.
-  [[nodiscard]] TImageList* SmallImages() const;
+  // Small images of rows, cells and sort marks; images by StateIndex. Not owned; null once they are gone.
+  // Changed images repaint the list.
+  [[nodiscard]] TImageList* SmallImages() const { return FSmallImages.Images(); }
   void SetSmallImages(TImageList* images);
   void SetStateImages(TImageList* images);
 
   [[nodiscard]] const TListLifePtr& EventLife() const { return FEventLife; }
 
-  [[nodiscard]] TRowStates& States() override { return FStates; }
+  [[nodiscard]] TRowStates& States() { return FStates; }
   [[nodiscard]] const TRowStates& States() const { return FStates; }
   [[nodiscard]] const TRowSource& Source() const { return *FSource; }
 
@@ -66,6 +66,8 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   // A state bit of a row has changed.
   virtual void RowStateChanged(int row, unsigned before, unsigned after) = 0;
   virtual void HeaderClicked(int column) = 0;
+  // Columns were added or have gone.
+  virtual void ColumnCountChanged() = 0;
 
   // Room for the font, or for the images if they are higher.
   [[nodiscard]] virtual int RowHeight() const;
@@ -111,11 +113,8 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
 
  private:
   friend class THeaderBar;
-  class TImageLink;
-
-  [[nodiscard]] TImageList* StateImages() const;
-  void Link(std::unique_ptr<TImageLink>& link, TImageList* images);
   [[nodiscard]] TListMetrics Metrics() const;
+  void ColumnsTold();
   void Settle() const;
   void UpdateScrollBars();
   void PlaceHeader();
@@ -126,9 +125,10 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   TListViewOptions FOptions;
   const TRowSource* FSource = nullptr;
   TListColumns* FHostColumns = nullptr;
-  std::unique_ptr<TImageLink> FSmallImages;
-  std::unique_ptr<TImageLink> FStateImages;
+  TImageListLink FSmallImages{[this] { ContentChanged(); }};
+  TImageListLink FStateImages{[this] { ContentChanged(); }};
   THeaderBar* FHeader;  // owned as a child window
+  int FColumnCount = 0;
   int FHoverRow = -1;
   bool FLocked = false;
   mutable bool FStale = false;  // scroll ranges are behind the content

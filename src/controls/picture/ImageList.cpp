@@ -30,14 +30,35 @@ void TImageList::Draw(QPainter& painter, const QRect& rect, int index, bool enab
                                                 enabled ? QIcon::Normal : QIcon::Disabled);
 }
 
-int TImageList::AddChangeLink(std::function<void()> onChange) {
-  FLinks.emplace(FNextLink, std::move(onChange));
+int TImageList::AddChangeLink(std::function<void()> onChange, std::function<void()> onGone) {
+  FLinks.emplace(FNextLink, TLink{std::move(onChange), std::move(onGone)});
   return FNextLink++;
+}
+
+TImageList::~TImageList() {
+  while (!FLinks.empty()) {
+    const TLink link = std::move(FLinks.extract(FLinks.begin()).mapped());
+    if (link.OnGone) link.OnGone();
+  }
 }
 
 void TImageList::Changed() const {
   // A callback may add or remove links.
   const auto links = FLinks;
-  for (const auto& [number, onChange] : links)
-    if (FLinks.contains(number)) onChange();
+  for (const auto& [number, link] : links)
+    if (FLinks.contains(number)) link.OnChange();
+}
+
+void TImageListLink::SetImages(TImageList* images) {
+  Drop();
+  FImages = images;
+  if (images == nullptr) return;
+  FLink = images->AddChangeLink(FOnChange, [this] {
+    FImages = nullptr;
+    FOnChange();
+  });
+}
+
+void TImageListLink::Drop() {
+  if (TImageList* const images = std::exchange(FImages, nullptr)) images->RemoveChangeLink(FLink);
 }

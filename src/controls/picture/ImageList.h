@@ -7,19 +7,21 @@
 
 #include <functional>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "controls/picture/Picture.h"
 
 class QPainter;
 
-// Pictures of one size (device-independent pixels), by 0-based index. The controls that use a list hold a
-// reference; the form owns it and it outlives them, or they remove their change links first.
+// Pictures of one size (device-independent pixels), by 0-based index. The form owns it; the controls that use
+// a list hold a TImageListLink, so either may go first.
 class TImageList {
  public:
   explicit TImageList(QSize size) : FSize(size) {}
   TImageList(const TImageList&) = delete;
   TImageList& operator=(const TImageList&) = delete;
+  ~TImageList();
 
   // Both give the index of the new picture. An empty one takes an index too and draws nothing.
   int Add(const TPicture& picture) { return AddIcon(picture.ToIcon()); }
@@ -36,16 +38,42 @@ class TImageList {
   // nothing.
   void Draw(QPainter& painter, const QRect& rect, int index, bool enabled = true) const;
 
-  // The callback runs after each change of the list. Gives the number by which the link is removed.
-  int AddChangeLink(std::function<void()> onChange);
+  // The one callback runs after each change of the list, the other as the list goes, and its links with it.
+  // Gives the number by which the link is removed.
+  int AddChangeLink(std::function<void()> onChange, std::function<void()> onGone = {});
   void RemoveChangeLink(int link) { FLinks.erase(link); }
 
  private:
   [[nodiscard]] bool IsIndex(int index) const { return index >= 0 && index < Count(); }
   void Changed() const;
 
+  struct TLink {
+    std::function<void()> OnChange;
+    std::function<void()> OnGone;
+  };
+
   QSize FSize;
   std::vector<QIcon> FIcons;
-  std::map<int, std::function<void()>> FLinks;
+  std::map<int, TLink> FLinks;
   int FNextLink = 1;
+};
+
+// A control's use of an image list: null as soon as the list is gone.
+class TImageListLink {
+ public:
+  // Called after each change of the images and after their end.
+  explicit TImageListLink(std::function<void()> onChange) : FOnChange(std::move(onChange)) {}
+  ~TImageListLink() { Drop(); }
+  TImageListLink(const TImageListLink&) = delete;
+  TImageListLink& operator=(const TImageListLink&) = delete;
+
+  [[nodiscard]] TImageList* Images() const { return FImages; }
+  void SetImages(TImageList* images);
+
+ private:
+  void Drop();
+
+  std::function<void()> FOnChange;
+  TImageList* FImages = nullptr;
+  int FLink = 0;
 };

@@ -1,7 +1,7 @@
 // Keys and presses on a list of letters, without a window.
 #include "PlainList.h"
 
-#include "controls/list/input/HeaderInput.h"
+#include "controls/list/HeaderBar.h"
 #include "controls/list/input/RowInput.h"
 #include "controls/list/model/ListColumns.h"
 
@@ -20,7 +20,7 @@ class TPlainHost : public TRowInputHost {
   }
 
   const TListViewOptions& Options() const override { return FOptions; }
-  TRowStates& States() override { return List.States; }
+  TListItems& InputItems() override { return List.Items; }
   int TopIndex() const override { return FTop; }
   void SetTopIndex(int row) override { FTop = row; }
   int RowsPerPage() const override { return 4; }

@@ -1,5 +1,4 @@
 // Rectangles and hits, without a window.
-#include "controls/list/layout/HeaderLayout.h"
 #include "controls/list/layout/ListLayout.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,27 @@
 // notices of what changes. Rows are addressed by index and never copied.
 #pragma once
 
+#include <QKeyCombination>
+#include <QString>
+
+enum class TCellKind { Text, Button, Link, CheckBox, Edit, ComboBox, Progress, Rating, GroupHeader };
+
+// What a list tells about one of its cells, or about a header cell.
+struct TCellFacts {
+  TCellKind Kind = TCellKind::Text;
+  QString Text;
+  QString Value;  // of progress and rating
+  QKeyCombination PressKey =
+      Qt::Key_unknown;  // the key that presses it when it has the focus, or at any time
+  bool Enabled = true;
+  bool HasCheckBox = false;
+  bool Checked = false;
+  bool Expandable = false;
+  bool Expanded = false;
+};
+
+enum class TCellAct { Press, Toggle, Expand, Collapse };
+
 class QAccessibleEvent;
 class TCustomListView;
 
@@ -11,7 +32,7 @@ void InstallListAccessibility();
 // Row state bits have changed: which ones, and what they are now.
 void TellRowState(TCustomListView& list, int row, unsigned changed, unsigned state);
 
-// Rows were added, removed or moved.
+// Rows or columns were added, removed or moved.
 void TellRowsChanged(TCustomListView& list);
 
 // Notices go to the accessibility service while it listens, or to a sink of one's own; null gives up the

@@ -8,49 +8,148 @@
 namespace {
 constexpr qint64 kTypingPauseMs = 1000;
 constexpr int kNoKey = -2;
+constexpr unsigned kSelection = kRowSelected | kRowFocused | kRowAnchor;
 }  // namespace
+
+// The letters typed.
+
+void TTypeAhead::Add(const QString& text, qint64 now, qint64 pauseMs) {
+  if (now - FLastTyped > pauseMs) FLetters.clear();
+  FLetters += text;
+  FLastTyped = now;
+}
+
+int TTypeAhead::Find(int count, int current, const std::function<QString(int row)>& text) const {
+  if (FLetters.isEmpty()) return -1;
+  const bool next = std::ranges::all_of(
+      FLetters, [this](QChar letter) { return letter.toCaseFolded() == FLetters[0].toCaseFolded(); });
+  const QString sought = next ? FLetters.left(1) : FLetters;
+  const int first = std::max(0, next ? current + 1 : current);
+  for (int step = 0; step < count; ++step) {
+    const int row = (first + step) % count;
+    if (text(row).startsWith(sought, Qt::CaseInsensitive)) return row;
+  }
+  return -1;
+}
+
+// Selecting.
+
+int TRowInput::FocusedRow() const {
+  return States().Next(-1, kRowFocused);
+}
+
+TListItem* TRowInput::AnchorItem() const {
+  const int anchor = States().Next(-1, kRowAnchor);
+  return Items().Item(anchor >= 0 ? anchor : std::max(0, FocusedRow()));
+}
+
+std::vector<TListItem*> TRowInput::SelectedItems() const {
+  std::vector<TListItem*> items;
+  if (States().CountOf(kRowSelected) == 0) return items;
+  for (int row = States().Next(-1, kRowSelected); row >= 0; row = States().Next(row, kRowSelected)) {
+    if (TListItem* const item = Items().Item(row)) items.push_back(item);
+  }
+  return items;
+}
+
+void TRowInput::ChangeAll(const std::vector<TListItem*>& items, unsigned bits, unsigned mask) {
+  const TEventScope scope = Scope();
+  for (TListItem* item : items) {
+    if (!item->Gone()) Items().ChangeState(*item, bits, mask);
+    if (scope.ListGone()) return;
+  }
+}
+
+void TRowInput::DeselectOutside(int first, int last) {
+  std::vector<TListItem*> others = SelectedItems();
+  std::erase_if(others,
+                [=](const TListItem* item) { return item->Index() >= first && item->Index() <= last; });
+  ChangeAll(others, 0, kRowSelected);
+}
+
+void TRowInput::DeselectAll() {
+  DeselectOutside(0, -1);
+}
+
+void TRowInput::SelectOnly(TListItem& item) {
+  const TEventScope scope = Scope();
+  DeselectOutside(item.Index(), item.Index());
+  if (!scope.ListGone() && !item.Gone()) Items().ChangeState(item, kSelection, kSelection);
+}
+
+void TRowInput::Toggle(TListItem& item) {
+  Items().ChangeState(item, (item.Selected() ? 0 : kRowSelected) | kRowFocused | kRowAnchor, kSelection);
+}
+
+void TRowInput::SelectRange(TListItem& item, bool add) {
+  const TEventScope scope = Scope();
+  TListItem* const anchor = AnchorItem();
+  Items().ChangeState(*anchor, kRowAnchor, kRowAnchor);
+  if (scope.ListGone() || item.Gone() || anchor->Gone()) return;
+  const auto [first, last] = std::minmax(anchor->Index(), item.Index());
+  const std::vector<TListItem*> range(Items().begin() + first, Items().begin() + last + 1);
+  if (!add) DeselectOutside(first, last);
+  if (!scope.ListGone()) ChangeAll(range, kRowSelected, kRowSelected);
+  if (!scope.ListGone() && !item.Gone()) item.SetFocused(true);
+}
+
+void TRowInput::SelectAll() {
+  ChangeAll({Items().begin(), Items().end()}, kRowSelected, kRowSelected);
+}
+
+void TRowInput::Apply(TListItem& item, Qt::KeyboardModifiers shift, bool ctrlFocuses) {
+  const bool ctrl = shift.testFlag(Qt::ControlModifier);
+  const bool multi = FHost.Options().MultiSelect;
+  if (multi && shift.testFlag(Qt::ShiftModifier))
+    SelectRange(item, ctrl);
+  else if (ctrl && ctrlFocuses)
+    item.SetFocused(true);
+  else if (ctrl && multi)
+    Toggle(item);
+  else
+    SelectOnly(item);
+}
+
+// The mouse.
 
 bool TRowInput::OnCheckBox(const THit& hit) const {
   return hit.Row >= 0 && FHost.Options().CheckBoxes && (hit.Flags & htOnStateIcon) != 0;
 }
 
 bool TRowInput::Press(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
-  FCollapseRow = -1;
-  if (button == Qt::LeftButton && OnCheckBox(hit)) {
-    FHost.States().Change(hit.Row, ~FHost.States().State(hit.Row), kRowChecked);
+  FCollapse = nullptr;
+  TListItem* const item = Items().Item(hit.Row);
+  if (button == Qt::LeftButton && item != nullptr && OnCheckBox(hit)) {
+    FHost.SwitchCheck(*item, !item->HasState(kRowChecked));
     return true;
   }
   if (button != Qt::LeftButton && button != Qt::RightButton) return false;
-  if (hit.Row >= 0)
-    PressRow(hit.Row, button, shift);
-  else
-    PressBlank(shift);
+  if (item != nullptr)
+    PressRow(*item, button, shift);
+  else if ((shift & (Qt::ControlModifier | Qt::ShiftModifier)) == 0)
+    DeselectAll();
   return false;
 }
 
-void TRowInput::PressRow(int row, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
-  const bool selected = (FHost.States().State(row) & kRowSelected) != 0;
+void TRowInput::PressRow(TListItem& item, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
   const bool plain = (shift & (Qt::ControlModifier | Qt::ShiftModifier)) == 0;
-  if (!selected && (plain || button == Qt::RightButton)) {
-    FSelection.SelectOnly(row);
+  if (!item.Selected() && (plain || button == Qt::RightButton)) {
+    SelectOnly(item);
   } else if (button == Qt::RightButton) {
-    FSelection.Focus(row);
+    item.SetFocused(true);
   } else if (plain) {
-    FHost.States().Change(row, kRowFocused | kRowAnchor, kRowFocused | kRowAnchor);
-    FCollapseRow = row;
+    FCollapse = &item;
+    Items().ChangeState(item, kRowFocused | kRowAnchor, kRowFocused | kRowAnchor);
   } else {
-    FSelection.Apply(row, shift, false);
+    Apply(item, shift, false);
   }
 }
 
-void TRowInput::PressBlank(Qt::KeyboardModifiers shift) {
-  if ((shift & (Qt::ControlModifier | Qt::ShiftModifier)) == 0) FSelection.DeselectAll();
+void TRowInput::Release() {
+  if (TListItem* const item = std::exchange(FCollapse, nullptr)) SelectOnly(*item);
 }
 
-void TRowInput::Release() {
-  const int row = std::exchange(FCollapseRow, -1);
-  if (row >= 0 && row < FHost.States().Count()) FSelection.SelectOnly(row);
-}
+// The keys.
 
 bool TRowInput::Key(int key, Qt::KeyboardModifiers shift) {
   shift &= Qt::ControlModifier | Qt::ShiftModifier;
@@ -63,7 +162,7 @@ bool TRowInput::Key(int key, Qt::KeyboardModifiers shift) {
       return Space(shift);
     case Qt::Key_A:
       if (shift != Qt::ControlModifier || !FHost.Options().MultiSelect) return false;
-      FSelection.SelectAll();
+      SelectAll();
       return true;
     default: {
       const int target = TargetOf(key);
@@ -74,8 +173,8 @@ bool TRowInput::Key(int key, Qt::KeyboardModifiers shift) {
 
 // The row that a key leads to, -1 in an empty list.
 int TRowInput::TargetOf(int key) const {
-  const int last = FHost.States().Count() - 1;
-  const int focused = FSelection.FocusedRow();
+  const int last = Items().Count() - 1;
+  const int focused = FocusedRow();
   const int from = std::max(0, focused);
   switch (key) {
     case Qt::Key_Home:
@@ -97,7 +196,7 @@ int TRowInput::TargetOf(int key) const {
 
 // First to the edge of the page that shows, then a page further.
 int TRowInput::PageTarget(int from, int direction) const {
-  const int last = FHost.States().Count() - 1;
+  const int last = Items().Count() - 1;
   const int page = FHost.RowsPerPage();
   const int top = FHost.TopIndex();
   const int edge = direction < 0 ? top : top + page - 1;
@@ -107,38 +206,44 @@ int TRowInput::PageTarget(int from, int direction) const {
 }
 
 bool TRowInput::MoveTo(int row, Qt::KeyboardModifiers shift) {
-  if (row < 0) return true;
-  FSelection.Apply(row, shift, true);
-  FHost.MakeRowVisible(row, false);
+  TListItem* const item = Items().Item(row);
+  if (item == nullptr) return true;
+  const TEventScope scope = Scope();
+  Apply(*item, shift, true);
+  if (!scope.ListGone() && !item->Gone()) FHost.MakeRowVisible(item->Index(), false);
   return true;
 }
 
 bool TRowInput::Space(Qt::KeyboardModifiers shift) {
-  const int row = std::max(0, FSelection.FocusedRow());
-  if (row >= FHost.States().Count()) return true;
+  TListItem* const item = Items().Item(std::max(0, FocusedRow()));
+  if (item == nullptr) return true;
   if (shift == Qt::NoModifier && FHost.Options().CheckBoxes)
-    SwitchChecks(row);
+    SwitchChecks(*item);
   else
-    FSelection.Apply(row, shift, false);
+    Apply(*item, shift, false);
   return true;
 }
 
 // The focused row switches; if it is one of several selected rows, all of them follow it.
-void TRowInput::SwitchChecks(int row) {
-  TRowStates& states = FHost.States();
-  const unsigned checked = ~states.State(row) & kRowChecked;
-  const bool several = (states.State(row) & kRowSelected) != 0 && states.CountOf(kRowSelected) > 1;
-  states.Change(row, checked, kRowChecked);
-  if (!several) return;
-  for (int one = states.Next(-1, kRowSelected); one >= 0; one = states.Next(one, kRowSelected))
-    states.Change(one, checked, kRowChecked);
+void TRowInput::SwitchChecks(TListItem& item) {
+  const TEventScope scope = Scope();
+  const bool checked = !item.HasState(kRowChecked);
+  std::vector<TListItem*> items{&item};
+  if (item.Selected()) {
+    const std::vector<TListItem*> selected = SelectedItems();
+    items.insert(items.end(), selected.begin(), selected.end());
+  }
+  for (TListItem* one : items) {
+    if (!one->Gone() && one->HasState(kRowChecked) != checked) FHost.SwitchCheck(*one, checked);
+    if (scope.ListGone()) return;
+  }
 }
 
 bool TRowInput::Type(const QString& text, qint64 now) {
   if (text.isEmpty() || !text[0].isPrint()) return false;
   FTypeAhead.Add(text, now, kTypingPauseMs);
-  const int row = FTypeAhead.Find(FHost.States().Count(), FSelection.FocusedRow(),
-                                  [this](int one) { return FHost.RowText(one); });
+  const int row =
+      FTypeAhead.Find(Items().Count(), FocusedRow(), [this](int one) { return FHost.RowText(one); });
   if (row >= 0) MoveTo(row, Qt::NoModifier);
   return true;
 }

@@ -27,7 +27,7 @@ QRect TListLayout::RowRect(int row) const {
 QRect TListLayout::CellRect(int row, int column) const {
   QRect cell = RowRect(row);
   cell.setLeft(ColumnLeft(column));
-  cell.setWidth(FMetrics.ColumnWidths[static_cast<size_t>(column)]);
+  cell.setWidth(WidthOf(column));
   return cell;
 }
 
@@ -45,7 +45,7 @@ TCellParts TListLayout::CellParts(int row, int column, bool hasImage) const {
 }
 
 QRect TListLayout::SectionRect(int column, int height) const {
-  return {ColumnLeft(column), 0, FMetrics.ColumnWidths[static_cast<size_t>(column)], height};
+  return {ColumnLeft(column), 0, WidthOf(column), height};
 }
 
 int TListLayout::TotalWidth() const {
@@ -54,7 +54,13 @@ int TListLayout::TotalWidth() const {
 
 int TListLayout::ColumnLeft(int column) const {
   const auto first = FMetrics.ColumnWidths.begin();
-  return std::accumulate(first, first + column, -FMetrics.HorzPos);
+  const int before = std::clamp(column, 0, static_cast<int>(FMetrics.ColumnWidths.size()));
+  return std::accumulate(first, first + before, -FMetrics.HorzPos);
+}
+
+int TListLayout::WidthOf(int column) const {
+  const auto place = static_cast<size_t>(column);
+  return place < FMetrics.ColumnWidths.size() ? FMetrics.ColumnWidths[place] : 0;
 }
 
 int TListLayout::CellOverhead(int column, bool hasImage) const {
@@ -130,4 +136,23 @@ int TListLayout::TopRowShowing(int row, bool partialOk) const {
 
 int TListLayout::MaxTopRow() const {
   return std::max(0, FMetrics.RowCount - RowsPerPage());
+}
+
+THeaderParts LayoutHeaderSection(const QRect& section, int textWidth, QSize mark, TAlignment alignment,
+                                 int margin, int gap) {
+  QRect room = section.adjusted(margin, 0, -margin, 0);
+  if (mark.isEmpty() || mark.width() > room.width()) return {room, {}};
+
+  const int textRoom = std::max(0, room.width() - mark.width() - gap);
+  const int text = std::min(textWidth, textRoom);
+  const int unused = textRoom - text;
+  int left = room.left();
+  if (alignment == TAlignment::RightJustify) left += unused;
+  if (alignment == TAlignment::Center) left += unused / 2;
+
+  THeaderParts parts;
+  parts.Text = QRect(left, room.top(), text, room.height());
+  const int markLeft = std::min(left + text + gap, room.right() + 1 - mark.width());
+  parts.Mark = QRect(markLeft, room.top() + (room.height() - mark.height()) / 2, mark.width(), mark.height());
+  return parts;
 }

@@ -1,8 +1,9 @@
-// Where everything in the client area of a list lies: figures in, rectangles and hits out. A value, made
-// afresh whenever one of its figures changes.
+// Where everything in the client area and the header of a list lies: figures in, rectangles and hits out. A
+// value, made afresh whenever one of its figures changes.
 #pragma once
 
 #include "controls/list/ListTypes.h"
+#include "controls/list/model/ListColumns.h"
 
 #include <QRect>
 #include <QSize>
@@ -46,7 +47,7 @@ class TListLayout {
  public:
   explicit TListLayout(TListMetrics metrics) : FMetrics(std::move(metrics)) {}
 
-  // Rows count by their position below the top row, seen or not.
+  // Rows count by their position below the top row, seen or not. A column that is not there has no width.
   [[nodiscard]] QRect RowRect(int row) const;
   [[nodiscard]] QRect CellRect(int row, int column) const;
   // hasImage: the cell of a later column shows a small image of its own.
@@ -78,6 +79,17 @@ class TListLayout {
 
  private:
   [[nodiscard]] int ColumnLeft(int column) const;
+  [[nodiscard]] int WidthOf(int column) const;
 
   TListMetrics FMetrics;
 };
+
+struct THeaderParts {
+  QRect Text;
+  QRect Mark;  // null without a mark or where it has no room
+};
+
+// textWidth: what the whole caption takes. The mark stands at the right of the caption, wherever the
+// alignment puts that; a caption that is too long gives way to it.
+[[nodiscard]] THeaderParts LayoutHeaderSection(const QRect& section, int textWidth, QSize mark,
+                                               TAlignment alignment, int margin, int gap);

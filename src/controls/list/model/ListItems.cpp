@@ -1,6 +1,6 @@
 #include "controls/list/model/ListItems.h"
 
-#include "controls/list/model/RowSort.h"
+#include "controls/list/model/ListItems.h"
 #include "controls/list/model/RowStates.h"
 
 #include <QScopeGuard>
@@ -105,15 +105,18 @@ void TListItems::ChangeState(TListItem& item, unsigned bits, unsigned mask) {
   if (item.Index() < 0) return;
   const TEventScope scope(FOwner.Life());
   TRowStates& states = FOwner.RowStates();
-  for (const unsigned bit : {kRowSelected, kRowFocused, kRowAnchor}) {
-    const auto elsewhere = [&] {
-      return states.CountOf(bit) > 0 && (states.State(item.Index()) & bit) == 0;
-    };
-    if ((bits & mask & states.UniqueBits() & bit) == 0 || !elsewhere()) continue;
+  const auto elsewhere = [&](unsigned bit) {
+    if ((bits & mask & states.UniqueBits() & bit) == 0) return false;
+    return states.CountOf(bit) > 0 && (states.State(item.Index()) & bit) == 0;
+  };
+  constexpr unsigned all[] = {kRowSelected, kRowFocused, kRowAnchor};
+  for (const unsigned bit : all) {
+    if (!elsewhere(bit)) continue;
     states.Change(states.Next(-1, bit), 0, bit);
     if (scope.ListGone() || item.Gone()) return;
-    if (elsewhere()) mask &= ~bit;
   }
+  for (const unsigned bit : all)
+    if (elsewhere(bit)) mask &= ~bit;
   states.Change(item.Index(), bits, mask);
 }
 

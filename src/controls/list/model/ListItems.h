@@ -4,9 +4,12 @@
 
 #include "controls/list/model/EventScope.h"
 #include "controls/list/model/ListItem.h"
+#include "support/Prefetch.h"
+#include "support/TList.h"
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class TRowStates;
@@ -59,16 +62,17 @@ class TListItems {
   // A made item of this list's owner takes its place.
   virtual TListItem* AddItem(std::unique_ptr<TListItem> item, int index);
 
-  // The order of events: the row is deselected, then OnDeletion, then it is gone. A row whose deletion is under
-  // way is not deleted again.
+  // The order of events: the row is deselected, then OnDeletion, then it is gone. A row whose deletion is
+  // under way is not deleted again.
   virtual void Delete(int index);
   // The same for each of these rows of the list, which then leave it together.
   void DeleteRows(const std::vector<TListItem*>& rows);
-  // OnDeletion for each row, first to last; no event tells of the lost selection. Rows that handlers add stay.
+  // OnDeletion for each row, first to last; no event tells of the lost selection. Rows that handlers add
+  // stay.
   virtual void Clear();
 
-  // Gives the row the bits under the mask and tells whoever listens. Bits that one row only may have are taken
-  // from the former row first, and not given if a handler gives them elsewhere meanwhile.
+  // Gives the row the bits under the mask and tells whoever listens. Bits that one row only may have are
+  // taken from the former row first, and not given if a handler gives them elsewhere meanwhile.
   void ChangeState(TListItem& item, unsigned bits, unsigned mask);
 
   [[nodiscard]] int Count() const { return static_cast<int>(FRows.size()); }
@@ -92,12 +96,13 @@ class TListItems {
   using TCompare = std::function<int(TListItem& a, TListItem& b)>;
 
   // The program's quicksort. Every row keeps its state bits; no event tells of them. A comparison that
-  // contradicts itself gives some order and always ends. What it throws comes out, and the order is as before.
-  // A comparison may change the list: rows that it adds come last.
+  // contradicts itself gives some order and always ends. What it throws comes out, and the order is as
+  // before. A comparison may change the list: rows that it adds come last.
   virtual void Sort(const TCompare& compare);
 
  protected:
-  // The rows in their new order; rows that are not in the list are left out, those that are missing come last.
+  // The rows in their new order; rows that are not in the list are left out, those that are missing come
+  // last.
   void SetOrder(const std::vector<TListItem*>& order);
 
   // Tells the deletion of a row, which stands in the list meanwhile. False if it is not the caller's to take
@@ -135,3 +140,23 @@ class TListUpdate {
   TListItems& FItems;
   const TListLifePtr FLife;
 };
+
+// How many rows ahead of a comparison the memory of a row is fetched: rows lie all over, and the waiting for
+// them is most of a sort.
+inline constexpr std::ptrdiff_t kRowsAhead = 8;
+
+// The program's quicksort over a vector of rows. It trusts its comparison to stop it at the pivot, which a
+// handler may not deserve: a row always equals itself here, and the places beside the list equal everything.
+template <typename Row, typename Compare>
+void QuickSortRows(std::vector<Row*>& rows, const Compare& compare) {
+  const auto count = static_cast<std::ptrdiff_t>(rows.size());
+  const auto begin = rows.begin();
+  const auto at = [&](std::ptrdiff_t i) -> Row* {
+    if (i + kRowsAhead < count) Prefetch(begin[i + kRowsAhead]);
+    if (i >= kRowsAhead) Prefetch(begin[i - kRowsAhead]);
+    return i >= 0 && i < count ? begin[i] : nullptr;
+  };
+  QuickSort<std::ptrdiff_t>(
+      0, count - 1, at, [&](std::ptrdiff_t a, std::ptrdiff_t b) { std::swap(begin[a], begin[b]); },
+      [&](Row* a, Row* b) { return a == b || a == nullptr || b == nullptr ? 0 : compare(*a, *b); });
+}

@@ -1,6 +1,6 @@
 #include "controls/list/painter/RowPainter.h"
 
-#include "controls/list/RowSource.h"
+#include "controls/list/ListTypes.h"
 #include "controls/list/model/ListColumns.h"
 #include "controls/list/painter/ReadableColor.h"
 #include "controls/picture/ImageList.h"

@@ -126,7 +126,7 @@ bool TRdListView::DoKey(int key, const QKeyEvent& event) {
 }
 
 void TRdListView::SelectRow(int row) {
-  TRowSelection(*this).SelectOnly(row);
+  if (TListItem* const item = Items().Item(row)) SelectOnly(*item);
 }
 
 void TRdListView::CursorMoved() {

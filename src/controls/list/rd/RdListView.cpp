@@ -18,7 +18,6 @@ TRdListView::TRdListView(QWidget* parent)
   ReplaceCollections(
       std::make_unique<TkListItems>(static_cast<TListItemsOwner&>(*this), static_cast<TkListOwner&>(*this)),
       std::make_unique<TkListColumns>());
-  Columns().OnChange = [this] { ColumnsChanged(); };
   FBars = std::make_unique<TRdBars>(*this);
   FEditors = std::make_unique<TRdEditors>(*this);
   FTip = std::make_unique<TRdTip>(*this);
@@ -138,12 +137,9 @@ int TRdListView::CellImage(int row, int column) const {
   return item != nullptr && item->IsGroupHeader() ? -1 : TCustomListView::CellImage(row, column);
 }
 
-void TRdListView::ColumnsChanged() {
-  if (FColumnCount != Columns().Count()) {
-    FColumnCount = Columns().Count();
-    ResetMouseState();
-  }
-  ContentChanged();
+void TRdListView::ColumnCountChanged() {
+  ResetMouseState();
+  TCustomListView::ColumnCountChanged();
 }
 
 void TRdListView::CheckChanged(TListItem& item) {

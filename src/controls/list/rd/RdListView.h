@@ -109,6 +109,7 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void HeaderLeft() override;
   [[nodiscard]] bool HeaderFitsColumns() const override { return false; }
   void HeaderClicked(int column) override;
+  void ColumnCountChanged() override;
   [[nodiscard]] QMargins BarMargins() const override;
   [[nodiscard]] bool BarCrossesHeader() const override { return FSkin.Header.VertScrollBarCross; }
   void Arranged() override;
@@ -172,7 +173,6 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   bool ClickBox(TkListItem& item) { return FMouse.ClickBox(item); }
 
   void Press(QMouseEvent& event, bool second);
-  void ColumnsChanged();
   bool ShareColumns();
   void TakeFont();
   [[nodiscard]] TCellFacts DescribeGroup(const TkListItem& header) const;
@@ -192,7 +192,6 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   std::unique_ptr<TRdEditors> FEditors;
   std::unique_ptr<TRdTip> FTip;
   QFont FListFont;
-  int FColumnCount = 0;
   int FWheelRest = 0;  // eighths of a degree that do not make a notch yet
   bool FOpenOwnerDraw = false;
   bool FArranging = false;

@@ -1,7 +1,7 @@
 #include "controls/list/rd/model/ItemQuickList.h"
 
 #include <functional>
-#include "controls/list/model/RowSort.h"
+#include "controls/list/model/ListItems.h"
 #include "controls/list/rd/model/RdListItem.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "controls/list/rd/model/RdListItems.h"
 
-#include "controls/list/model/RowSort.h"
+#include "controls/list/model/ListItems.h"
 #include "controls/list/model/RowStates.h"
 #include "controls/list/rd/model/RdListModel.h"
 
