@@ -96,6 +96,33 @@ TEST_F(TListAccessibility, ChangesAreTold) {
   EXPECT_EQ(Notices, expected);
 }
 
+TEST_F(TListAccessibility, OneCellHasTheFocusAndTheKeysAreTold) {
+  List.SetSelected(List.Items()[1]);
+  EXPECT_TRUE(Table->cellAt(1, 0)->state().focused);
+  EXPECT_FALSE(Table->cellAt(1, 1)->state().focused);
+  const auto key = [](QAccessibleInterface* part) {
+    return part->actionInterface()->keyBindingsForAction(QAccessibleActionInterface::pressAction());
+  };
+  EXPECT_EQ(key(Table->cellAt(1, 0)), QStringList{u"Return"_qs});
+  EXPECT_EQ(key(Root->child(1)), QStringList{u"Ctrl+2"_qs});
+}
+
+TEST_F(TListAccessibility, CellsFollowTheColumns) {
+  for (int child = 0; child < Root->childCount(); ++child)
+    (void)Root->child(child);
+  Notices.clear();
+  SetListNoticeSink(Notice);
+  List.Columns().Add(u"Type"_qs, 40);
+  SetListNoticeSink(nullptr);
+  EXPECT_EQ(Notices, (std::vector<TNotice>{{QAccessible::TableModelChanged, -1}}));
+  List.Columns().Delete(0);
+  EXPECT_EQ(Root->child(0)->text(QAccessible::Name), u"Size");
+  for (int child = 0; child < Root->childCount(); ++child)
+    EXPECT_EQ(Root->indexOfChild(Root->child(child)), child);
+  List.Columns().Add(u"Last"_qs, 40);
+  EXPECT_EQ(Table->cellAt(2, 2)->tableCellInterface()->columnIndex(), 2);
+}
+
 TEST_F(TListAccessibility, ACellOutlivesItsRowAndItsListHarmlessly) {
   auto list = std::make_unique<TListView>();
   list->Columns().Add(u"Name"_qs, 100);

@@ -186,6 +186,10 @@ TEST_F(TListViewTest, TheTipShowsACutTextElseTheHint) {
   EXPECT_EQ(tip(TextOf(1)), u"row 1");
   EXPECT_TRUE(tip(List.Layout().CellRect(1, 1).center()).contains(u"&lt;b&gt;"))
       << "a name is never taken for markup";
+  List.Columns()[0].SetWidth(List.ClientWidth() + 2000);
+  List.Items()[2]->SetCaption(QString(60, u'w'));
+  EXPECT_EQ(tip(List.Layout().CellRect(2, 0).topLeft() + QPoint(9, 9)), List.Items()[2]->Caption())
+      << "what the window's edge cuts is cut";
   TListViewOptions options = List.Options();
   options.ShowHint = false;
   List.SetOptions(options);
