@@ -184,7 +184,7 @@ class TListMonkey : public ::testing::Test {
 
   TListItem* SomeRow() { return FList->Items().Item(Below(std::max(1, FList->Items().Count()))); }
 
-  void Something(TListView& list) {
+  void Something(TCustomListView& list) {
     TListItem* const row = SomeRow();
     switch (Below(60)) {
       case 0:
@@ -310,7 +310,7 @@ class TListMonkey : public ::testing::Test {
   }
 
   std::mt19937 FRandom{11};
-  QPointer<TListView> FList;
+  QPointer<TCustomListView> FList;
   int FDepth = 0;
   bool FDying = false;
 };

@@ -86,7 +86,7 @@ void TRowInput::SelectRange(TListItem& item, bool add) {
   TListItem* const anchor = AnchorItem();
   Items().ChangeState(*anchor, kRowAnchor, kRowAnchor);
   if (scope.ListGone() || item.Gone() || anchor->Gone()) return;
-  const auto [first, last] = std::minmax(anchor->Index(), item.Index());
+  const auto [first, last] = std::minmax({anchor->Index(), item.Index()});
   const std::vector<TListItem*> range(Items().begin() + first, Items().begin() + last + 1);
   if (!add) DeselectOutside(first, last);
   if (!scope.ListGone()) ChangeAll(range, kRowSelected, kRowSelected);
