@@ -1,9 +1,15 @@
-// What an index says of a tree, to be compared with what it has to say.
+// What an index and the readers say of a tree, to be compared with what they have to say.
 #pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
 
 #include "volindex/Answer.h"
 #include "volindex/TestSystem.h"
 #include "volindex/index/VolumeScan.h"
+#include "volindex/readers/folders/FoldersReader.h"
+#include "volindex/system/ScanRoot.h"
 
 namespace volindex {
 
@@ -28,6 +34,32 @@ namespace volindex {
   const TVolumeIndex index = ScanVolume(path, {goOn, [](int) {}});
   SetVariable("TALLYSCOPE_READER", nullptr);
   return index.FileCount() == 0 ? TAnswer() : AnswerOf(index);
+}
+
+// What the folders reader makes of a folder.
+inline constexpr unsigned kThreads = 4;
+inline constexpr unsigned kPlenty = 64;
+
+struct TReading {
+  TReadResult Result;
+  TVolumeIndex Index;
+};
+
+inline TReading Read(const std::filesystem::path& root, unsigned threads = kThreads,
+                     unsigned openLimit = kPlenty) {
+  const std::atomic<bool> stop{false};
+  TFoldersReader reader(threads, openLimit);
+  TIndexBuilder builder;
+  const TReadResult result =
+      reader.Read(DescribeScanRoot(root.string()).value(), builder, {stop, [](int) {}});
+  return {result, builder.TakeIndex()};
+}
+
+inline TAnswer AnswerFor(const std::filesystem::path& root, unsigned threads = kThreads,
+                         unsigned openLimit = kPlenty) {
+  const TReading reading = Read(root, threads, openLimit);
+  EXPECT_EQ(reading.Result, TReadResult::Done);
+  return AnswerOf(reading.Index);
 }
 
 }  // namespace volindex

@@ -5,8 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
-#include <optional>
+#include <numeric>
 #include <random>
 
 namespace volindex {
@@ -43,18 +42,20 @@ class TRandomVolume {
   TAnswer Build(unsigned shards, size_t linkTextRoom, unsigned& secondPasses) {
     TIndexBuilder builder(linkTextRoom);
     builder.Begin(shards, FWhole ? TFolderOrder::ParentsFirst : TFolderOrder::Any);
-    for (TFolderId id = 1; id < kFolders; ++id)
+    for (TFolderId id = 1; id < kFolders; ++id) {
       EXPECT_EQ(builder.ReserveFolder(), id);
-    std::vector<std::function<void(TIndexShard&)>> steps = FolderSteps(builder);
-    if (FWhole) Tell(builder, shards, steps);
-    AppendFileSteps(steps);
-    std::shuffle(steps.begin(), steps.end(), FRandom);
-    Tell(builder, shards, steps);
+      if (FFolders[id].Covered) builder.ExcludeFolder(id);
+    }
+    std::vector<unsigned> steps(kFolders + FFiles.size());
+    std::iota(steps.begin(), steps.end(), 0U);
+    std::shuffle(steps.begin() + (FWhole ? kFolders : 0), steps.end(), FRandom);
+    for (const unsigned step : steps)
+      Tell(builder.Shard(step % shards), step);
     TFinish result = builder.Finish(kGoOn);
     if (result == TFinish::TopListAgain) {
       ++secondPasses;
-      AppendFileSteps(steps);
-      Tell(builder, shards, steps);
+      for (unsigned step = kFolders; step < steps.size(); ++step)
+        Tell(builder.Shard(step * 7 % shards), step);
       result = builder.Finish(kGoOn);
     }
     EXPECT_EQ(result, TFinish::Done);
@@ -75,7 +76,6 @@ class TRandomVolume {
     uint64_t Size;
     uint64_t Link;
   };
-  using TSteps = std::vector<std::function<void(TIndexShard&)>>;
 
   unsigned Below(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(FRandom); }
 
@@ -110,35 +110,17 @@ class TRandomVolume {
     return path;
   }
 
-  TSteps FolderSteps(TIndexBuilder& builder) const {
-    TSteps steps;
-    for (TFolderId id = 1; id < kFolders; ++id) {
-      const TFolder& folder = FFolders[id];
-      if (folder.Covered) builder.ExcludeFolder(id);
-      if (folder.Set) {
-        steps.push_back([id, &folder](TIndexShard& shard) {
-          EXPECT_TRUE(shard.SetFolder(id, folder.Parent, folder.Name));
-        });
-      }
+  // Folders by their number, then the files.
+  void Tell(TIndexShard& shard, unsigned step) const {
+    if (step < kFolders) {
+      const TFolder& folder = FFolders[step];
+      EXPECT_TRUE(step == kRootFolder || !folder.Set || shard.SetFolder(step, folder.Parent, folder.Name));
+    } else if (const TFile& file = FFiles[step - kFolders]; file.Link != 0) {
+      shard.AddLinkedFile(file.Folder, file.Name, file.Size,
+                          {file.Link / 2, file.Link % 2});  // on two devices
+    } else {
+      shard.AddFile(file.Folder, file.Name, file.Size);
     }
-    return steps;
-  }
-
-  void AppendFileSteps(TSteps& steps) const {
-    for (const TFile& file : FFiles) {
-      steps.push_back([&file](TIndexShard& shard) {
-        if (file.Link != 0)
-          shard.AddLinkedFile(file.Folder, file.Name, file.Size, {file.Link});
-        else
-          shard.AddFile(file.Folder, file.Name, file.Size);
-      });
-    }
-  }
-
-  static void Tell(TIndexBuilder& builder, unsigned shards, TSteps& steps) {
-    for (size_t i = 0; i < steps.size(); ++i)
-      steps[i](builder.Shard(static_cast<unsigned>(i * 7 % shards)));
-    steps.clear();
   }
 
   std::mt19937 FRandom;
@@ -186,6 +168,7 @@ TEST(Builder, CoveredPathsLoseTheirContent) {
   ASSERT_TRUE(shard.SetFolder(inner, disk, "inner"));
   ASSERT_TRUE(shard.SetFolder(disk, home, "disk"));
   ASSERT_TRUE(shard.SetFolder(home, kRootFolder, "home"));
+  EXPECT_FALSE(shard.SetFolder(disk, kRootFolder, "again") || shard.SetFolder(kRootFolder, home, "root"));
   shard.AddFile(inner, "a", 100);
   shard.AddFile(disk, "b", 10);
   shard.AddFile(home, "c", 1);
@@ -195,15 +178,6 @@ TEST(Builder, CoveredPathsLoseTheirContent) {
   EXPECT_EQ(index.FileCount(), 1U);
   EXPECT_TRUE(index.FindFolder("/home//disk/").has_value());
   EXPECT_FALSE(index.FindFolder("home/disk/inner").has_value());
-}
-
-TEST(Builder, RefusesSecondPlaceForFolder) {
-  TIndexBuilder builder;
-  builder.Begin(2, TFolderOrder::Any);
-  const TFolderId folder = builder.ReserveFolder();
-  EXPECT_TRUE(builder.Shard(0).SetFolder(folder, kRootFolder, "a"));
-  EXPECT_FALSE(builder.Shard(1).SetFolder(folder, kRootFolder, "b"));
-  EXPECT_FALSE(builder.Shard(1).SetFolder(kRootFolder, folder, "root"));
 }
 
 // 200,000 levels with a file in each, all of one size: neither recursion nor time in the square of the depth.
@@ -226,44 +200,11 @@ TEST(Builder, DeepTreeOfEqualSizes) {
   EXPECT_EQ(index.TopFiles().front().Folder, kDepth);  // "d/…/d/z" before "d/z"
 }
 
-// A file with names in a folder and below it: whether the upper name is the first one shows in the second
-// pass.
-TEST(Builder, LinkWhoseTextWasDroppedIsSettledByItsFolders) {
-  struct TCase {
-    const char* Upper;
-    const char* First;
-  };
-  for (const auto& [upper, first] : {TCase{"a", "up/a"}, {"b-", "up/b-"}, {"b", "up/b"}, {"c", "up/b/z"}}) {
-    TIndexBuilder builder(0);
-    builder.Begin(2, TFolderOrder::Any);
-    const TFolderId up = builder.ReserveFolder();
-    const TFolderId below = builder.ReserveFolder();
-    const TFolderId aside = builder.ReserveFolder();
-    const auto addAll = [&, upper = upper] {
-      builder.Shard(0).AddLinkedFile(below, "z", 7, {9});
-      builder.Shard(1).AddLinkedFile(up, upper, 7, {9});
-      builder.Shard(1).AddLinkedFile(aside, "a", 7, {9});
-    };
-    addAll();
-    ASSERT_TRUE(builder.Shard(0).SetFolder(up, kRootFolder, "up"));
-    ASSERT_TRUE(builder.Shard(0).SetFolder(below, up, "b"));
-    ASSERT_TRUE(builder.Shard(0).SetFolder(aside, kRootFolder, "up0"));
-    ASSERT_EQ(builder.Finish(kGoOn), TFinish::TopListAgain);
-    addAll();
-    ASSERT_EQ(builder.Finish(kGoOn), TFinish::Done);
-    const TAnswer answer = AnswerOf(builder.TakeIndex());
-    EXPECT_EQ(answer.Files, (std::vector<TListed>{{7, first}}));
-    EXPECT_EQ(answer.Folders.back(), (TListed{0, "up0"}));
-    EXPECT_EQ(answer.Total, 7U);
-  }
-}
-
 TEST(Builder, StopLeavesNothing) {
-  const std::atomic<bool> stop{true};
   TIndexBuilder builder;
   builder.Begin(1, TFolderOrder::Any);
   builder.Shard(0).AddFile(kRootFolder, "a", 1);
-  EXPECT_EQ(builder.Finish(stop), TFinish::Stopped);
+  EXPECT_EQ(builder.Finish(std::atomic<bool>(true)), TFinish::Stopped);
   EXPECT_EQ(builder.TakeIndex().FileCount(), 0U);
 }
 

@@ -1,6 +1,6 @@
 // What only Linux has: permission bits, mounts, names of any bytes.
+#include "volindex/IndexAnswer.h"
 #include "volindex/TestTree.h"
-#include "volindex/core/ReadFolders.h"
 #include "volindex/system/Utf16.h"
 
 #include <gtest/gtest.h>
@@ -67,41 +67,35 @@ TEST(FlushVolume, IsGivenUpAtOnceWhenStopped) {
   flushBlocks.notify_all();
 }
 
-// A million names of half as many files, told before their folders: what the heap holds then.
-TEST(Builder, LinkedNameTakesFewBytes) {
-  const std::atomic<bool> goOn{false};
-  TIndexBuilder builder;
-  builder.Begin(2, TFolderOrder::Any);
-  const size_t before = ::mallinfo2().uordblks;
-  const auto tell = [&builder] {
-    for (unsigned i = 0; i < 1'000'000; ++i)
-      builder.Shard(i % 2).AddLinkedFile(1 + i % 2, "name " + std::to_string(i), i / 2, {i / 2});
-  };
-  const TFolderId up = builder.ReserveFolder();
-  const TFolderId below = builder.ReserveFolder();
-  tell();
-  EXPECT_LT(::mallinfo2().uordblks - before, size_t{24} * 1'000'000);
-  ASSERT_TRUE(builder.Shard(0).SetFolder(up, kRootFolder, "up") &&
-              builder.Shard(0).SetFolder(below, up, "below"));
-  ASSERT_EQ(builder.Finish(goOn), TFinish::TopListAgain);
-  EXPECT_LT(::mallinfo2().uordblks - before, size_t{24} * 1'000'000);
-  tell();
-  ASSERT_EQ(builder.Finish(goOn), TFinish::Done);
-  EXPECT_EQ(builder.TakeIndex().FileCount(), 500'000U);
-}
-
-// Where paths are known as the names come, what adds nothing is forgotten.
-TEST(Builder, LinkedNameOfKnownPathTakesNextToNothing) {
-  TIndexBuilder builder;
-  builder.Begin(1, TFolderOrder::ParentsFirst);
-  const size_t before = ::mallinfo2().uordblks;
-  for (unsigned round = 0; round < 20; ++round) {
-    const TFolderId folder = builder.ReserveFolder();
-    ASSERT_TRUE(builder.Shard(0).SetFolder(folder, kRootFolder, std::to_string(round)));
-    for (unsigned file = 0; file < 20'000; ++file)
-      builder.Shard(0).AddLinkedFile(folder, "name " + std::to_string(file), file, {file});
+// Names of a twentieth as many files, told before their folders: what the heap holds then. Where paths are
+// known as the names come, what adds nothing is forgotten.
+TEST(Builder, LinkedNamesTakeFewBytes) {
+  constexpr unsigned kNames = 400'000, kFiles = 20'000;
+  for (const bool pathsKnown : {false, true}) {
+    TIndexBuilder builder;
+    builder.Begin(2, pathsKnown ? TFolderOrder::ParentsFirst : TFolderOrder::Any);
+    const TFolderId up = builder.ReserveFolder(), below = builder.ReserveFolder();
+    const auto setFolders = [&] {
+      EXPECT_TRUE(builder.Shard(0).SetFolder(up, kRootFolder, "up") &&
+                  builder.Shard(0).SetFolder(below, up, "below"));
+    };
+    if (pathsKnown) setFolders();
+    const auto tell = [&] {
+      for (unsigned i = 0; i < kNames; ++i)
+        builder.Shard(0).AddLinkedFile(1 + i / (kNames / 2), "name " + std::to_string(i), i % kFiles,
+                                       {i % kFiles});
+    };
+    const size_t before = ::mallinfo2().uordblks;
+    tell();
+    EXPECT_LT(::mallinfo2().uordblks - before, size_t{pathsKnown ? 10U : 24U} * kNames);
+    if (pathsKnown) continue;
+    setFolders();
+    ASSERT_EQ(builder.Finish(std::atomic<bool>(false)), TFinish::TopListAgain);
+    EXPECT_LT(::mallinfo2().uordblks - before, size_t{24} * kNames);
+    tell();
+    ASSERT_EQ(builder.Finish(std::atomic<bool>(false)), TFinish::Done);
+    EXPECT_EQ(builder.TakeIndex().FileCount(), kFiles);
   }
-  EXPECT_LT(::mallinfo2().uordblks - before, size_t{10} * 400'000);
 }
 
 // Another file system, and a part of the same one under a second path.

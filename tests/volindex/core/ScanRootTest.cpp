@@ -35,15 +35,18 @@ TEST(ScanRoot, OrdinaryFolderIsNoVolume) {
   EXPECT_TRUE(root->Device.empty());
 }
 
+// And the trace is one line per volume.
 TEST(ScanRoot, ForcedReaderIsTheOnlyOne) {
   TTestTree tree;
-  SetVariable("TALLYSCOPE_READER", "folders");
-  ASSERT_EQ(ReadersInUse().size(), 1U);
-  EXPECT_STREQ(ReadersInUse().front()->Name(), "folders");
-  SetVariable("TALLYSCOPE_READER", "no such reader");
-  EXPECT_TRUE(ReadersInUse().empty());
-  EXPECT_FALSE(CanScan(tree.Root().string()));
-  SetVariable("TALLYSCOPE_READER", nullptr);
+  tree.AddFile("a/b", 1);
+  SetVariable("TALLYSCOPE_TRACE", "1");
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(AnswerOfReader("folders", tree.Root().string()).FileCount, 1U);
+  SetVariable("TALLYSCOPE_TRACE", nullptr);
+  const std::string trace = testing::internal::GetCapturedStderr();
+  EXPECT_TRUE(trace.starts_with("volindex: " + tree.Root().string() + ": folders, 2 entries, 0 unreadable"));
+  EXPECT_EQ(trace.find('\n'), trace.size() - 1);
+  EXPECT_EQ(AnswerOfReader("no such reader", tree.Root().string()).FileCount, 0U);
   EXPECT_TRUE(CanScan(tree.Root().string()));
 }
 
@@ -70,19 +73,6 @@ TEST(ScanRoot, ReaderThatThrowsHandsOver) {
   readers.push_back(std::make_unique<TFoldersReader>());
   EXPECT_EQ(AnswerOf(ScanVolume(tree.Root().string(), {stop, [](int) {}}, readers)).Files,
             (std::vector<TListed>{{5, "a/b"}}));
-}
-
-TEST(ScanRoot, TraceIsOneLinePerVolume) {
-  TTestTree tree;
-  tree.AddFile("a/b", 1);
-  const std::atomic<bool> stop{false};
-  SetVariable("TALLYSCOPE_TRACE", "1");
-  testing::internal::CaptureStderr();
-  EXPECT_EQ(ScanVolume(tree.Root().string(), {stop, [](int) {}}).FileCount(), 1U);
-  const std::string trace = testing::internal::GetCapturedStderr();
-  SetVariable("TALLYSCOPE_TRACE", nullptr);
-  EXPECT_TRUE(trace.starts_with("volindex: " + tree.Root().string() + ": folders, 2 entries, 0 unreadable"));
-  EXPECT_EQ(trace.find('\n'), trace.size() - 1);
 }
 
 // Crooked places and lengths, across the units in which a disk is read, by several threads at once.

@@ -1,6 +1,6 @@
 // What only Windows has: drives, junctions, folders that are shut while they are in use, names of any units.
+#include "volindex/IndexAnswer.h"
 #include "volindex/TestTree.h"
-#include "volindex/core/ReadFolders.h"
 #include "volindex/system/Utf16.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 /* The public header serves a C program. */
-#include "volindex/core/c_face.h"
-
 #include "volindex/include/volindex.h"
+
+uint32_t CountInC(const char16_t* path, uint32_t* folders);
 
 uint32_t CountInC(const char16_t* path, uint32_t* folders) {
   TTallyscopeNotify nobody = {0, 0};

@@ -1,8 +1,9 @@
 // The single structures, made by hand where the file system's tools make none of their kind.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "Images.h"
-#include "volindex/readers/ext4/Checksum.h"
 #include "volindex/readers/ext4/FolderEntries.h"
 #include "volindex/readers/ext4/InodeTable.h"
 #include "volindex/readers/ext4/ReadPlan.h"
@@ -15,13 +16,6 @@ constexpr std::uint32_t kBlock = 1024;
 template <class T>
 void Put(std::span<std::byte> bytes, std::size_t at, T value) {
   std::memcpy(bytes.data() + at, &value, sizeof value);
-}
-
-TEST(ChecksumTest, KnownValues) {
-  const TBytes digits = std::as_bytes(std::span("123456789", 9));
-  EXPECT_EQ(Crc32c(~0u, digits), ~0xE3069283u);
-  EXPECT_EQ(Crc16(0, digits), 0xBB3D);
-  EXPECT_EQ(Crc32c(Crc32c(~0u, digits.first(4)), digits.subspan(4)), ~0xE3069283u);
 }
 
 // A volume of 64 blocks and the map of one folder in it.
@@ -94,21 +88,22 @@ TEST_F(FolderBlocksTest, ExtentTreesOfAnyDepth) {
 }
 
 TEST_F(FolderBlocksTest, DamagedExtentTreesAreRefused) {
-  const auto refused = [&](std::size_t at, std::uint16_t value) {
+  const std::tuple<std::size_t, std::uint16_t, const char*> kRows[] = {
+      {0, 0xF30B, "magic"},
+      {2, 0, "an empty leaf"},
+      {2, 85, "more entries than room"},
+      {4, 85, "more room than block"},
+      {6, 1, "wrong depth"},
+      {16, 0, "no blocks"},
+      {16, 25, "beyond the end of the volume"},
+      {16, 0x8003, "set aside, but not written"},
+      {18, 1, "far beyond the end"}};
+  for (const auto& [at, value, what] : kRows) {
     PutChain(2);
+    EXPECT_TRUE(Find(TFolderLayout::Extents, 60));
     Put(Block(3), at, value);
-    return !Find(TFolderLayout::Extents, 60);
-  };
-  EXPECT_FALSE(refused(18, 0));      // nothing changed
-  EXPECT_TRUE(refused(0, 0xF30B));   // magic
-  EXPECT_TRUE(refused(2, 0));        // an empty leaf
-  EXPECT_TRUE(refused(2, 85));       // more entries than room
-  EXPECT_TRUE(refused(4, 85));       // more room than block
-  EXPECT_TRUE(refused(6, 1));        // wrong depth
-  EXPECT_TRUE(refused(16, 0));       // no blocks
-  EXPECT_TRUE(refused(16, 25));      // beyond the end of the volume
-  EXPECT_TRUE(refused(16, 0x8003));  // set aside, but not written
-  EXPECT_TRUE(refused(18, 1));       // far beyond the end
+    EXPECT_FALSE(Find(TFolderLayout::Extents, 60)) << what;
+  }
 }
 
 TEST_F(FolderBlocksTest, ExtentsThatComeBackAreRefused) {
@@ -157,17 +152,11 @@ TEST_F(FolderBlocksTest, FoldersMayNotShareTheirBlocksAtWill) {
   PutChain(3);
   FStop = true;
   EXPECT_FALSE(Find(TFolderLayout::Extents, 3));
-}
-
-TEST(SortTest, EndsAtAStop) {
   std::vector<std::uint32_t> items(100000);
-  for (std::uint32_t i = 0; i < items.size(); ++i)
-    items[i] = i * 2654435761u;
-  std::atomic<bool> stop{true};
-  EXPECT_FALSE(SortUnlessStopped(items, std::identity(), stop));
-  stop = false;
-  EXPECT_TRUE(SortUnlessStopped(items, std::identity(), stop));
-  EXPECT_TRUE(std::ranges::is_sorted(items));
+  std::ranges::generate(items, std::mt19937());
+  EXPECT_FALSE(SortUnlessStopped(items, std::identity(), FStop));
+  FStop = false;
+  EXPECT_TRUE(SortUnlessStopped(items, std::identity(), FStop) && std::ranges::is_sorted(items));
 }
 
 TEST_F(FolderBlocksTest, InodeTablesMayNotOverlap) {
@@ -192,46 +181,40 @@ TEST(ReadPlanTest, NeighboursAreReadTogetherUpToTheLargestRead) {
   EXPECT_EQ(reads[1].Count, 1u);
 }
 
-class EntriesTest : public testing::Test {
- protected:
-  void PutEntry(std::size_t at, std::uint32_t inode, std::uint16_t length, std::string_view name) {
-    Put(FBytes, at, inode);
-    Put(FBytes, at + 4, length);
-    Put(FBytes, at + 6, static_cast<std::uint8_t>(name.size()));
-    std::memcpy(FBytes.data() + at + 8, name.data(), name.size());
-  }
-  [[nodiscard]] std::optional<std::string> Names() const {
-    std::string names;
-    const bool sound = ForEachEntry(FBytes, [&](std::uint32_t, std::string_view name) {
-      names += std::string(name) + ",";
-      return true;
-    });
-    return sound ? std::optional(names) : std::nullopt;
-  }
-  std::array<std::byte, 64> FBytes{};
+struct TEntry {
+  std::size_t At;
+  std::uint32_t Inode;
+  std::uint16_t Length;
+  std::string_view Name;
 };
 
-TEST_F(EntriesTest, UnusedAndOwnEntriesArePassedOver) {
-  PutEntry(0, 2, 12, ".");
-  PutEntry(12, 2, 12, "..");
-  PutEntry(24, 0, 12, "old");
-  PutEntry(36, 12, 16, "new");
-  PutEntry(52, 0, 12, "");
-  EXPECT_EQ(Names(), "new,");
+// The names in a block of 64 bytes with these entries; nothing if it is refused.
+std::optional<std::string> NamesOf(std::initializer_list<TEntry> entries) {
+  std::array<std::byte, 64> bytes{};
+  for (const TEntry& entry : entries) {
+    Put(bytes, entry.At, entry.Inode);
+    Put(bytes, entry.At + 4, entry.Length);
+    Put(bytes, entry.At + 6, static_cast<std::uint8_t>(entry.Name.size()));
+    std::ranges::copy(std::as_bytes(std::span(entry.Name)),
+                      bytes.begin() + static_cast<std::ptrdiff_t>(entry.At) + 8);
+  }
+  std::string names;
+  const bool sound = ForEachEntry(bytes, [&](std::uint32_t, std::string_view name) {
+    names += std::string(name) + ",";
+    return true;
+  });
+  return sound ? std::optional(names) : std::nullopt;
 }
 
-TEST_F(EntriesTest, DamagedEntriesAreRefused) {
-  for (const int length : {0, 4, 8, 13, 68, 0xFFFC, 60}) {
-    PutEntry(0, 12, static_cast<std::uint16_t>(length), "name");
-    EXPECT_FALSE(Names()) << length;
-  }
-  PutEntry(0, 12, 13, "name");
-  PutEntry(13, 12, 51, "crooked");
-  EXPECT_FALSE(Names());
-  PutEntry(0, 12, 64, "name");
-  EXPECT_EQ(Names(), "name,");
-  PutEntry(0, 12, 64, "");
-  EXPECT_FALSE(Names());
+TEST(EntriesTest, UnusedAndOwnOnesArePassedOverAndDamagedOnesRefused) {
+  EXPECT_EQ(
+      NamesOf({{0, 2, 12, "."}, {12, 2, 12, ".."}, {24, 0, 12, "old"}, {36, 12, 16, "new"}, {52, 0, 12, ""}}),
+      "new,");
+  for (const std::uint16_t length : std::initializer_list<std::uint16_t>{0, 4, 8, 13, 68, 0xFFFC, 60})
+    EXPECT_FALSE(NamesOf({{0, 12, length, "name"}})) << length;
+  EXPECT_FALSE(NamesOf({{0, 12, 13, "name"}, {13, 12, 51, "crooked"}}));
+  EXPECT_EQ(NamesOf({{0, 12, 64, "name"}}), "name,");
+  EXPECT_FALSE(NamesOf({{0, 12, 64, ""}}));
 }
 
 TEST(InlineTest, AttributesThatPointOutsideAreRefused) {
@@ -265,31 +248,28 @@ TEST(SuperblockTest, NumbersThatCannotBeTrueAreRefused) {
                     " && mke2fs -q -F -t ext4 -b 1024 -O ^metadata_csum " + scratch.Path("image")));
   const std::vector<std::byte> image = LoadFile(scratch.Path("image"));
   const auto good = std::vector(image.begin() + kSuperblockOffset, image.begin() + 2 * kSuperblockOffset);
-  const struct {
-    std::size_t At;
-    std::uint32_t Value;
-    const char* What;
-  } kRows[] = {{0x00, 0, "inodes"},
-               {0x04, 8193, "blocks beyond the device"},
-               {0x04, 0, "no blocks"},
-               {0x14, 2, "first block"},
-               {0x18, 7, "block size"},
-               {0x20, 128, "groups of too few blocks"},
-               {0x20, 9000, "group of more than its bitmap holds"},
-               {0x28, 4, "inodes of less than a block per group"},
-               {0x28, 9000, "inodes of more than their bitmap holds"},
-               {0x38, 0xEF54, "magic"},
-               {0x54, 1, "first inode"},
-               {0x58, 300, "inode size"},
-               {0x58, 2048, "inode above a block"},
-               {0x60, 0x2C3, "compression"},
-               {0x60, 0x2C2 | 0x80000000u, "unknown"},
-               {0xFC, 48u << 16, "descriptor size"}};
+  const std::tuple<std::size_t, std::uint32_t, const char*> kRows[] = {
+      {0x00, 0, "inodes"},
+      {0x04, 8193, "blocks beyond the device"},
+      {0x04, 0, "no blocks"},
+      {0x14, 2, "first block"},
+      {0x18, 7, "block size"},
+      {0x20, 128, "groups of too few blocks"},
+      {0x20, 9000, "group of more than its bitmap holds"},
+      {0x28, 4, "inodes of less than a block per group"},
+      {0x28, 9000, "inodes of more than their bitmap holds"},
+      {0x38, 0xEF54, "magic"},
+      {0x54, 1, "first inode"},
+      {0x58, 300, "inode size"},
+      {0x58, 2048, "inode above a block"},
+      {0x60, 0x2C3, "compression"},
+      {0x60, 0x2C2 | 0x80000000u, "unknown"},
+      {0xFC, 48u << 16, "descriptor size"}};
   ASSERT_TRUE(ParseSuperblock(good, image.size()));
-  for (const auto& row : kRows) {
+  for (const auto& [at, value, what] : kRows) {
     auto bytes = good;
-    Put(bytes, row.At, row.Value);
-    EXPECT_FALSE(ParseSuperblock(bytes, image.size())) << row.What;
+    Put(bytes, at, value);
+    EXPECT_FALSE(ParseSuperblock(bytes, image.size())) << what;
   }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
 #include "Images.h"
 #include "volindex/IndexAnswer.h"
@@ -16,16 +17,12 @@ struct TCase {
   const char* After = nullptr;  // a command on the image %
 };
 
-std::string NameOf(const testing::TestParamInfo<TCase>& row) {
-  return row.param.Name;
-}
-
 // The tree that all volumes are made of.
 class VolumeTest : public testing::Test {
  public:
   static void SetUpTestSuite() {
     FScratch = std::make_unique<TTestTree>();
-    MakeVariedTree(FScratch->Path("tree"));
+    MakeVariedTree(FScratch->Path("tree"), "ext4");
     FExpected = AnswerOfDisk(FScratch->Path("tree"));
   }
   static void TearDownTestSuite() { FScratch.reset(); }
@@ -37,15 +34,11 @@ class VolumeTest : public testing::Test {
 
 constexpr TCase kCases[] = {
     {"ext2", "-t ext2 -b 4096"},
-    {"ext2_no_sparse_super", "-t ext2 -b 4096 -O ^sparse_super,^resize_inode -g 256"},
     {"ext2_no_file_type", "-t ext2 -b 4096 -O ^filetype"},
     {"ext3", "-t ext3 -b 4096"},
-    {"ext3_hashed", "-t ext3 -b 4096", "e2fsck -fyD %"},
     {"ext4", "-t ext4"},
     {"ext4_hashed", "-t ext4", "e2fsck -fyD %"},
-    {"not_64bit", "-t ext4 -O ^64bit"},
     {"old_group_checksums", "-t ext4 -O ^metadata_csum,uninit_bg"},
-    {"old_group_checksums_64bit", "-t ext4 -O ^metadata_csum,uninit_bg,64bit"},
     {"no_checksums", "-t ext4 -O ^metadata_csum,^uninit_bg"},
     {"meta_bg", "-t ext4 -O meta_bg,^resize_inode"},
     {"meta_bg_small_blocks", "-t ext4 -b 1024 -g 512 -O meta_bg,^resize_inode,^flex_bg"},
@@ -53,27 +46,17 @@ constexpr TCase kCases[] = {
     {"no_flex_bg", "-t ext4 -O ^flex_bg -g 512"},
     {"sparse_super2", "-t ext4 -O sparse_super2,^resize_inode"},
     {"bigalloc", "-t ext4 -O bigalloc -C 65536"},
-    {"bigalloc_small_blocks", "-t ext4 -b 1024 -O bigalloc -C 8192"},
     {"inline_data", "-t ext4 -O inline_data"},
-    {"inline_data_large_inodes", "-t ext4 -O inline_data -I 1024"},
     {"inline_data_small_blocks", "-t ext4 -b 1024 -O inline_data -I 512"},
     {"inodes_128", "-t ext4 -I 128 -b 4096"},
     {"inodes_1024", "-t ext4 -I 1024"},
-    {"inodes_4096", "-t ext4 -I 4096 -b 4096 -N 3000"},
     {"few_inodes_per_group", "-t ext4 -N 4000 -g 1024"},
     {"blocks_1024", "-t ext4 -b 1024"},
     {"blocks_1024_hashed", "-t ext4 -b 1024", "e2fsck -fyD %"},
-    {"blocks_2048", "-t ext4 -b 2048"},
     {"blocks_65536", "-t ext4 -b 65536"},
-    {"large_dir", "-t ext4 -O large_dir"},
-    {"casefold", "-t ext4 -E encoding=utf8 -O casefold"},
-    {"encrypt_but_nothing_encrypted", "-t ext4 -O encrypt"},
-    {"verity_and_quota", "-t ext4 -O verity,quota,project"},
-    {"ea_inode", "-t ext4 -O ea_inode"},
+    {"all_at_once",
+     "-t ext4 -E encoding=utf8 -O casefold,encrypt,verity,quota,project,large_dir,orphan_file,mmp,ea_inode"},
     {"checksum_seed", "-t ext4 -O metadata_csum_seed", "tune2fs -U 01234567-89ab-cdef-0123-456789abcdef %"},
-    {"orphan_file", "-t ext4 -O orphan_file"},
-    {"multi_mount_protection", "-t ext4 -O mmp"},
-    {"no_journal", "-t ext4 -O ^has_journal"},
 };
 
 class FeatureTest : public VolumeTest, public testing::WithParamInterface<TCase> {};
@@ -93,7 +76,8 @@ TEST_P(FeatureTest, IndexHoldsWhatTheTreeHolds) {
   std::filesystem::remove(image);
 }
 
-INSTANTIATE_TEST_SUITE_P(Features, FeatureTest, testing::ValuesIn(kCases), NameOf);
+INSTANTIATE_TEST_SUITE_P(Features, FeatureTest, testing::ValuesIn(kCases),
+                         [](const auto& row) { return row.param.Name; });
 
 TEST_F(VolumeTest, ProgressRisesAndAStopIsObeyedAtEachOfItsSteps) {
   ASSERT_TRUE(MakeImage(FScratch->Path("image"), "192M", "-t ext4", FScratch->Path("tree")));
@@ -124,11 +108,12 @@ TEST_F(VolumeTest, WhatIsNotUnderstoodIsHandedOver) {
     const char* Changes;
     TReadResult Result = TReadResult::HandedOver;
   } kRows[] = {
-      {"-t ext4", "set_inode_field odd flags 0x80800"},       // encrypted
-      {"-t ext4", "set_inode_field odd mode 0xF1ED"},         // of no known kind
+      {"-t ext4", "set_inode_field links flags 0x80800"},     // encrypted
+      {"-t ext4", "set_inode_field links mode 0xF1ED"},       // of no known kind
       {"-t ext4", "set_inode_field aaa size_hi 0x10000000"},  // longer than any file
-      {"-t ext4", "link odd another"},                        // a folder in two places
-      {"-t ext4", "unlink odd"},                              // a folder in no place
+      {"-t ext4", "link links another"},                      // a folder in two places
+      {"-t ext4", "unlink links"},                            // a folder in no place
+      {"-t ext4", "feature needs_recovery"},                  // a journal in use by nobody
       {"-t ext4", "set_inode_field <2> links_count 0"},       // no root
       {"-t ext4", "mknod nothing p\nclri nothing",
        TReadResult::Done},  // which the system does not show either
@@ -151,32 +136,43 @@ TEST_F(VolumeTest, WhatIsNotUnderstoodIsHandedOver) {
   }
 }
 
-class LargeFolderTest : public testing::TestWithParam<TCase> {};
+class DamageTest : public testing::TestWithParam<const char*> {};
 
-// Hundreds of blocks that alternate with those of the files, so that hardly two are neighbours.
-TEST_P(LargeFolderTest, ScatteredBlocksAreAllFound) {
+// Whatever the bytes, a scan ends, stays within the volume and at worst hands over. Zeros tell nothing of the
+// reader.
+TEST_P(DamageTest, FlippedAndMissingBytesAreSurvived) {
   const TTestTree scratch;
-  const std::string tree = scratch.Path("tree");
-  std::filesystem::create_directories(tree + "/large/inner");
-  std::filesystem::create_directory(tree + "/lost+found");
-  for (int i = 0; i < 3000; ++i)
-    WriteFile(tree + "/large/" + std::string(180, 'n') + std::to_string(i),
-              std::string(std::size_t(1 + i % 3), 'x'));
-  ASSERT_TRUE(MakeImage(scratch.Path("image"), "32M", GetParam().Options, tree));
-  if (GetParam().After) {
-    ASSERT_TRUE(Shell("e2fsck -fyD " + scratch.Path("image") + " || test $? -eq 1"));
+  const std::string image = scratch.Path("image");
+  ASSERT_TRUE(
+      Shell("cd " + scratch.Root().string() + R"( && n=$(printf 'n%.0s' $(seq 200)) && for i in $(seq 90); do
+    mkdir -p tree/$((i % 8))/inner && echo data >tree/$((i % 8))/inner/$n$i; done)"));
+  ASSERT_TRUE(MakeImage(image, "2M", GetParam(), scratch.Path("tree")));
+  const std::vector<std::byte> good = LoadFile(image);
+  ASSERT_EQ(Scan(TMemorySource(good)).Result, TReadResult::Done);
+  for (const std::size_t size : {0u, 1000u, 2047u, 2048u, 1u << 20})
+    EXPECT_EQ(Scan(TMemorySource(std::span(good).first(size))).Result, TReadResult::HandedOver) << size;
+  std::vector<std::size_t> places;
+  for (std::size_t i = kSuperblockOffset; i < good.size(); ++i)
+    if (good[i] != std::byte{}) places.push_back(i);
+  std::mt19937 random(12345);
+  int outcomes[2]{};
+  for (int round = 0; round < 1500; ++round) {
+    std::vector<std::byte> bytes = good;
+    for (auto flips = 1 + random() % 4; flips > 0; --flips)
+      bytes[places[random() % places.size()]] = static_cast<std::byte>(random());
+    const TMemorySource source(bytes);
+    const TReadResult result = Scan(source).Result;
+    ASSERT_TRUE(result != TReadResult::Stopped && !source.Strayed()) << "round " << round;
+    ++outcomes[result == TReadResult::Done];
   }
-  const TOutcome outcome = ScanImage(scratch.Path("image"));
-  ASSERT_EQ(outcome.Result, TReadResult::Done);
-  EXPECT_EQ(AnswerOf(outcome.Index), AnswerOfDisk(tree));
+  EXPECT_TRUE(outcomes[0] > 0 && outcomes[1] > 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Layouts, LargeFolderTest,
-                         testing::Values(TCase{"extent_tree", "-t ext4 -b 1024"},
-                                         TCase{"block_map", "-t ext2 -b 1024"},
-                                         TCase{"extent_tree_hashed", "-t ext4 -b 1024", "-D"},
-                                         TCase{"block_map_hashed", "-t ext3 -b 1024", "-D"}),
-                         NameOf);
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, DamageTest,
+    testing::Values("-t ext2 -b 1024", "-t ext4 -b 1024 -O ^metadata_csum,^has_journal",
+                    "-t ext4 -b 1024 -O ^has_journal",
+                    "-t ext4 -b 1024 -O ^metadata_csum,^has_journal,inline_data -I 512"));
 
 }  // namespace
 }  // namespace volindex::ext4

@@ -4,51 +4,8 @@
 #include <malloc.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <new>
-#include <thread>
 
-#include "ReadTree.h"
 #include "VolumeMaker.h"
-
-namespace {
-
-// Bytes held by new, and the most since the peak was last set.
-std::atomic<std::size_t> gHeld, gPeak;
-
-void* Count(void* block) {
-  if (block == nullptr) throw std::bad_alloc();
-  const std::size_t held = gHeld += malloc_usable_size(block);
-  for (std::size_t peak = gPeak; peak < held && !gPeak.compare_exchange_weak(peak, held);) {
-  }
-  return block;
-}
-
-void Release(void* block) {
-  gHeld -= malloc_usable_size(block);
-  std::free(block);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  return Count(std::malloc(size));
-}
-void* operator new(std::size_t size, std::align_val_t align) {
-  return Count(std::aligned_alloc(static_cast<std::size_t>(align), size));
-}
-void operator delete(void* block) noexcept {
-  Release(block);
-}
-void operator delete(void* block, std::size_t) noexcept {
-  Release(block);
-}
-void operator delete(void* block, std::align_val_t) noexcept {
-  Release(block);
-}
-void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
-  Release(block);
-}
 
 namespace volindex::ntfs {
 namespace {
@@ -57,11 +14,21 @@ using enum TAttributeType;
 using namespace std::chrono_literals;
 using TClock = std::chrono::steady_clock;
 
-// Sets the flag at one of the reads, and notes when, and how much is read afterwards.
-class TStoppingSource : public TMemorySource {
+std::size_t BytesHeld() {
+  const struct mallinfo2 held = ::mallinfo2();
+  return held.uordblks + held.hblkhd;
+}
+
+// Notes the most memory held at a read. Sets the flag at one of the reads, and notes when, and how much is
+// read afterwards.
+class TWatchingSource : public TMemorySource {
  public:
-  TStoppingSource(const TImage& image, std::uint64_t stopAt) : TMemorySource(image), FStopAt(stopAt) {}
+  explicit TWatchingSource(const TImage& image, std::uint64_t stopAt = ~std::uint64_t{0})
+      : TMemorySource(image), FStopAt(stopAt) {}
   [[nodiscard]] bool ReadAt(uint64_t offset, std::span<std::byte> target) const override {
+    const std::size_t held = BytesHeld();
+    for (std::size_t most = Most; most < held && !Most.compare_exchange_weak(most, held);) {
+    }
     if (FReads.fetch_add(1) == FStopAt) {
       Asked = TClock::now();
       Stop = true;
@@ -70,6 +37,7 @@ class TStoppingSource : public TMemorySource {
   }
   [[nodiscard]] std::uint64_t ReadsSince() const { return FReads - FStopAt; }
 
+  mutable std::atomic<std::size_t> Most{0};
   mutable std::atomic<bool> Stop{false};
   mutable TClock::time_point Asked;
 
@@ -156,54 +124,39 @@ TImage FarLinks() {
 }
 
 struct TCase {
-  const char* Name;
-  TImage (*Make)();
+  const char* What;
+  TImage Image;
   std::size_t MostMiB;
-  bool Sound = false;
+  bool Sound;
 };
 
-class NtfsBounds : public testing::TestWithParam<TCase> {};
-
 // Most MiB are a good deal below the promised 64 with 16 bytes per record, since these images are small.
-TEST_P(NtfsBounds, LittleMemoryAndAStopAtAnyTime) {
-  const TImage image = GetParam().Make();
-  for (const unsigned threads : {1u, 2u}) {
-    const std::size_t before = gPeak = gHeld.load();
-    const auto tree = ReadTree(TMemorySource(image), threads);
-    EXPECT_LT((gPeak - before) >> 20, GetParam().MostMiB) << threads;
-    EXPECT_EQ(tree.has_value(), GetParam().Sound);
-  }
-  for (std::uint64_t stopAt = 0;; stopAt += 1 + stopAt / 2) {
-    const TStoppingSource source(image, stopAt);
-    TIndexBuilder builder;
-    const TReadResult result = ReadNtfs(source, TDriver::Kernel, builder, {source.Stop, {}}, 2);
-    if (!source.Stop) break;
-    EXPECT_LT(TClock::now() - source.Asked, 100ms) << stopAt;
-    EXPECT_EQ(result, TReadResult::Stopped);
-    EXPECT_LE(source.ReadsSince(), 8u) << stopAt;
+TEST(NtfsBounds, LittleMemoryAndAStopAtAnyTime) {
+  const TCase kCases[] = {{"nine lists in each small record", SharedLists({1024, 700, 9, 9}), 16, false},
+                          {"many lists in each large record", SharedLists({4096, 60, 44, 44}), 16, false},
+                          {"one list in each record", SharedLists({1024, 700, 9, 1}), 16, false},
+                          {"no folders", NoFolders(9000, 9), 40, false},
+                          {"one file", OneFile(8000), 16, true},
+                          {"far links", FarLinks(), 16, true}};
+  for (const auto& [what, image, mostMiB, sound] : kCases) {
+    SCOPED_TRACE(what);
+    for (const unsigned threads : {1u, 2u}) {
+      const std::size_t before = BytesHeld();
+      const TWatchingSource source(image);
+      EXPECT_EQ(ReadTree(source, threads).has_value(), sound);
+      EXPECT_LT((source.Most - before) >> 20, mostMiB) << threads;
+    }
+    for (std::uint64_t stopAt = 0;; stopAt += 1 + stopAt / 2) {
+      const TWatchingSource source(image, stopAt);
+      TIndexBuilder builder;
+      const TReadResult result = ReadNtfs(source, TDriver::Kernel, builder, {source.Stop, {}}, 2);
+      if (!source.Stop) break;
+      EXPECT_LT(TClock::now() - source.Asked, 100ms) << stopAt;
+      EXPECT_EQ(result, TReadResult::Stopped);
+      EXPECT_LE(source.ReadsSince(), 8u) << stopAt;
+    }
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(Images, NtfsBounds,
-                         testing::Values(TCase{"NineListsInEachSmallRecord",
-                                               [] {
-                                                 return SharedLists({1024, 700, 9, 9});
-                                               },
-                                               16},
-                                         TCase{"ManyListsInEachLargeRecord",
-                                               [] {
-                                                 return SharedLists({4096, 60, 44, 44});
-                                               },
-                                               16},
-                                         TCase{"OneListInEachRecord",
-                                               [] {
-                                                 return SharedLists({1024, 700, 9, 1});
-                                               },
-                                               16},
-                                         TCase{"NoFolders", [] { return NoFolders(9000, 9); }, 40},
-                                         TCase{"OneFile", [] { return OneFile(8000); }, 16, true},
-                                         TCase{"FarLinks", FarLinks, 16, true}),
-                         [](const auto& row) { return row.param.Name; });
 
 }  // namespace
 }  // namespace volindex::ntfs

@@ -158,40 +158,13 @@ TEST(NtfsFileRecord, HeaderAndAttributesMustStayWithin) {
   }
 }
 
-TEST(NtfsAttributeList, EndsAtTheFirstBrokenLine) {
-  const TImage good = MakeList({{TAttributeType::Data, 7, Reference(30, 2)}});
-  bool broken = false;
-  TBytes list = good;
-  const auto first = TakeListEntry(list, broken);
-  ASSERT_TRUE(first);
-  EXPECT_EQ(first->LowestVcn, 7u);
-  EXPECT_EQ(first->Holder, (TFileReference{30, 2}));
-  EXPECT_FALSE(TakeListEntry(list, broken));
-  EXPECT_FALSE(broken);
-  for (const int length : {0, 0x19, 0x21}) {
-    TImage bad = good;
-    Store(bad, 4, static_cast<std::uint16_t>(length));
-    list = bad;
-    EXPECT_FALSE(TakeListEntry(list, broken));
-    EXPECT_TRUE(broken);
-  }
-}
-
 // A reparse value of the tag whose names follow that many bytes of flags.
 TImage Link(std::uint32_t tag, std::size_t flags, std::u16string_view target) {
   TImage value(16 + flags);
   Store(value, 0, tag);
   Store(value, 10, static_cast<std::uint16_t>(target.size() * 2));
-  const TImage text = BytesOf(target);
-  value.insert(value.end(), text.begin(), text.end());
+  Add(value, BytesOf(target));
   return value;
-}
-
-TImage Marked(std::string_view mark, const TImage& rest) {
-  TImage bytes(mark.size());
-  std::memcpy(bytes.data(), mark.data(), mark.size());
-  bytes.insert(bytes.end(), rest.begin(), rest.end());
-  return bytes;
 }
 
 TEST(NtfsLinks, ShowTheBytesOfTheirTarget) {
@@ -210,12 +183,13 @@ TEST(NtfsLinks, ShowTheBytesOfTheirTarget) {
       {TImage(4), std::nullopt}};
   for (const auto& [value, length] : kLinks)
     EXPECT_EQ(ReparseTargetLength(value), length);
+  // After the marks IntxLNK and IntxCHR.
   const std::pair<TImage, std::optional<std::uint64_t>> kData[] = {
       {{}, 0},
       {TImage(1), 0},
-      {Marked("IntxLNK\1", BytesOf(u"/\u00FC")), 3},
-      {Marked(std::string_view("IntxCHR\0", 8), TImage(16)), 0},
-      {Marked("MZ", TImage(30)), std::nullopt}};
+      {BytesOf(u"\u6E49\u7874\u4E4C\u014B/\u00FC"), 3},
+      {BytesOf(u"\u6E49\u7874\u4843\u0052 of a device"), 0},
+      {TImage(30), std::nullopt}};
   for (const auto& [data, length] : kData)
     EXPECT_EQ(SpecialDataSize(data), length);
 }

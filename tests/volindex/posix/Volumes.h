@@ -1,11 +1,9 @@
 // Varied trees, and volumes in image files made by the file systems' own tools and mounted by loop devices.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "volindex/TestTree.h"
-#include "volindex/readers/Reader.h"
 
 namespace volindex {
 
@@ -16,8 +14,8 @@ bool Shell(const std::string& command);
 
 void WriteFile(const std::string& path, const std::string& content);
 
-// Folders deep and wide, files from empty to huge, links of both kinds, pipes, names of all sorts.
-void MakeVariedTree(const std::string& root, bool anyBytes = true);
+// The tree of the script varied_tree, for a volume of that kind.
+void MakeVariedTree(const std::string& root, const std::string& kind);
 
 class TMountedVolume {
  public:
@@ -30,13 +28,10 @@ class TMountedVolume {
   // What the system said if it does not let this user mount the volume; else empty.
   [[nodiscard]] const std::string& Refusal() const { return FRefusal; }
   [[nodiscard]] const std::string& Root() const { return FRoot; }
-  [[nodiscard]] const std::string& Image() const { return FImage; }
-  [[nodiscard]] const std::string& Device() const { return FDevice; }
 
-  // What the reader makes of the mounted folder, as a scan runs it; nothing if it hands over.
-  [[nodiscard]] static std::optional<TVolumeIndex> Read(TReader& reader, const std::string& path);
-  // Fails if the reader does not see what find sees.
-  void ExpectSame(TReader& reader) const;
+  // Fails unless the reader of that name and that of folders see what find sees, and no other accepts the
+  // volume.
+  void ExpectSame(const std::string& reader) const;
 
  private:
   [[nodiscard]] bool TryHere(const std::string& command);
