@@ -116,8 +116,10 @@ class TRandomVolume {
       const TFolder& folder = FFolders[step];
       EXPECT_TRUE(step == kRootFolder || !folder.Set || shard.SetFolder(step, folder.Parent, folder.Name));
     } else if (const TFile& file = FFiles[step - kFolders]; file.Link != 0) {
-      shard.AddLinkedFile(file.Folder, file.Name, file.Size,
-                          {file.Link / 2, file.Link % 2});  // on two devices
+      // Paths are known where there may be several devices.
+      const TLinkKey key =
+          FWhole ? TLinkKey{file.Link / 2, file.Link % 2 != 0 ? 1U : 0U} : TLinkKey{file.Link};
+      shard.AddLinkedFile(file.Folder, file.Name, file.Size, key);
     } else {
       shard.AddFile(file.Folder, file.Name, file.Size);
     }

@@ -39,6 +39,7 @@ constexpr TCase kCases[] = {
     {"ext4", "-t ext4"},
     {"ext4_hashed", "-t ext4", "e2fsck -fyD %"},
     {"old_group_checksums", "-t ext4 -O ^metadata_csum,uninit_bg"},
+    {"pipe_with_a_length", "-t ext4", "debugfs -w -R 'set_inode_field odd/pipe size 5000' %"},
     {"no_checksums", "-t ext4 -O ^metadata_csum,^uninit_bg"},
     {"meta_bg", "-t ext4 -O meta_bg,^resize_inode"},
     {"meta_bg_small_blocks", "-t ext4 -b 1024 -g 512 -O meta_bg,^resize_inode,^flex_bg"},
