@@ -10,5 +10,5 @@ class TComThread {
   TComThread& operator=(const TComThread&) = delete;
 
  private:
-  bool FJoined = false;
+  [[maybe_unused]] bool FJoined = false;  // Windows only
 };
