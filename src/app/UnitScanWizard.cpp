@@ -59,12 +59,12 @@ TFormWizard::TFormWizard(TResultForm& results, TImageList& images, const TStartP
                  {WM_SCANSTATUS, [this](const TMessage& message) { ScanStatus(message); }},
                  {WM_SCANPROGRESS, [this](const TMessage& message) { ScanProgress(message); }},
                  {WM_SCANSTOPPED, [this](const TMessage&) { ScanStopped(); }}}),
-      FScanThread(&FMessages, FindDownloadLocations) {
+      FScanThread(new TTallyscopeScan(&FMessages, FindDownloadLocations)) {
   setObjectName(u"FormWizard"_qs);
   AutoScan = FParameters.AutoStart() != TAutoStart::None;
   CountDownloads = FParameters.AutoStart() != TAutoStart::ScanSystem;
   FStopAgain.setInterval(kStopAgainMs);
-  connect(&FStopAgain, &QTimer::timeout, this, [this] { FScanThread.Stop(); });
+  connect(&FStopAgain, &QTimer::timeout, this, [this] { FScanThread->Stop(); });
   BuildPages(images);
 }
 
@@ -161,8 +161,8 @@ void TFormWizard::StartAnalysis() {
   pgntScan->SetTabIndex(kProgressTab);
   FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
   FHasResult = false;
-  FScanThread.SetProgressTarget(&FMessages, WM_SCANPROGRESS);
-  FScanThread.Start(FTargets, FTargetPage->FolderChosen());
+  FScanThread->SetProgressTarget(&FMessages, WM_SCANPROGRESS);
+  FScanThread->Start(FTargets, FTargetPage->FolderChosen());
 }
 
 void TFormWizard::StopAnalysis() {
@@ -172,7 +172,7 @@ void TFormWizard::StopAnalysis() {
 
 // A stop that comes just before a walk begins is lost on that walk, so it is asked for until it is answered.
 void TFormWizard::AskToStop() {
-  FScanThread.Stop();
+  FScanThread->Stop();
   FStopAgain.start();
 }
 
@@ -223,7 +223,7 @@ void TFormWizard::ScanDone() {
   FHasResult = true;
   btnAnalyze->hide();
   FCanClose = false;
-  FResults.FillResults(FScanThread, FTargets);
+  FResults.FillResults(*FScanThread, FTargets);
   FCanClose = true;
   FTargets.clear();
   accept();

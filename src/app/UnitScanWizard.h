@@ -30,12 +30,14 @@ class TFormWizard : public QDialog, public TScanForm {
   void ClearTargets() override { FTargets.clear(); }
   void ShowModal() override;
   [[nodiscard]] bool Showing() const override { return isVisible(); }
-  [[nodiscard]] const TTallyscopeScan* Result() const override { return FHasResult ? &FScanThread : nullptr; }
+  [[nodiscard]] const TTallyscopeScan* Result() const override {
+    return FHasResult ? FScanThread.get() : nullptr;
+  }
   void PreselectFolder(const QString& folder) override;
   void PreselectDrives(const QStringList& paths) override;
 
   // True from the start of a scan until its thread rests.
-  [[nodiscard]] bool Scanning() const { return !FScanThread.Suspended(); }
+  [[nodiscard]] bool Scanning() const { return !FScanThread->Suspended(); }
 
   // Escape and the window's close button, too: refused while results are filled; a running scan is asked to
   // stop and not waited for.
@@ -80,5 +82,5 @@ class TFormWizard : public QDialog, public TScanForm {
   QPushButton* btnClose = nullptr;
 
   TMessageWindow FMessages;
-  TTallyscopeScan FScanThread;  // last: it posts to FMessages until it is gone
+  TOwnedThread<TTallyscopeScan> FScanThread;
 };

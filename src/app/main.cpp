@@ -35,5 +35,6 @@ int main(int argc, char** argv) {
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
   formMain.SetScanForm(formWizard);
   formMain.show();
-  return QApplication::exec();
+  const int exitCode = QApplication::exec();
+  EndProcess(exitCode);  // a scan that hangs on a dead mount must not keep the process
 }

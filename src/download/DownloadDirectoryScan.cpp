@@ -107,12 +107,20 @@ void TDownloadDirectoryScan::ScanDirectories() {
 
 void TDownloadDirectoryScan::ScanDirectories(const QString& catalogueFile) {
   FDirectories.clear();
-  AddDirectory(FDirectories, GetFirefoxDownloadDir());
-  AddDirectory(FDirectories, GetChromeDownloadDir());
+  AddFound(GetFirefoxDownloadDir);
+  AddFound(GetChromeDownloadDir);
   const auto catalogue = LoadCatalogue(catalogueFile);
   const int count = catalogue ? catalogue->Count() : 0;
   for (int i = 0; i < count; ++i)
-    AddDirectory(FDirectories, DownloadDirectoryOf(catalogue->Application(i)));
+    AddFound([&] { return DownloadDirectoryOf(catalogue->Application(i)); });
+}
+
+// Settings that can't be read or are broken cost their own application its folder and no other one.
+void TDownloadDirectoryScan::AddFound(const std::function<QString()>& find) {
+  try {
+    AddDirectory(FDirectories, find());
+  } catch (const std::exception&) {
+  }
 }
 
 void TDownloadDirectoryScan::AddDirectory(QStringList& target, const QString& dir) {
@@ -149,11 +157,7 @@ void TDownloadDirectoryScan::FilterByLocations(const QStringList& locations, con
 
 QStringList FindDownloadLocations(const QStringList& paths) {
   TDownloadDirectoryScan scan;
-  try {
-    scan.ScanDirectories();
-  } catch (const std::exception&) {
-    // What was found before the broken settings stands.
-  }
+  scan.ScanDirectories();
   scan.FilterByLocations(paths);
   return scan.FDirectories;
 }

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 // One object per scan, on one thread. Nothing is kept from one to the next.
 class TDownloadDirectoryScan {
  public:
@@ -12,9 +14,8 @@ class TDownloadDirectoryScan {
   // inside another.
   QStringList FDirectories;
 
-  // Fills FDirectories anew. A missing or broken catalogue leaves what the browsers gave. Throws what reading
-  // an application's settings throws (std::exception); FDirectories then holds what was found before. Blocks
-  // on the file system.
+  // Fills FDirectories anew. A missing or broken catalogue leaves what the browsers gave; a browser or an
+  // application whose settings can't be read is left out. Blocks on the file system.
   void ScanDirectories();
   void ScanDirectories(const QString& catalogueFile);
 
@@ -27,8 +28,10 @@ class TDownloadDirectoryScan {
   // code page is one already. The last entry that holds it or lies inside it decides: a folder that holds it
   // keeps it out; one inside it goes.
   static void AddDirectory(QStringList& target, const QString& dir);
+
+ private:
+  void AddFound(const std::function<QString()>& find);
 };
 
-// The download folders on these paths. What can't be read is left out, and so are the applications behind one
-// whose settings are broken; throws nothing of its own.
+// The download folders on these paths.
 [[nodiscard]] QStringList FindDownloadLocations(const QStringList& paths);

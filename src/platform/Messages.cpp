@@ -7,11 +7,23 @@
 #include <QThread>
 
 #include <condition_variable>
+#include <set>
 #include <utility>
 
 namespace {
 
 const QEvent::Type kWake = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+// The windows that are there. Never destroyed itself: a thread may still post while the process ends.
+struct TWindows {
+  std::mutex Guard;
+  std::set<const TMessageWindow*> Present;  // under Guard, which also keeps them there
+};
+
+TWindows& Windows() {
+  static auto* const windows = new TWindows;
+  return *windows;
+}
 
 }  // namespace
 
@@ -36,9 +48,16 @@ class TMessageWindow::TReply {
 };
 
 TMessageWindow::TMessageWindow(std::initializer_list<std::pair<const unsigned, THandler>> handlers)
-    : FHandlers(handlers) {}
+    : FHandlers(handlers) {
+  const std::lock_guard lock(Windows().Guard);
+  Windows().Present.insert(this);
+}
 
 TMessageWindow::~TMessageWindow() {
+  {
+    const std::lock_guard lock(Windows().Guard);
+    Windows().Present.erase(this);
+  }
   const std::lock_guard lock(FGuard);
   for (const TQueued& queued : FQueue)
     if (queued.Reply != nullptr) queued.Reply->Give();
@@ -52,6 +71,13 @@ bool TMessageWindow::event(QEvent* event) {
   if (!isWake) return QObject::event(event);
   TakeOne();
   return true;
+}
+
+bool TMessageWindow::QueueIfPresent(TMessageWindow* window, const TQueued& queued) {
+  const std::lock_guard lock(Windows().Guard);
+  const bool isPresent = Windows().Present.contains(window);
+  if (isPresent) window->Queue(queued);
+  return isPresent;
 }
 
 void TMessageWindow::Queue(const TQueued& queued) {
@@ -71,6 +97,11 @@ void TMessageWindow::TakeBack(const TMessageLine& line) {
     if (queued.Reply != nullptr) queued.Reply->Give();
     return true;
   });
+}
+
+bool TMessageWindow::IsOfThisThread(const TMessageWindow* window) {
+  const std::lock_guard lock(Windows().Guard);
+  return Windows().Present.contains(window) && window->thread() == QThread::currentThread();
 }
 
 void TMessageWindow::Dispatch(const TMessage& message) {
@@ -97,18 +128,16 @@ void TMessageWindow::TakeOne() {
 }
 
 void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
-  if (window != nullptr) window->Queue({{msg, wparam, lparam}});
+  TMessageWindow::QueueIfPresent(window, {{msg, wparam, lparam}});
 }
 
 void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam) {
-  if (window == nullptr) return;
-  if (window->thread() == QThread::currentThread()) {
+  if (TMessageWindow::IsOfThisThread(window)) {
     window->Dispatch({msg, wparam, lparam});
     return;
   }
   TMessageWindow::TReply reply;
-  window->Queue({{msg, wparam, lparam}, &reply});
-  reply.Await();
+  if (TMessageWindow::QueueIfPresent(window, {{msg, wparam, lparam}, &reply})) reply.Await();
 }
 
 // The guard is held while the message is put into the window's queue, so that the window is there, and not

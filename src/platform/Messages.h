@@ -20,8 +20,8 @@ struct TMessage {
 class TMessageLine;
 
 // The receiving end of messages. A form owns one and declares its handlers in one table, number to
-// handler; the address of the object is the form's window handle. Lives on the thread that made it; must
-// outlive every thread that posts to it. A number without a handler is dropped.
+// handler; the address of the object is the form's window handle. Lives on the thread that made it. A number
+// without a handler is dropped, and so is whatever comes after the window's end.
 class TMessageWindow : public QObject {
  public:
   using THandler = std::function<void(const TMessage&)>;
@@ -43,6 +43,9 @@ class TMessageWindow : public QObject {
     const TMessageLine* Line = nullptr;
   };
 
+  // False for a window that is null or gone.
+  static bool QueueIfPresent(TMessageWindow* window, const TQueued& queued);
+  [[nodiscard]] static bool IsOfThisThread(const TMessageWindow* window);
   void Queue(const TQueued& queued);
   void TakeBack(const TMessageLine& line);
   void Dispatch(const TMessage& message);
@@ -53,12 +56,12 @@ class TMessageWindow : public QObject {
   std::deque<TQueued> FQueue;  // under FGuard
 };
 
-// Queues the message and returns at once; messages of one sender arrive in order. A null window drops it.
-// Callable from any thread.
+// Queues the message and returns at once; messages of one sender arrive in order. A window that is null or
+// gone drops it. Callable from any thread.
 void PostMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam);
 
 // Runs the handler on the window's thread and returns after it has ended. Called on the window's own
-// thread it is a plain call. A null window drops it. Callable from any thread.
+// thread it is a plain call. A window that is null or gone drops it. Callable from any thread.
 void SendMessage(TMessageWindow* window, unsigned msg, quintptr wparam, qintptr lparam);
 
 // The way from a thread that nobody waits for to a window that may go before it.

@@ -10,6 +10,10 @@ void TrimWorkingSet();
 [[nodiscard]] qint64 ResidentBytes();
 [[nodiscard]] qint64 PeakResidentBytes();
 
+// Ends the process at once. Its other threads die with it, wherever they are: none is waited for, and no
+// object is destroyed that one of them might still use. Open streams of the standard library are flushed.
+[[noreturn]] void EndProcess(int exitCode);
+
 // Calls the handler on a thread of its own at each Ctrl-C (SIGINT) or SIGTERM, on Windows also at a
 // Ctrl-Break or when the console closes, instead of ending the process. Call once, before other threads
 // start.

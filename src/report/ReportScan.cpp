@@ -36,11 +36,12 @@ TReportScan::TReportScan(bool showProgress)
            [this](const TMessage& message) { FLine.TakeProgress(message.WParam, message.LParam); }},
           {WM_SCANDONE, [this](const TMessage&) { End(false); }},
           {WM_SCANSTOPPED, [this](const TMessage&) { End(true); }},
-          {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan.Stop(); }},
+          {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan->Stop(); }},
       }),
-      FScan(&FWindow, FindDownloadLocations, showProgress ? TPathDisplay::Shown : TPathDisplay::None) {
+      FScan(new TTallyscopeScan(&FWindow, FindDownloadLocations,
+                                showProgress ? TPathDisplay::Shown : TPathDisplay::None)) {
   CountDownloads = true;
-  FScan.SetProgressTarget(&FWindow, WM_SCANPROGRESS);
+  FScan->SetProgressTarget(&FWindow, WM_SCANPROGRESS);
   QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
 }
 
@@ -48,17 +49,17 @@ TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
   FPaths = paths;
   FClock.start();
   FTick.start(kTick);
-  FScan.Start(paths, folderMode);
+  FScan->Start(paths, folderMode);
   QCoreApplication::exec();
   FTick.stop();
   FLine.Erase();
 
-  const TList<TPathTotals>& totals = FScan.PathTotals();
+  const TList<TPathTotals>& totals = FScan->PathTotals();
   return {.Paths = paths,
           .PathTotals = {totals.begin(), totals.end()},
-          .Folders = Rows(FScan.Folders()),
-          .Files = Rows(FScan.Files()),
-          .DownloadFiles = Rows(FScan.DownloadFiles()),
+          .Folders = Rows(FScan->Folders()),
+          .Files = Rows(FScan->Files()),
+          .DownloadFiles = Rows(FScan->DownloadFiles()),
           .Stopped = FStopped,
           .Milliseconds = FClock.elapsed()};
 }
@@ -77,7 +78,7 @@ void TReportScan::TakeStatus(const TMessage& message) {
 
 // A stop that comes just before a walk begins is lost on that walk, so it is asked for until it is answered.
 void TReportScan::Tick() {
-  if (FInterrupted) FScan.Stop();
+  if (FInterrupted) FScan->Stop();
   if (FShowProgress) FLine.Draw(TerminalColumns());
 }
 

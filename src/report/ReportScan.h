@@ -34,5 +34,5 @@ class TReportScan {
   QElapsedTimer FClock;
   QTimer FTick;
   TMessageWindow FWindow;
-  TTallyscopeScan FScan;
+  TOwnedThread<TTallyscopeScan> FScan;
 };

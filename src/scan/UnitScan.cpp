@@ -62,11 +62,10 @@ TTallyscopeScan::TTallyscopeScan(TMessageWindow* statusWnd, TFindLocations findL
     : FStatusWnd(statusWnd),
       FFindLocations(std::move(findLocations)),
       FPathDisplay(paths),
-      FTicker(statusWnd),
+      FTicker(new TTextProgressThread(statusWnd)),
       FWalker(paths == TPathDisplay::Shown ? statusWnd : nullptr) {}
 
 TTallyscopeScan::~TTallyscopeScan() {
-  Stop();
   Finish();
   Tallyscope_SetNotifyHwnd(nullptr, 0);
 }
@@ -94,6 +93,11 @@ void TTallyscopeScan::Stop() {
   FStopped.store(true);
   Tallyscope_Stop();
   FWalker.Stop();
+}
+
+void TTallyscopeScan::Terminate() {
+  TWorkerThread::Terminate();
+  Stop();
 }
 
 // The download locations are read with the system's XML parser, which is a component.
@@ -160,14 +164,14 @@ void TTallyscopeScan::ScanDrives(int total, int first) {
 // After a stop the same calls run, and find nothing to take.
 void TTallyscopeScan::ScanVolume(const QString& path) {
   const bool ticks = FPathDisplay == TPathDisplay::Shown;
-  if (ticks) FTicker.Start(path);
+  if (ticks) FTicker->Start(path);
   if (!FStopped) Tallyscope_ScanLocalDrive(Utf16(path));  // a stop during the ticker's pause is not lost
   PullRecords(kPhaseFiles, kRowsPerPath, TALLYSCOPE_FILES, FFiles);
   PullRecords(kPhaseFolders, kRowsPerPath, TALLYSCOPE_FOLDERS, FFolders);
   Tallyscope_GetRecordCount(&FFileCount, &FFolderCount);
   FPathTotals.Add({FFileCount, FFolderCount, VolumeBytes(path)});
   Tallyscope_Free();
-  if (ticks) FTicker.Stop();
+  if (ticks) FTicker->Stop();
 }
 
 // The library gives its records largest first; one that it can't deliver takes nothing from the limit.

@@ -36,17 +36,16 @@ enum class TPathDisplay { Shown, None };
 // thread as a scan begins; may block on the file system and must not throw.
 using TFindLocations = std::function<QStringList(const QStringList& paths)>;
 
-// Owned by the main thread, which calls everything public. The results belong to the scan thread from Start
-// to its final message (WM_SCANDONE or WM_SCANSTOPPED) and to the main thread from then on to the next
-// Start; they have no lock. After a stop they are partial and not sorted.
+// Owned by the main thread, which calls everything public, through a TOwnedThread: a scan that hangs in the
+// file system is left behind by its owner's end. The results belong to the scan thread from Start to its
+// final message (WM_SCANDONE or WM_SCANSTOPPED) and to the main thread from then on to the next Start; they
+// have no lock. After a stop they are partial and not sorted.
 class TTallyscopeScan : public TWorkerThread {
  public:
-  // The status window receives WM_SCANSTATUS and WM_SCANDONE. It must outlive this object and read no more
-  // path texts after its end, since their buffer goes with it. Without a finder there are no download
-  // locations.
+  // The status window receives WM_SCANSTATUS and WM_SCANDONE. It must read no more path texts after this
+  // object's end, since their buffer goes with it. Without a finder there are no download locations.
   explicit TTallyscopeScan(TMessageWindow* statusWnd, TFindLocations findLocations = {},
                            TPathDisplay paths = TPathDisplay::Shown);
-  ~TTallyscopeScan() override;
 
   // Where the steps and phases go, under this number, and WM_SCANSTOPPED. Not during a scan.
   void SetProgressTarget(TMessageWindow* progressWnd, unsigned progressMsg);
@@ -57,6 +56,7 @@ class TTallyscopeScan : public TWorkerThread {
 
   // Asks the scan to end; it answers with WM_SCANSTOPPED unless it was done already.
   void Stop();
+  void Terminate() override;
 
   // Of each scanned path at most 100 rows, largest first over all paths.
   [[nodiscard]] const TList<TFileInfoEx>& Folders() const { return FFolders; }
@@ -73,6 +73,7 @@ class TTallyscopeScan : public TWorkerThread {
   [[nodiscard]] const TList<TPathTotals>& PathTotals() const { return FPathTotals; }
 
  protected:
+  ~TTallyscopeScan() override;
   void Execute() override;
 
   // Walks each location into FDownloadFiles, whole. The scan thread.
@@ -104,7 +105,7 @@ class TTallyscopeScan : public TWorkerThread {
   TMessageWindow* const FStatusWnd;
   const TFindLocations FFindLocations;
   const TPathDisplay FPathDisplay;
-  TTextProgressThread FTicker;
+  const TOwnedThread<TTextProgressThread> FTicker;
   TTallyscope FWalker;
   TMessageWindow* FProgressWnd = nullptr;
   unsigned FProgressMsg = 0;

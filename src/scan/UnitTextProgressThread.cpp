@@ -15,11 +15,6 @@ constexpr std::chrono::milliseconds kEntryPause{20};
 
 TTextProgressThread::TTextProgressThread(TMessageWindow* statusWnd) : FStatusWnd(statusWnd) {}
 
-TTextProgressThread::~TTextProgressThread() {
-  Stop();
-  Finish();
-}
-
 void TTextProgressThread::Start(const QString& path) {
   FIdle.acquire();
   FFolders = QStringList{path};

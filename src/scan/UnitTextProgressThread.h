@@ -12,12 +12,11 @@
 #include <atomic>
 #include <semaphore>
 
-// Owned by the scan thread's object. Start and Stop come from the scan thread.
+// Owned by the scan thread's object through a TOwnedThread. Start and Stop come from the scan thread.
 class TTextProgressThread : public TWorkerThread {
  public:
-  // The status window receives path texts and must outlive the ticker.
+  // The status window receives path texts.
   explicit TTextProgressThread(TMessageWindow* statusWnd);
-  ~TTextProgressThread() override;
 
   // Waits until a former wander has come to rest, then begins a new one half a second later. Blocks for that
   // long.
@@ -27,6 +26,7 @@ class TTextProgressThread : public TWorkerThread {
   void Stop() { FStopped.store(true); }
 
  protected:
+  ~TTextProgressThread() override { Finish(); }
   void Execute() override;
 
  private:

@@ -20,8 +20,7 @@
 // Owned by the scan thread, which alone walks and reads the results; only Stop may come from another thread.
 class TTallyscope {
  public:
-  // The status window receives path texts, whose buffer is the walker's own. It must outlive the walker; a
-  // null window drops them.
+  // The status window receives path texts, whose buffer is the walker's own; a null window drops them.
   explicit TTallyscope(TMessageWindow* statusWnd);
   TTallyscope(const TTallyscope&) = delete;
   TTallyscope& operator=(const TTallyscope&) = delete;

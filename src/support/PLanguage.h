@@ -6,9 +6,9 @@
 
 #include <QString>
 
-// Owned by the main form for the whole run. A language file is "<name>.lng" in the language folder. Before a
-// file was loaded, and where the file lacks a text, every lookup gives the default; a text that is present
-// but empty is given as it stands. Main thread.
+// Owned by the main form for the whole run. A language file is "<name>.lng" in the language folder, found
+// without regard to case. Before a file was loaded, and where the file lacks a text, every lookup gives the
+// default; a text that is present but empty is given as it stands. Main thread.
 class TLanguage {
  public:
   // The application name is the first part of the section names. Without a folder the language files lie in
@@ -33,7 +33,9 @@ class TLanguage {
   [[nodiscard]] const QString& DisplayName() const { return FDisplayName; }
 
  private:
+  // The file of this language, by its name in the folder; empty if there is none.
   [[nodiscard]] QString FileOf(const QString& name) const;
+  [[nodiscard]] QString PathOf(const QString& file) const;
 
   QString FAppName;
   QString FLanguagePath;

@@ -1,9 +1,13 @@
 // A background thread that is made suspended, runs one piece of work per Resume and suspends itself at the
 // end of it.
+//
+// Its work may hang in a system call that never returns, as on a mount whose server is gone. An owner that
+// must not hang with it holds the thread by TOwnedThread.
 #pragma once
 
 #include <atomic>
 #include <condition_variable>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -21,9 +25,17 @@ class TWorkerThread {
   // True from its making to its first Resume and between pieces of work. Any thread.
   [[nodiscard]] bool Suspended() const { return FSuspended.load(); }
 
-  // Asks Execute to return at its next test of Terminated(). Any thread.
-  void Terminate() { FTerminated.store(true); }
+  // Asks Execute to return at its next test of Terminated(); a derived class also asks its work to stop. May
+  // be called again and again. Any thread.
+  virtual void Terminate() { FTerminated.store(true); }
   [[nodiscard]] bool Terminated() const { return FTerminated.load(); }
+
+  // What the owner's pointer does at its end: asks the thread to terminate and deletes it once it has ended.
+  // One that does not end within a second is left behind: it keeps its object until it ends, and then deletes
+  // it.
+  struct TEnd {
+    void operator()(TWorkerThread* thread) const;
+  };
 
  protected:
   TWorkerThread();
@@ -42,11 +54,18 @@ class TWorkerThread {
  private:
   void Run();
   void WaitForResume();
+  [[nodiscard]] bool WaitForEnd();
 
   std::mutex FGuard;
-  std::condition_variable FResumedChanged;
-  bool FResumed = false;  // under FGuard
+  std::condition_variable FChanged;  // FResumed or FEnded
+  bool FResumed = false;             // under FGuard, like the next two
+  bool FEnded = false;
+  bool FLeftBehind = false;
   std::atomic<bool> FSuspended{true};
   std::atomic<bool> FTerminated{false};
   std::thread FThread;
 };
+
+// The one owner of a worker thread on the heap.
+template <typename TThread>
+using TOwnedThread = std::unique_ptr<TThread, TWorkerThread::TEnd>;

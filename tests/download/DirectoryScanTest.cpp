@@ -1,13 +1,12 @@
-// The browsers and the catalogue's applications of one made home folder.
+// Which folders are found by the browsers and a catalogue in one made home folder, and which of them stay.
 #include "download/DownloadDirectoryScan.h"
 
 #include "CatalogueMaker.h"
-#include "download/SettingsFile.h"
 #include "fixtures/NativePath.h"
+#include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
 #include "platform/ComThread.h"
-#include "platform/XmlDocument.h"
 
 #include <gtest/gtest.h>
 
@@ -28,12 +27,16 @@ class DirectoryScan : public testing::Test {
     FTree.WriteFile(TTestUser::Chrome + "/Default/Preferences", "{}");
   }
 
+  void Add(const QByteArray& name) {
+    TDownloadDirectoryScan::AddDirectory(FScan.FDirectories, FTree.Path(name));
+  }
+
   // What was found, relative to the home folder and with "/" for the delimiter.
-  [[nodiscard]] QStringList Found() const {
+  [[nodiscard]] QString Found() const {
     QStringList names;
     for (const QString& dir : FScan.FDirectories)
       names.append(dir.mid(FTree.Path().size() + 1).replace(PathDelim, u'/'));
-    return names;
+    return names.join(u' ');
   }
 
   // A folder at home by its name on Linux, as settings have it.
@@ -46,46 +49,36 @@ class DirectoryScan : public testing::Test {
   TDownloadDirectoryScan FScan;
 };
 
+QStringList Native(const QString& paths) {
+  QStringList list = paths.split(u' ', Qt::SkipEmptyParts);
+  for (QString& path : list)
+    path = NativePath(path);
+  return list;
+}
+
 }  // namespace
 
 TEST_F(DirectoryScan, EachKindOfSettingsIsReadAndBrowsersComeFirst) {
-  for (const char* name : {"ini", "reg d\xc3\xa9", "dat", "key", "xml"})
+  for (const char* name : {"ini", "reg\xc3\xa9", "dat", "key", "xml", "drive/a"})
     FTree.MakeFolder(name);
-  FTree.WriteFile("set/a.ini", "[Main]\nDir = \"" + AtHome("ini") + "\"\n");
+  FTree.WriteFile("set/a.ini", "[Main]\nDir = \"" + AtHome("ini") + "\"\nk=a\n");
   FTree.WriteFile("set/a.dat", "d3:dir" + QByteArray::number(FHome.size() + 4) + ":" + AtHome("dat") + 'e');
   FTree.WriteFile("set/a.properties", "dir=" + AtHome("key") + '\n');
   FTree.WriteFile("set/a.xml", "<c><dir>" + AtHome("xml") + "</dir></c>");
   MakeBrowser();
   const QByteArray set = "%HOMEDRIVE%%HOMEPATH%" + AtHome("set").mid(FHome.size());
+  const QByteArray drive = AtHome("drive/");
+  const QByteArray no = AtHome("nowhere");
   Scan({{.Kind = "xml", .Directory = set, .Path = "a.xml", .Section = "dir"},
-        {.Kind = "keyvalue", .Directory = set, .Path = "a.properties", .Name = "dir"},
+        {.Kind = "keyvalue", .Directory = set, .Path = "a.properties", .Name = "dir", .Letter = no},
         {.Kind = "dat", .Directory = set, .Path = "a.dat", .Name = "dir"},
-        {.Kind = "reg", .Default = "%HOMEDRIVE%" + AtHome("reg d\xc3\xa9").mid(HasDrives() ? 2 : 0)},
+        {.Kind = "reg", .Default = "%HOMEDRIVE%" + AtHome("reg\xc3\xa9").mid(HasDrives() ? 2 : 0)},
         {.Kind = "ini", .Directory = AtHome("set/"), .Path = "a.ini", .Section = "main", .Name = "dir"},
+        {.Kind = "ini", .Directory = set, .Path = "a.ini", .Section = "main", .Name = "k", .Letter = drive},
         {.Kind = "INI", .Directory = set, .Path = "a.ini", .Default = FHome}});
-  EXPECT_EQ(Found(),
-            QStringList({u"Downloads/"_qs, u"xml/"_qs, u"key/"_qs, u"dat/"_qs, u"reg dé/"_qs, u"ini/"_qs}));
-}
-
-TEST_F(DirectoryScan, AnotherScanBeginsAnew) {
-  FTree.MakeFolder("a");
-  Scan({{.Kind = "reg", .Default = AtHome("a")}});
+  EXPECT_EQ(Found(), u"Downloads/ xml/ key/ dat/ regé/ ini/ drive/a/"_qs);
   Scan({});
-  EXPECT_EQ(Found(), QStringList());
-}
-
-TEST_F(DirectoryScan, WhatIsNotAbsoluteGetsTheLetterInFront) {
-  FTree.MakeFolder("drive/a");
-  FTree.MakeFolder("drive/b");
-  FTree.WriteFile("set.ini", "[s]\nk=a\n");
-  Scan({{.Kind = "ini",
-         .Directory = FHome,
-         .Path = "set.ini",
-         .Section = "s",
-         .Name = "k",
-         .Letter = AtHome("drive/")},
-        {.Kind = "reg", .Default = AtHome("drive/b"), .Letter = AtHome("nowhere")}});
-  EXPECT_EQ(Found(), QStringList({u"drive/a/"_qs, u"drive/b/"_qs}));
+  EXPECT_EQ(Found(), u"Downloads/"_qs) << "another scan begins anew";
 }
 
 // With no installation folder known, the path of the settings stands alone.
@@ -97,14 +90,13 @@ TEST_F(DirectoryScan, TheInstallFolderComesFromTheRegistryAlone) {
   std::filesystem::current_path(FHome.toStdString());
   Scan({{.Kind = "keyvalue", .Directory = "installfolder", .Path = "set", .Name = "k"}});
   std::filesystem::current_path(before);
-  EXPECT_EQ(Found(), QStringList({u"a/"_qs}));
+  EXPECT_EQ(Found(), u"a/"_qs);
 }
 
 TEST_F(DirectoryScan, ExpandedPathsEndAt259Characters) {
   const QByteArray part(259 - FHome.size() - 1, 'x');
   const QByteArray name = part.left(150) + "/" + part.mid(151);
   FTree.MakeFolder(name);
-  ASSERT_EQ(AtHome(name).size(), 259);
   Scan({{.Kind = "reg", .Default = AtHome(name) + "-and-more"}});
   EXPECT_EQ(FScan.FDirectories, QStringList({FTree.Path(name) + PathDelim}));
 }
@@ -116,22 +108,74 @@ TEST_F(DirectoryScan, ACatalogueThatIsNoneLeavesTheBrowsers) {
        {QByteArray(), QByteArray("no XML"), good.chopped(10), QByteArray(good).replace("DownloadA", "A")}) {
     FTree.WriteFile("catalogue.xml", catalogue);
     FScan.ScanDirectories(FTree.Path("catalogue.xml"));
-    EXPECT_EQ(Found(), QStringList({u"Downloads/"_qs})) << catalogue.constData();
+    EXPECT_EQ(Found(), u"Downloads/"_qs) << catalogue.constData();
   }
   FScan.ScanDirectories(FTree.Path("missing"));
-  EXPECT_EQ(Found(), QStringList({u"Downloads/"_qs}));
+  EXPECT_EQ(Found(), u"Downloads/"_qs);
 }
 
-TEST_F(DirectoryScan, BrokenSettingsEndTheScanAndLeaveWhatWasFound) {
-  for (const char* name : {"before", "after"})
-    FTree.MakeFolder(name);
+TEST_F(DirectoryScan, EachBrowserAndApplicationFailsAlone) {
+  MakeBrowser();
+  FTree.MakeFolder("after");
+  FTree.WriteFile(TTestUser::Firefox + "/profiles.ini", "[Profile0]\nPath=p\n");
+  FTree.WriteFile(TTestUser::Firefox + "/p/prefs.js", "");
+  FTree.MakeUnreadable(TTestUser::Firefox + "/p/prefs.js");
   FTree.WriteFile("broken.xml", "<c><dir>");
   FTree.WriteFile("broken.dat", "d99999999999:");
-  const TCatalogueEntry before{.Kind = "reg", .Default = AtHome("before")};
-  const TCatalogueEntry after{.Kind = "reg", .Default = AtHome("after")};
-  EXPECT_THROW(Scan({before, {.Kind = "xml", .Directory = FHome, .Path = "broken.xml"}, after}), TXmlError);
-  EXPECT_EQ(Found(), QStringList({u"before/"_qs}));
-  EXPECT_THROW(Scan({before, {.Kind = "dat", .Directory = FHome, .Path = "broken.dat"}, after}),
-               TSettingsError);
-  EXPECT_EQ(Found(), QStringList({u"before/"_qs}));
+  FTree.WriteFile("shut", "k=v\n");
+  FTree.MakeUnreadable("shut");
+  const QByteArray catalogue =
+      MakeCatalogue({{.Kind = "xml", .Directory = FHome, .Path = "broken.xml"},
+                     {.Kind = "dat", .Directory = FHome, .Path = "broken.dat"},
+                     {.Kind = "keyvalue", .Directory = FHome, .Path = "shut", .Name = "k"},
+                     {.Kind = "reg", .Default = AtHome("after")}});
+  FTree.WriteFile("catalogue.xml", catalogue);
+  const TOrdinaryUser user;
+  FScan.ScanDirectories(FTree.Path("catalogue.xml"));
+  EXPECT_EQ(Found(), u"Downloads/ after/"_qs);
+}
+
+TEST_F(DirectoryScan, OfNestedFoldersTheOuterStaysAndMovesToTheEnd) {
+  for (const char* name : {"dl/sub/deep", "d", "a", "A"})
+    FTree.MakeFolder(name);
+  FTree.MakeFile("file", 1);
+  for (const char* name : {"dl/sub/deep", "a", "dl/sub/", "missing", "file", "dl/sub/deep", "dl/sub"})
+    Add(name);
+  TDownloadDirectoryScan::AddDirectory(FScan.FDirectories, {});
+  EXPECT_EQ(Found(), u"a/ dl/sub/"_qs);
+  for (const char* name : {"d", "dl/", "A"})
+    Add(name);
+  EXPECT_EQ(Found(), HasDrives() ? u"a/ d/ dl/"_qs : u"a/ d/ dl/ A/"_qs) << "where case tells names apart";
+}
+
+// In the Japanese code page the katakana so ends in the byte of the delimiter and gets none.
+TEST_F(DirectoryScan, TheDelimiterIsLookedForInTheAnsiCodePage) {
+  const QByteArray so = "\xe3\x82\xbd";
+  FTree.MakeFolder(so);
+  Add(so);
+  EXPECT_EQ(Found(), QString::fromUtf8(so).toLocal8Bit() == "\x83\x5c" ? u"ソ"_qs : u"ソ/"_qs);
+}
+
+// Another volume below a location is no part of it. None of the folders needs to exist.
+TEST_F(DirectoryScan, OnlyWhatBeginsWithALocationStaysAndOfNestedFoldersTheOuter) {
+  const QString all = u"/d/abc/ /d/abcdef/ /d/x/ /e/y/ "_qs;
+  const struct {
+    QString Folders, Locations, Volumes, Kept;
+  } rows[] = {
+      {all, u"/d/abc"_qs, u"/"_qs, u"/d/abc/ /d/abcdef/"_qs},
+      {all, u"/e/ /d/abc/"_qs, u"/"_qs, u"/d/abc/ /e/y/"_qs},
+      {all, u"/d/x/deeper"_qs, u"/"_qs, {}},
+      {all, {}, u"/"_qs, {}},
+      {u"/d/a/b/ /d/a/ /d/a/b/c/ /e/"_qs, u"/"_qs, u"/"_qs, u"/d/a/ /e/"_qs},
+      {u"/home/m/ /homework/"_qs, u"/"_qs, u"/ /home/"_qs, u"/homework/"_qs},
+      {u"/home/m/ /homework/"_qs, u"/home/"_qs, u"/ /home/"_qs, u"/home/m/"_qs},
+      {u"/home/m/ /homework/"_qs, u"/home"_qs, u"/ /home/"_qs, u"/home/m/ /homework/"_qs},
+      {u"/home/m/ /homework/"_qs, u"/ /home/"_qs, u"/ /home/"_qs, u"/home/m/ /homework/"_qs},
+      {u"/d/A/ /d/\u00c4/"_qs, u"/D/a /d/\u00e4"_qs, u"/"_qs, HasDrives() ? u"/d/A/"_qs : QString()},
+  };
+  for (const auto& [folders, locations, volumes, kept] : rows) {
+    FScan.FDirectories = Native(folders);
+    FScan.FilterByLocations(Native(locations), Native(volumes));
+    EXPECT_EQ(FScan.FDirectories, Native(kept)) << qPrintable(folders + locations);
+  }
 }

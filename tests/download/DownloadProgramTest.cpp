@@ -29,18 +29,7 @@ class DownloadProgram : public testing::Test {
     FHome.MakeFile("From the web \xc3\xa9/a b.iso", 900);
   }
 
-  void WriteCatalogue(const QByteArray& content) {
-    FPrograms.WriteFile("program/DownloadApplication.xml", content);
-  }
-
   [[nodiscard]] QByteArray AtHome(const QByteArray& name) const { return NameToBytes(FHome.Path(name)); }
-
-  // Settings that are there and can't be read by anybody.
-  void MakeShut(const QByteArray& name) {
-    if (!HasDrives()) return FHome.MakeFifo(name);
-    FHome.MakeFile(name, 1);
-    FHome.MakeUnreadable(name);
-  }
 
   // The lines behind the heading of the download files, each without its size and the path of the home
   // folder and with "/" for the delimiter. Nothing but the report may come out, in any case.
@@ -59,65 +48,39 @@ class DownloadProgram : public testing::Test {
     return files;
   }
 
-  QByteArrayList DownloadFilesAtHome() { return DownloadFiles({FHome.Path()}); }
-
   TTempTree FPrograms;
   TTestUser FUser;
   TTempTree& FHome = FUser.Home;
 };
 
-constexpr char kBrowserFile[] = "From the web \xc3\xa9/a b.iso";
-
 }  // namespace
 
 TEST_F(DownloadProgram, ListsTheFilesOfAllApplicationsOnceAndLargestFirst) {
   FHome.MakeFile("Down loads/browser", 800);
-  FHome.MakeFile("Down loads/in/ini", 700);
   FHome.MakeFile("Down loads/in/deeper/key", 600);
   const QByteArray oddFile = HasDrives() ? "\xe6\x97\xa5/odd name" : "\xe6\x97\xa5/bad\xff name";
   FHome.MakeFile(oddFile, 500);
-  FHome.MakeFile("registry/r", 1000);
-  FHome.MakeFile("torrents/t", 400);
+  FHome.MakeFile("torrents/t", 1000);
   FHome.MakeFile("torrents other/no", 5000);
   FPrograms.MakeFile("elsewhere/no", 5000);
-  FHome.WriteFile("set/a.ini", "[s]\nk=" + AtHome("Down loads/in") + "\nall=" + AtHome("Down loads") + '\n');
-  FHome.WriteFile("set/b.ini",
-                  "[s]\nk=" + NameToBytes(FPrograms.Path("elsewhere")) + "\nj=" + AtHome("torrents") + '\n');
-  FHome.WriteFile("set/a.dat",
-                  "d1:k" + QByteArray::number(AtHome("torrents").size()) + ':' + AtHome("torrents") + 'e');
+  FHome.WriteFile("broken.xml", "<c>");
+  FHome.WriteFile("set/a.ini", "[s]\nno=" + NameToBytes(FPrograms.Path("elsewhere")) +
+                                   "\nall=" + AtHome("Down loads") + '\n');
   FHome.WriteFile("set/a.cfg", "K=" + AtHome("Down loads/in/deeper") + '\n');
   FHome.WriteFile("set/a.xml", "<c><k>" + AtHome("\xe6\x97\xa5") + "</k></c>");
   const QByteArray set = HasDrives() ? "%UserProfile%\\set" : "%UserProfile%/set";
-  WriteCatalogue(
+  FPrograms.WriteFile(
+      "program/DownloadApplication.xml",
       MakeCatalogue({{.Kind = "keyvalue", .Directory = set, .Path = "a.cfg", .Name = "k"},
-                     {.Kind = "ini", .Directory = set, .Path = "a.ini", .Section = "s", .Name = "k"},
+                     {.Kind = "xml", .Directory = AtHome(""), .Path = "broken.xml"},
                      {.Kind = "ini", .Directory = set, .Path = "a.ini", .Section = "s", .Name = "all"},
-                     {.Kind = "dat", .Directory = set, .Path = "a.dat", .Name = "k"},
-                     {.Kind = "ini", .Directory = set, .Path = "b.ini", .Section = "s", .Name = "j"},
-                     {.Kind = "ini", .Directory = set, .Path = "b.ini", .Section = "s", .Name = "k"},
+                     {.Kind = "ini", .Directory = set, .Path = "a.ini", .Section = "s", .Name = "no"},
                      {.Kind = "xml", .Directory = set, .Path = "a.xml", .Section = "k"},
-                     {.Kind = "reg", .Default = AtHome("registry")}}));
-  const QByteArrayList expected = {
-      "registry/r", kBrowserFile, "Down loads/browser", "Down loads/in/ini", "Down loads/in/deeper/key",
-      oddFile,      "torrents/t"};
-  EXPECT_EQ(DownloadFilesAtHome(), expected);
+                     {.Kind = "reg", .Default = AtHome("torrents")}}));
+  const QByteArrayList expected = {"torrents/t", "From the web \xc3\xa9/a b.iso", "Down loads/browser",
+                                   "Down loads/in/deeper/key", oddFile};
+  EXPECT_EQ(DownloadFiles({FHome.Path()}), expected);
   EXPECT_EQ(DownloadFiles({u"--folder"_qs, FHome.Path()}), expected) << "by the folder route";
   EXPECT_EQ(DownloadFiles({FHome.Path("torrents")}), QByteArrayList({"torrents/t"}));
   EXPECT_EQ(DownloadFiles({FPrograms.Path("program")}), QByteArrayList());
-}
-
-TEST_F(DownloadProgram, BrokenSettingsTakeNothingFromWhatWasFoundBefore) {
-  FHome.MakeFile("before/b", 1);
-  FHome.WriteFile("broken.xml", "<c>");
-  FHome.WriteFile("broken.dat", "d99999999999:x");
-  MakeShut("shut");
-  const QByteArray home = NameToBytes(FHome.Path());
-  const TCatalogueEntry before{.Kind = "reg", .Default = AtHome("before")};
-  for (const TCatalogueEntry& broken :
-       {TCatalogueEntry{.Kind = "xml", .Directory = home, .Path = "broken.xml"},
-        {.Kind = "dat", .Directory = home, .Path = "broken.dat"},
-        {.Kind = "keyvalue", .Directory = home, .Path = "shut"}}) {
-    WriteCatalogue(MakeCatalogue({before, broken}));
-    EXPECT_EQ(DownloadFilesAtHome(), QByteArrayList({kBrowserFile, "before/b"})) << broken.Path;
-  }
 }

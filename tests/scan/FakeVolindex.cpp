@@ -19,6 +19,8 @@ void CopyText(const QString& text, char16_t* out) {
 
 }  // namespace
 
+std::atomic<int> FakeStops{0};
+
 TFakeVolindex& FakeVolindex() {
   return Fake;
 }
@@ -44,10 +46,12 @@ uint32_t Tallyscope_GetRecordCount(uint32_t* files, uint32_t* folders) {
   if (folders != nullptr) *folders = static_cast<uint32_t>(Fake.Folders.size());
   return static_cast<uint32_t>(Current->size());
 }
-uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t nameCapacity, char16_t* path,
-                                    uint32_t pathCapacity, uint32_t* sizeHigh, uint32_t* sizeLow, uint32_t) {
+uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t nameUnits, char16_t* path,
+                                    uint32_t pathUnits, uint32_t* sizeHigh, uint32_t* sizeLow,
+                                    uint32_t option) {
   const TFakeRecord& record = Current->at(static_cast<size_t>(index));
-  if (record.Fails || record.Name.size() >= nameCapacity || record.Path.size() >= pathCapacity) return 0;
+  if (record.Fails || option != 4) return 0;
+  if (record.Name.size() >= nameUnits || record.Path.size() >= pathUnits) return 0;
   CopyText(record.Name, name);
   CopyText(record.Path, path);
   *sizeHigh = static_cast<uint32_t>(record.Size >> 32);
@@ -55,10 +59,12 @@ uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t name
   return 1;
 }
 void Tallyscope_GetFolderSize(const char16_t*, uint32_t* sizeHigh, uint32_t* sizeLow) {
-  *sizeHigh = static_cast<uint32_t>(Fake.FolderSize >> 32);
-  *sizeLow = static_cast<uint32_t>(Fake.FolderSize);
+  *sizeHigh = 1;
+  *sizeLow = 2;
 }
-void Tallyscope_Stop(void) {}
+void Tallyscope_Stop(void) {
+  ++FakeStops;
+}
 void Tallyscope_Free(void) {
   Fake.Calls += u"free"_qs;
 }

@@ -21,22 +21,15 @@ class TScanRecorder {
   [[nodiscard]] bool WaitForEnd();
 
   // What came so far, one text each: "row N", "path", "step N of M", "phase N", "done", "stopped".
-  [[nodiscard]] const QStringList& Log() const { return FLog; }
-  // The values of the phase messages.
-  [[nodiscard]] std::vector<int> Phases() const { return FPhases; }
-  // How many path texts came, and the last one of them.
-  [[nodiscard]] int PathTexts() const { return FPathTexts; }
-  [[nodiscard]] QString LastPath() const { return FLastPath; }
+  QStringList Log;
+  std::vector<int> Phases;
+  QStringList Paths;
 
-  void Clear();
+  void Clear() { Log.clear(), Phases.clear(), Paths.clear(); }
 
  private:
   void TakeStatus(const TMessage& message);
   void TakeProgress(const TMessage& message);
 
-  QStringList FLog;
-  std::vector<int> FPhases;
-  int FPathTexts = 0;
-  QString FLastPath;
   TMessageWindow FWindow;
 };

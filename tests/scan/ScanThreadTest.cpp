@@ -1,190 +1,291 @@
-// The scan thread: its messages in their order, what it takes over, its stop and its next round.
+// The scan thread: its messages in their order, what it takes over by each route, its stop and its end.
+#include "FakeVolindex.h"
 #include "ScanRecorder.h"
-
+#include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
 #include "scan/ScanMessages.h"
 #include "scan/UnitScan.h"
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
+
+#include <semaphore>
+
 namespace {
 
 class TScanThreadTest : public testing::Test {
  protected:
-  TScanThreadTest() { FScan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS); }
+  TScanThreadTest() {
+    FakeVolindex() = {};
+    CountDownloads = true;
+    Make();
+  }
+  ~TScanThreadTest() override {
+    FScan.reset();
+    FakeVolindex() = {};
+  }
+
+  void Make(TPathDisplay paths = TPathDisplay::Shown) {
+    FScan.reset(new TTallyscopeScan(
+        FRecorder.Window(), [this](const QStringList&) { return FLocations; }, paths));
+    FakeVolindex().Calls.clear();
+    FScan->SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
+  }
+
+  // The volume is read by the library, which has these files.
+  void MakeVolume(int files) {
+    Make(TPathDisplay::None);
+    FakeVolindex().Accepts = true;
+    FakeVolindex().Files.clear();
+    for (int i = 0; i < files; ++i)
+      FakeVolindex().Files.push_back({u"r%1"_qs.arg(i), static_cast<quint64>(files - i)});
+  }
 
   void Scan(const QStringList& paths, bool folderMode) {
     FRecorder.Clear();
-    FScan.Start(paths, folderMode);
+    FScan->Start(paths, folderMode);
     ASSERT_TRUE(FRecorder.WaitForEnd());
+    ASSERT_TRUE(FRecorder.WaitUntil([this] { return FScan->Suspended(); }));
+  }
+  [[nodiscard]] QString Log() const { return FRecorder.Log.join(u", "_qs); }
+
+  void MakeFiles(const QByteArray& folder, int count) {
+    for (int i = 0; i < count; ++i)
+      FTree.MakeHole(folder + QByteArray::number(i), i);
   }
 
   TTempTree FTree;
+  QStringList FLocations;
   TScanRecorder FRecorder;
-  TTallyscopeScan FScan{FRecorder.Window()};
+  TOwnedThread<TTallyscopeScan> FScan;
 };
 
-void MakeFiles(TTempTree& tree, const QByteArray& folder, int count) {
-  for (int i = 0; i < count; ++i)
-    tree.MakeHole(folder + QByteArray::number(i), i);
+// What a pass over a location of so many files posts.
+std::vector<int> PhasesOfLocation(int posts) {
+  std::vector<int> phases = {1, 3};
+  for (int i = 1; i <= posts; ++i)
+    phases.push_back(100 + i);
+  phases.push_back(300);
+  return phases;
 }
 
 }  // namespace
 
-TEST(ScanMessages, AStepWordCarriesTheTotalAboveTheStep) {
-  EXPECT_EQ(ScanStepWord(5, 1), quintptr{0x50001});
-  EXPECT_EQ(ScanStepWord(0xFFFF, 0xFFFF), quintptr{0xFFFFFFFF});
-  EXPECT_EQ(ScanStepTotal(ScanStepWord(5, 4)), 5);
-  EXPECT_EQ(ScanStepCurrent(ScanStepWord(5, 4)), 4);
-}
-
-TEST_F(TScanThreadTest, AFolderScanPostsItsMessagesInThisOrder) {
-  FTree.MakeFile("one", 1);
-  FTree.MakeFile("two", 1);
+TEST_F(TScanThreadTest, EachRoutePostsItsMessagesInThisOrder) {
   FTree.MakeFile("sub/three", 1);
-  Scan({FTree.Path()}, true);
-  EXPECT_EQ(FRecorder.Log().join(u", "_qs),
-            u"row 0, step 0 of 1, phase 1, path, phase 3, phase 101, phase 102, phase 103, phase 201, "
-            u"phase 300, row 1, done"_qs);
-}
-
-TEST_F(TScanThreadTest, ADriveScanPostsARowAndAStepForEachPath) {
-  Scan({FTree.Path(), FTree.Path()}, false);
-  EXPECT_EQ(FRecorder.Log().join(u", "_qs),
-            u"row 0, step 0 of 2, row 0, step 0 of 2, phase 1, path, phase 3, phase 300, "
-            u"row 1, step 1 of 2, phase 1, path, phase 3, phase 300, row 2, done"_qs);
-}
-
-// Without any path the step's word is 0 and so reads as a phase.
-TEST_F(TScanThreadTest, ADriveScanOfNothingEndsAtOnce) {
-  Scan({}, false);
-  EXPECT_EQ(FRecorder.Log().join(u", "_qs), u"row 0, phase 0, row 0, done"_qs);
-}
-
-TEST_F(TScanThreadTest, TakesTheFirstHundredRecordsOfAKindAndCountsAll) {
-  for (int i = 0; i < 150; ++i)
-    FTree.MakeHole("sub" + QByteArray::number(i) + "/file", 1000 + i);
-  MakeFiles(FTree, "", 50);
-  Scan({FTree.Path()}, true);
-  EXPECT_EQ(FScan.Folders().Count(), 100);
-  EXPECT_EQ(FScan.Files().Count(), 100);
-  EXPECT_EQ(FScan.FileCount(), 200U);
-  EXPECT_EQ(FScan.FolderCount(), 150U);
-  EXPECT_EQ(FScan.TotalSize(), 150U * 1000 + 149 * 150 / 2 + 49 * 50 / 2);
-  for (const TFileInfoEx& folder : FScan.Folders())
-    EXPECT_EQ(folder.Size, 1000 + folder.Name.mid(3).toULongLong()) << qPrintable(folder.Name);
-}
-
-TEST_F(TScanThreadTest, SortsTheRowsOfAllPathsTogether) {
-  MakeFiles(FTree, "a/", 30);
-  MakeFiles(FTree, "b/x/", 40);
-  MakeFiles(FTree, "b/y/", 3);
-  Scan({FTree.Path("a"), FTree.Path("b")}, false);
-  ASSERT_EQ(FScan.Files().Count(), 73);
-  for (int i = 1; i < 73; ++i)
-    EXPECT_GE(FScan.Files()[i - 1].Size, FScan.Files()[i].Size);
-  ASSERT_EQ(FScan.Folders().Count(), 2);
-  EXPECT_EQ(FScan.Folders()[0].Path + FScan.Folders()[0].Name, FTree.Path("b/x"));
-}
-
-TEST_F(TScanThreadTest, KeepsTheTotalsOfEachPathAndTheCountersOfTheLast) {
-  MakeFiles(FTree, "a/x/", 4);
-  FTree.MakeFile("b/file", 9);
-  Scan({FTree.Path("a"), FTree.Path("b")}, false);
-  ASSERT_EQ(FScan.PathTotals().Count(), 2);
-  const TPathTotals& a = FScan.PathTotals()[0];
-  const TPathTotals& b = FScan.PathTotals()[1];
-  EXPECT_EQ(std::tie(a.Files, a.Folders, a.Bytes), std::tuple(4U, 1U, 6U));
-  EXPECT_EQ(std::tie(b.Files, b.Folders, b.Bytes), std::tuple(1U, 0U, 9U));
-  EXPECT_EQ(FScan.FileCount(), 1U);
-  EXPECT_EQ(FScan.TotalSize(), 9U);
-}
-
-TEST_F(TScanThreadTest, DownloadLocationsFollowThePathsAndCountAsSteps) {
-  FTree.MakeFile("dl/file", 1);
-  QStringList asked;
-  TTallyscopeScan scan(FRecorder.Window(), [&](const QStringList& paths) {
-    asked = paths;
-    return QStringList{FTree.Path("dl/")};
-  });
-  scan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
-  for (const bool folderMode : {true, false}) {
-    FRecorder.Clear();
-    scan.Start({FTree.Path()}, folderMode);
-    ASSERT_TRUE(FRecorder.WaitForEnd());
-    EXPECT_EQ(asked, QStringList(FTree.Path()));
-    EXPECT_EQ(FRecorder.Log().filter(u"step"_qs).last(), u"step 1 of 2"_qs);
-    EXPECT_EQ(FRecorder.Log().mid(FRecorder.Log().indexOf(u"row 1"_qs)).join(u", "_qs),
-              u"row 1, step 1 of 2, phase 1, path, phase 3, phase 101, phase 300, done"_qs);
-    ASSERT_EQ(scan.DownloadFiles().Count(), 1);
-    EXPECT_EQ(scan.DownloadFiles()[0].Path, FTree.Path("dl/"));
-    ASSERT_TRUE(FRecorder.WaitUntil([&] { return scan.Suspended(); }));
-  }
-}
-
-TEST_F(TScanThreadTest, UncountedDownloadLocationsAreWalkedAllTheSame) {
-  FTree.MakeFile("dl/file", 1);
+  MakeFiles("", 2);
+  FTree.MakeFile("dl/file", 9);
+  FLocations = {FTree.Path("dl/")};
+  const QString walk =
+      u"phase 1, path, phase 3, phase 49, phase 101, phase 102, phase 103, phase 104, "
+      u"phase 201, phase 202, phase 300, "_qs;
   CountDownloads = false;
-  TTallyscopeScan scan(FRecorder.Window(),
-                       [&](const QStringList&) { return QStringList{FTree.Path("dl/")}; });
-  scan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
-  scan.Start({FTree.Path()}, true);
-  ASSERT_TRUE(FRecorder.WaitForEnd());
-  EXPECT_EQ(FRecorder.Log().filter(u"step"_qs), QStringList({u"step 0 of 1"_qs, u"step 1 of 1"_qs}));
-  EXPECT_EQ(scan.DownloadFiles().Count(), 1);
-}
-
-TEST_F(TScanThreadTest, ASecondScanStartsFromNothing) {
-  FTree.MakeFile("a/sub/file", 5);
-  FTree.MakeFolder("b");
   AutoScan = true;
-  CountDownloads = false;
-  Scan({FTree.Path("a")}, true);
-  ASSERT_TRUE(FRecorder.WaitUntil([this] { return FScan.Suspended(); }));
-  EXPECT_FALSE(AutoScan);
-  EXPECT_TRUE(CountDownloads);
-  Scan({FTree.Path("b")}, false);
-  EXPECT_EQ(FScan.Files().Count() + FScan.Folders().Count(), 0);
-  EXPECT_EQ(FScan.PathTotals().Count(), 1);
-  EXPECT_EQ(FRecorder.Log().last(), u"done");
-}
-
-// A start that comes right out of the handler of the final message may find the thread still running.
-TEST_F(TScanThreadTest, ManyScansInARowAllEnd) {
-  FTree.MakeFile("sub/file", 5);
-  for (int round = 0; round < 200; ++round) {
-    Scan({FTree.Path()}, round % 2 == 0);
-    ASSERT_EQ(FScan.Files().Count(), 1) << round;
-  }
-}
-
-TEST_F(TScanThreadTest, AStopIsAnsweredToTheProgressWindowAndTheNextScanIsWhole) {
-  MakeFiles(FTree, "sub/", 100);
-  TScanRecorder progress;
-  FScan.SetProgressTarget(progress.Window(), WM_SCANPROGRESS);
-  FScan.Start(QStringList(500, FTree.Path()), false);
-  ASSERT_TRUE(FRecorder.WaitUntil([this] { return FRecorder.PathTexts() >= 2; }));
-  FScan.Stop();
-  ASSERT_TRUE(progress.WaitForEnd());
-  PumpMessages();
-  EXPECT_EQ(progress.Log().last(), u"stopped");
-  EXPECT_FALSE(FRecorder.Log().contains(u"done"_qs));
-  EXPECT_FALSE(FRecorder.Log().contains(u"row 499"_qs)) << "the paths went on after the stop";
-  EXPECT_EQ(FRecorder.Log().last(), u"row 500") << "the download pass posts its row";
-
-  FScan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
   Scan({FTree.Path()}, true);
-  EXPECT_EQ(FScan.FileCount(), 100U);
+  EXPECT_EQ(Log(), u"row 0, step 0 of 1, "_qs + walk +
+                       u"row 1, step 1 of 1, phase 1, path, phase 3, phase 101, phase 300, done"_qs);
+  EXPECT_FALSE(AutoScan);
+  EXPECT_TRUE(CountDownloads) << "from the second scan on";
+  const QString drive = u"phase 1, path, phase 3, phase 101, phase 300, "_qs;
+  Scan({FTree.Path("dl"), FTree.Path("dl")}, false);
+  EXPECT_EQ(Log(), u"row 0, step 0 of 3, row 0, step 0 of 3, "_qs + drive + u"row 1, step 1 of 3, "_qs +
+                       drive + u"row 2, step 2 of 3, "_qs + drive + u"done"_qs);
+  FLocations.clear();
+  Scan({}, false);
+  EXPECT_EQ(Log(), u"row 0, phase 0, row 0, done"_qs) << "a word of no steps reads as a phase";
+  EXPECT_EQ(FScan->Files().Count() + FScan->Folders().Count() + FScan->DownloadFiles().Count(), 0);
 }
 
-TEST_F(TScanThreadTest, ItsEndStopsAScan) {
-  MakeFiles(FTree, "sub/", 100);
-  {
-    TTallyscopeScan scan(nullptr);
-    scan.SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
-    scan.Start(QStringList(5000, FTree.Path()), false);
-    ASSERT_TRUE(FRecorder.WaitUntil([this] { return FRecorder.Phases().size() >= 2; }));
+TEST_F(TScanThreadTest, TakesTheFirstHundredOfAKindAndPathAndSortsThemTogether) {
+  MakeFiles("a/x/", 150);
+  for (int i = 0; i < 150; ++i)
+    FTree.MakeHole("b/" + QByteArray::number(i) + "/file", 1000 + i);
+  Scan({FTree.Path("a"), FTree.Path("b")}, false);
+  ASSERT_EQ(FScan->Files().Count(), 200);
+  ASSERT_EQ(FScan->Folders().Count(), 101);
+  for (int i = 1; i < 200; ++i)
+    EXPECT_GE(FScan->Files()[i - 1].Size, FScan->Files()[i].Size);
+  EXPECT_EQ(FScan->Folders()[0].Path + FScan->Folders()[0].Name, FTree.Path("a/x"));
+  for (int i = 1; i < 101; ++i)
+    EXPECT_EQ(FScan->Folders()[i].Size, 1000 + FScan->Folders()[i].Name.toULongLong());
+  ASSERT_EQ(FScan->PathTotals().Count(), 2);
+  const auto& [files, folders, bytes] = FScan->PathTotals()[0];
+  EXPECT_EQ(std::tuple(files, folders, bytes), std::tuple(150U, 1U, 149U * 75));
+  EXPECT_EQ(std::tuple(FScan->FileCount(), FScan->FolderCount(), FScan->TotalSize()),
+            std::tuple(150U, 150U, 150U * 1000 + 149 * 75));
+}
+
+TEST_F(TScanThreadTest, TheLibraryIsCalledInItsOrder) {
+  MakeVolume(2);
+  Scan({u"/v/"_qs}, false);
+  EXPECT_EQ(FakeVolindex().Calls,
+            u"notify 1 8048|check /v/|scan /v/|open 0|count|open 2|count|totals|free"_qs.split(u'|'));
+  EXPECT_EQ(FScan->FileCount(), 2U);
+  EXPECT_EQ(FScan->PathTotals()[0].Bytes, 0x1'0000'0002U);
+  EXPECT_EQ(FScan->TotalSize(), 0U) << "only a walk writes it";
+  FScan.reset();
+  EXPECT_EQ(FakeVolindex().Calls.last(), u"notify 0 0"_qs);
+}
+
+TEST_F(TScanThreadTest, PhasesAndRowsFollowTheNumberOfRecords) {
+  struct {
+    int Records, Posts;
+  } const cases[] = {{0, 0}, {1, 1}, {50, 50}, {150, 100}, {199, 100}, {1000, 10}};
+  for (const auto& [records, posts] : cases) {
+    MakeVolume(records);
+    if (records > 100) FakeVolindex().Files[0].Fails = FakeVolindex().Files[7].Fails = true;
+    Scan({u"/v/"_qs}, false);
+    std::vector<int> expected;
+    for (int n = 1; n <= posts; ++n)
+      expected.push_back(100 + n);
+    if (records > 0) expected.push_back(200);
+    EXPECT_EQ(FRecorder.Phases, expected) << records;
+    ASSERT_EQ(FScan->Files().Count(), std::min(records, 100));
+    EXPECT_TRUE(records < 100 || FScan->Files()[99].Name == u"r101") << "a failed record takes no place";
   }
-  PumpMessages();
-  EXPECT_FALSE(FRecorder.Log().contains(u"step 4999 of 5000"_qs));
+}
+
+// Both halves count and the highest bit is no sign.
+TEST_F(TScanThreadTest, TheRowsOfSeveralVolumesAreSortedBySizesOf64Bits) {
+  constexpr quint64 kTop = quint64{1} << 63;
+  MakeVolume(0);
+  FakeVolindex().Files = {{u"a"_qs, kTop + 1}, {u"b"_qs, 0x1'0000'0000}, {u"c"_qs, 0xFFFF'FFFF}};
+  FakeVolindex().Folders = FakeVolindex().Files;
+  Scan({u"/v/"_qs, u"/w/"_qs}, false);
+  for (const TList<TFileInfoEx>* list : {&FScan->Files(), &FScan->Folders()}) {
+    QString names;
+    for (const TFileInfoEx& row : *list)
+      names += row.Name;
+    EXPECT_EQ(names, u"aabbcc"_qs);
+    EXPECT_EQ((*list)[0].Size, kTop + 1);
+  }
+}
+
+TEST_F(TScanThreadTest, EveryFileOfADownloadLocationIsTaken) {
+  struct {
+    int Files, Posts;
+  } const cases[] = {{50, 50}, {199, 199}, {250, 125}};
+  for (const auto& [files, posts] : cases) {
+    MakeFiles("dl/sub/", files);
+    FLocations = {FTree.Path("dl/")};
+    Scan({}, false);
+    EXPECT_EQ(FRecorder.Phases, PhasesOfLocation(posts)) << files;
+    ASSERT_EQ(FScan->DownloadFiles().Count(), files);
+    EXPECT_EQ(FScan->DownloadFiles()[0].Name.toInt(), files - 1) << "largest first";
+    EXPECT_EQ(FScan->DownloadFiles()[0].Path, FTree.Path("dl/sub/"));
+    EXPECT_EQ(FScan->FileCount(), 0U) << "the pass has no part in the scan's counters";
+  }
+}
+
+TEST_F(TScanThreadTest, AStopDuringAReadTakesNothingAndGoesToTheProgressWindow) {
+  MakeVolume(5);
+  TScanRecorder progress;
+  FScan->SetProgressTarget(progress.Window(), WM_SCANPROGRESS);
+  FLocations = {FTree.Path()};
+  const int before = FakeStops;
+  FakeVolindex().DuringScan = [this] { FScan->Stop(); };
+  FScan->Start({u"/v/"_qs, u"/w/"_qs}, false);
+  ASSERT_TRUE(progress.WaitForEnd());
+  EXPECT_EQ(FakeStops, before + 1);
+  EXPECT_EQ(progress.Log.join(u", "_qs), u"step 0 of 3, step 0 of 3, phase 200, stopped"_qs);
+  EXPECT_EQ(Log(), u"row 0, row 0, row 2"_qs) << "the download pass posts its row";
+  EXPECT_EQ(FScan->Files().Count(), 0);
+  EXPECT_EQ(FakeVolindex().Calls.last(), u"free"_qs);
+  FakeVolindex().DuringScan = {};
+  ASSERT_TRUE(FRecorder.WaitUntil([this] { return FScan->Suspended(); }));
+  FScan->SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
+  Scan({u"/v/"_qs}, false);
+  EXPECT_EQ(FScan->Files().Count(), 5) << "the next scan is whole";
+}
+
+// On a busy computer a walk may be over before the request comes.
+TEST_F(TScanThreadTest, AStopCutsTheWalkShort) {
+  constexpr int kDepth = 200;
+  FTree.MakeChain("d", kDepth);
+  MakeFiles("sub/", 2000);
+  bool cut = false;
+  for (int round = 0; round < 100 && !cut; ++round) {
+    FRecorder.Clear();
+    FScan->Start({FTree.Path()}, true);
+    ASSERT_TRUE(FRecorder.WaitUntil([this] { return FRecorder.Paths.size() >= 2; }));
+    FScan->Stop();
+    ASSERT_TRUE(FRecorder.WaitForEnd());
+    cut = FScan->FileCount() + FScan->FolderCount() < 2000 + kDepth + 1;
+    ASSERT_TRUE(FRecorder.WaitUntil([this] { return FScan->Suspended(); }));
+  }
+  EXPECT_TRUE(cut);
+}
+
+TEST_F(TScanThreadTest, TheTickerShowsPathsWhileAVolumeIsRead) {
+  const QByteArray hidden = (FTree.MakeFile("veiled/inside", 1), FTree.Hide("veiled"));
+  FTree.MakeFile("file", 1);
+  FTree.MakeFile("folder/inside", 1);
+  MakeVolume(1);
+  Make();
+  QElapsedTimer clock;
+  std::binary_semaphore shown{0};
+  qint64 begun = 0;
+  FakeVolindex().DuringScan = [&] {
+    begun = clock.elapsed();
+    (void)shown.try_acquire_for(std::chrono::seconds(20));
+  };
+  clock.start();
+  FScan->Start({FTree.Path()}, false);
+  ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.contains(FTree.Path("folder/inside")); }));
+  EXPECT_GE(clock.elapsed(), 500 + 3 * 20) << "it pauses before the first entry and after each";
+  shown.release();
+  ASSERT_TRUE(FRecorder.WaitForEnd());
+  EXPECT_GE(begun, 500);
+  FRecorder.Paths.sort();
+  QStringList expected{FTree.Path(hidden), FTree.Path("file"), FTree.Path("folder/inside")};
+  expected.sort();
+  EXPECT_EQ(FRecorder.Paths, expected) << "a hidden folder is shown and not entered";
+}
+
+// The whole wander would take 20 seconds.
+TEST_F(TScanThreadTest, ASecondVolumeStartsTheTickerAgain) {
+  MakeFiles("", 1000);
+  MakeVolume(1);
+  Make();
+  std::counting_semaphore<2> shown{0};
+  FakeVolindex().DuringScan = [&] { (void)shown.try_acquire_for(std::chrono::seconds(20)); };
+  QElapsedTimer clock;
+  clock.start();
+  FScan->Start({FTree.Path(), FTree.Path()}, false);
+  for (const char16_t* row : {u"row 0", u"row 1"}) {
+    ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Log.contains(QString::fromUtf16(row)); }));
+    const qsizetype before = FRecorder.Paths.size();
+    ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= before + 2; }));
+    shown.release();
+  }
+  ASSERT_TRUE(FRecorder.WaitForEnd());
+  EXPECT_LT(clock.elapsed(), 15'000);
+}
+
+// As on a mount whose server is gone. What the scan uses stays until it comes back, and it tells nobody.
+TEST_F(TScanThreadTest, AReadThatHangsDoesNotHoldItsOwner) {
+  MakeVolume(3);
+  std::binary_semaphore hangs{0};
+  std::binary_semaphore answers{0};
+  FakeVolindex().DuringScan = [&] {
+    hangs.release();
+    (void)answers.try_acquire_for(std::chrono::seconds(30));
+  };
+  auto window = std::make_unique<TScanRecorder>();
+  auto token = std::make_shared<int>();
+  const std::weak_ptr<int> lives = token;
+  FScan.reset(new TTallyscopeScan(window->Window(),
+                                  [token = std::move(token)](const QStringList&) { return QStringList(); }));
+  FScan->SetProgressTarget(window->Window(), WM_SCANPROGRESS);
+  FScan->Start({FTree.Path()}, false);
+  ASSERT_TRUE(hangs.try_acquire_for(std::chrono::seconds(30)));
+  QElapsedTimer clock;
+  clock.start();
+  FScan.reset();
+  EXPECT_LT(clock.elapsed(), 15'000);
+  EXPECT_FALSE(lives.expired());
+  window.reset();
+  answers.release();
+  EXPECT_TRUE(FRecorder.WaitUntil([&] { return lives.expired(); }));
 }

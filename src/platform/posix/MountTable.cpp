@@ -1,6 +1,7 @@
 #include "platform/posix/MountTable.h"
 
 #include "platform/FileTests.h"
+#include "platform/Paths.h"
 #include "platform/posix/FileDescriptor.h"
 
 #include <fcntl.h>
@@ -65,12 +66,15 @@ bool IsReadOnlyImage(const TMount& mount) {
   return types.contains(mount.Type);
 }
 
+QByteArray DeviceFolder(dev_t device) {
+  return "/sys/dev/block/" + QByteArray::number(major(device)) + ':' + QByteArray::number(minor(device));
+}
+
 // A partition has no mark of its own: its disk has it.
 bool IsRemovable(dev_t device) {
-  const QByteArray folder =
-      "/sys/dev/block/" + QByteArray::number(major(device)) + ':' + QByteArray::number(minor(device));
   for (const char* const name : {"/removable", "/../removable"}) {
-    if (const auto mark = ReadWholeFile(QString::fromLatin1(folder + name))) return mark->trimmed() == "1";
+    if (const auto mark = ReadWholeFile(NameFromBytes(DeviceFolder(device) + name)))
+      return mark->trimmed() == "1";
   }
   return false;
 }
@@ -82,6 +86,15 @@ QVector<TMount> WithoutCovered(const QVector<TMount>& mounts) {
   std::copy_if(mounts.rbegin(), mounts.rend(), std::back_inserter(visible),
                [&](const TMount& mount) { return seen.insert(mount.Point).second; });
   return visible;
+}
+
+// Where the system has the device's file; nothing for a file system without a device.
+QByteArray DeviceFile(dev_t device) {
+  const QByteArray facts =
+      ReadWholeFile(NameFromBytes(DeviceFolder(device) + "/uevent")).value_or(QByteArray());
+  for (const QByteArray& line : facts.split('\n'))
+    if (line.startsWith("DEVNAME=")) return "/dev/" + line.mid(8);
+  return {};
 }
 
 bool IsWithin(const QByteArray& path, const QByteArray& folder) {
@@ -102,8 +115,25 @@ QVector<TMount> ParseMountInfo(const QByteArray& text) {
   return mounts;
 }
 
+std::optional<TMount> MountOfTop() {
+  const auto place = MountPlaceOf(OpenPath("/", O_PATH | O_DIRECTORY).Get());
+  if (!place) return std::nullopt;
+  return TMount{static_cast<int>(place->MountId), place->Device, {}, "/", {}, DeviceFile(place->Device)};
+}
+
+QVector<TMount> WithTop(QVector<TMount> mounts, const TMount& top) {
+  const bool isNamed = std::any_of(mounts.begin(), mounts.end(), [&](const TMount& mount) {
+    return mount.Point == "/" && (top.Id == 0 || mount.Id == top.Id);
+  });
+  if (!isNamed) mounts.append(top);
+  return mounts;
+}
+
 QVector<TMount> ReadMountTable() {
-  return ParseMountInfo(ReadWholeFile(QStringLiteral("/proc/self/mountinfo")).value_or(QByteArray()));
+  const QVector<TMount> mounts =
+      ParseMountInfo(ReadWholeFile(QStringLiteral("/proc/self/mountinfo")).value_or(QByteArray()));
+  const auto top = MountOfTop();
+  return top ? WithTop(mounts, *top) : mounts;
 }
 
 QVector<TMount> ChooseFixedMounts(const QVector<TMount>& mounts, const TFixedDeviceOf& fixedDeviceOf) {
@@ -176,9 +206,8 @@ std::optional<TMountPlace> MountPlaceOf(int descriptor) {
 
 std::optional<TMountPlace> NearestPlace(QByteArray path) {
   while (!path.isEmpty()) {
-    TFileDescriptor file = OpenPath(path, O_PATH | O_DIRECTORY);
-    if (!file.IsOpen()) file = OpenPath(path, O_PATH | O_NOFOLLOW);
-    if (file.IsOpen()) return MountPlaceOf(file.Get());
+    const TFileDescriptor folder = OpenPath(path, O_PATH | O_DIRECTORY);
+    if (folder.IsOpen()) return MountPlaceOf(folder.Get());
     const qsizetype slash = path.lastIndexOf('/');
     path.truncate(slash == 0 && path.size() > 1 ? 1 : std::max<qsizetype>(slash, 0));
   }

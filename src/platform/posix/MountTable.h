@@ -12,7 +12,7 @@
 struct TMount {
   int Id = 0;         // the kernel's number of the mount
   dev_t Device = 0;   // of the file system
-  QByteArray Root;    // the part of the file system that is mounted, "/" for all of it
+  QByteArray Root;    // the part of the file system that is mounted, "/" for all of it; empty: not known
   QByteArray Point;   // where it is mounted, without a delimiter at its end unless it is "/"
   QByteArray Type;    // "ext4"
   QByteArray Source;  // "/dev/sda1", or any text for a file system without a device
@@ -21,7 +21,14 @@ struct TMount {
 // The lines of a mountinfo file, in their order; a line that is none is left out.
 [[nodiscard]] QVector<TMount> ParseMountInfo(const QByteArray& text);
 
-// What is mounted now, as this process sees it.
+// The mount that holds "/". The kernel's table has no line for it where the process lives in a folder of that
+// mount (chroot), or where the table itself is out of reach.
+[[nodiscard]] std::optional<TMount> MountOfTop();
+
+// The mounts, and behind them the top unless they have it.
+[[nodiscard]] QVector<TMount> WithTop(QVector<TMount> mounts, const TMount& top);
+
+// What is mounted now, as this process sees it; the mount of "/" is always among it.
 [[nodiscard]] QVector<TMount> ReadMountTable();
 
 // The number of the device below a mount, if that is a block device that stays in the computer and the mount
@@ -64,8 +71,8 @@ struct TMountPlace {
 // The place of an open file; nothing if it can't be told.
 [[nodiscard]] std::optional<TMountPlace> MountPlaceOf(int descriptor);
 
-// The mount that holds what stands at the path, or the nearest folder above it that exists. A link to a
-// folder counts as that folder.
+// The mount that holds the folder at the path, or the nearest folder above it that exists. A link to a folder
+// counts as that folder; a file, be it a mount point of its own, belongs to the folder that holds it.
 [[nodiscard]] std::optional<TMountPlace> NearestPlace(QByteArray path);
 
 // The other mounts below the point of the top one that show parts of its file system which neither the top

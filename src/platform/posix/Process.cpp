@@ -70,6 +70,11 @@ qint64 PeakResidentBytes() {
   return BytesOfStatusLine("VmHWM:");
 }
 
+void EndProcess(int exitCode) {
+  std::fflush(nullptr);
+  _exit(exitCode);
+}
+
 void OnInterrupt(void (*handler)()) {
   if (pipe2(gInterruptPipe, O_CLOEXEC) != 0) return;
   // A handler that is busy must never make a signal wait for room in the pipe.

@@ -58,6 +58,13 @@ qint64 PeakResidentBytes() {
   return static_cast<qint64>(MemoryCounters().PeakWorkingSetSize);
 }
 
+// ExitProcess would run the libraries' own ends, which may wait for a lock that a dead thread holds.
+void EndProcess(int exitCode) {
+  std::fflush(nullptr);
+  TerminateProcess(GetCurrentProcess(), static_cast<UINT>(exitCode));
+  std::abort();
+}
+
 void OnInterrupt(void (*handler)()) {
   gInterruptHandler = handler;
   if (SetConsoleCtrlHandler(HandleControl, TRUE) == 0) gInterruptHandler = nullptr;

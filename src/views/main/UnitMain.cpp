@@ -57,7 +57,11 @@ void TFormMain::FormCreate() {
 }
 
 void TFormMain::LoadLanguage() {
-  FState.FLanguage.LoadLanguage(GetSuiteLanguageName());
+  try {
+    FState.FLanguage.LoadLanguage(GetSuiteLanguageName());
+  } catch (const TIniFileError&) {
+    // A language file that can't be read leaves the texts in English.
+  }
   FAnalyzingText = FState.FLanguage.GetMessage(u"M_Analyzing"_qs, u"Analyzing"_qs);
   FCompletedText = FState.FLanguage.GetMessage(u"M_Completed"_qs, u"Completed"_qs);
 }

@@ -1,7 +1,7 @@
 // The Windows catalogue's keys in settings as Windows applications write them. The files are found by the
 // samples' own folders here; the readers are the same on all systems.
-#include "Samples.h"
 #include "download/ConfigReaders.h"
+#include "download/catalogue/CatalogueHome.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/ComThread.h"
 

@@ -101,12 +101,3 @@ TEST_F(RealRegistry, TheInstallFolderIsTheRegistrysWithOrWithoutItsDelimiter) {
               QStringList(FUser.Home.Path("incoming\\")));
   }
 }
-
-TEST_F(RealRegistry, AFolderWithoutADriveGetsTheLetter) {
-  FUser.Home.MakeFolder("a");
-  FKey.SetText(u"Folder"_qs, FUser.Home.Path("a").mid(2));
-  const QByteArray drive = NameToBytes(FUser.Home.Path().left(2));
-  EXPECT_EQ(
-      Found({.Kind = "reg", .Letter = drive, .RegistryKey = NameToBytes(kKey), .RegistryName = "Folder"}),
-      QStringList(FUser.Home.Path("a\\")));
-}
