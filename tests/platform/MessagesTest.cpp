@@ -118,10 +118,16 @@ TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
   PostMessage(nullptr, kFirst, 0, 0);
   SendMessage(nullptr, kFirst, 0, 0);
   int handled = 0;
-  {
-    TMessageWindow window{{kFirst, [&](const TMessage&) { ++handled; }}};
-    PostMessage(&window, kFirst, 0, 0);
-  }
+  auto window = std::make_unique<TMessageWindow>(
+      std::initializer_list<std::pair<const unsigned, TMessageWindow::THandler>>{
+          {kFirst, [&](const TMessage&) { ++handled; }}});
+  TMessageWindow* const gone = window.get();
+  PostMessage(gone, kFirst, 0, 0);
+  window.reset();
+  std::thread([gone] {
+    PostMessage(gone, kFirst, 0, 0);
+    SendMessage(gone, kFirst, 0, 0);
+  }).join();
   PumpMessages();
   EXPECT_EQ(handled, 0);
 }

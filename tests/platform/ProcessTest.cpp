@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cstdlib>
 #include <memory>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -15,6 +18,18 @@ TEST(Process, MemoryIsCountedInBytes) {
   const auto blocks = TouchMemory();
   EXPECT_GE(ResidentBytes() - before, static_cast<qint64>(kBlock * kBlocks / 2));
   EXPECT_GE(PeakResidentBytes(), ResidentBytes() - (1 << 20));
+}
+
+// What runs at an orderly end would change the exit code.
+TEST(Process, EndsAtOnceWithWhateverThreadsItHas) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";
+  EXPECT_EXIT(
+      {
+        std::atexit([] { std::_Exit(3); });
+        std::thread([] { std::this_thread::sleep_for(std::chrono::hours(1)); }).detach();
+        EndProcess(7);
+      },
+      testing::ExitedWithCode(7), "");
 }
 
 }  // namespace

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-
 namespace {
 
 void Fill(TExtIniFile& file, const char16_t* text) {
@@ -150,19 +148,6 @@ TEST(TExtIniFile, TypedValuesGoThroughTheTexts) {
   file.WriteInteger(u"W"_qs, u"i"_qs, -3);
   file.WriteFloat(u"W"_qs, u"f"_qs, 0.1);
   EXPECT_EQ(Values(file, u"W"_qs), QStringList({u"b=1"_qs, u"i=-3"_qs, u"f=0.1"_qs}));
-}
-
-TEST(TExtIniFile, ManyKeysAreFoundInLittleTime) {
-  QStringList lines{u"[S]"_qs};
-  for (int i = 0; i < 50'000; ++i)
-    lines.append(u"key%1=%1"_qs.arg(i));
-  TExtIniFile file;
-  file.SetStrings(lines);
-  QElapsedTimer timer;
-  timer.start();
-  for (int i = 0; i < 50'000; ++i)
-    ASSERT_EQ(Read(file, u"s"_qs, u"KEY%1"_qs.arg(i)), QString::number(i));
-  EXPECT_LT(timer.elapsed(), 20'000) << "a lookup walks the lines";
 }
 
 TEST_F(TLoadTest, TheMarkDecidesTheEncoding) {

@@ -51,15 +51,8 @@ TEST(FolderSizeOf, APathIsTheOneEntry) {
   tree.MakeFile(".dir/x", 4000);
   EXPECT_EQ(FolderSizeOf(tree.Path(odd)), 7U);
   EXPECT_EQ(FolderSizeOf(tree.Path("dir")), 320U);
-  EXPECT_EQ(FolderSizeOf(tree.Path(".dir")), 0U);
-}
-
-TEST(FolderSizeOf, WhatFindsNothingIsZero) {
-  TTempTree tree;
-  tree.MakeFile("dir/x", 20);
-  tree.MakeFolder("empty");
-  for (const QString& path : {QString(), tree.Path("dir/"), tree.Path("none"), tree.Path("none/*.*"),
-                              tree.Path("dir/x/*.*"), tree.Path("empty/*.*")})
+  for (const QString& path : {QString(), tree.Path(".dir"), tree.Path("dir/"), tree.Path("none"),
+                              tree.Path("none/*.*"), tree.Path("dir/x/*.*")})
     EXPECT_EQ(FolderSizeOf(path), 0U) << qPrintable(path);
 }
 

@@ -1,3 +1,4 @@
+#include "fixtures/NativePath.h"
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/TempTree.h"
 #include "fixtures/TestUser.h"
@@ -49,33 +50,40 @@ TEST_F(TLanguageTest, MessagesAndFormsDontMix) {
 }
 
 TEST_F(TLanguageTest, AMissingFileFallsBackToEnglish) {
+  FTree.WriteFile("German.lng", kGerman);
+  FLanguage.LoadLanguage(u"None"_qs);
+  EXPECT_EQ(FLanguage.LanguageName(), u"") << "without that either nothing changes";
+  FLanguage.LoadLanguage(u"German"_qs);
+  FLanguage.LoadLanguage(u"None"_qs);
+  EXPECT_EQ(FLanguage.LanguageName(), u"German");
   FTree.WriteFile("English.lng", "[Tallyscope_M]\nM_Size=Size!\n");
   for (const QString& name : {u"Klingon"_qs, QString()}) {
     FLanguage.LoadLanguage(name);
     EXPECT_EQ(FLanguage.LanguageName(), u"English");
     EXPECT_EQ(FLanguage.DisplayName(), u"English") << "no section Main";
     EXPECT_EQ(Message(u"M_Size"), u"Size!");
+    EXPECT_EQ(Message(u"M_Hint"), u"default") << "the messages are replaced as a whole";
   }
 }
 
-TEST_F(TLanguageTest, WithoutAnyFileNothingChanges) {
+TEST_F(TLanguageTest, ANameIsFoundInAnyCaseAndItsOwnFirst) {
   FTree.WriteFile("German.lng", kGerman);
-  FLanguage.LoadLanguage(u"None"_qs);
-  EXPECT_EQ(FLanguage.LanguageName(), u"");
-  EXPECT_EQ(Message(u"M_Size"), u"default");
-  FLanguage.LoadLanguage(u"German"_qs);
-  FLanguage.LoadLanguage(u"None"_qs);
-  EXPECT_EQ(FLanguage.LanguageName(), u"German");
-  EXPECT_EQ(Message(u"M_Size"), u"Größe");
-}
-
-TEST_F(TLanguageTest, ALaterLoadReplacesTheMessages) {
-  FTree.WriteFile("German.lng", kGerman);
-  FTree.WriteFile("English.lng", "[Main]\nDisplayName=English (UK)\n");
-  FLanguage.LoadLanguage(u"German"_qs);
-  FLanguage.LoadLanguage(u"English"_qs);
+  for (const char16_t* name : {u"german", u"GERMAN"}) {
+    TLanguage language(u"Tallyscope"_qs, FTree.Path());
+    language.LoadLanguage(QString::fromUtf16(name));
+    EXPECT_EQ(language.LanguageName(), HasDrives() ? QString::fromUtf16(name) : u"German"_qs);
+    EXPECT_EQ(language.DisplayName(), u"Deutsch");
+  }
+  FTree.WriteFile("english.LNG", "[Main]\nDisplayName=English (UK)\n");
+  FLanguage.LoadLanguage(u"none"_qs);
   EXPECT_EQ(FLanguage.DisplayName(), u"English (UK)");
-  EXPECT_EQ(Message(u"M_Size"), u"default");
+  if (HasDrives()) return;
+  FTree.WriteFile("german.lng", "[Main]\nDisplayName=deutsch\n");
+  FLanguage.LoadLanguage(u"german"_qs);
+  EXPECT_EQ(FLanguage.DisplayName(), u"deutsch");
+  FTree.MakeFolder("Dutch.lng");
+  FLanguage.LoadLanguage(u"dutch"_qs);
+  EXPECT_EQ(FLanguage.DisplayName(), u"English (UK)") << "a folder is no language";
 }
 
 TEST_F(TLanguageTest, AFileThatCantBeReadThrows) {

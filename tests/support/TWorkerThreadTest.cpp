@@ -14,18 +14,25 @@ using namespace std::chrono_literals;
 // Counts its rounds; a round can be held up half way.
 class TCountingThread : public TWorkerThread {
  public:
+  TCountingThread() = default;
+  // Lets another thread's flag tell of its end.
+  explicit TCountingThread(std::atomic<bool>* gone) : FGone(gone) {}
   ~TCountingThread() override {
     Open();
     Finish();
+    if (FGone != nullptr) FGone->store(true);
   }
-
   using TWorkerThread::Finish;
+
+  void Terminate() override {
+    TWorkerThread::Terminate();
+    if (++Asked >= OpensWhenAsked) Open();
+  }
 
   [[nodiscard]] bool WaitForRounds(int rounds) {
     std::unique_lock lock(FGuard);
     return FChanged.wait_for(lock, 10s, [&] { return FRounds >= rounds; });
   }
-
   [[nodiscard]] bool WaitUntilHeld() {
     std::unique_lock lock(FGuard);
     return FChanged.wait_for(lock, 10s, [&] { return FHeld; });
@@ -35,20 +42,15 @@ class TCountingThread : public TWorkerThread {
   void Close() { Set(FClosed, true); }
   void Open() { Set(FClosed, false); }
 
-  [[nodiscard]] int Begun() {
-    const std::lock_guard lock(FGuard);
-    return FBegun;
-  }
-
-  [[nodiscard]] bool BodyRan() {
-    const std::lock_guard lock(FGuard);
-    return FBodyRan;
-  }
+  std::atomic<int> Begun{0};
+  std::atomic<int> Asked{0};
+  int OpensWhenAsked = 1'000'000;
+  int Value = 0;  // no lock: handed over by Resume and Suspended
 
  protected:
   void Execute() override {
-    Set(FBodyRan, true);
     while (!Terminated()) {
+      Value *= 2;
       RunRound();
       Suspend();
     }
@@ -57,7 +59,7 @@ class TCountingThread : public TWorkerThread {
  private:
   void RunRound() {
     std::unique_lock lock(FGuard);
-    ++FBegun;
+    ++Begun;
     FHeld = FClosed;
     FChanged.notify_all();
     FChanged.wait(lock, [&] { return !FClosed; });
@@ -74,18 +76,17 @@ class TCountingThread : public TWorkerThread {
 
   std::mutex FGuard;
   std::condition_variable FChanged;
-  int FBegun = 0;
   int FRounds = 0;
-  bool FBodyRan = false;
   bool FClosed = false;
   bool FHeld = false;
+  std::atomic<bool>* const FGone = nullptr;
 };
 
-[[nodiscard]] bool WaitUntilSuspended(const TWorkerThread& thread) {
+[[nodiscard]] bool WaitUntil(const std::function<bool()>& holds) {
   const auto bound = std::chrono::steady_clock::now() + 10s;
-  while (!thread.Suspended() && std::chrono::steady_clock::now() < bound)
+  while (!holds() && std::chrono::steady_clock::now() < bound)
     std::this_thread::yield();
-  return thread.Suspended();
+  return holds();
 }
 
 }  // namespace
@@ -94,53 +95,38 @@ TEST(TWorkerThread, IsMadeSuspendedAndRunsOneRoundPerResume) {
   TCountingThread thread;
   EXPECT_TRUE(thread.Suspended());
   for (int round = 1; round <= 50; ++round) {
+    thread.Value = round;
     thread.Resume();
     ASSERT_TRUE(thread.WaitForRounds(round));
-    ASSERT_TRUE(WaitUntilSuspended(thread));
-    ASSERT_EQ(thread.Begun(), round) << "a round nobody asked for";
+    ASSERT_TRUE(WaitUntil([&] { return thread.Suspended(); }));
+    ASSERT_EQ(thread.Begun, round) << "a round nobody asked for";
+    ASSERT_EQ(thread.Value, 2 * round) << "what the owner wrote is seen in the round";
   }
-}
-
-TEST(TWorkerThread, IsNotSuspendedFromResumeToTheEndOfTheRound) {
-  TCountingThread thread;
-  thread.Close();
-  thread.Resume();
-  EXPECT_FALSE(thread.Suspended());
-  ASSERT_TRUE(thread.WaitUntilHeld());
-  EXPECT_FALSE(thread.Suspended());
-  thread.Open();
-  EXPECT_TRUE(WaitUntilSuspended(thread));
 }
 
 TEST(TWorkerThread, AResumeDuringARoundHoldsForOneMore) {
   TCountingThread thread;
   thread.Close();
   thread.Resume();
+  EXPECT_FALSE(thread.Suspended());
   ASSERT_TRUE(thread.WaitUntilHeld());
+  EXPECT_FALSE(thread.Suspended());
   thread.Resume();
   thread.Resume();
   thread.Open();
   ASSERT_TRUE(thread.WaitForRounds(2));
-  ASSERT_TRUE(WaitUntilSuspended(thread));
-  EXPECT_EQ(thread.Begun(), 2);
+  ASSERT_TRUE(WaitUntil([&] { return thread.Suspended(); }));
+  EXPECT_EQ(thread.Begun, 2);
 }
 
-TEST(TWorkerThread, FinishBeforeTheFirstResumeNeverRunsTheBody) {
-  for (int i = 0; i < 50; ++i) {
+TEST(TWorkerThread, FinishBeginsNoRound) {
+  for (int rounds = 0; rounds < 2; ++rounds) {
     TCountingThread thread;
-    thread.Finish();
-    EXPECT_FALSE(thread.BodyRan());
-  }
-}
-
-TEST(TWorkerThread, FinishEndsASuspendedThreadWithoutAnotherRound) {
-  for (int i = 0; i < 50; ++i) {
-    TCountingThread thread;
-    thread.Resume();
-    ASSERT_TRUE(thread.WaitForRounds(1));
+    if (rounds > 0) thread.Resume();
+    ASSERT_TRUE(thread.WaitForRounds(rounds));
     thread.Finish();
     thread.Finish();
-    EXPECT_EQ(thread.Begun(), 1);
+    EXPECT_EQ(thread.Begun, rounds);
   }
 }
 
@@ -150,36 +136,32 @@ TEST(TWorkerThread, FinishWaitsForTheRoundThatRuns) {
   thread.Resume();
   ASSERT_TRUE(thread.WaitUntilHeld());
   thread.Resume();
-  std::thread opener([&] {
-    while (!thread.Terminated())
-      std::this_thread::yield();
-    thread.Open();
-  });
+  thread.OpensWhenAsked = 1;
   thread.Finish();
-  opener.join();
   EXPECT_TRUE(thread.WaitForRounds(1));
-  EXPECT_EQ(thread.Begun(), 1) << "a round was begun after Terminate";
+  EXPECT_EQ(thread.Begun, 1) << "a round was begun after Terminate";
 }
 
-TEST(TWorkerThread, WhatTheOwnerWroteBeforeResumeIsSeenInTheRound) {
-  class TDoubler : public TWorkerThread {
-   public:
-    ~TDoubler() override { Finish(); }
-    int Value = 0;  // no lock: handed over by Resume and Suspended
+TEST(TOwnedThread, AsksUntilTheRoundEnds) {
+  std::atomic<bool> gone{false};
+  TOwnedThread<TCountingThread> thread(new TCountingThread(&gone));
+  thread->Close();
+  thread->OpensWhenAsked = 3;
+  thread->Resume();
+  ASSERT_TRUE(thread->WaitUntilHeld());
+  thread.reset();
+  EXPECT_TRUE(gone);
+}
 
-   protected:
-    void Execute() override {
-      while (!Terminated()) {
-        Value *= 2;
-        Suspend();
-      }
-    }
-  };
-  TDoubler thread;
-  for (int i = 1; i <= 200; ++i) {
-    thread.Value = i;
-    thread.Resume();
-    ASSERT_TRUE(WaitUntilSuspended(thread));
-    ASSERT_EQ(thread.Value, 2 * i);
-  }
+TEST(TOwnedThread, AThreadThatHangsIsLeftBehindAndDeletesItself) {
+  std::atomic<bool> gone{false};
+  auto* const object = new TCountingThread(&gone);
+  TOwnedThread<TCountingThread> thread(object);
+  thread->Close();
+  thread->Resume();
+  ASSERT_TRUE(thread->WaitUntilHeld());
+  thread.reset();
+  EXPECT_FALSE(gone);
+  object->Open();
+  EXPECT_TRUE(WaitUntil([&] { return gone.load(); }));
 }

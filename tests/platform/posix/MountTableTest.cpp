@@ -91,7 +91,28 @@ TEST(MountTable, TheVolumeOfTheTopIsThereWhateverItsSource) {
   EXPECT_THAT(ChosenPoints("1 0 0:30 / / rw - overlay overlay rw\n2 1 8:1 / /data rw - ext4 /dev/disk1 rw\n"),
               ElementsAre("/", "/data"));
   EXPECT_THAT(ChosenPoints("1 0 7:0 / / ro - squashfs /dev/disk1 ro\n"), ElementsAre("/"));
-  EXPECT_TRUE(ChosenPoints("").empty());
+  EXPECT_THAT(ChosenPoints("2 1 0:30 /@ / rw - btrfs /dev/disk1 rw\n"), ElementsAre("/"));
+}
+
+// As in a chroot, in a folder that was covered meanwhile, and with a kernel that does not tell a mount's
+// number.
+TEST(MountTable, TheMountOfTheTopIsAddedWhereTheTableLacksIt) {
+  const auto idsOfTop = [](const char* text, int id) {
+    std::vector<int> ids;
+    for (const TMount& mount :
+         WithTop(ParseMountInfo(text), TMount{id, makedev(8, 1), {}, "/", {}, "/dev/disk1"}))
+      if (mount.Point == "/") ids.push_back(mount.Id);
+    return ids;
+  };
+  EXPECT_THAT(idsOfTop("", 7), ElementsAre(7));
+  EXPECT_THAT(idsOfTop("2 1 0:4 / /proc rw - proc proc rw\n", 7), ElementsAre(7));
+  EXPECT_THAT(idsOfTop("5 1 8:1 / / rw - ext4 /dev/disk1 rw\n", 7), ElementsAre(5, 7));
+  EXPECT_THAT(idsOfTop("7 1 8:1 / / rw - ext4 /dev/disk1 rw\n", 7), ElementsAre(7));
+  EXPECT_THAT(idsOfTop("7 1 8:1 / / rw - ext4 /dev/disk1 rw\n", 0), ElementsAre(7));
+  const auto mounts = WithTop(ParseMountInfo("2 1 8:1 /work /work rw - ext4 /dev/disk1 rw\n"),
+                              TMount{7, makedev(8, 1), {}, "/", {}, "/dev/disk1"});
+  EXPECT_EQ(ChooseFixedMounts(mounts, MadeUpDevice).size(), 1) << "one row per device";
+  EXPECT_TRUE(FurtherParts(mounts, 7).isEmpty()) << "it may show what the top shows";
 }
 
 TEST(MountTable, AMountCoversAnEarlierOneAtItsPoint) {

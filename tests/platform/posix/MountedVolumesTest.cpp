@@ -11,7 +11,9 @@
 #include <QProcess>
 
 #include <sys/mount.h>
+#include <unistd.h>
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 
 namespace {
@@ -24,10 +26,17 @@ TEST(MountedVolumes, AFurtherMountOfADeviceOrOfMemoryIsNoFurtherVolume) {
   TTempTree tree;
   tree.MakeFolder("again");
   tree.MakeFolder("memory \\ \xff");
+  tree.MakeFile("hosts", 1);
+  tree.MakeFile("inside/hosts", 1);
   const auto result = RunWithOwnMounts([&] {
     const QStringList before = Roots();
     const QByteArray memory = NameToBytes(tree.Path("memory \\ \xff"));
     if (!TmpfsMount(memory)) return false;
+    const QByteArray hosts = NameToBytes(tree.Path("inside/hosts"));
+    if (!BindMount(NameToBytes(tree.Path("hosts")), hosts)) return false;
+    for (const TMount& mount : ReadMountTable())
+      if (mount.Point == hosts && FixedDeviceOf(mount)) return false;
+    if (VolumeRootOf(tree.Path("inside/hosts")) != VolumeRootOf(tree.Path())) return false;
     const TMount top = FixedMounts().front();
     const QByteArray again = NameToBytes(tree.Path("again"));
     if (top.Source.startsWith("/dev/") && mount(top.Source, again, top.Type, 0, nullptr) == 0 &&
@@ -38,6 +47,27 @@ TEST(MountedVolumes, AFurtherMountOfADeviceOrOfMemoryIsNoFurtherVolume) {
   });
   if (!result) GTEST_SKIP() << "this user may not mount";
   EXPECT_TRUE(*result);
+}
+
+// A process whose "/" is a folder of a mount: no line of the table, should there be one, names it.
+TEST(MountedVolumes, InABareChrootTheTopIsAVolume) {
+  TTempTree tree;
+  tree.MakeFolder("proc");
+  const QByteArray root = NameToBytes(tree.Path());
+  const auto size = static_cast<qint64>(std::filesystem::space(root.toStdString()).capacity);
+  const auto inChroot = [&]() -> std::optional<bool> {
+    if (chroot(root) != 0 || chdir("/") != 0) return std::nullopt;
+    const QVector<TVolume> volumes = ListFixedVolumes();
+    const QString top = QStringLiteral("/");
+    return volumes.size() == 1 && volumes[0].Root == top && volumes[0].Size == size && IsVolumeRoot(top) &&
+           VolumeRootOf(QStringLiteral("/proc")) != QString() && VolumeRootOf(QStringLiteral("/x")) == top;
+  };
+  const auto withoutTable = RunInChild(inChroot);
+  if (!withoutTable) GTEST_SKIP() << "this user may not change the root folder";
+  EXPECT_TRUE(*withoutTable);
+  const auto withTable =
+      RunWithOwnMounts([&] { return BindMount("/proc", root + "/proc") ? inChroot() : std::nullopt; });
+  EXPECT_TRUE(withTable.value_or(true)) << "with a table of mounts";
 }
 
 // A real file system on a block device of its own, with all that the list asks of it.

