@@ -27,10 +27,4 @@ TEST(ExpandEnvironment, KnownNamesAreReplacedAndOthersStay) {
     EXPECT_EQ(ExpandEnvironment(row.Text), row.Expanded) << row.Text.toStdString();
 }
 
-TEST(ExpandEnvironment, ALongTextIsWhole) {
-  const QByteArray value(1000, 'v');
-  const TVariables set{{"TALLYSCOPE_A", value.constData()}};
-  EXPECT_EQ(ExpandEnvironment(u"<%TALLYSCOPE_A%>"_qs), u'<' + QString::fromLatin1(value) + u'>');
-}
-
 }  // namespace

@@ -100,20 +100,6 @@ TEST(Messages, APumpInsideAHandlerGoesOnWithTheNextMessage) {
   EXPECT_THAT(order, ElementsAre(1, 2, 3, 4));
 }
 
-TEST(Messages, WhatAHandlerPostsComesAfterWhatIsQueued) {
-  std::vector<int> order;
-  TMessageWindow* self = nullptr;
-  TMessageWindow window{
-      {kFirst, [&](const TMessage&) { PostMessage(self, kSecond, 2, 0); }},
-      {kSecond, [&](const TMessage& message) { order.push_back(static_cast<int>(message.WParam)); }}};
-  self = &window;
-  PostMessage(&window, kFirst, 0, 0);
-  PostMessage(&window, kSecond, 1, 0);
-  for (int i = 0; i < 3; ++i)
-    PumpMessages();
-  EXPECT_THAT(order, ElementsAre(1, 2));
-}
-
 TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
   PostMessage(nullptr, kFirst, 0, 0);
   SendMessage(nullptr, kFirst, 0, 0);

@@ -44,12 +44,6 @@ TEST(Names, AnyBytesComeBack) {
   }
 }
 
-TEST(Names, TextThatNoFileNameGivesIsAnsweredAllTheSame) {
-  EXPECT_EQ(NameToBytes(QStringLiteral("a") + QChar(0xd800)), "a?");
-  EXPECT_EQ(NameToBytes(QString(QChar(0xdc7f)) + QLatin1Char('b')), "?b");
-  EXPECT_EQ(NameToBytes(QString(QChar(0xdd00))), "?");
-}
-
 TEST(Names, EscapesWhatIsNoText) {
   EXPECT_EQ(EscapeUndecodable(NameFromBytes("caf\xc3\xa9 \xf0\x9f\x93\x81")), Text(u"caf\u00e9 \U0001F4C1"));
   EXPECT_EQ(EscapeUndecodable(NameFromBytes("a\xe9\x80z")), Text(u"a\\xe9\\x80z"));

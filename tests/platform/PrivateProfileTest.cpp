@@ -78,11 +78,6 @@ TEST(PrivateProfile, OddLinesAndNames) {
     EXPECT_EQ(Read(content, row.Section, row.Key), HasDrives() ? row.OnWindows : row.OnLinux) << row.Key;
 }
 
-TEST(PrivateProfile, ALongValueIsWhole) {
-  const QByteArray value(5000, 'v');
-  EXPECT_EQ(Read("[Main]\nKey=" + value, "Main", "Key"), value);
-}
-
 QByteArray Utf16(const QString& text, bool bigEndian) {
   QByteArray bytes;
   for (const QChar c : text) {
@@ -100,16 +95,6 @@ TEST(PrivateProfile, AByteOrderMarkDecidesTheEncoding) {
               "Fran\xc3\xa7"
               "ais")
         << content.toHex().data();
-}
-
-TEST(PrivateProfile, AFileIsFoundByItsNameInTheCurrentFolder) {
-  TTempTree tree;
-  tree.WriteFile("settings.ini", "[Main]\nKey=near");
-  const QString before = QDir::currentPath();
-  ASSERT_TRUE(QDir::setCurrent(tree.Path()));
-  const QString value = ReadPrivateProfile(u"settings.ini"_qs, u"Main"_qs, u"Key"_qs, {});
-  ASSERT_TRUE(QDir::setCurrent(before));
-  EXPECT_EQ(value, u"near"_qs);
 }
 
 TEST(PrivateProfile, WhatCantBeReadGivesTheDefault) {

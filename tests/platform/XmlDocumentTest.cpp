@@ -49,11 +49,6 @@ TEST(XmlDocument, ChildrenOfANameComeInTheirOrder) {
   EXPECT_THROW((void)root.ChildAt(u"a"_qs, -1), std::out_of_range);
 }
 
-TEST(XmlDocument, AnElementKeepsItsDocumentAlive) {
-  const TXmlElement child = ParseXml("<r><a><b v='1'/></a></r>").Child(u"a"_qs);
-  EXPECT_EQ(child.Child(u"b"_qs).Attribute(u"v"_qs), u"1"_qs);
-}
-
 TEST(XmlDocument, SelectsTheFirstNodeByItsPath) {
   const TXmlElement root = ParseXml(
       "<config><folder kind='x'>\n  /a b/<!-- no -->c&#233;<in> d</in><![CDATA[&]]>\n</folder>"
@@ -123,14 +118,6 @@ TEST(XmlDocument, AttributesOfTheDocumentTypeAreNotCopiedIntoTheElements) {
   const QByteArray type = "<!DOCTYPE r [<!ATTLIST a v CDATA '" + QByteArray(1 << 20, 'x') + "'>]>";
   const TXmlElement root = ParseXml(type + "<r>" + QByteArray("<a/>").repeated(200'000) + "</r>");
   EXPECT_EQ(root.ChildCount(u"a"_qs), 200'000);
-}
-
-TEST(XmlDocument, AFileThatCantBeReadIsAnError) {
-  TTempTree tree;
-  tree.WriteFile("good", "<a/>");
-  EXPECT_EQ(LoadXml(tree.Path("good")).Name(), u"a"_qs);
-  EXPECT_THROW((void)LoadXml(tree.Path("missing")), TXmlError);
-  EXPECT_THROW((void)LoadXml(tree.Path()), TXmlError);
 }
 
 }  // namespace

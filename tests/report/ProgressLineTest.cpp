@@ -53,12 +53,3 @@ TEST_F(TProgressLineTest, LeavesNothingOfALongerLineBehind) {
   EXPECT_TRUE(shorter.endsWith("% /x        "));
   EXPECT_EQ(Draw(80), "") << "nothing has changed";
 }
-
-TEST_F(TProgressLineTest, IsTakenOffAtTheEnd) {
-  FLine.Erase();
-  EXPECT_EQ(FWritten, "") << "nothing was drawn";
-  const qsizetype length = Draw(80).size() - 1;
-  FWritten.clear();
-  FLine.Erase();
-  EXPECT_EQ(FWritten, '\r' + QByteArray(length, ' ') + '\r');
-}

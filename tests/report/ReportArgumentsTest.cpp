@@ -32,21 +32,6 @@ TEST(ReportArguments, AreTakenApart) {
   }
 }
 
-TEST(ReportArguments, WrongOnesAreNamed) {
-  const std::pair<QStringList, QString> cases[] = {
-      {{}, u"no path"_qs},
-      {{u"--json"_qs}, u"no path"_qs},
-      {{u"--all"_qs, u"a"_qs}, u"unknown option --all"_qs},
-      {{u"-x"_qs}, u"unknown option -x"_qs},
-      {{u"--folder"_qs, u"a"_qs, u"b"_qs}, u"exactly one"_qs},
-  };
-  for (const auto& [arguments, complaint] : cases) {
-    const TReportArguments result = ParseReportArguments(arguments);
-    EXPECT_EQ(result.Action, TReportAction::Wrong);
-    EXPECT_TRUE(result.Complaint.contains(complaint)) << qPrintable(result.Complaint);
-  }
-}
-
 TEST(ReportArguments, RelativePathsAreJoinedAndNothingIsResolved) {
   const std::tuple<QString, QString, QString> cases[] = {
       {u"/a/./b/"_qs, u"/home"_qs, u"/a/./b/"_qs},

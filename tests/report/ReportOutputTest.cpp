@@ -84,12 +84,3 @@ TEST(ReportAsJson, NamesAreEscapedReversiblyAndIntegersAreExact) {
   EXPECT_EQ(json.contains("f\\udcff"), HasDrives());
   EXPECT_TRUE(QString::fromUtf8(json).isValidUtf16());
 }
-
-TEST(ReportAsJson, AStoppedScanHasOnlyThePathsItCameTo) {
-  TReport report = SampleReport();
-  report.PathTotals = std::span(kTotals).first(1);
-  report.Stopped = true;
-  const QJsonObject json = QJsonDocument::fromJson(ReportAsJson(report)).object();
-  EXPECT_EQ(json[u"paths"].toArray().size(), 1);
-  EXPECT_EQ(json[u"stopped"], true);
-}

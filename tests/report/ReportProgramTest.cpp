@@ -2,7 +2,6 @@
 #include "fixtures/NativePath.h"
 #include "fixtures/TempTree.h"
 #include "report/ProgramRun.h"
-#include "scan/Truth.h"
 
 #include <gtest/gtest.h>
 
@@ -35,18 +34,6 @@ TEST(ReportProgram, ReportsEachPathAndTheLargestOfAll) {
   EXPECT_EQ(json[u"largestFiles"][1][u"path"], tree.Path("a/x/"));
   EXPECT_EQ(json[u"largestFolders"][0][u"size"], 5000);
   EXPECT_EQ(json[u"stopped"], false);
-}
-
-TEST(ReportProgram, BothRoutesGiveTheTotalsOfTheSystem) {
-  const QString root = HasDrives() ? u"C:\\windows\\system32"_qs : u"/usr/share/doc"_qs;
-  const TTruth truth = AskSystem(root);
-  const QJsonObject expected({{u"path"_qs, root},
-                              {u"files"_qs, static_cast<qint64>(truth.Files.size())},
-                              {u"folders"_qs, truth.Folders},
-                              {u"bytes"_qs, static_cast<qint64>(truth.Bytes())}});
-  ASSERT_GT(truth.Files.size(), 0U);
-  for (const auto& arguments : {QStringList{u"--json"_qs, root}, {u"--json"_qs, u"--folder"_qs, root}})
-    EXPECT_EQ(Parsed(RunProgram(arguments).Out)[u"paths"][0], expected);
 }
 
 // The output is the same on every system: UTF-8, and no line ends but line feeds.

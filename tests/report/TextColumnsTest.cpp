@@ -28,9 +28,3 @@ TEST(TextColumns, ALongTextKeepsItsEndWithinTheColumns) {
     EXPECT_LE(TextColumns(FitToColumns(text, columns)), std::max(columns, 0));
   }
 }
-
-TEST(TextColumns, WhatWouldMoveTheCursorShowsAsAQuestionMark) {
-  const QString undecodable = u'a' + QString(QChar(0xDCFF)) + u'b';
-  EXPECT_EQ(FitToColumns(u"a\nb\x1b[2J\u202E\u2028"_qs, 20), u"a?b?[2J??"_qs);
-  EXPECT_EQ(FitToColumns(undecodable, 20), u"a?b"_qs);
-}

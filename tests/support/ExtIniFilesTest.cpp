@@ -114,42 +114,6 @@ TEST(TExtIniFile, WritingChangesMemoryInPlace) {
   EXPECT_EQ(Read(file, u"new"_qs, u"k"_qs), u"v");
 }
 
-TEST(TExtIniFile, WhatIsMissingLeavesTargetsEmptyAndContentAlone) {
-  TExtIniFile file;
-  Fill(file, u"[S]\na=1\nplain\n");
-  file.DeleteKey(u"S"_qs, u"none"_qs);
-  file.DeleteKey(u"none"_qs, u"a"_qs);
-  file.EraseSection(u"none"_qs);
-  EXPECT_EQ(Values(file, u"none"_qs), QStringList());
-  QStringList keys{u"before"_qs};
-  file.ReadSection(u"S"_qs, keys);
-  EXPECT_EQ(keys, QStringList({u"a"_qs, QString()}));
-  file.ReadSection(u"none"_qs, keys);
-  EXPECT_EQ(keys, QStringList());
-}
-
-TEST(TExtIniFile, TypedValuesGoThroughTheTexts) {
-  TExtIniFile file;
-  Fill(file, u"[S]\ni=-12\nhex=0x1F\nbad=12a\nhuge=99999999999\nyes=2\nno=0\nf=1.5\n");
-  const auto integer = [&](const char16_t* key) {
-    return file.ReadInteger(u"S"_qs, QString::fromUtf16(key), 7);
-  };
-  EXPECT_EQ(integer(u"i"), -12);
-  EXPECT_EQ(integer(u"hex"), 31);
-  for (const char16_t* const key : {u"bad", u"huge", u"none"})
-    EXPECT_EQ(integer(key), 7);
-  EXPECT_TRUE(file.ReadBool(u"S"_qs, u"yes"_qs, false));
-  EXPECT_FALSE(file.ReadBool(u"S"_qs, u"no"_qs, true));
-  EXPECT_TRUE(file.ReadBool(u"S"_qs, u"bad"_qs, true));
-  EXPECT_EQ(file.ReadFloat(u"S"_qs, u"f"_qs, 0), 1.5);
-  EXPECT_EQ(file.ReadFloat(u"S"_qs, u"bad"_qs, 2.5), 2.5);
-
-  file.WriteBool(u"W"_qs, u"b"_qs, true);
-  file.WriteInteger(u"W"_qs, u"i"_qs, -3);
-  file.WriteFloat(u"W"_qs, u"f"_qs, 0.1);
-  EXPECT_EQ(Values(file, u"W"_qs), QStringList({u"b=1"_qs, u"i=-3"_qs, u"f=0.1"_qs}));
-}
-
 TEST_F(TLoadTest, TheMarkDecidesTheEncoding) {
   const QString text = u"[S]\r\nk=Größe 𝄞 日本\r\n"_qs;
   const QString value = u"Größe 𝄞 日本"_qs;

@@ -72,18 +72,6 @@ TEST_P(TEachLanguage, HasTheKeysOfEnglishInTheirOrder) {
   }
 }
 
-TEST_P(TEachLanguage, MenuLettersAreThreeDifferentOnes) {
-  static const QRegularExpression letterAtEnd(u"\\(&([A-Z])\\)$"_qs);
-  std::set<QString> letters;
-  for (const TText& text : TextsOf(GetParam())) {
-    if (!text.Key.startsWith(u"SubItem"_qs)) continue;
-    const auto match = letterAtEnd.match(text.Value);
-    EXPECT_TRUE(match.hasMatch()) << qPrintable(text.Value);
-    letters.insert(match.captured(1));
-  }
-  EXPECT_EQ(letters.size(), 3U);
-}
-
 INSTANTIATE_TEST_SUITE_P(All, TEachLanguage, testing::ValuesIn(LanguageNames()),
                          [](const auto& name) { return QString(name.param).remove(u' ').toStdString(); });
 

@@ -117,18 +117,6 @@ TEST(QuickSort, TheWorstOrderNeedsNoDeepStack) {
                              [](const TRecord& a, const TRecord& b) { return a.Key < b.Key; }));
 }
 
-TEST(TList, AComparerThatContradictsItselfLosesNoRecord) {
-  class TAlwaysFirst : public TComparer<TRecord> {
-    int Compare(const TRecord&, const TRecord&) const override { return -1; }
-  };
-  TList<TRecord> list;
-  for (const TRecord& record : WithIds({3, 1, 2}))
-    list.Add(record);
-  EXPECT_THROW(list.Sort(TAlwaysFirst()), std::out_of_range);
-  EXPECT_EQ(list.Count(), 3);
-  EXPECT_EQ(list[0].Id + list[1].Id + list[2].Id, 3);
-}
-
 TEST(TList, TheFirstGrowthIsExactAndLaterOnesDouble) {
   TList<int> list;
   EXPECT_EQ(list.Capacity(), 0);

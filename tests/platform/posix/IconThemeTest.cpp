@@ -61,8 +61,4 @@ TEST_F(IconThemeTest, ATypeThatIsNotKnownHasThePictureForIt) {
   EXPECT_EQ(ColourOf("/a/b.no-such-type"), QColor(Qt::green));
 }
 
-TEST_F(IconThemeTest, WithoutAnyPictureTheIconIsNull) {
-  EXPECT_FALSE(ColourOf("/a/b.pdf").isValid());
-}
-
 }  // namespace

@@ -145,19 +145,6 @@ TEST(MountTable, FurtherPartsOfAFileSystemShowNothingTwice) {
   EXPECT_TRUE(parts(99).empty());
 }
 
-TEST(MountTable, ThisComputersTableHasThePlacesItHolds) {
-  const QVector<TMount> mounts = ReadMountTable();
-  const auto place = NearestPlace("/proc/self/not there");
-  ASSERT_TRUE(place);
-  const auto proc = std::find_if(mounts.begin(), mounts.end(), [&](const TMount& mount) {
-    return static_cast<quint64>(mount.Id) == place->MountId;
-  });
-  ASSERT_NE(proc, mounts.end());
-  EXPECT_EQ(proc->Point, "/proc");
-  EXPECT_EQ(proc->Type, "proc");
-  EXPECT_FALSE(NearestPlace(QByteArray()));
-}
-
 TEST(VolumeLabels, TheLinkThatLeadsToTheDeviceNamesIt) {
   TTempTree tree;
   tree.MakeLink("zero", "/dev/zero");

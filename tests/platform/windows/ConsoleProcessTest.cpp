@@ -4,8 +4,6 @@
 
 #include <windows.h>
 
-#include <QCoreApplication>
-
 #include <chrono>
 #include <semaphore>
 #include <string>
@@ -48,23 +46,6 @@ TEST(ConsoleProcess, DpiAwarenessIsSetAndTold) {
   EXPECT_NE(IsProcessDPIAware(), 0);
 }
 
-TEST(ConsoleProcess, TrimmingTakesMemoryFromTheProcess) {
-  std::vector<char> block(64 << 20, 'x');
-  const qint64 before = ResidentBytes();
-  TrimWorkingSet();
-  EXPECT_LE(ResidentBytes(), before);
-  EXPECT_GT(ResidentBytes(), 0);
-  EXPECT_EQ(block.back(), 'x');
-}
-
-TEST(ConsoleProcess, WithoutAConsoleThereAre80Columns) {
-  if (StdErrIsTerminal()) {
-    EXPECT_GT(TerminalColumns(), 0);
-  } else {
-    EXPECT_EQ(TerminalColumns(), 80);
-  }
-}
-
 std::counting_semaphore<> gInterrupts{0};
 
 TEST(ConsoleProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
@@ -77,11 +58,6 @@ TEST(ConsoleProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
     ASSERT_NE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
     EXPECT_TRUE(gInterrupts.try_acquire_for(std::chrono::seconds(10)));
   }
-}
-
-TEST(ConsoleProcess, ParametersAreTheOnesOfTheCommandLine) {
-  const QStringList all = QCoreApplication::arguments();
-  EXPECT_EQ(ProgramParameters(0, nullptr), all.mid(1));
 }
 
 }  // namespace

@@ -52,14 +52,6 @@ TEST(Registry, NamesAreFoundWithoutRegardToCaseAndNoKeyIsMade) {
             ERROR_FILE_NOT_FOUND);
 }
 
-TEST(Registry, EachRootIsItsOwn) {
-  const QString version = u"Software\\Microsoft\\Windows NT\\CurrentVersion"_qs;
-  EXPECT_TRUE(ReadRegistry(TRegistryRoot::LocalMachine, version, u"CurrentVersion"_qs));
-  EXPECT_FALSE(ReadRegistry(TRegistryRoot::ClassesRoot, version, u"CurrentVersion"_qs));
-  EXPECT_FALSE(ReadRegistry(TRegistryRoot::CurrentConfig, version, u"CurrentVersion"_qs));
-  EXPECT_TRUE(ReadRegistry(TRegistryRoot::ClassesRoot, u".ini"_qs, QString()));
-}
-
 TEST(RegistryFileTypes, TheExtensionLeadsToItsClassAndTheClassHasTheText) {
   TTempRegistryKey extension(HKEY_CLASSES_ROOT, u".tallyscope-test"_qs);
   EXPECT_EQ(FileTypeText(u".tallyscope-test"_qs), QString()) << "a class is not named";

@@ -27,15 +27,6 @@ TEST(SpecialFolders, FoldersByNumberAreTheOnesOfTheEnvironment) {
   }
 }
 
-TEST(SpecialFolders, AFolderThatIsNotThereIsNotMade) {
-  constexpr auto kStartupOfAllUsers = static_cast<TSpecialFolder>(0x18);
-  const QString folder = GetKnownFolder(kStartupOfAllUsers);
-  const bool there = DirectoryExists(folder);
-  EXPECT_EQ(GetKnownFolder(kStartupOfAllUsers), folder);
-  EXPECT_EQ(DirectoryExists(folder), there);
-  EXPECT_EQ(GetKnownFolder(static_cast<TSpecialFolder>(0x3e)), QString()) << "no such number";
-}
-
 TEST(SpecialFolders, PlacesOfTheSystemAndTheProgram) {
   EXPECT_TRUE(SameFolder(GetWindowsFolder(), Variable("SystemRoot")));
   EXPECT_TRUE(SameFolder(GetSystemFolder(), Variable("SystemRoot") + u"\\system32"_qs));

@@ -51,11 +51,4 @@ TEST(XmlProlog, EntitiesOfItsOwnRefuseTheDocument) {
   EXPECT_TRUE(WithoutDocumentType(inComment));
 }
 
-TEST(XmlProlog, WhatBreaksOffComesBackAsItStands) {
-  const QByteArray whole =
-      "<?xml version='1.0'?><!-- x --><!DOCTYPE a [<!ATTLIST a b CDATA 'c'><?x y?><!-- z -->] >";
-  for (qsizetype length = 0; length < whole.size(); ++length)
-    EXPECT_EQ(WithoutDocumentType(whole.left(length)), whole.left(length));
-}
-
 }  // namespace
