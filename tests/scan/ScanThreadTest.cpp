@@ -51,7 +51,7 @@ class TScanThreadTest : public testing::Test {
   [[nodiscard]] QString Log() const { return FRecorder.Log.join(u", "_qs); }
 
   void MakeFiles(const QByteArray& folder, int count) {
-    for (int i = 0; i < count; ++i)
+    for (int i = count - 1; i >= 0; --i)
       FTree.MakeHole(folder + QByteArray::number(i), i);
   }
 
@@ -95,6 +95,7 @@ TEST_F(TScanThreadTest, EachRoutePostsItsMessagesInThisOrder) {
   Scan({}, false);
   EXPECT_EQ(Log(), u"row 0, phase 0, row 0, done"_qs) << "a word of no steps reads as a phase";
   EXPECT_EQ(FScan->Files().Count() + FScan->Folders().Count() + FScan->DownloadFiles().Count(), 0);
+  EXPECT_EQ(FScan->PathTotals().Count(), 0);
 }
 
 TEST_F(TScanThreadTest, TakesTheFirstHundredOfAKindAndPathAndSortsThemTogether) {
@@ -150,14 +151,18 @@ TEST_F(TScanThreadTest, PhasesAndRowsFollowTheNumberOfRecords) {
 TEST_F(TScanThreadTest, TheRowsOfSeveralVolumesAreSortedBySizesOf64Bits) {
   constexpr quint64 kTop = quint64{1} << 63;
   MakeVolume(0);
-  FakeVolindex().Files = {{u"a"_qs, kTop + 1}, {u"b"_qs, 0x1'0000'0000}, {u"c"_qs, 0xFFFF'FFFF}};
+  FakeVolindex().Files = {{u"a"_qs, kTop + 1},
+                          {u"b"_qs, 0x1'0000'0000},
+                          {u"c"_qs, 0xFFFF'FFFF},
+                          {u"d"_qs, 3'000'000'000},
+                          {u"e"_qs, 1}};
   FakeVolindex().Folders = FakeVolindex().Files;
   Scan({u"/v/"_qs, u"/w/"_qs}, false);
   for (const TList<TFileInfoEx>* list : {&FScan->Files(), &FScan->Folders()}) {
     QString names;
     for (const TFileInfoEx& row : *list)
       names += row.Name;
-    EXPECT_EQ(names, u"aabbcc"_qs);
+    EXPECT_EQ(names, u"aabbccddee"_qs);
     EXPECT_EQ((*list)[0].Size, kTop + 1);
   }
 }

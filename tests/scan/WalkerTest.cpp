@@ -55,6 +55,7 @@ class TWalkerTest : public testing::Test {
   // busy computer one may be over before the request comes.
   [[nodiscard]] bool StopCutsShort(int entries) {
     for (int round = 0; round < 100; ++round) {
+      PumpMessages();
       FRecorder.Clear();
       std::thread walk([&] { FWalker.Scan(FTree.Path()); });
       EXPECT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= 2; }));
