@@ -113,11 +113,4 @@ TEST(XmlDocument, NothingIsReadBesideTheDocument) {
   }
 }
 
-// Each of many elements would take a copy of a long text.
-TEST(XmlDocument, AttributesOfTheDocumentTypeAreNotCopiedIntoTheElements) {
-  const QByteArray type = "<!DOCTYPE r [<!ATTLIST a v CDATA '" + QByteArray(1 << 20, 'x') + "'>]>";
-  const TXmlElement root = ParseXml(type + "<r>" + QByteArray("<a/>").repeated(200'000) + "</r>");
-  EXPECT_EQ(root.ChildCount(u"a"_qs), 200'000);
-}
-
 }  // namespace

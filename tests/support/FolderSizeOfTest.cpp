@@ -1,4 +1,3 @@
-#include "SmallStack.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/TempTree.h"
 #include "platform/FileEnumeration.h"
@@ -54,13 +53,4 @@ TEST(FolderSizeOf, APathIsTheOneEntry) {
   for (const QString& path : {QString(), tree.Path(".dir"), tree.Path("dir/"), tree.Path("none"),
                               tree.Path("none/*.*"), tree.Path("dir/x/*.*")})
     EXPECT_EQ(FolderSizeOf(path), 0U) << qPrintable(path);
-}
-
-TEST(FolderSizeOf, ADeepTreeIsSummedToItsEnd) {
-  TTempTree tree;
-  const int depth = HasDrives() ? 250 : 1000;  // Wine takes long over long paths
-  const QByteArray innermost = tree.MakeChain("d", depth);
-  tree.MakeFile(innermost + "/x", 9);
-  tree.MakeFile("y", 1);
-  EXPECT_EQ(OnSmallStack([&] { return SizeBelow(tree.Path()); }), 10U);
 }

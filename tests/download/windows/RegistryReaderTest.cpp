@@ -71,22 +71,6 @@ TEST_F(RealRegistry, AnyOtherRootIsTheCurrentUsers) {
   EXPECT_FALSE(ReadRegistryValue(u"HKEY_LOCAL_MACHINE"_qs, system, u"ProductName"_qs).isEmpty());
 }
 
-TEST_F(RealRegistry, AnEmptyOrMissingValueGivesTheDefaultOfTheKindReg) {
-  FUser.Home.MakeFolder("a");
-  FUser.Home.MakeFolder("usual");
-  FKey.SetText(u"Named"_qs, FUser.Home.Path("a"));
-  FKey.SetText(u"Empty"_qs, QString());
-  FKey.Set(u"Expand"_qs, REG_EXPAND_SZ, TTempRegistryKey::BytesOf(FUser.Home.Path("a")));
-  const QByteArray usual = NameToBytes(FUser.Home.Path("usual"));
-  for (const char* name : {"Named", "Empty", "Expand", "Missing"}) {
-    const QString expected = FUser.Home.Path(QByteArray(name) == "Named" ? "a\\" : "usual\\");
-    EXPECT_EQ(
-        Found({.Kind = "reg", .Default = usual, .RegistryKey = NameToBytes(kKey), .RegistryName = name}),
-        QStringList(expected))
-        << name;
-  }
-}
-
 TEST_F(RealRegistry, TheInstallFolderIsTheRegistrysWithOrWithoutItsDelimiter) {
   FUser.Home.MakeFolder("incoming");
   FUser.Home.WriteFile("program/set.cfg", "k=" + NameToBytes(FUser.Home.Path("incoming")));
