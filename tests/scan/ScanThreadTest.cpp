@@ -3,6 +3,7 @@
 #include "ScanRecorder.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
+#include "platform/Paths.h"
 #include "scan/ScanMessages.h"
 #include "scan/UnitScan.h"
 
@@ -165,6 +166,15 @@ TEST_F(TScanThreadTest, TheRowsOfSeveralVolumesAreSortedBySizesOf64Bits) {
     EXPECT_EQ(names, u"aabbccddee"_qs);
     EXPECT_EQ((*list)[0].Size, kTop + 1);
   }
+}
+
+TEST_F(TScanThreadTest, TheLongestPathOfTheSystemFits) {
+  const QString longest(kLongestPath - 1, u'p');
+  MakeVolume(0);
+  FakeVolindex().Files = {{u"a"_qs, 2, false, longest}, {u"b"_qs, 1, false, longest + u'p'}};
+  Scan({u"/v/"_qs}, false);
+  ASSERT_EQ(FScan->Files().Count(), 1);
+  EXPECT_EQ(FScan->Files()[0].Path, longest);
 }
 
 TEST_F(TScanThreadTest, EveryFileOfADownloadLocationIsTaken) {
