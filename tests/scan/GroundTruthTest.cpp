@@ -17,12 +17,9 @@ TTruth AskWalker(const QString& root) {
   TTallyscope walker(nullptr);
   walker.Scan(root);
   TTruth truth{{}, walker.FolderCount()};
-  quint64 bytes = 0;
-  for (const TFileInfo& file : walker.Files()) {
+  for (const TFileInfo& file : walker.Files())
     truth.Files.emplace_back(NameToBytes(file.Path + file.Name), file.Size);
-    bytes += file.Size;
-  }
-  EXPECT_EQ(walker.TotalSize(), bytes);
+  EXPECT_EQ(walker.TotalSize(), truth.Bytes());
   EXPECT_EQ(walker.FileCount(), walker.Files().Count());
   std::sort(truth.Files.begin(), truth.Files.end());
   return truth;

@@ -11,6 +11,13 @@
 struct TTruth {
   std::vector<std::pair<QByteArray, quint64>> Files;  // full path and size, sorted
   int Folders = 0;
+
+  [[nodiscard]] quint64 Bytes() const {
+    quint64 bytes = 0;
+    for (const auto& file : Files)
+      bytes += file.second;
+    return bytes;
+  }
 };
 
 // Without the root's own entries that have kAttributeSystem.

@@ -161,7 +161,7 @@ const TAction kActions[] = {
     {"copy of a pipe",
      [](TTempTree& tree) {
        tree.MakeFolder("to");
-       tree.MakeFifo("from/it");
+       tree.MakeSystemEntry("from/it");
      },
      Move, true},
 };

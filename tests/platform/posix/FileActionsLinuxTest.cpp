@@ -367,7 +367,7 @@ TEST(FileActionsLinux, WhatAWindowOfPropertiesTells) {
   EXPECT_EQ(FileChecksum(folder, u".file"_qs, progress),
             QCryptographicHash::hash("some content", QCryptographicHash::Sha256).toHex());
   EXPECT_EQ(progress.Done, 12);
-  tree.MakeFifo("pipe");
+  tree.MakeSystemEntry("pipe");
   tree.MakeLink("link", ".file");
   for (const QString& name : {u"pipe"_qs, u"link"_qs, u"missing"_qs})
     EXPECT_FALSE(FileChecksum(folder, name, progress)) << name.toStdString();
