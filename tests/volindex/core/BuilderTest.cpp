@@ -54,7 +54,7 @@ class TRandomVolume {
     TFinish result = builder.Finish(kGoOn);
     if (result == TFinish::TopListAgain) {
       ++secondPasses;
-      for (unsigned step = kFolders; step < steps.size(); ++step)
+      for (unsigned step = 0; step < steps.size(); ++step)
         Tell(builder.Shard(step * 7 % shards), step);
       result = builder.Finish(kGoOn);
     }
