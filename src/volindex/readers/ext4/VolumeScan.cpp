@@ -211,7 +211,7 @@ bool TVolumeScan::NameFolder(TIndexShard& shard, TFolderId folder, TFolderId par
   if (FFilesOnly) return true;
   FNamed[folder].store(true, std::memory_order_relaxed);
   FNamedCount.fetch_add(1, std::memory_order_relaxed);
-  return folder != kRootFolder && shard.SetFolder(folder, parent, name);
+  return shard.SetFolder(folder, parent, name);
 }
 
 // A folder without a name was deleted in the meantime, or moved from a place not yet read to one read
