@@ -79,18 +79,22 @@ class TRandomVolume {
 
   unsigned Below(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(FRandom); }
 
-  std::string NewName(unsigned number) {
-    static const std::vector<std::string> kBeginnings{"a", "a-", "a.", "a0", "\xff", "a\xc3\xa4"};
-    const std::string beginning = kBeginnings[Below(static_cast<unsigned>(kBeginnings.size()))];
-    return Below(2) != 0 ? beginning + std::to_string(number) : std::to_string(number) + beginning;
+  // Neighbours differ by what sorts around the delimiter alone.
+  static std::string NewName(unsigned number) {
+    static const std::vector<std::string> kEndings{"", "-", ".", "0", "\xff", "\xc3\xa4"};
+    return std::to_string(number / 6) + kEndings[number % 6];
   }
 
-  // Parents have lower numbers but now and then, so that there are rings, some of them of one.
+  // Neighbours mostly have one parent. Parents have lower numbers but now and then, so that there are rings,
+  // some of them of one.
   void AddFolder(TFolderId id) {
     FFolders.resize(kFolders);
     const bool odd = !FWhole && Below(12) == 0;
-    FFolders[id] = {NewName(id), odd ? Below(kFolders) : Below(id), !FWhole && Below(25) == 0,
-                    FWhole || Below(25) != 0};
+    FFolders[id] = {NewName(id),
+                    odd           ? Below(kFolders)
+                    : id % 6 != 0 ? FFolders[id - 1].Parent
+                                  : Below(id),
+                    !FWhole && Below(25) == 0, FWhole || Below(25) != 0};
   }
 
   void AddFile(unsigned number) {
