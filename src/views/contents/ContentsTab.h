@@ -1,26 +1,71 @@
-// The Contents tab, today its place in the row of tabs: it has no list yet, its tab is off, and it keeps what
-// an analysis tells of folder sizes. Main thread.
+// The Contents tab: the folders of the computer, one at a time, with a size on every row. This file joins the
+// list, the combo above it, the fill of their rows, the sort and the history, and tells the status bar of
+// them. Main thread.
 #pragma once
 
-#include <QHash>
 #include <QObject>
 
+#include "views/contents/ContentsFill.h"
+#include "views/contents/ContentsSort.h"
+#include "views/contents/Navigation.h"
 #include "views/main/ResultTab.h"
 
 class TContentsTab : public QObject, public TResultTab {
  public:
   TContentsTab(const TTabParts& parts, QWidget& panel);
+  ~TContentsTab() override;
 
-  // The folders that lead a result go into the sizes.
+  void FormActivate() override;
+  void FormClose() override;
+  // The computer level, without a history.
+  void Reset() override;
+  // The folders that lead a result go into the sizes; the tab shows the result when it is next activated.
   void Fill(const TTallyscopeScan& scan, const QStringList& targets) override;
 
-  // The computer, while no folder is shown.
+  void Activate() override;
+  [[nodiscard]] int RowCount() const override;
+  // The folder or drive shown, or the computer.
   [[nodiscard]] TSubject Subject() const override;
+  [[nodiscard]] bool CanGoUp() const override;
 
-  // Bytes below each folder that was measured, by full path without a delimiter at its end.
-  [[nodiscard]] const QHash<QString, qint64>& FolderSizes() const { return FFolderSizes; }
+  void Open() override;
+  void SelectAll() override;
+  void DeselectAll() override;
+  void InvertSelection() override;
+
+  // Sizes and count of the folder shown once more, after rows have gone.
+  void FillAgain();
+
+  [[nodiscard]] TContentsFill& Rows() { return FFill; }
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void BuildList();
+  void BuildCombo();
+  void WireNavigation();
+  [[nodiscard]] QString Text(const QString& key, const QString& defaultText) const;
+
+  [[nodiscard]] bool OnTop() const;
+  [[nodiscard]] int PictureOf(const QString& path) const;
+  void ShellListContentPathChanged();
+  void ShellListContentFolderChanged();
+  void ShellListContentSelectItem(TListItem& item, bool selected);
+  void ShowRow(TListItem& item);
+  [[nodiscard]] std::optional<QString> SizeLineOf(const TListItem& item) const;
+  void ShellListContentClick();
+  void ShellListContentDblClick();
+  template <typename TMark>
+  void MarkRows(const TMark& mark);
+  void ShowCount();
+
   TTabParts FParts;
-  QHash<QString, qint64> FFolderSizes;
+  QWidget& FPanel;
+  TRzShellCombo* RzShellCombo1;
+  TRzShellList* ShellListContent;
+  TContentsFill FFill;
+  TContentsSort FSort;
+  TNavigation FNavigation;
+  bool FContentsPending = false;  // a result is there that the tab has not shown
+  bool FMarking = false;          // a command changes the check marks
 };

@@ -55,6 +55,10 @@ class TResultTab {
   virtual void FormShow() {}
   // `growth` is the form's width less its width at creation, in pixels.
   virtual void FormResize([[maybe_unused]] int growth) {}
+  // The form has become active for the first time.
+  virtual void FormActivate() {}
+  // The form closes: what works for the tab in the background ends, and nobody waits for it.
+  virtual void FormClose() {}
   // The form was first activated, or a scan was given up: columns take the width that is left.
   virtual void FitColumns() {}
   // Back to the state before any result.

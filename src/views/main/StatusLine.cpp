@@ -96,6 +96,10 @@ void TStatusLine::ShowSizeLine() {
   lblFileSize->show();
 }
 
+void TStatusLine::HideSizeLine() {
+  lblFileSize->hide();
+}
+
 QString TStatusLine::CountText(int rows) const {
   return QString::number(rows) + u' ' + FState.FLanguage.GetMessage(u"M_Items"_qs, u"items"_qs);
 }

@@ -44,6 +44,7 @@ class TStatusLine {
   void SetNameAndType(const QString& name, const QString& type);
   void SetSizeLine(const QString& size);
   void ShowSizeLine();
+  void HideSizeLine();
 
   // "12 items", "Size: 1.00 GB" and "Used Space: 1.00 GB" in the user's language.
   [[nodiscard]] QString CountText(int rows) const;

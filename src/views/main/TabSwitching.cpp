@@ -16,10 +16,10 @@ TResultTab* Make(const TTabParts& parts, QWidget& panel) {
 }
 
 constexpr std::array<TTabRow, kTabCount> kTabs = {{
-    {"DockPnlOverview", "Overview", "tab_overview16", true, false, TTabStatus::Computer, &Make<TOverviewTab>},
-    {"DockPnlcontent", "Contents", "tab_contents16", false, true, TTabStatus::Subject, &Make<TContentsTab>},
-    {"DockPnlFile", "Top 100 Files", "tab_topfiles16", true, true, TTabStatus::RowCount, &Make<TTopFilesTab>},
-    {"dxDockPnlDownloads", "Download Directory", "tab_downloads16", true, false, TTabStatus::RowCount,
+    {"DockPnlOverview", "Overview", "tab_overview16", false, TTabStatus::Computer, &Make<TOverviewTab>},
+    {"DockPnlcontent", "Contents", "tab_contents16", true, TTabStatus::Subject, &Make<TContentsTab>},
+    {"DockPnlFile", "Top 100 Files", "tab_topfiles16", true, TTabStatus::RowCount, &Make<TTopFilesTab>},
+    {"dxDockPnlDownloads", "Download Directory", "tab_downloads16", false, TTabStatus::RowCount,
      &Make<TDownloadsTab>},
 }};
 
@@ -28,7 +28,6 @@ TdxDockPanel* AddPanel(const TTabRow& row, TdxTabContainerDockSite& site) {
   panel->setObjectName(QLatin1String(row.Panel));
   panel->SetCaption(QLatin1String(row.Caption));
   panel->SetPicture(TPicture::FromResource(QLatin1String(row.Picture)));
-  panel->SetTabEnabled(row.Enabled);
   return panel;
 }
 

@@ -21,7 +21,6 @@ struct TTabRow {
   const char* Panel;    // component name
   const char* Caption;  // English
   const char* Picture;
-  bool Enabled;
   bool NeedsScanForm;  // without the wizard the first tab becomes active in its place
   TTabStatus Status;
   TResultTab* (*Make)(const TTabParts& parts, QWidget& panel);

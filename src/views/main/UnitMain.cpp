@@ -1,5 +1,6 @@
 #include "views/main/UnitMain.h"
 
+#include <QCloseEvent>
 #include <QEvent>
 #include <QMenuBar>
 #include <QResizeEvent>
@@ -158,8 +159,10 @@ void TFormMain::FormActivate() {
   FActivated = true;
   FTabSwitching->Start();
   HoldMinimumSize();  // some window managers tell of their frame only now
-  for (TResultTab* tab : FTabSwitching->Tabs())
+  for (TResultTab* tab : FTabSwitching->Tabs()) {
+    tab->FormActivate();
     tab->FitColumns();
+  }
   if (FParameters.Count() != 2) {
     btnScanClick();
   } else if (FScanForm != nullptr) {
@@ -186,6 +189,12 @@ void TFormMain::ResetForm() {
   for (TResultTab* tab : FTabSwitching->Tabs())
     tab->Reset();
   FTabSwitching->Activate(kOverviewTab);
+}
+
+void TFormMain::closeEvent(QCloseEvent* event) {
+  for (TResultTab* tab : FTabSwitching->Tabs())
+    tab->FormClose();
+  QMainWindow::closeEvent(event);
 }
 
 void TFormMain::resizeEvent(QResizeEvent* event) {

@@ -54,6 +54,7 @@ class TFormMain : public QMainWindow, public TResultForm, public TTabHost {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool event(QEvent* event) override;
 

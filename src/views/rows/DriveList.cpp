@@ -2,6 +2,8 @@
 
 #include <QLocale>
 
+#include <algorithm>
+
 #include "controls/list/ListView.h"
 #include "platform/Paths.h"
 #include "platform/Volumes.h"
@@ -22,6 +24,12 @@ void TDriveList::Enumerate(const QString& localDiskText) {
     FTotalSize += volume.Size;
     FTotalFree += volume.Free;
   }
+}
+
+int TDriveList::IndexOf(const QString& root) const {
+  const auto found = std::find_if(FDrives.begin(), FDrives.end(),
+                                  [&](const TDriveInfo& drive) { return SameFolder(drive.Root, root); });
+  return found != FDrives.end() ? static_cast<int>(found - FDrives.begin()) : -1;
 }
 
 QString DriveSizeText(qint64 bytes) {

@@ -36,6 +36,9 @@ class TDriveList {
 
   [[nodiscard]] const std::vector<TDriveInfo>& Drives() const { return FDrives; }
 
+  // The place of a drive, by its root; -1 for any other path.
+  [[nodiscard]] int IndexOf(const QString& root) const;
+
   // Sums over all drives in bytes, settled by Enumerate; no deletion changes them.
   [[nodiscard]] qint64 TotalSize() const { return FTotalSize; }
   [[nodiscard]] qint64 TotalFree() const { return FTotalFree; }
