@@ -18,6 +18,7 @@
 #include "app/UnitScanWizard.h"
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
+#include "controls/shell/RzShellList.h"
 #include "platform/KnownFolders.h"
 #include "views/commands/Commands.h"
 #include "views/main/Dialogs.h"
@@ -116,6 +117,45 @@ class TPhotographer {
       list->Items()[row]->SetChecked(true);
     After(kSettleMs, [this] {
       Save(FForm, u"top-files"_qs);
+      TakeContents();
+    });
+  }
+
+  TRzShellList& Contents() {
+    return *dynamic_cast<TRzShellList*>(FForm.findChild<QWidget*>(u"ShellListContent"_qs));
+  }
+
+  // Once the folder's rows are there.
+  void AtFolder(const QString& folder, const std::function<void()>& step) {
+    Contents().SetPath(folder);
+    WhenFilled(step);
+  }
+  void WhenFilled(const std::function<void()>& step) {
+    if (Contents().State() != TRzShellList::TState::Filling) return step();
+    After(1, [this, step] { WhenFilled(step); });
+  }
+
+  void TakeContents() {
+    FForm.findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)
+        ->SetActiveChildIndex(kContentsTab);
+    After(kSettleMs, [this] {
+      Save(FForm, u"contents-computer"_qs);
+      AtFolder(LargeFolder(), [this] {
+        QCoreApplication::sendPostedEvents(nullptr,
+                                           QEvent::LayoutRequest);  // and no answers of the size thread
+        Save(FForm, u"contents-pending"_qs);
+        AtFolder(FDemo.Root(), [this] { TakeFolder(); });
+      });
+    });
+  }
+
+  void TakeFolder() {
+    Contents().Items()[1]->SetChecked(true);
+    Contents().OnClick();
+    Contents().SetSelected(Contents().Items()[5]);
+    Contents().setFocus();
+    After(kSettleMs, [this] {
+      Save(FForm, u"contents"_qs);
       TakeDownloads();
     });
   }

@@ -16,6 +16,7 @@
 #include "views/commands/EnableRules.h"
 #include "views/main/FormLinks.h"
 #include "views/main/MainState.h"
+#include "views/rows/ListHelpers.h"
 #include "views/rows/ResultRows.h"
 
 namespace {
@@ -118,6 +119,11 @@ bool TContentsTab::eventFilter(QObject*, QEvent* event) {
 
 QString TContentsTab::Text(const QString& key, const QString& defaultText) const {
   return FParts.State.FLanguage.GetMessage(key, defaultText);
+}
+
+// Only now: from here on the columns are the user's.
+void TContentsTab::FormShow() {
+  FitLastColumn(*ShellListContent);
 }
 
 void TContentsTab::FormActivate() {

@@ -15,6 +15,7 @@ class TContentsTab : public QObject, public TResultTab {
   TContentsTab(const TTabParts& parts, QWidget& panel);
   ~TContentsTab() override;
 
+  void FormShow() override;
   void FormActivate() override;
   void FormClose() override;
   // The computer level, without a history.
