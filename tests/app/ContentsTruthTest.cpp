@@ -31,7 +31,7 @@ TEST_F(ContentsTruth, EverySizeShownIsTheSumOfFind) {
     FTree.MakeLink("h/bad\xff/up", "..");
     FTree.MakeLink("h/link", "films");
     FTree.MakeLink("h/loop", "loop");
-    FTree.MakeFifo("h/same/pipe");
+    FTree.MakeSystemEntry("h/same/pipe");
   }
   Enter();
   ASSERT_TRUE(Pick("h"));
