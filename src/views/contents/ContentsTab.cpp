@@ -121,11 +121,6 @@ QString TContentsTab::Text(const QString& key, const QString& defaultText) const
   return FParts.State.FLanguage.GetMessage(key, defaultText);
 }
 
-// Only now: from here on the columns are the user's.
-void TContentsTab::FormShow() {
-  FitLastColumn(*ShellListContent);
-}
-
 void TContentsTab::FormActivate() {
   ShellListContent->SetPath(QString());
 }
@@ -155,6 +150,18 @@ void TContentsTab::Activate() {
     FFill.SetCurrentFolder(ShellListContent->Path());
   }
   ShellListContent->SetSelected(nullptr);
+  FitColumnsOnce();
+}
+
+// At the first look, the first time that the list has its width; from then on the columns are the user's. A
+// folder with many rows is to find room for its scroll bar.
+void TContentsTab::FitColumnsOnce() {
+  if (std::exchange(FFitted, true)) return;
+  FPanel.layout()->activate();
+  FitLastColumn(*ShellListContent);
+  if (RowCount() == 0) return;
+  TListColumn& last = ShellListContent->Columns()[ShellListContent->Columns().Count() - 1];
+  last.SetWidth(last.Width() - ShellListContent->VertScrollBarWidth());
 }
 
 int TContentsTab::RowCount() const {

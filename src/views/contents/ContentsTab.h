@@ -15,7 +15,6 @@ class TContentsTab : public QObject, public TResultTab {
   TContentsTab(const TTabParts& parts, QWidget& panel);
   ~TContentsTab() override;
 
-  void FormShow() override;
   void FormActivate() override;
   void FormClose() override;
   // The computer level, without a history.
@@ -45,6 +44,7 @@ class TContentsTab : public QObject, public TResultTab {
   void BuildList();
   void BuildCombo();
   void WireNavigation();
+  void FitColumnsOnce();
   [[nodiscard]] QString Text(const QString& key, const QString& defaultText) const;
 
   [[nodiscard]] bool OnTop() const;
@@ -68,5 +68,6 @@ class TContentsTab : public QObject, public TResultTab {
   TContentsSort FSort;
   TNavigation FNavigation;
   bool FContentsPending = false;  // a result is there that the tab has not shown
+  bool FFitted = false;           // the columns have been given the width of the window
   bool FMarking = false;          // a command changes the check marks
 };
