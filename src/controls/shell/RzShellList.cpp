@@ -56,18 +56,9 @@ QIcon IconOf(const TShellEntry& entry, const QStyle& style) {
 
 class TRzShellList::TItem : public TListItem {
  public:
-  TItem(TListItems& owner, TRzShellList& list, TShellEntry entry)
-      : TListItem(owner), Shell(std::move(entry)), FList(list) {
-    SetData(&Shell);
-  }
-  ~TItem() override {
-    if (!FList.FByName.isEmpty()) FList.FByName.remove(Shell.FEntry.Path);
-  }
+  TItem(TListItems& owner, TShellEntry entry) : TListItem(owner), Shell(std::move(entry)) { SetData(&Shell); }
 
   TRzShellListData Shell;
-
- private:
-  TRzShellList& FList;
 };
 
 TRzShellList::TRzShellList(QWidget* parent)
@@ -106,6 +97,12 @@ TRzShellList::~TRzShellList() {
   FStep.stop();
   Clear();  // the rows know the list
   SetSmallImages(nullptr);
+}
+
+void TRzShellList::ItemGone(TListItem& item) {
+  if (!FByName.isEmpty()) FByName.remove(static_cast<TItem&>(item).Shell.FEntry.Path);
+  if (&item == FTop) FTop = nullptr;
+  TListView::ItemGone(item);
 }
 
 void TRzShellList::SetPath(const QString& path) {
@@ -246,7 +243,7 @@ bool TRzShellList::MergeByName() {
 }
 
 void TRzShellList::Insert(int row, const TShellEntry& entry) {
-  auto item = std::make_unique<TItem>(Items(), *this, entry);
+  auto item = std::make_unique<TItem>(Items(), entry);
   item->SetCaption(entry.Name);
   item->SubItems().Add(entry.SizeText);
   item->SubItems().Add(QString());

@@ -101,6 +101,7 @@ class TRzShellList : public TListView {
   void AlphaSort() override;
 
  protected:
+  void ItemGone(TListItem& item) override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
