@@ -155,6 +155,11 @@ void TRdScrollBar::SetOwnerDraw(bool ownerDraw) {
   update();
 }
 
+void TRdScrollBar::SetAllowed(bool allowed) {
+  FAllowed = allowed;
+  setVisible(allowed && !(Skin().AutoHide && testAttribute(Qt::WA_ForceDisabled)));
+}
+
 void TRdScrollBar::SetReading(bool reading) {
   if (reading == FReading) return;
   FReading = reading;
@@ -180,6 +185,9 @@ void TRdScrollBar::changeEvent(QEvent* event) {
       update();
       if (OnEnabledChange) OnEnabledChange();
       break;
+    case QEvent::ActivationChange:
+      if (!isActiveWindow()) FInput.LoseMouse();
+      break;
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
     case QEvent::ParentChange:
@@ -203,8 +211,12 @@ void TRdScrollBar::mousePressEvent(QMouseEvent* event) {
   FInput.Press(event->position().toPoint());
 }
 
+// A release that went elsewhere is made up for by the first move without the button.
 void TRdScrollBar::mouseMoveEvent(QMouseEvent* event) {
-  FInput.Move(event->position().toPoint());
+  const QPoint point = event->position().toPoint();
+  const bool lost = FInput.DownPart() != TScrollBarPos::None && !event->buttons().testFlag(Qt::LeftButton);
+  if (lost) FInput.Release(point);
+  FInput.Move(point);
 }
 
 void TRdScrollBar::mouseReleaseEvent(QMouseEvent* event) {
@@ -236,11 +248,13 @@ void TRdScrollBar::Scrolled(const TScrollStep& step) {
 
 void TRdScrollBar::Changed() {
   TellPosition();
-  if (OnChange) OnChange();
+  const auto told = OnChange;  // its owner may drop it meanwhile
+  if (told) told();
 }
 
 void TRdScrollBar::TrackEnded() {
-  if (OnTrackEnd) OnTrackEnd();
+  const auto told = OnTrackEnd;
+  if (told) told();
 }
 
 void TRdScrollBar::RepaintPart(TScrollBarPos part) {
@@ -270,8 +284,8 @@ void TRdScrollBar::ApplyEnabled() {
 
 void TRdScrollBar::ApplyAutoHide() {
   // The bar's own state: a disabled parent hides nothing.
-  const bool enabled = !testAttribute(Qt::WA_ForceDisabled);
-  if (!FReading && Skin().AutoHide && isHidden() == enabled) setVisible(enabled);
+  const bool shows = FAllowed && !testAttribute(Qt::WA_ForceDisabled);
+  if (!FReading && Skin().AutoHide && isHidden() == shows) setVisible(shows);
 }
 
 void TRdScrollBar::Arrange() {

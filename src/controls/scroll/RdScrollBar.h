@@ -72,6 +72,9 @@ class TRdScrollBar : public QWidget, private TScrollInputHost {
   // The parts call OnDrawControl.
   void SetOwnerDraw(bool ownerDraw);
 
+  // Not allowed, the bar is hidden whatever AutoHide says; allowed, it shows unless AutoHide hides it.
+  void SetAllowed(bool allowed);
+
   // While reading, changes have no effect on layout, visible and enabled state, and OnChange keeps still.
   // The end lays out once.
   void SetReading(bool reading);
@@ -125,5 +128,6 @@ class TRdScrollBar : public QWidget, private TScrollInputHost {
   int FWheelRest = 0;  // eighths of a degree that do not make a notch yet
   bool FOwnerDraw = false;
   bool FReading = false;
+  bool FAllowed = true;
   bool FAutoSizing = false;
 };

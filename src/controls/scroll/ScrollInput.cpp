@@ -102,6 +102,10 @@ void TScrollInput::Release(QPoint point) {
   SetHotPart(FTrack.Layout().PartAt(point));
 }
 
+void TScrollInput::LoseMouse() {
+  if (FDownPart != TScrollBarPos::None) Release(FMouse);
+}
+
 void TScrollInput::Leave() {
   SetHotPart(TScrollBarPos::None);
 }

@@ -47,6 +47,8 @@ class TScrollInput {
   void Move(QPoint point);
   void Release(QPoint point);
   void Leave();
+  // The window has lost the mouse, and a release may never come: what was pressed is released where it is.
+  void LoseMouse();
   void Tick();
   // One notch, up for a direction below 0.
   void Wheel(int direction);

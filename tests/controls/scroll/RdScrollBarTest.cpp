@@ -88,6 +88,18 @@ TEST_F(RdScrollBarTest, AClickOnEachPartScrollsWithItsEventsInOrder) {
   EXPECT_EQ(Events, "");
 }
 
+TEST_F(RdScrollBarTest, AReleaseThatWasLostLetsGoOfTheThumb) {
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::Thumb));
+  QMouseEvent drag(QEvent::MouseMove, QPointF(8, 150), Bar.mapToGlobal(QPointF(8, 150)), Qt::NoButton,
+                   Qt::LeftButton, {});
+  QApplication::sendEvent(&Bar, &drag);
+  const int dragged = Bar.Position();
+  EXPECT_GT(dragged, 0);
+  MoveTo({8, 40});
+  EXPECT_EQ(Bar.Position(), dragged);
+  EXPECT_EQ(Events, "scrollchangeend");
+}
+
 TEST_F(RdScrollBarTest, AHeldButtonRepeatsAfterTheWaitUntilLetGo) {
   Bar.SetWaitInterval(120);
   QElapsedTimer held;

@@ -451,7 +451,9 @@ QAccessible::State THeaderCellAccessible::state() const {
 }
 
 QString THeaderCellAccessible::text(QAccessible::Text kind) const {
-  return isValid() && kind == QAccessible::Name ? List()->DescribeHeader(Column()).Text : QString();
+  if (!isValid()) return {};
+  const TCellFacts facts = List()->DescribeHeader(Column());
+  return kind == QAccessible::Name ? facts.Text : kind == QAccessible::Value ? facts.Value : QString();
 }
 
 QRect THeaderCellAccessible::rect() const {

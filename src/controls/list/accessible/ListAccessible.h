@@ -11,7 +11,7 @@ enum class TCellKind { Text, Button, Link, CheckBox, Edit, ComboBox, Progress, R
 struct TCellFacts {
   TCellKind Kind = TCellKind::Text;
   QString Text;
-  QString Value;  // of progress and rating
+  QString Value;  // of progress and rating; how a header cell sorts, empty unless it does
   QKeyCombination PressKey =
       Qt::Key_unknown;  // the key that presses it when it has the focus, or at any time
   bool Enabled = true;

@@ -87,6 +87,7 @@ void TRowInput::SelectRange(TListItem& item, bool add) {
   Items().ChangeState(*anchor, kRowAnchor, kRowAnchor);
   if (scope.ListGone() || item.Gone() || anchor->Gone()) return;
   const auto [first, last] = std::minmax({anchor->Index(), item.Index()});
+  if (first < 0) return;  // a row that a handler has hidden
   const std::vector<TListItem*> range(Items().begin() + first, Items().begin() + last + 1);
   if (!add) DeselectOutside(first, last);
   if (!scope.ListGone()) ChangeAll(range, kRowSelected, kRowSelected);

@@ -102,9 +102,10 @@ void TSubItems::InsertText(int index, const QString& text) {
 }
 
 int TSubItems::Add(const QString& text) {
-  InsertText(Count(), text);
+  const int place = Count();
+  InsertText(place, text);
   Changed();
-  return Count() - 1;
+  return place;
 }
 
 void TSubItems::Insert(int index, const QString& text) {

@@ -1,6 +1,5 @@
 #include "controls/list/model/ListItems.h"
 
-#include "controls/list/model/ListItems.h"
 #include "controls/list/model/RowStates.h"
 
 #include <QScopeGuard>

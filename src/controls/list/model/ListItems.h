@@ -66,7 +66,7 @@ class TListItems {
   // under way is not deleted again.
   virtual void Delete(int index);
   // The same for each of these rows of the list, which then leave it together.
-  void DeleteRows(const std::vector<TListItem*>& rows);
+  virtual void DeleteRows(const std::vector<TListItem*>& rows);
   // OnDeletion for each row, first to last; no event tells of the lost selection. Rows that handlers add
   // stay.
   virtual void Clear();

@@ -17,13 +17,23 @@ TRdBars::TRdBars(TRdListView& list) : FList(list) {
   FHorz.Bar = new TRdScrollBar(&list);
   FHorz.Bar->SetKind(TScrollBarKind::Horizontal);
   for (TAxis* const axis : {&FVert, &FHorz}) {
-    axis->Bar->hide();
+    axis->Bar->SetAllowed(false);
     axis->Bar->setFocusPolicy(Qt::NoFocus);  // the list has the keys
     axis->Bar->OnChange = [this, axis] { Moved(*axis); };
     axis->Bar->OnTrackEnd = [this] { Mirror(); };
   }
   FVert.Bar->setObjectName(u"VertScrollBar"_qs);
   FHorz.Bar->setObjectName(u"HorzScrollBar"_qs);
+}
+
+// A bar that is telling of its move is up the stack: it goes when the program comes back to its event loop.
+TRdBars::~TRdBars() {
+  for (TAxis* const axis : {&FVert, &FHorz}) {
+    axis->Bar->OnChange = axis->Bar->OnTrackEnd = nullptr;
+    if (!FList.EventLife()->Telling()) continue;
+    axis->Bar->setParent(nullptr);
+    axis->Bar->deleteLater();
+  }
 }
 
 void TRdBars::Choose(TAxis& axis, bool own, bool skinned) {
@@ -50,10 +60,7 @@ void TRdBars::Mirror() {
   if (FMirroring) return;
   const QScopedValueRollback guard(FMirroring, true);
   const TListMetrics metrics = FList.Layout().Metrics();
-  const auto show = [](const TAxis& axis, bool wanted) {
-    const bool hides = axis.Bar->Skin().AutoHide && axis.Bar->testAttribute(Qt::WA_ForceDisabled);
-    axis.Bar->setVisible(axis.Skinned && wanted && !hides);
-  };
+  const auto show = [](const TAxis& axis, bool wanted) { axis.Bar->SetAllowed(axis.Skinned && wanted); };
   FVert.Bar->SetSmallChange(1);
   FVert.Bar->SetParams(0, std::max(0, metrics.RowCount - 1), FList.Layout().RowsPerPage(), metrics.TopRow);
   show(FVert, metrics.RowCount > 0);
@@ -77,12 +84,14 @@ void TRdBars::Place() {
 
 void TRdBars::Moved(const TAxis& axis) {
   if (FMirroring) return;
+  const TEventScope scope(FList.EventLife());
   FList.CloseEditors();
+  if (scope.ListGone()) return;
   if (&axis == &FVert)
     FList.SetTopIndex(axis.Bar->Position());
   else
     FList.SetHorzPos(axis.Bar->Position());
-  Mirror();
+  if (!scope.ListGone()) Mirror();
 }
 
 bool TRdBars::Wheel(int direction) {

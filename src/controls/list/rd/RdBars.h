@@ -12,6 +12,9 @@ class TRdListView;
 class TRdBars {
  public:
   explicit TRdBars(TRdListView& list);
+  ~TRdBars();
+  TRdBars(const TRdBars&) = delete;
+  TRdBars& operator=(const TRdBars&) = delete;
 
   // The two of an axis exclude one another: setting one clears the other.
   [[nodiscard]] bool ShowVertScroll() const { return FVert.Own; }

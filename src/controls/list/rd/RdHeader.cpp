@@ -38,34 +38,35 @@ TRdHeaderSection TRdHeader::Section(int column, const QRect& rect) const {
 }
 
 TPartState TRdHeader::StateOf(int column) const {
-  const TRdListState& state = FList.MouseState();
-  if (!FList.Options().ColumnClick || state.HeaderTracking) return TPartState::Normal;
-  if (state.HeaderPressed && column == state.HeaderDownColumn && column == state.HeaderHotColumn)
+  if (!FList.Options().ColumnClick || FState.HeaderTracking) return TPartState::Normal;
+  if (FState.HeaderPressed && column == FState.HeaderDownColumn && column == FState.HeaderHotColumn)
     return TPartState::Pressed;
-  return column == state.HeaderHotColumn ? TPartState::Hot : TPartState::Normal;
+  return column == FState.HeaderHotColumn ? TPartState::Hot : TPartState::Normal;
 }
 
 // The application is not asked while the mouse is on the section; its last word holds.
 int TRdHeader::ArrowOf(int column) {
   const TkListColumn* const sorted = SortColumn();
   if (sorted == nullptr || sorted != &FList.Columns()[column]) return -1;
-  const TRdListState& state = FList.MouseState();
-  if (state.HeaderHotColumn == column && FList.OnDrawSortColumnIcon) return FArrow;
-  FArrow = state.SortState - 1;
-  if (FList.OnDrawSortColumnIcon) FList.OnDrawSortColumnIcon(FArrow, column, state.SortState);
+  if (FState.HeaderHotColumn != column || !FList.OnDrawSortColumnIcon) AskArrow(column);
   return FArrow;
+}
+
+void TRdHeader::AskArrow(int column) {
+  int arrow = FState.SortState - 1;
+  if (Tell(FList.EventLife(), FList.OnDrawSortColumnIcon, arrow, column, FState.SortState)) FArrow = arrow;
 }
 
 TkListColumn* TRdHeader::SortColumn() const {
   for (int column = 0; column < FList.Columns().Count(); ++column)
-    if (&FList.Columns()[column] == FList.MouseState().SortColumn) return &FList.Columns()[column];
+    if (&FList.Columns()[column] == FState.SortColumn) return &FList.Columns()[column];
   return nullptr;
 }
 
-void TRdHeader::SetSort(int column, int state) {
+void TRdHeader::SetSort(int column, TSortState state) {
   const bool known = column >= 0 && column < FList.Columns().Count();
-  FList.FState.SortColumn = known ? &FList.Columns()[column] : nullptr;
-  FList.FState.SortState = static_cast<TSortState>(state);
+  FState.SortColumn = known ? &FList.Columns()[column] : nullptr;
+  FState.SortState = state;
   FArrow = state - 1;
   FList.UpdateHeader();
 }
@@ -78,74 +79,79 @@ QRect TRdHeader::CheckBoxRect(const QSize& header) const {
 
 bool TRdHeader::Mouse(const QMouseEvent& event, const QSize& header, bool atDivider) {
   if (FList.Columns().Count() == 0) return false;
-  TRdListState& state = FList.FState;
   const QPoint pos = event.position().toPoint();
   const bool left = event.button() == Qt::LeftButton;
   switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
       if (left) Press(pos, header, atDivider);
-      return left && state.HeaderBoxPressed;
+      return left && FState.HeaderBoxPressed;
     case QEvent::MouseButtonRelease:
       if (left) Release(pos, header);
       return false;
     default:
-      state.HeaderTracking = atDivider && event.buttons().testFlag(Qt::LeftButton);
-      if (state.HeaderTracking) return false;
-      state.HeaderHotColumn =
+      if (!event.buttons().testFlag(Qt::LeftButton)) LosePress();
+      FState.HeaderTracking = atDivider && event.buttons().testFlag(Qt::LeftButton);
+      if (FState.HeaderTracking) return false;
+      FState.HeaderHotColumn =
           !atDivider && QRect(QPoint(), header).contains(pos) ? FList.Layout().ColumnAt(pos.x()) : -1;
       return false;
   }
 }
 
+// Without a button no press is held, whatever became of its release.
+void TRdHeader::LosePress() {
+  FState.HeaderDownColumn = -1;
+  FState.HeaderPressed = false;
+  FState.HeaderBoxPressed = false;
+}
+
 void TRdHeader::Press(const QPoint& pos, const QSize& header, bool atDivider) {
-  FList.CloseEditors();
-  TRdListState& state = FList.FState;
-  state.HeaderBoxPressed = !atDivider && CheckBoxRect(header).contains(pos);
-  state.HeaderTracking = atDivider;
-  state.HeaderDownColumn = atDivider ? -1 : FList.Layout().ColumnAt(pos.x());
-  state.HeaderHotColumn = state.HeaderDownColumn;
-  state.HeaderPressed = state.HeaderDownColumn >= 0 && !state.HeaderBoxPressed;
+  FState.HeaderBoxPressed = !atDivider && CheckBoxRect(header).contains(pos);
+  FState.HeaderTracking = atDivider;
+  FState.HeaderDownColumn = atDivider ? -1 : FList.Layout().ColumnAt(pos.x());
+  FState.HeaderHotColumn = FState.HeaderDownColumn;
+  FState.HeaderPressed = FState.HeaderDownColumn >= 0 && !FState.HeaderBoxPressed;
 }
 
 void TRdHeader::Release(const QPoint& pos, const QSize& header) {
-  TRdListState& state = FList.FState;
-  state.HeaderTracking = false;
-  state.HeaderPressed = false;
-  const int down = std::exchange(state.HeaderDownColumn, -1);
+  FState.HeaderTracking = false;
+  FState.HeaderPressed = false;
+  const int down = std::exchange(FState.HeaderDownColumn, -1);
   const bool inBox = CheckBoxRect(header).contains(pos);
-  if (std::exchange(state.HeaderBoxPressed, false)) {
+  if (std::exchange(FState.HeaderBoxPressed, false)) {
     if (inBox) ToggleCheckAll();
     return;
   }
   const bool clicked = down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
   FReleasedInBox = clicked && inBox && FList.Options().ColumnClick;
-  if (clicked && !inBox && !FList.Options().ColumnClick) state.SortColumn = nullptr;
+  if (clicked && !inBox && !FList.Options().ColumnClick) FState.SortColumn = nullptr;
 }
 
 void TRdHeader::Leave() {
-  TRdListState& state = FList.FState;
-  state.HeaderHotColumn = -1;
-  state.HeaderDownColumn = -1;
-  state.HeaderPressed = false;
+  FState.HeaderHotColumn = -1;
+  FState.HeaderDownColumn = -1;
+  FState.HeaderPressed = false;
 }
 
-void TRdHeader::SortByClick(int column) {
-  if (std::exchange(FReleasedInBox, false)) return;
+bool TRdHeader::SortByClick(int column) {
+  if (std::exchange(FReleasedInBox, false)) return true;
+  const TEventScope scope(FList.EventLife());
   TkListColumn& clicked = FList.Columns()[column];
-  TRdListState& state = FList.FState;
-  state.SortColumn = clicked.AutoClickSort ? &clicked : nullptr;
+  FState.SortColumn = clicked.AutoClickSort ? &clicked : nullptr;
   if (clicked.AutoClickSort) {
-    state.SortState = state.SortState == ssUp ? ssDown : ssUp;
-    FArrow = state.SortState - 1;
-    if (FList.OnDrawSortColumnIcon) FList.OnDrawSortColumnIcon(FArrow, column, state.SortState);
+    FState.SortState = FState.SortState == ssUp ? ssDown : ssUp;
+    AskArrow(column);
+    if (scope.ListGone()) return false;
   }
   FList.UpdateHeader();
+  return true;
 }
 
 void TRdHeader::ToggleCheckAll() {
-  const bool checked = !FList.CheckAll();
-  FList.Model().Checks().SetAll(checked);
+  const TEventScope scope(FList.EventLife());
+  FList.Model().Checks().SetAll(!FList.CheckAll());
+  if (scope.ListGone()) return;
   FList.UpdateHeader();
-  if (FList.OnCheckBoxClick) FList.OnCheckBoxClick(FList, FList.CheckAll());
+  (void)Tell(FList.EventLife(), FList.OnCheckBoxClick, FList, FList.CheckAll());
 }

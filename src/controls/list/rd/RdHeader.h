@@ -2,6 +2,7 @@
 // Main thread.
 #pragma once
 
+#include "controls/list/rd/RdListState.h"
 #include "controls/list/rd/painter/RdHeaderPainter.h"
 #include "controls/scroll/RdBitmap.h"
 
@@ -16,18 +17,21 @@ class TRdHeader {
  public:
   explicit TRdHeader(TRdListView& list) : FList(list) {}
 
+  [[nodiscard]] const TRdHeaderState& State() const { return FState; }
+  void Reset() { FState = {}; }
+
   void Paint(QPainter& painter, QWidget& header);
 
   // True for what the header itself must not see: the press on the check box.
   bool Mouse(const QMouseEvent& event, const QSize& header, bool atDivider);
   void Leave();
 
-  // A click on a section, before OnColumnClick: the sort goes to this column, to up, then to down and so on;
-  // a column that does not sort by clicks takes the mark away.
-  void SortByClick(int column);
+  // A click on a section, before OnColumnClick, false if the list is gone: the sort goes to this column, to
+  // up, then to down and so on; a column that does not sort by clicks takes the mark away.
+  [[nodiscard]] bool SortByClick(int column);
   // The column with the mark, null for none.
   [[nodiscard]] TkListColumn* SortColumn() const;
-  void SetSort(int column, int state);
+  void SetSort(int column, TSortState state);
 
   // The box of the whole list, as by a click on it.
   void ToggleCheckAll();
@@ -37,10 +41,13 @@ class TRdHeader {
   [[nodiscard]] TRdHeaderSection Section(int column, const QRect& rect) const;
   [[nodiscard]] TPartState StateOf(int column) const;
   [[nodiscard]] int ArrowOf(int column);
+  void AskArrow(int column);
+  void LosePress();
   void Press(const QPoint& pos, const QSize& header, bool atDivider);
   void Release(const QPoint& pos, const QSize& header);
 
   TRdListView& FList;
+  TRdHeaderState FState;
   TRdBitmap FBitmap;
   int FArrow = -1;              // as last asked for
   bool FReleasedInBox = false;  // the click that follows changes no sort

@@ -1,4 +1,5 @@
-// What a TRdListView remembers of the mouse, the editors and the sort. Rows and columns are -1 for none.
+// What a TRdListView remembers of the mouse, the editors and the header, each part kept by the one class that
+// writes it. Rows and columns are -1 for none.
 #pragma once
 
 #include "controls/list/rd/RdListEvents.h"
@@ -10,7 +11,8 @@ class TListColumn;
 // The numbers of CellHotState.
 enum TCellHotState { kCellNormal = 0, kCellHot = 1, kCellPressed = 2 };
 
-struct TRdListState {
+// Kept by TRdCellMouse.
+struct TRdMouseState {
   // Under the mouse, and there before.
   int HotRow = -1;
   int HotColumn = -1;
@@ -25,10 +27,19 @@ struct TRdListState {
   bool GroupBtnPressed = false;    // the expand button of PressedRow is held
   int HotGroupRow = -1;            // the header row whose expand button is hot
 
+  quint64 LastMoveTick = 0;  // milliseconds, of the last mouse move that was not dropped
+  bool BoxClicked = false;   // the press was on a check box: the host shall leave it alone
+};
+
+// Kept by TRdEditors.
+struct TRdEditState {
   TkListItem* EditItem = nullptr;  // the row being edited
   bool EditActive = false;         // an editor was just opened by this press
   bool EditStarted = false;        // or by its release
+};
 
+// Kept by TRdHeader.
+struct TRdHeaderState {
   int HeaderHotColumn = -1;
   int HeaderDownColumn = -1;
   bool HeaderPressed = false;
@@ -37,7 +48,6 @@ struct TRdListState {
 
   TListColumn* SortColumn = nullptr;  // has the sort arrow
   TSortState SortState = ssNone;
-
-  quint64 LastMoveTick = 0;  // milliseconds, of the last mouse move that was not dropped
-  bool BoxClicked = false;   // the press was on a check box: the host shall leave it alone
 };
+
+struct TRdListState : TRdMouseState, TRdEditState, TRdHeaderState {};

@@ -1,14 +1,19 @@
 #include "controls/list/rd/RdListView.h"
 
-#include "controls/list/rd/layout/AutoColumns.h"
+#include "controls/list/accessible/ListAccessible.h"
 
-#include <QEvent>
+#include <QHelpEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
+
+namespace {
+constexpr int kWheelNotch = 120;  // eighths of a degree
+}
 
 TRdListView::TRdListView(QWidget* parent)
     : TCustomListView(parent),
@@ -48,8 +53,19 @@ void TRdListView::SetOptions(const TListViewOptions& options) {
 
 void TRdListView::SetProperties(const TRdListProperties& properties) {
   FProperties = properties;
-  UpdateHeader();
+  FSortImages.SetImages(properties.SortImage);
+  FIcons.SetImages(properties.IconImgList);
+  FGroupImages.SetImages(properties.GroupImages);
+  ImagesChanged();
   update();
+}
+
+// Also after the end of one of them.
+void TRdListView::ImagesChanged() {
+  FProperties.SortImage = FSortImages.Images();
+  FProperties.IconImgList = FIcons.Images();
+  FProperties.GroupImages = FGroupImages.Images();
+  UpdateHeader();
   ContentChanged();
 }
 
@@ -66,10 +82,6 @@ void TRdListView::SetOpenGroupDraw(bool open) {
   FListState.OpenGroupDraw = open;
   Model().Placing().GroupDrawChanged();
   ContentChanged();
-}
-
-QColor TRdListView::BackgroundColor() const {
-  return ToQColor(FSkin.Color == clNone || FSkin.Color == clDefault ? clWindow : FSkin.Color, palette());
 }
 
 int TRdListView::SortColumnIndex() const {
@@ -105,10 +117,16 @@ void TRdListView::RepaintCell(TkListItem& item, int column, bool onlyHover) {
   viewport()->update(whole ? reader.PaintedRect(row) : reader.Layout().CellRect(row, column));
 }
 
+TRdListState TRdListView::MouseState() const {
+  return {FMouse.State(), FEditors->State(), FHeaderPart.State()};
+}
+
 void TRdListView::ResetMouseState() {
+  const TEventScope scope(EventLife());
   FEditors->Drop();
-  FMouse.Leave();
-  FState = TRdListState();
+  if (scope.ListGone()) return;
+  FMouse.Reset();
+  FHeaderPart.Reset();
   FKeys.ResetCursor();
   UpdateHeader();
 }
@@ -121,6 +139,17 @@ std::unique_ptr<TListItem> TRdListView::CreateListItem(TListItems& items) {
 
 void TRdListView::ItemChanged(TListItem& item, TItemChange change) {
   if (Model().ItemShows(static_cast<TkListItem&>(item))) TCustomListView::ItemChanged(item, change);
+}
+
+void TRdListView::ItemGone(TListItem& item) {
+  TCustomListView::ItemGone(item);
+  FMouse.Forget(static_cast<TkListItem&>(item));
+  FEditors->Forget(static_cast<TkListItem&>(item));
+}
+
+void TRdListView::RowsChanged() {
+  TCustomListView::RowsChanged();
+  FEditors->DropForgotten();
 }
 
 QString TRdListView::CellText(int row, int column) const {
@@ -138,13 +167,15 @@ int TRdListView::CellImage(int row, int column) const {
 }
 
 void TRdListView::ColumnCountChanged() {
+  const TEventScope scope(EventLife());
   ResetMouseState();
-  TCustomListView::ColumnCountChanged();
+  if (!scope.ListGone()) TCustomListView::ColumnCountChanged();
 }
 
 void TRdListView::CheckChanged(TListItem& item) {
+  const TEventScope scope(EventLife());
   Model().Checks().HostChanged(static_cast<TkListItem&>(item));
-  UpdateHeader();
+  if (!scope.ListGone()) UpdateHeader();
 }
 
 // Layout and painting.
@@ -184,13 +215,20 @@ void TRdListView::Arranged() {
   }
 }
 
+// Auto columns share anew what the others leave when that has changed. The width that a user drags one of
+// them to stays until then.
 bool TRdListView::ShareColumns() {
   std::vector<TAutoColumn> columns;
   for (int column = 0; column < Columns().Count(); ++column) {
     const TkListColumn& about = Columns()[column];
-    columns.push_back({about.AutoSize(), about.Width(), about.MinWidth(), about.MaxWidth()});
+    columns.push_back(
+        {about.AutoSize(), about.AutoSize() ? 0 : about.Width(), about.MinWidth(), about.MaxWidth()});
   }
-  const std::vector<int> widths = ShareColumnWidths(std::move(columns), viewport()->width());
+  const bool same = columns == FShared && viewport()->width() == FSharedRoom;
+  if (same) return false;
+  FShared = columns;
+  FSharedRoom = viewport()->width();
+  const std::vector<int> widths = ShareColumnWidths(std::move(columns), FSharedRoom);
   bool changed = false;
   for (int column = 0; column < Columns().Count(); ++column) {
     TkListColumn& about = Columns()[column];
@@ -278,33 +316,262 @@ void TRdListView::Realign() {
   ContentChanged();
 }
 
-void TRdListView::ItemDestroying(TkListItem& item) {
-  if (FState.EditItem == &item) FEditors->Drop();
-  if (item.IsGroupHeader()) FState.HotGroupRow = -1;
-}
-
 TListItems::TCompare TRdListView::RowCompare() {
   if (!OnCompare) return {};
   return [this](TListItem& a, TListItem& b) {
     int result = 0;
-    OnCompare(&a, &b, result);
+    (void)Tell(EventLife(), OnCompare, &a, &b, result);
     return result;
   };
 }
 
-void TRdListView::DoItemChecked(TkListItem& item) {
-  if (OnItemChecked) OnItemChecked(&item);
+bool TRdListView::DoItemChecked(TkListItem& item) {
+  return Tell(EventLife(), OnItemChecked, &item);
 }
 
-bool TRdListView::DoGroupShowHide(TkListGroup& group, bool showState) {
-  if (GroupShowHide) GroupShowHide(*this, group, showState);
-  return showState;
+bool TRdListView::DoGroupShowHide(TkListGroup& group, bool& showState) {
+  return Tell(EventLife(), GroupShowHide, *this, group, showState);
 }
 
-void TRdListView::DoSubItemChecking(TkListItem& item, int column, bool& checked) {
-  if (OnSubItemChecking) OnSubItemChecking(&item, column, checked);
+bool TRdListView::DoSubItemChecking(TkListItem& item, int column, bool& checked) {
+  return Tell(EventLife(), OnSubItemChecking, &item, column, checked);
 }
 
-void TRdListView::DoSubItemChecked(TkListItem& item, int column, bool& checked) {
-  if (OnSubItemChecked) OnSubItemChecked(&item, column, checked);
+bool TRdListView::DoSubItemChecked(TkListItem& item, int column, bool& checked) {
+  return Tell(EventLife(), OnSubItemChecked, &item, column, checked);
+}
+
+// The gestures: to the parts of the list, and what they leave to the host.
+
+void TRdListView::mousePressEvent(QMouseEvent* event) {
+  Press(*event, false);
+}
+
+void TRdListView::mouseDoubleClickEvent(QMouseEvent* event) {
+  Press(*event, true);
+}
+
+void TRdListView::Press(QMouseEvent& event, bool second) {
+  const TEventScope scope(EventLife());
+  FTip->Hide();
+  const bool both = event.buttons().testFlag(Qt::MiddleButton);
+  if (event.button() == Qt::LeftButton && FMouse.Press(event.position().toPoint(), both, second)) return;
+  if (second)
+    TCustomListView::mouseDoubleClickEvent(&event);
+  else
+    TCustomListView::mousePressEvent(&event);
+  if (!scope.ListGone()) FMouse.ForgetBoxClick();
+}
+
+// A press on a box that was served already only moves the focus.
+bool TRdListView::PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
+  if (!FMouse.State().BoxClicked) return TCustomListView::PressRows(pos, button, shift);
+  if (TListItem* const item = Items().Item(HitTest(pos).Row)) item->SetFocused(true);
+  return true;
+}
+
+void TRdListView::mouseMoveEvent(QMouseEvent* event) {
+  if (!FOpenOwnerDraw) TCustomListView::mouseMoveEvent(event);
+  FTip->Follow(event->position().toPoint());
+  if (FOpenOwnerDraw)
+    FMouse.Move(event->position().toPoint(), event->timestamp(), event->buttons().testFlag(Qt::LeftButton));
+}
+
+void TRdListView::mouseReleaseEvent(QMouseEvent* event) {
+  const TEventScope scope(EventLife());
+  TCustomListView::mouseReleaseEvent(event);
+  if (!scope.ListGone() && event->button() == Qt::LeftButton) FMouse.Release(event->position().toPoint());
+}
+
+bool TRdListView::viewportEvent(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::Leave:
+      FTip->Hide();
+      FMouse.Leave();
+      break;
+    case QEvent::ToolTip:
+      if (FTip->Show(static_cast<QHelpEvent*>(event)->pos())) return true;
+      break;
+    default:
+      break;
+  }
+  return TCustomListView::viewportEvent(event);
+}
+
+void TRdListView::wheelEvent(QWheelEvent* event) {
+  const TEventScope scope(EventLife());
+  CloseEditors();
+  if (scope.ListGone()) return;
+  setFocus(Qt::MouseFocusReason);
+  FWheelRest += event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
+  const int notches = FWheelRest / kWheelNotch;
+  FWheelRest %= kWheelNotch;
+  if (FBars->Margins().isNull()) return TCustomListView::wheelEvent(event);
+  bool moved = false;
+  for (int notch = 0; notch < std::abs(notches) && Items().Count() > 0; ++notch)
+    moved = FBars->Wheel(notches > 0 ? -1 : 1) || moved;
+  event->setAccepted(moved);
+}
+
+void TRdListView::scrollContentsBy(int dx, int dy) {
+  const TEventScope scope(EventLife());
+  CloseEditors();
+  if (scope.ListGone()) return;
+  FTip->Hide();
+  TCustomListView::scrollContentsBy(dx, dy);
+  if (!FArranging) FBars->Mirror();
+  FMouse.Refresh();
+}
+
+void TRdListView::hideEvent(QHideEvent* event) {
+  const TEventScope scope(EventLife());
+  CloseEditors();
+  if (scope.ListGone()) return;
+  FTip->Hide();
+  TCustomListView::hideEvent(event);
+}
+
+// The header.
+
+bool TRdListView::HeaderMouse(const QMouseEvent& event, bool atDivider) {
+  const TEventScope scope(EventLife());
+  const bool press = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
+  if (press) CloseEditors();
+  if (scope.ListGone()) return true;
+  const bool dragged = FHeaderPart.State().HeaderTracking;
+  const bool taken = FHeaderPart.Mouse(event, Header().size(), atDivider);
+  if (scope.ListGone()) return true;
+  if (dragged != FHeaderPart.State().HeaderTracking) viewport()->update();
+  return taken;
+}
+
+void TRdListView::HeaderLeft() {
+  FHeaderPart.Leave();
+}
+
+void TRdListView::HeaderClicked(int column) {
+  const TEventScope scope(EventLife());
+  TListColumn& clicked = Columns()[column];
+  CloseEditors();
+  if (scope.ListGone() || clicked.Gone() || !FHeaderPart.SortByClick(clicked.Index())) return;
+  if (!clicked.Gone()) TCustomListView::HeaderClicked(clicked.Index());
+}
+
+bool TRdListView::ClickHeader(int column) {
+  if (!Options().ColumnClick || column < 0 || column >= Columns().Count()) return false;
+  HeaderClicked(column);
+  return true;
+}
+
+bool TRdListView::ToggleCheckAll() {
+  if (!FProperties.CheckBoxOnColumnHeader || Columns().Count() == 0) return false;
+  FHeaderPart.ToggleCheckAll();
+  return true;
+}
+
+// Keys and what they share with the mouse.
+
+bool TRdListView::DoKey(int key, const QKeyEvent& event) {
+  return FKeys.Key(key, event.modifiers()) || TCustomListView::DoKey(key, event);
+}
+
+void TRdListView::SelectRow(int row) {
+  if (TListItem* const item = Items().Item(row)) SelectOnly(*item);
+}
+
+void TRdListView::SwitchCheck(TListItem& item, bool checked) {
+  FMouse.SwitchBox(static_cast<TkListItem&>(item), checked);
+}
+
+void TRdListView::CursorMoved() {
+  TListItem* const item = ItemFocused();
+  if (item == nullptr) return;
+  UpdateRow(item->Index());
+  TellRowState(*this, item->Index(), kRowFocused, kRowFocused);
+}
+
+void TRdListView::CloseEditors() {
+  if (FEditors == nullptr) return;
+  const TEventScope scope(EventLife());
+  try {
+    FEditors->Hide();
+  } catch (const EListError& error) {
+    if (!scope.ListGone()) WriteLog(QString::fromLatin1(error.what()));
+  }
+}
+
+void TRdListView::WriteLog(const QString& text) const {
+  if (OnWriteLog)
+    (void)Tell(EventLife(), OnWriteLog, text);
+  else
+    qWarning("%s", qUtf8Printable(text));
+}
+
+// For assistive technology.
+
+TCellFacts TRdListView::DescribeGroup(const TkListItem& header) const {
+  TCellFacts facts;
+  facts.Kind = TCellKind::GroupHeader;
+  facts.Text = header.Group()->Header();
+  facts.HasCheckBox = TRdCellReader(*this).HasCheckBox(header);
+  facts.Checked = facts.HasCheckBox && header.Group()->GroupChecked();
+  facts.Expandable = true;
+  facts.PressKey = Qt::Key_Return;
+  facts.Expanded = !header.Group()->Collapsed();
+  return facts;
+}
+
+TCellFacts TRdListView::DescribeCell(int row, int column) const {
+  const TkListItem* const item = Items().Item(row);
+  if (item == nullptr) return {};
+  if (item->IsGroupHeader() && item->Group() != nullptr)
+    return column == 0 ? DescribeGroup(*item) : TCellFacts();
+  TCellFacts facts = TCustomListView::DescribeCell(row, column);
+  facts.HasCheckBox = column == 0 && TRdCellReader(*this).HasCheckBox(*item);
+  if (!FOpenOwnerDraw || !HasCell(*item, column)) return facts;
+  static constexpr TCellKind kKinds[] = {TCellKind::Text,     TCellKind::Link, TCellKind::Text,
+                                         TCellKind::Button,   TCellKind::Link, TCellKind::Progress,
+                                         TCellKind::Rating,   TCellKind::Edit, TCellKind::ComboBox,
+                                         TCellKind::CheckBox, TCellKind::Text, TCellKind::Text};
+  facts.Kind = kKinds[CellOf(*item, Columns()[column]).Type];
+  const bool acts = facts.Kind != TCellKind::Text && facts.Kind != TCellKind::Progress;
+  if (acts) facts.PressKey = QKeyCombination(Qt::ControlModifier, Qt::Key_Return);
+  facts.Enabled = item->Enabled() || (facts.Kind != TCellKind::Button && facts.Kind != TCellKind::Link);
+  if (facts.Kind == TCellKind::Progress || facts.Kind == TCellKind::Rating) facts.Value = facts.Text;
+  if (facts.Kind != TCellKind::CheckBox) return facts;
+  facts.HasCheckBox = true;
+  facts.Checked = item->SubItemChecked(column);
+  facts.Text = Columns()[column].Caption().trimmed();
+  return facts;
+}
+
+bool TRdListView::ActOnCell(int row, int column, TCellAct act) {
+  TkListItem* const item = Items().Item(row);
+  if (item == nullptr) return false;
+  TkListGroup* const group = item->IsGroupHeader() ? item->Group() : nullptr;
+  const TCellFacts facts = DescribeCell(row, column);
+  if (act == TCellAct::Toggle && !facts.HasCheckBox) return false;
+  if (act == TCellAct::Toggle && column == 0) return ClickBox(*item);
+  if (act == TCellAct::Toggle) return Act(*item, column);
+  if (group != nullptr) {
+    group->SetGroupExpand(act == TCellAct::Press ? !group->GroupExpand() : act == TCellAct::Expand);
+    return true;
+  }
+  if (act != TCellAct::Press) return false;
+  if (FOpenOwnerDraw && Act(*item, column)) return true;
+  return TCustomListView::ActOnCell(row, column, act);
+}
+
+TCellFacts TRdListView::DescribeHeader(int column) const {
+  TCellFacts facts = TCustomListView::DescribeHeader(column);
+  const TSortState sort = column == SortColumnIndex() ? FHeaderPart.State().SortState : ssNone;
+  if (sort != ssNone) facts.Value = sort == ssUp ? FProperties.SortedUpText : FProperties.SortedDownText;
+  facts.HasCheckBox = column == 0 && FProperties.CheckBoxOnColumnHeader;
+  facts.Checked = facts.HasCheckBox && CheckAll();
+  return facts;
+}
+
+bool TRdListView::ActOnHeader(int column, TCellAct act) {
+  if (act == TCellAct::Toggle) return column == 0 && ToggleCheckAll();
+  return TCustomListView::ActOnHeader(column, act);
 }

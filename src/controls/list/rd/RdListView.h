@@ -19,22 +19,26 @@
 #include "controls/list/rd/RdRowsPainter.h"
 #include "controls/list/rd/RdTip.h"
 #include "controls/list/rd/editors/RdEditors.h"
-#include "controls/list/rd/input/CellKeys.h"
-#include "controls/list/rd/input/CellMouse.h"
+#include "controls/list/rd/input/RdCellKeys.h"
+#include "controls/list/rd/input/RdCellMouse.h"
+#include "controls/list/rd/painter/RdHeaderPainter.h"
 #include "controls/list/rd/model/RdListModel.h"
-#include "controls/list/rd/skin/Skins.h"
+#include "controls/list/rd/skin/RdSkins.h"
 
 #include <memory>
 
-// What a list shows beside its options; a value, handed over as a whole. Image lists are not owned: they
-// outlive the list or are taken back with null.
+// What a list shows beside its options; a value, handed over as a whole. Image lists are not owned; a freed
+// one is forgotten.
 struct TRdListProperties {
   bool CheckBoxOnColumnHeader = false;  // a box for all rows in the first header cell
   bool ShowToolTip = true;              // tips of cells that show only part of their text
   TColor FrameColor = clNone;           // of a frame of one pixel in place of the border
-  TImageList* SortImage = nullptr;      // the sort arrows: up, down
-  TImageList* IconImgList = nullptr;    // icons of the cells of columns without a list of their own
-  TImageList* GroupImages = nullptr;    // title images of groups
+  // What a screen reader says of the sorted column.
+  QString SortedUpText = u"ascending"_qs;
+  QString SortedDownText = u"descending"_qs;
+  TImageList* SortImage = nullptr;    // the sort arrows: up, down
+  TImageList* IconImgList = nullptr;  // icons of the cells of columns without a list of their own
+  TImageList* GroupImages = nullptr;  // title images of groups
 };
 
 class TRdListView : public TCustomListView, public TRdListEvents, private TkListOwner, private TSkinOwner {
@@ -83,7 +87,15 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   // the row has no look of its own for the mouse.
   void RepaintCell(TkListItem& item, int column, bool onlyHover = false);
 
-  [[nodiscard]] const TRdListState& MouseState() const { return FState; }
+  // What mouse, editors and header are at; RowMouse is the mouse's part alone.
+  [[nodiscard]] TRdListState MouseState() const;
+  [[nodiscard]] const TRdMouseState& RowMouse() const { return FMouse.State(); }
+  // The column of the cell cursor, -1 as long as it was not moved.
+  [[nodiscard]] int CursorColumn() const { return FKeys.CursorColumn(); }
+
+  [[nodiscard]] THit HitTest(const QPoint& pos) const override;
+  // The text of a cell that the host has drawn cut.
+  [[nodiscard]] QString HostCutText(const QPoint& pos) const { return TCustomListView::CutText(pos); }
 
   void AlphaSort() override { Model().AlphaSort(); }
   void DeleteSelected() override { Model().DeleteSelected(); }
@@ -92,11 +104,12 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   // TListItemsOwner and TRowSource
   [[nodiscard]] std::unique_ptr<TListItem> CreateListItem(TListItems& items) override;
   void ItemChanged(TListItem& item, TItemChange change) override;
+  void ItemGone(TListItem& item) override;
+  void RowsChanged() override;
   [[nodiscard]] QString CellText(int row, int column) const override;
   [[nodiscard]] int CellImage(int row, int column) const override;
 
   // TRowHost and TCustomListView
-  [[nodiscard]] THit HitTest(const QPoint& pos) const override;
   [[nodiscard]] TCellFacts DescribeCell(int row, int column) const override;
   bool ActOnCell(int row, int column, TCellAct act) override;
   [[nodiscard]] TCellFacts DescribeHeader(int column) const override;
@@ -114,6 +127,7 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   [[nodiscard]] bool BarCrossesHeader() const override { return FSkin.Header.VertScrollBarCross; }
   void Arranged() override;
   void CheckChanged(TListItem& item) override;
+  void SwitchCheck(TListItem& item, bool checked) override;
   bool PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift) override;
   bool DoKey(int key, const QKeyEvent& event) override;
   [[nodiscard]] QString CutText(const QPoint&) const override { return {}; }  // RdTip shows it
@@ -135,8 +149,6 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   friend class TRdCellMouse;
   friend class TRdEditors;
   friend class TRdHeader;
-  friend class TRdRowsPainter;
-  friend class TRdTip;
 
   // TkListOwner
   [[nodiscard]] const TkListState& ListState() const override { return FListState; }
@@ -147,21 +159,18 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void RedrawList() override;
   void Realign() override;
   void ResetMouseState() override;
-  void ForgetBoxClick() override { FState.BoxClicked = false; }
-  void ItemDestroying(TkListItem& item) override;
+  void ForgetBoxClick() override { FMouse.ForgetBoxClick(); }
   [[nodiscard]] TListItems::TCompare RowCompare() override;
-  void DoItemChecked(TkListItem& item) override;
-  [[nodiscard]] bool DoGroupShowHide(TkListGroup& group, bool showState) override;
-  void DoSubItemChecking(TkListItem& item, int column, bool& checked) override;
-  void DoSubItemChecked(TkListItem& item, int column, bool& checked) override;
+  bool DoItemChecked(TkListItem& item) override;
+  bool DoGroupShowHide(TkListGroup& group, bool& showState) override;
+  bool DoSubItemChecking(TkListItem& item, int column, bool& checked) override;
+  bool DoSubItemChecked(TkListItem& item, int column, bool& checked) override;
 
   // TSkinOwner
   void SkinChanged(TSkinChange change) override;
   [[nodiscard]] int HeaderHeight() const override;
 
   // For the parts of the list.
-  [[nodiscard]] QColor BackgroundColor() const;
-  [[nodiscard]] int CursorColumn() const { return FKeys.CursorColumn(); }
   void CloseEditors();
   void WriteLog(const QString& text) const;
   void SelectRow(int row);
@@ -175,12 +184,12 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void Press(QMouseEvent& event, bool second);
   bool ShareColumns();
   void TakeFont();
+  void ImagesChanged();
   [[nodiscard]] TCellFacts DescribeGroup(const TkListItem& header) const;
 
   TListSkin FSkin;
   TRdListProperties FProperties;
   TkListState FListState;
-  TRdListState FState;
   std::unique_ptr<TkLVSkinItem> FSkinItem;
   std::unique_ptr<TkLVSkinGroup> FSkinGroup;
   std::unique_ptr<TkLVSkinHeader> FSkinHeader;
@@ -192,6 +201,11 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   std::unique_ptr<TRdEditors> FEditors;
   std::unique_ptr<TRdTip> FTip;
   QFont FListFont;
+  TImageListLink FSortImages{[this] { ImagesChanged(); }};
+  TImageListLink FIcons{[this] { ImagesChanged(); }};
+  TImageListLink FGroupImages{[this] { ImagesChanged(); }};
+  std::vector<TAutoColumn> FShared;  // what the widths of auto columns were last reckoned from
+  int FSharedRoom = -1;
   int FWheelRest = 0;  // eighths of a degree that do not make a notch yet
   bool FOpenOwnerDraw = false;
   bool FArranging = false;

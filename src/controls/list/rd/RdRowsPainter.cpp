@@ -1,7 +1,7 @@
 #include "controls/list/rd/RdRowsPainter.h"
 
 #include "controls/list/rd/RdListView.h"
-#include "controls/list/rd/painter/RowCanvas.h"
+#include "controls/list/rd/painter/RdDrawing.h"
 
 #include <QPainter>
 #include <QStyle>
@@ -27,7 +27,7 @@ void TRdRowsPainter::Paint(QPainter& painter, const QRegion& region) {
     TRow one{reader, *item, row, area, region};
     PaintRow(painter, one);
   }
-  PaintBlank(painter, reader);
+  PaintBlank(painter, reader, region);
 }
 
 void TRdRowsPainter::PaintRow(QPainter& target, TRow& row) {
@@ -50,7 +50,7 @@ TRdRowLook TRdRowsPainter::LookOf(const TRow& row) const {
   TRdRowLook look;
   look.Index = row.Index;
   look.Selected = Selected(row.Index);
-  look.Hovered = row.Index == FList.MouseState().HotRow && FList.isEnabled();
+  look.Hovered = row.Index == FList.RowMouse().HotRow && FList.isEnabled();
   look.BackColor = row.Item.HasBackColor() ? row.Item.BackColor() : clDefault;
   const auto frames = [this, &row](int neighbour) {
     const TkListItem* const item = FList.Items().Item(neighbour);
@@ -82,7 +82,7 @@ void TRdRowsPainter::PaintCell(QPainter& painter, const TRow& row, int column) {
 }
 
 void TRdRowsPainter::AddMouseState(TRdCell& cell, const TRow& row) const {
-  const TRdListState& state = FList.MouseState();
+  const TRdMouseState& state = FList.RowMouse();
   if (row.Index != state.HotRow || cell.Column != state.HotColumn || !FList.isEnabled()) return;
   cell.State = static_cast<TPartState>(state.CellHotState);
   cell.Hovered = state.CellHotState != kCellNormal;
@@ -90,7 +90,7 @@ void TRdRowsPainter::AddMouseState(TRdCell& cell, const TRow& row) const {
 }
 
 void TRdRowsPainter::PaintGroupRow(QPainter& painter, const TRow& row) {
-  const TRdListState& state = FList.MouseState();
+  const TRdMouseState& state = FList.RowMouse();
   TRdGroupRow group = row.Reader.GroupRow(row.Item, row.Index);
   const bool held = state.GroupBtnPressed && state.PressedRow == row.Index;
   group.ButtonState = held                             ? TPartState::Pressed
@@ -119,11 +119,10 @@ void TRdRowsPainter::PaintFocus(QPainter& painter, const TRow& row) {
   if (column >= 0) option.rect = row.Reader.Layout().CellRect(row.Index, column).intersected(row.Area);
   option.rect.adjust(1, 1, -1, -1);
   option.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
-  if (column >= 0 || !Selected(row.Index))
-    FList.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, &FList);
+  FList.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, &FList);
 }
 
-void TRdRowsPainter::PaintBlank(QPainter& painter, const TRdCellReader& reader) {
+void TRdRowsPainter::PaintBlank(QPainter& painter, const TRdCellReader& reader, const QRegion& region) {
   const TListMetrics& metrics = reader.Layout().Metrics();
   const QRect client(QPoint(), metrics.Client);
   const int end = reader.Layout().EndOfVisibleRows();
@@ -131,9 +130,11 @@ void TRdRowsPainter::PaintBlank(QPainter& painter, const TRdCellReader& reader) 
   const int width = std::clamp(reader.Layout().TotalWidth() - metrics.HorzPos, 0, client.width());
   const int height = metrics.RowCount > 0 ? metrics.RowHeight : BlankRowHeight(FList.Skin().Item);
   const int top = shown * metrics.RowHeight;
-  painter.fillRect(QRect(QPoint(width, 0), client.bottomRight()), FList.BackgroundColor());
+  const QRect beside(QPoint(width, 0), client.bottomRight());
+  if (region.intersects(beside)) painter.fillRect(beside, ListColor(FList.Skin(), FList.palette()));
   if (top >= client.height() || width == 0) return;
   const QRect area(0, top, width, client.height() - top);
+  if (!region.intersects(area)) return;
   TRowCanvas canvas(painter, FBitmap, area);
   if (!canvas.Valid()) return;
   PaintBlankArea(canvas.Painter(), area, end, height, FList.Skin(), FList.palette());

@@ -2,8 +2,8 @@
 // Main thread.
 #pragma once
 
-#include "controls/list/rd/CellReader.h"
-#include "controls/list/rd/painter/RowBackground.h"
+#include "controls/list/rd/RdCellReader.h"
+#include "controls/list/rd/painter/RdRowBackground.h"
 #include "controls/scroll/RdBitmap.h"
 
 class QPainter;
@@ -23,7 +23,8 @@ class TRdRowsPainter {
   void PaintGroupRow(QPainter& painter, const TRow& row);
   void PaintCell(QPainter& painter, const TRow& row, int column);
   void PaintFocus(QPainter& painter, const TRow& row);
-  void PaintBlank(QPainter& painter, const TRdCellReader& reader);
+  // Only as far as the region asks for it: a hover of a row paints nothing of it.
+  void PaintBlank(QPainter& painter, const TRdCellReader& reader, const QRegion& region);
   [[nodiscard]] TRdRowLook LookOf(const TRow& row) const;
   [[nodiscard]] bool Selected(int row) const;
   void AddMouseState(TRdCell& cell, const TRow& row) const;

@@ -31,13 +31,12 @@ QString TRdTip::TextAt(const QPoint& pos) const {
   const TkListItem* const item = FList.Items().Item(at.y());
   if (!FList.Properties().ShowToolTip || item == nullptr || at.x() < 0) return {};
   const TRdCellReader reader(FList);
+  if (reader.Layout().CellRect(at.y(), at.x()).width() < kLeastWithBoxes && FList.Options().CheckBoxes)
+    return {};
+  if (!FList.OpenOwnerDraw()) return FList.HostCutText(pos);
   if (reader.IsGroupRow(*item) || !HasCell(*item, at.x())) return {};
   const TRdCell cell = reader.Cell(*item, at.y(), at.x());
-  const int width = reader.Layout().CellRect(at.y(), at.x()).width();
-  if (cell.Text.isEmpty() || (FList.Options().CheckBoxes && width < kLeastWithBoxes)) return {};
-  return reader.TextWidthOf(cell) > reader.TextRoomOf(cell)
-             ? PlainText(cell.Type, cell.Text, FList.Skin().Item, u'\n')
-             : QString();
+  return reader.TextCut(cell) ? PlainText(cell.Type, cell.Text, FList.Skin().Item, u'\n') : QString();
 }
 
 bool TRdTip::Show(const QPoint& pos) {

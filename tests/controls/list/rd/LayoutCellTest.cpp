@@ -1,9 +1,7 @@
 // Where the content of rows and cells lies, by hand-computed rectangles.
 
-#include "controls/list/rd/layout/AutoColumns.h"
-#include "controls/list/rd/layout/CellLayout.h"
-#include "controls/list/rd/layout/IconTextLayout.h"
-#include "controls/list/rd/layout/RowLayout.h"
+#include "controls/list/rd/layout/RdCellLayout.h"
+#include "controls/list/rd/painter/RdHeaderPainter.h"
 
 #include <gtest/gtest.h>
 

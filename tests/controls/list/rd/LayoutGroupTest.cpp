@@ -1,7 +1,7 @@
 // Where the parts of group rows and header sections lie, by hand-computed rectangles.
 
-#include "controls/list/rd/layout/GroupLayout.h"
-#include "controls/list/rd/layout/RdHeaderLayout.h"
+#include "controls/list/rd/painter/RdGroupPainter.h"
+#include "controls/list/rd/painter/RdHeaderPainter.h"
 
 #include <gtest/gtest.h>
 

@@ -101,16 +101,42 @@ TEST_F(RdChecks, AHandlerMayDeleteTheRowsThatAreBeingChecked) {
   EXPECT_EQ(List.Model.Checks().CheckedTotal(), 0);
 }
 
-TEST_F(RdChecks, LoadingCountsOnceAtItsEnd) {
-  List.State.Loading = true;
-  List.Add(u"Group"_qs);
-  List.Add(u"e"_qs, 1)->SetChecked(true);
+TEST_F(RdChecks, EveryMemberFollowsTheHeaderRowThoughHandlersDeleteEarlierOnes) {
+  List.OnItemChecked = [this](TkListItem& item) {
+    if (item.Caption() == u"b") Row(u"a"_qs).Delete();
+  };
+  List.Items[0]->SetChecked(true);
+  EXPECT_EQ(List.Having(kRowChecked), u"Groupbc");
+  List.OnItemChecked = [this](TkListItem& item) {
+    if (item.IsGroupHeader()) List.Model.Groups().Clear();
+  };
+  List.Items[0]->SetChecked(false);
+  EXPECT_EQ(List.Captions(), u"bcd");
+  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 2);
+  List.OnItemChecked = [this](TkListItem& item) {
+    if (item.Caption() == u"c" && item.Checked()) Row(u"b"_qs).Delete();
+  };
+  List.Model.Checks().SetAll(false);
+  List.Model.Checks().SetAll(true);
+  EXPECT_TRUE(Row(u"d"_qs).Checked());
+}
+
+TEST_F(RdChecks, TheMarkOfAGroupMayClearTheListWhileItsRowIsDestroyed) {
   Row(u"a"_qs).SetChecked(true);
+  Row(u"b"_qs).SetChecked(true);
+  List.OnState = [this](int, unsigned state) {
+    if ((state & kRowChecked) != 0) List.Items.Clear();
+  };
+  Row(u"c"_qs).Delete();  // now all are checked
+  EXPECT_EQ(List.Model.AllItems().Count(), 0);
+  EXPECT_EQ(List.RowsGone + List.HeadersGone, 5);
   EXPECT_EQ(List.Model.Checks().CheckedTotal(), 0);
-  List.State.Loading = false;
-  List.Model.Loaded();
-  EXPECT_EQ(List.Captions(), u"[0]abc[1]ed");
-  EXPECT_EQ(List.Model.Checks().CheckedTotal(), 3);
-  EXPECT_TRUE(List.Group(1).GroupChecked());
-  EXPECT_EQ(List.Group(0).CheckedCount(), 1);
+}
+
+TEST_F(RdChecks, ACheckBoxCellMayLoseItsRowToItsHandler) {
+  Row(u"a"_qs).SubItems().Add({});
+  List.Log.clear();
+  List.OnSubItemChecking = [](TkListItem& item) { item.Delete(); };
+  Row(u"a"_qs).SetSubItemChecked(1, true);
+  EXPECT_EQ(List.Log, (QStringList{u"checking a1"_qs, u"delete a"_qs}));
 }

@@ -39,9 +39,9 @@ TEST_F(RdGroups, CollapseTakesTheRowsOutAndExpandShowsThemInTheNewOrder) {
 TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWord) {
   List.Fill(u"ab"_qs, 0);
   QStringList asked;
-  List.OnGroupShowHide = [&](TkListGroup& group, bool show) {
+  List.OnGroupShowHide = [&](TkListGroup& group, bool& show) {
     asked << QString::number(group.GroupID()) + (show ? u" show"_qs : u" hide"_qs);
-    return !show;
+    show = !show;
   };
   List.Log.clear();
   List.Group(0).SetGroupExpand(false);
@@ -50,38 +50,32 @@ TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWord) {
   List.OnGroupShowHide = nullptr;
   List.Group(0).SetGroupExpand(false);
   EXPECT_EQ(List.Log, QStringList(u"redraw Group"_qs));
-  List.OnGroupShowHide = [&](TkListGroup&, bool show) { return !show; };
+  List.OnGroupShowHide = [&](TkListGroup&, bool& show) { show = !show; };
   List.Group(0).SetGroupExpand(true);
   EXPECT_TRUE(List.Group(0).Collapsed());
   EXPECT_EQ(List.Captions(), u"[0]");
   EXPECT_EQ(asked, QStringList(u"0 hide"_qs));
 }
 
-TEST_F(RdGroups, GroupExpandIsRefusedOrOnlyStoredWhereItCannotAct) {
+TEST_F(RdGroups, CollapsingIsRefusedWhereGroupsMayNotAndExpandingIsNot) {
   List.Fill(u"ab"_qs, 0);
   List.State.GroupCanExpand = false;
   List.Group(0).SetGroupExpand(false);
   EXPECT_TRUE(List.Group(0).GroupExpand());
   List.State.GroupCanExpand = true;
-  List.State.HandleAllocated = false;
   List.Group(0).SetGroupExpand(false);
-  EXPECT_TRUE(List.Group(0).Collapsed());
-  EXPECT_EQ(List.Captions(), u"[0]ab");
-  List.State = {.OpenGroupDraw = true, .GroupCanExpand = false};
+  List.State.GroupCanExpand = false;
   List.Group(0).SetGroupExpand(true);
   EXPECT_FALSE(List.Group(0).Collapsed());
 }
 
-TEST_F(RdGroups, TheLastMemberTakesTheHeaderRowAlongButNotWhileLoading) {
+TEST_F(RdGroups, TheLastMemberTakesTheHeaderRowAlong) {
   List.Fill(u"a"_qs, 0);
   List.Fill(u"b"_qs, 1);
   List.Log.clear();
   List.Items.Delete(1);
   EXPECT_EQ(List.Captions(), u"[1]b");
   EXPECT_EQ(List.Log, QStringList(u"delete a"_qs));
-  List.State.Loading = true;
-  List.Items[1]->SetGroupID(-1);
-  EXPECT_EQ(List.Captions(), u"[1]b");
 }
 
 TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
@@ -90,8 +84,42 @@ TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
   EXPECT_EQ(List.Items[1]->Group(), nullptr);
   EXPECT_EQ(List.Group(0).Items().Count(), 1);
   List.AddGroups(1);
-  List.Model.Placing().UpdateGroups();
   EXPECT_EQ(List.Captions(), u"[0]b[3]a");
+}
+
+TEST_F(RdGroups, AComparisonThatThrowsOrDeletesLeavesHiddenRowsInOrder) {
+  List.Fill(u"dcba"_qs, 0);
+  List.Fill(u"yx"_qs, 1);
+  List.Group(0).SetGroupExpand(false);
+  int calls = 0;
+  const auto compare = [&](TListItem& a, TListItem& b) {
+    if (++calls == 4) throw std::runtime_error("compare");
+    return QString::compare(a.Caption(), b.Caption());
+  };
+  EXPECT_THROW(List.Items.Sort(compare), std::runtime_error);
+  List.Group(0).HiddenItems()[0]->Delete();
+  EXPECT_EQ(List.Group(0).HiddenItems().Count(), 3) << "found by its stamp";
+  List.Items.Sort([&](TListItem& a, TListItem& b) {
+    if (++calls == 5) List.Group(0).HiddenItems()[1]->Delete();
+    return QString::compare(a.Caption(), b.Caption());
+  });
+  List.Group(0).SetGroupExpand(true);
+  EXPECT_EQ(List.Captions(), u"[0]ac[1]xy");
+}
+
+TEST_F(RdGroups, AHandlerMayDeleteTheGroupThatItIsAskedAbout) {
+  List.Fill(u"ab"_qs, 0);
+  List.Items[1]->SetSelected(true);
+  List.OnGroupShowHide = [&](TkListGroup& group, bool&) { List.Model.Groups().Delete(group.GroupID()); };
+  List.Group(0).SetGroupExpand(false);
+  EXPECT_EQ(List.Captions(), u"ab");
+  List.OnGroupShowHide = nullptr;
+  for (const int row : {0, 1})
+    List.Items[row]->SetGroupID(0);
+  List.OnState = [&](int, unsigned) { List.Model.Groups().Clear(); };
+  List.Group(0).SetGroupExpand(false);  // a is deselected
+  EXPECT_EQ(List.Captions(), u"ab");
+  EXPECT_EQ(List.States.Count(), 2);
 }
 
 TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndLaterIdsMoveUp) {

@@ -52,13 +52,6 @@ TEST(RdListItems, TheOutermostCloseRestoresTheScrollAndRealigns) {
   list.Items.EndUpdate();
   EXPECT_EQ(list.HorzPos, 30);
   EXPECT_EQ(list.Realigned, 1);
-
-  list.State.Scrolling = true;  // the count stays, so that nothing has to be laid out
-  list.Items.BeginUpdate(0);
-  list.HorzPos = 0;
-  list.Items.EndUpdate();
-  EXPECT_EQ(list.HorzPos, 0);
-  EXPECT_EQ(list.Realigned, 1);
 }
 
 TEST(RdListItems, OnlyRowsOfItsClassAreLetIn) {
@@ -120,6 +113,39 @@ TEST(RdListItems, DeletionIsToldOnceForEachRowShownOrHidden) {
   EXPECT_EQ(list.Group(0).Items().Count(), 0);
 }
 
+TEST(RdListItems, DeletionIsToldOnceThoughItsHandlersDeleteAndClear) {
+  TPlainRdList list;
+  list.Fill(u"abcdef"_qs);
+  list.Log.clear();
+  list.OnDeletion = [&](TListItem& item) {
+    item.Delete();
+    if (item.Caption() == u"b") list.Items[3]->Delete();
+    if (item.Caption() == u"c") list.Items.Clear();
+    if (item.Caption() == u"f") list.Add(u"new"_qs);
+  };
+  list.Items.Clear();
+  list.Log.removeAll(u"reset mouse"_qs);
+  list.Log.sort();
+  EXPECT_EQ(list.Log, (QStringList{u"delete a"_qs, u"delete b"_qs, u"delete c"_qs, u"delete d"_qs,
+                                   u"delete e"_qs, u"delete f"_qs}));
+  EXPECT_EQ(list.Captions(), u"new");
+  EXPECT_EQ(list.States.Count(), 1);
+}
+
+TEST(RdListItems, OnlyTheRowsThatWereSelectedAreDeleted) {
+  TPlainRdList list;
+  list.States.SetSingleSelect(false);
+  list.Fill(u"abcd"_qs);
+  for (const int row : {0, 2})
+    list.Items[row]->SetSelected(true);
+  list.OnState = [&](int, unsigned state) {
+    if ((state & kRowSelected) == 0) list.Items[3]->SetSelected(true);
+  };
+  list.Model.DeleteSelected();
+  EXPECT_EQ(list.Captions(), u"bd");
+  EXPECT_EQ(list.Having(kRowSelected), u"d");
+}
+
 TEST(RdListItems, AssignCopiesRowsHiddenOnesToo) {
   TPlainRdList source;
   source.State.OpenGroupDraw = true;
@@ -147,16 +173,13 @@ TEST(RdListItems, AssignCopiesRowsHiddenOnesToo) {
   EXPECT_EQ(list.Model.Checks().CheckedTotal(), 1);
 }
 
-TEST(RdListItems, ChangesShowUnlessABracketIsOpenOrTheListLoads) {
+TEST(RdListItems, ChangesShowUnlessABracketIsOpen) {
   TPlainRdList list;
   TkListItem* const item = list.Add(u"a"_qs);
   list.Log.clear();
   item->SetEnabled(false);
   item->SubItems().Add(u"x"_qs);
   EXPECT_EQ(list.Log.size(), 2);
-  list.State.Loading = true;
-  item->SetCaption(u"b"_qs);
-  list.State.Loading = false;
   list.Items.BeginUpdate();
   item->SetOverlayIndex(2);
   list.Items.EndUpdate();

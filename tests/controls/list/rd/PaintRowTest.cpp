@@ -1,8 +1,7 @@
 // Pixels of row backgrounds against what the skin says.
 
-#include "controls/list/rd/painter/Gradient.h"
-#include "controls/list/rd/painter/RowBackground.h"
-#include "controls/list/rd/painter/RowCanvas.h"
+#include "controls/list/rd/painter/RdDrawing.h"
+#include "controls/list/rd/painter/RdRowBackground.h"
 
 #include "PaintSurface.h"
 

@@ -1,7 +1,6 @@
 // The published skins: what setting a property does besides storing it, and the pictures of the samples.
 
-#include "controls/list/rd/skin/PicturePixels.h"
-#include "controls/list/rd/skin/Skins.h"
+#include "controls/list/rd/skin/RdSkins.h"
 
 #include <QDir>
 

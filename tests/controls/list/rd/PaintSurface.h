@@ -1,7 +1,7 @@
 // A surface in memory with a widget of known palette beside it, for tests that read pixels.
 #pragma once
 
-#include "controls/list/rd/skin/SkinValues.h"
+#include "controls/list/rd/skin/RdSkinValues.h"
 
 #include <gtest/gtest.h>
 

@@ -13,7 +13,10 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
   TPlainRdList() : Items(*this, *this), Model(Items.Model()) {
     State.CheckBoxes = true;
     States.OnChange = [this](int row, unsigned before, unsigned after) {
-      if (((before ^ after) & kRowChecked) != 0) Model.Checks().HostChanged(*Items[row]);
+      TkListItem* const item = Items[row];
+      const TEventScope scope(EventLife);
+      if (!Tell(EventLife, OnState, row, after) || item->Gone()) return;
+      if (((before ^ after) & kRowChecked) != 0) Model.Checks().HostChanged(*item);
     };
   }
 
@@ -57,7 +60,10 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
   void ItemChanged(TListItem& item, TItemChange) override {
     if (Model.ItemShows(static_cast<TkListItem&>(item))) Log << u"show "_qs + item.Caption();
   }
-  void ItemDeleting(TListItem& item) override { Log << u"delete "_qs + item.Caption(); }
+  void ItemDeleting(TListItem& item) override {
+    Log << u"delete "_qs + item.Caption();
+    (void)Tell(EventLife, OnDeletion, item);
+  }
   void RowsChanged() override {}
   void UpdatingChanged(bool) override {}
   void ScrollToItem(TListItem&, bool) override {}
@@ -71,21 +77,25 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
   void Realign() override { ++Realigned; }
   void ResetMouseState() override { Log << u"reset mouse"_qs; }
   void ForgetBoxClick() override {}
-  void ItemDestroying(TkListItem& item) override { ++(item.IsGroupHeader() ? HeadersGone : RowsGone); }
+  void ItemGone(TListItem& item) override {
+    ++(static_cast<TkListItem&>(item).IsGroupHeader() ? HeadersGone : RowsGone);
+  }
   TListItems::TCompare RowCompare() override { return OnCompare; }
-  void DoItemChecked(TkListItem& item) override {
+  bool DoItemChecked(TkListItem& item) override {
     if (LogChecks) Log << (item.Checked() ? u"check "_qs : u"uncheck "_qs) + item.Caption();
-    if (OnItemChecked) OnItemChecked(item);
+    return Tell(EventLife, OnItemChecked, item);
   }
-  bool DoGroupShowHide(TkListGroup& group, bool showState) override {
-    return OnGroupShowHide ? OnGroupShowHide(group, showState) : showState;
+  bool DoGroupShowHide(TkListGroup& group, bool& showState) override {
+    return Tell(EventLife, OnGroupShowHide, group, showState);
   }
-  void DoSubItemChecking(TkListItem& item, int column, bool& checked) override {
+  bool DoSubItemChecking(TkListItem& item, int column, bool& checked) override {
     Log << u"checking "_qs + item.Caption() + QString::number(column);
     checked = checked && !RefuseSubItem;
+    return Tell(EventLife, OnSubItemChecking, item);
   }
-  void DoSubItemChecked(TkListItem& item, int column, bool&) override {
+  bool DoSubItemChecked(TkListItem& item, int column, bool&) override {
     Log << u"checked "_qs + item.Caption() + QString::number(column);
+    return true;
   }
 
   TListLifePtr EventLife = std::make_shared<TListLife>();
@@ -103,5 +113,8 @@ class TPlainRdList : public TListItemsOwner, public TkListOwner {
   int RowsGone = 0;
   TListItems::TCompare OnCompare;
   std::function<void(TkListItem&)> OnItemChecked;
-  std::function<bool(TkListGroup&, bool)> OnGroupShowHide;
+  std::function<void(TkListItem&)> OnSubItemChecking;
+  std::function<void(TListItem&)> OnDeletion;
+  std::function<void(int, unsigned)> OnState;  // a row and its bits, before its check is booked
+  std::function<void(TkListGroup&, bool&)> OnGroupShowHide;
 };

@@ -53,6 +53,47 @@ TEST_F(TRdEvents, AHandlerOfTheBoxMayDeleteTheRow) {
   EXPECT_EQ(Name(List.Items()[1]), u"Film");
 }
 
+TEST_F(TRdEvents, ASecondPressActsOnExpandButtonsAndBoxesAlone) {
+  DoubleClick(Hot(1, kButtonColumn));
+  EXPECT_EQ(TakeLog(), u"+Picture, down, click, up, button Picture 1, dblclick, down, up");
+  DoubleClick(Hot(1, kCheckColumn));
+  EXPECT_EQ(TakeLog(), u"unchecking, checked, down, click, up, dblclick, down, up");
+  List.AllSkinGroup().GroupClickExpand = true;
+  DoubleClick(List.Layout().RowRect(4).center());
+  EXPECT_EQ(TakeLog(), u"-Picture, +Office, hide Office, down, click, up, dblclick, down, up");
+}
+
+TEST_F(TRdEvents, CellsThatARowDoesNotHaveDoNotReact) {
+  std::vector<QPoint> places;
+  for (const int column : {kButtonColumn, kLabelColumn, kStarColumn, kCheckColumn})
+    places.push_back(Hot(1, column));
+  List.Items()[1]->SubItems().Clear();
+  for (const QPoint& place : places) {
+    Click(place);
+    MoveTo(place);
+    EXPECT_EQ(List.MouseState().CellHotState, kCellNormal);
+  }
+  for (int column = 0; column < kEditColumn; ++column) {
+    QTest::keyClick(&List, Qt::Key_Right, Qt::ControlModifier);
+    if (column > 0) QTest::keyClick(&List, Qt::Key_F2);
+  }
+  EXPECT_EQ(TakeLog(), u"+Picture, down, click, up, down, click, up, down, click, up, down, click, up");
+}
+
+TEST_F(TRdEvents, AReleaseThatWasLostIsMadeUpFor) {
+  QTest::mousePress(List.viewport(), Qt::LeftButton, {}, Hot(1, kButtonColumn));
+  MoveTo(Hot(1, kButtonColumn));
+  EXPECT_EQ(List.MouseState().CellHotState, kCellHot);
+  QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, Hot(1, kButtonColumn));
+  EXPECT_EQ(TakeLog(), u"+Picture, down, click, up");
+  QTest::mousePress(Header(), Qt::LeftButton, {}, {12, 10});
+  QMouseEvent move(QEvent::MouseMove, QPointF(40, 10), Header()->mapToGlobal(QPointF(40, 10)), Qt::NoButton,
+                   {}, {});
+  QCoreApplication::sendEvent(Header(), &move);
+  QTest::mouseRelease(Header(), Qt::LeftButton, {}, {12, 10});
+  EXPECT_EQ(TakeLog(), u"");
+}
+
 TEST_F(TRdEvents, ButtonsFireWhereTheyWerePressed) {
   const QPoint first = Hot(1, kButtonColumn);
   const QPoint second = Hot(2, kButtonColumn);
@@ -140,6 +181,13 @@ TEST_F(TRdEvents, DividersKeepToTheirBounds) {
   EXPECT_EQ(drag(kCheckColumn, 30), 46) << "fixed";
   List.Columns()[kLabelColumn].SetMaxWidth(150);
   EXPECT_EQ(drag(kLabelColumn, 80), 150);
+  const int shared = List.Columns()[kEditColumn].Width();
+  const int dragged = drag(kEditColumn, 30);
+  EXPECT_EQ(dragged, shared + 30);
+  QTest::qWait(1);
+  EXPECT_EQ(List.Columns()[kEditColumn].Width(), dragged) << "an auto column keeps what it was dragged to";
+  List.resize(1400, 650);
+  EXPECT_EQ(List.Layout().TotalWidth(), List.viewport()->width()) << "until the room changes";
   EXPECT_EQ(TakeLog().find(u"column"), std::u16string::npos) << "a drag is no click, but on a fixed divider";
 }
 
@@ -151,7 +199,7 @@ TEST_F(TRdEvents, KeysReachWhatTheMouseDoes) {
   } cases[] = {
       {Qt::Key_Down, {}, u"+Media"},
       {Qt::Key_Minus, {}, u"hide Media"},
-      {Qt::Key_Plus, {}, u"show Media"},
+      {Qt::Key_Plus, Qt::ShiftModifier, u"show Media"},
       {Qt::Key_Return, {}, u"hide Media"},
       {Qt::Key_Return, {}, u"show Media"},
       {Qt::Key_Home, {}, u"-Media, +Picture"},

@@ -1,88 +1,314 @@
-// Thousands of random gestures while handlers delete rows and groups move: nothing may dangle.
-#include "GalleryRig.h"
+// Gestures at random on the gallery's list while the handlers of all its events do anything at random:
+// nothing may dangle, no count may go wrong. TALLYSCOPE_MONKEY_STEPS asks for a longer run.
+#include "GalleryList.h"
+
+#include <gtest/gtest.h>
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QTest>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <random>
 
 namespace {
 
-constexpr int kSteps = 4000;
+constexpr int kShortRun = 3000;
 constexpr Qt::Key kKeys[] = {Qt::Key_Down, Qt::Key_Up,    Qt::Key_Home,     Qt::Key_End,   Qt::Key_Space,
                              Qt::Key_F2,   Qt::Key_Right, Qt::Key_PageDown, Qt::Key_Minus, Qt::Key_Plus,
                              Qt::Key_0,    Qt::Key_Left,  Qt::Key_Return,   Qt::Key_A,     Qt::Key_Escape};
 constexpr Qt::KeyboardModifier kShifts[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier};
+constexpr QEvent::Type kMouse[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseMove,
+                                   QEvent::MouseButtonDblClick};
 
-}  // namespace
+int Steps() {
+  const int asked = qEnvironmentVariableIntValue("TALLYSCOPE_MONKEY_STEPS");
+  return asked > 0 ? asked : kShortRun;
+}
 
-class TRdMonkey : public TGalleryRig {
+class TRdMonkey : public ::testing::Test {
  protected:
-  int Below(int bound) { return std::uniform_int_distribution<int>(0, bound - 1)(Random); }
-  QPoint Somewhere(const QWidget& widget) { return {Below(widget.width()), Below(widget.height())}; }
+  int Below(int bound) { return std::uniform_int_distribution<int>(0, std::max(1, bound) - 1)(FRandom); }
+  bool Rarely(int times) { return Below(times) == 0; }
+  [[nodiscard]] TRdListView& List() { return FGallery->List(); }
+  // The rows tell of their end while the list is destroyed: it is not touched any more.
+  [[nodiscard]] bool Dead() const { return FGallery == nullptr || FDying; }
 
-  void Gesture() {
-    QWidget& rows = *List.viewport();
-    const Qt::KeyboardModifier shift = kShifts[Below(3)];
-    switch (Below(9)) {
-      case 0:
-        return QTest::mousePress(&rows, Qt::LeftButton, shift, Somewhere(rows));
-      case 1:
-        return QTest::mouseRelease(&rows, Qt::LeftButton, shift, Somewhere(rows));
-      case 2:
-        return QTest::mouseDClick(&rows, Qt::LeftButton, shift, Somewhere(rows));
-      case 3:
-        return Click(Somewhere(rows), shift);
-      case 4:
-        return MoveTo(Somewhere(rows));
-      case 5:
-        return ClickHeader(Below(List.HeaderRect().width()));
-      case 6:
-        return List.SetTopIndex(Below(12));
-      default:
-        return QTest::keyClick(&List, kKeys[Below(std::size(kKeys))], shift);
-    }
+  void Make() {
+    FGallery = std::make_unique<TGalleryList>();
+    Handle();
+    List().Bars().SetShowCustomVertScroll(Rarely(2));
+    List().Bars().SetShowCustomHorzScroll(Rarely(2));
+    List().AllSkinGroup().GroupClickExpand = Rarely(2);
+    List().SetOpenOwnerDraw(!Rarely(5));
+    List().resize(500 + Below(700), 200 + Below(300));
+    List().show();
   }
 
-  void MakeHandlersDelete() {
-    const auto sometimes = [this](TListItem* item) {
-      if (Below(8) == 0) item->Delete();
-    };
-    List.OnButtonClick = [=](TListItem* item, int) { sometimes(item); };
-    List.OnItemCheckBoxClick = sometimes;
-    List.OnItemChecked = [=, this](TListItem*) {
-      if (Below(40) == 0 && List.Items().Count() > 0) List.Items().Delete(Below(List.Items().Count()));
-    };
-    List.EditOnExit = [=](TListItem* item, int) { sometimes(item); };
-    List.EditOnEnter = List.EditOnExit;
-    List.OnSelectItem = [=, this](TListItem*, bool) {
-      if (Below(60) == 0) List.Groups()[Below(3)].SetGroupExpand(Below(2) == 0);
-    };
-    List.OnColumnComboBoxDropDown = [=](TListItem* item, int, int) { sometimes(item); };
+  void Destroy() {
+    if (std::exchange(FDying, true)) return;
+    FGallery.reset();
+    FDying = false;
   }
 
   void Refill() {
-    for (int row = 0; row < 6; ++row) {
-      TkListItem* const item = List.Items().Add(Below(4) - 1);
-      item->SetCaption(u"new %1"_qs.arg(row));
-      for (int column = 1; column < List.Columns().Count(); ++column)
+    const TEventScope scope(List().EventLife());  // keeps the rows that are being filled
+    while (List().Groups().Count() < 3)
+      List().Groups().Add(u"group"_qs);
+    while (!Dead() && List().Columns().Count() < 9) {
+      List().Columns().Add().SetColumnType(static_cast<TListColumnType>(Below(ltDefault + 1)));
+      if (!Dead()) List().Columns()[List().Columns().Count() - 1].ComboBoxItems = {u"a"_qs, u"b"_qs};
+    }
+    for (int row = Below(15); row > 0 && !Dead(); --row) {
+      TkListItem* const item = List().Items().Add(Below(6) - 1);
+      for (int column = Below(12); column > 0 && !Dead() && item != nullptr && !item->Gone(); --column)
         item->SubItems().Add(QString::number(column));
     }
   }
 
-  std::mt19937 Random{7};
+  TkListItem* SomeRow() {
+    const TkItemQuickList& all = List().Model().AllItems();
+    return all.Count() > 0 ? all[Below(all.Count())] : nullptr;
+  }
+  TkListGroup* SomeGroup() { return List().Groups().Find(Below(List().Groups().Count() + 1)); }
+
+  void Anything() {
+    if (Dead() || FDepth > 3) return;
+    ++FDepth;
+    if (Below(60) < 22) ToAll(Below(22));
+    if (!Dead() && Rarely(3)) ToRow(SomeRow());
+    if (!Dead() && Rarely(6)) ToGroup(SomeGroup());
+    --FDepth;
+  }
+
+  void ToAll(int what) {
+    switch (what) {
+      case 0:
+        return List().Clear();
+      case 1:
+        return List().AlphaSort();
+      case 2:
+        return List().DeleteSelected();
+      case 3:
+        if (List().Columns().Count() > 0) List().Columns().Delete(Below(List().Columns().Count()));
+        return;
+      case 4:
+        return Rarely(3) ? List().Columns().Clear() : void();
+      case 5:
+        return Rarely(3) ? Destroy() : void();
+      case 6:
+        return List().Model().Checks().SetAll(Rarely(2));
+      case 7:
+        return List().SetOpenGroupDraw(!List().OpenGroupDraw());
+      case 8:
+        return Rarely(3) ? List().Groups().Clear() : void();
+      case 9:
+        List().OnSelectItem = nullptr;
+        return Handle();
+      case 10:
+        return List().HideEditors();
+      case 11:
+        return Refill();
+      default:
+        return;
+    }
+  }
+
+  void ToRow(TkListItem* row) {
+    if (row == nullptr) return;
+    switch (Below(9)) {
+      case 0:
+      case 1:
+        return row->Delete();
+      case 2:
+        return row->SetChecked(!row->Checked());
+      case 3:
+        return row->SetGroupID(Below(5) - 1);
+      case 4:
+        return Rarely(2) ? row->Hide() : row->Show();
+      case 5:
+        return row->MoveTo(Below(20));
+      case 6:
+        return row->SetSubItemChecked(Below(9), Rarely(2));
+      case 7:
+        return row->SetSelected(!row->Selected());
+      default:
+        return row->SetCaption(QString::number(Below(1000)));
+    }
+  }
+
+  void ToGroup(TkListGroup* group) {
+    if (group == nullptr) return;
+    switch (Below(4)) {
+      case 0:
+        return List().Groups().Delete(group->GroupID());
+      case 1:
+        return group->SetGroupChecked(!group->GroupChecked());
+      default:
+        return group->SetGroupExpand(!group->GroupExpand());
+    }
+  }
+
+  void Handle();
+  void HandleCells();
+  void Gesture();
+  void Mouse(QWidget& widget);
+  void Key(QWidget& widget);
+  void Check(int step);
+
+  std::mt19937 FRandom{7};
+  std::unique_ptr<TGalleryList> FGallery;
+  int FDepth = 0;
+  bool FDying = false;
 };
 
-TEST_F(TRdMonkey, NoGestureLeavesAnythingBehind) {
-  MakeHandlersDelete();
-  for (int step = 0; step < kSteps; ++step) {
-    if (List.Items().Count() < 6) Refill();
-    Gesture();
-    if (step % 50 == 0) QTest::qWait(0);
-    const auto& all = List.Model().AllItems();
-    const auto checked =
-        std::count_if(all.begin(), all.end(), [](const TkListItem* row) { return row->Checked(); });
-    ASSERT_EQ(List.Model().Checks().CheckedTotal(), checked) << step;
-    const TkListItem* const edited = List.MouseState().EditItem;
-    ASSERT_TRUE(edited == nullptr || std::find(all.begin(), all.end(), edited) != all.end()) << step;
-    ASSERT_EQ(edited != nullptr, List.Editors().Shown()) << step;
+void TRdMonkey::Handle() {
+  const auto anything = [this] { Anything(); };
+  TRdListView& list = List();
+  list.OnSelectItem = [=](TListItem* item, bool) {
+    anything();
+    (void)item->Caption().size();
+  };
+  list.OnItemChecked = [=](TListItem* item) {
+    anything();
+    (void)item->Index();
+  };
+  list.OnChange = [=, this](TListItem* item, TItemChange) {
+    if (Rarely(4)) anything();
+    (void)item->Caption().size();
+  };
+  list.OnDeletion = [=](TListItem*) { anything(); };
+  list.OnCompare = [=, this](TListItem* a, TListItem* b, int& result) {
+    if (Rarely(30)) anything();
+    result = Rarely(30) ? Below(3) - 1 : QString::compare(a->Caption(), b->Caption());
+  };
+  list.OnColumnClick = [=](TListColumn* column) {
+    anything();
+    (void)column->Caption().size();
+  };
+  list.OnMouseDown = [=](Qt::MouseButton, Qt::KeyboardModifiers, int, int) { anything(); };
+  list.OnMouseUp = list.OnMouseDown;
+  list.OnClick = list.OnDblClick = anything;
+  list.OnKeyDown = [=](int&, Qt::KeyboardModifiers) { anything(); };
+  list.OnContextPopup = [=](const QPoint&, bool&) { anything(); };
+  list.GroupShowHide = [=, this](TRdListView&, TkListGroup& group, bool& show) {
+    anything();
+    (void)group.Header().size();
+    if (Rarely(8)) show = !show;
+  };
+  HandleCells();
+}
+
+void TRdMonkey::HandleCells() {
+  const auto anything = [this] { Anything(); };
+  TRdListView& list = List();
+  list.OnButtonClick = [=](TListItem* item, int) {
+    anything();
+    (void)item->Caption().size();
+  };
+  list.OnLabelClick = list.OnIconLabelClick = list.OnLabelIconClick = list.OnStarCaptionClick =
+      list.OnButtonClick;
+  list.OnCheckBoxClick = [=](TRdListView&, bool) { anything(); };
+  list.OnItemCheckBoxClick = [=](TListItem*) { anything(); };
+  list.OnSubItemChecking = [=](TkListItem*, int, bool&) { anything(); };
+  list.OnSubItemChecked = list.OnSubItemChecking;
+  list.EditOnEnter = list.EditOnExit = list.EditOnChange = [=](TkListItem*, int) { anything(); };
+  list.EditOnKeyPress = [=](int&, Qt::KeyboardModifiers) { anything(); };
+  list.OnColumnComboBoxDropDown = [=](TkListItem*, int, int) { anything(); };
+  list.OnColumnComboBoxChange = list.OnColumnComboBoxDropDown;
+  list.OnWriteLog = [=](const QString&) { anything(); };
+}
+
+void TRdMonkey::Mouse(QWidget& widget) {
+  const QEvent::Type type = kMouse[Below(std::size(kMouse))];
+  const QPoint pos(Below(widget.width() + 10), Below(widget.height() + 10));
+  const Qt::MouseButton button = Rarely(6) ? Qt::RightButton : Qt::LeftButton;
+  const bool moves = type == QEvent::MouseMove;
+  QMouseEvent event(type, pos, widget.mapToGlobal(pos), moves ? Qt::NoButton : button,
+                    Rarely(6) ? Qt::NoButton : button, kShifts[Below(3)]);
+  QCoreApplication::sendEvent(&widget, &event);
+}
+
+void TRdMonkey::Key(QWidget& widget) {
+  QKeyEvent event(QEvent::KeyPress, kKeys[Below(std::size(kKeys))], kShifts[Below(3)], u"5"_qs);
+  QCoreApplication::sendEvent(&widget, &event);
+}
+
+void TRdMonkey::Gesture() {
+  TRdEditors& editors = List().Editors();
+  if (editors.Shown() && Rarely(2)) {
+    QWidget& editor = editors.Edit().isVisible() ? static_cast<QWidget&>(editors.Edit()) : editors.ComboBox();
+    return Rarely(2) ? Key(editor) : Mouse(*editors.ComboBox().viewport());
   }
+  switch (Below(12)) {
+    case 0:
+      if (QWidget* const header = List().childAt(List().HeaderRect().center())) Mouse(*header);
+      return;
+    case 1:
+      return Mouse(Rarely(2) ? List().Bars().VertBar() : List().Bars().HorzBar());
+    case 2:
+      return List().SetTopIndex(Below(12));
+    case 3:
+      return Anything();
+    case 4: {
+      QWheelEvent event({50, 50}, {50, 50}, {}, {0, 120 * (Below(3) - 1)}, {}, {}, Qt::NoScrollPhase, false);
+      QCoreApplication::sendEvent(List().viewport(), &event);
+      return;
+    }
+    case 5:
+      if (TkListItem* const row = SomeRow())
+        List().Editors().Open(*row, Below(List().Columns().Count()), std::nullopt, false);
+      return;
+    case 6:
+    case 7:
+    case 8:
+      return Key(List());
+    default:
+      return Mouse(*List().viewport());
+  }
+}
+
+void TRdMonkey::Check(int step) {
+  const auto& all = List().Model().AllItems();
+  const auto checked = [](const TkListItem* row) { return row->Checked(); };
+  ASSERT_EQ(List().States().Count(), List().Items().Count()) << step;
+  ASSERT_EQ(List().Model().Checks().CheckedTotal(), std::count_if(all.begin(), all.end(), checked)) << step;
+  for (int row = 0; row < List().Items().Count(); ++row) {
+    const TkListItem& item = *List().Items()[row];
+    ASSERT_TRUE(!item.Gone() && all.Contains(item) && item.Index() == row) << step;
+    ASSERT_EQ(item.HasState(kRowChecked), item.Checked()) << step;
+  }
+  for (const auto& group : List().Groups()) {
+    const TkItemQuickList& members = group->Items();
+    ASSERT_EQ(group->CheckedCount(), std::count_if(members.begin(), members.end(), checked)) << step;
+    for (const TkListItem* row : members)
+      ASSERT_TRUE(all.Contains(*row) && row->Group() == group.get()) << step;
+    for (const TkListItem* row : group->HiddenItems())
+      ASSERT_TRUE(row->Hidden() && members.Contains(*row)) << step;
+  }
+  const TkListItem* const edited = List().MouseState().EditItem;
+  ASSERT_TRUE(edited == nullptr || all.Contains(*edited)) << step;
+  ASSERT_EQ(edited != nullptr, List().Editors().Shown()) << step;
+  ASSERT_FALSE(List().EventLife()->Telling()) << step;
+}
+
+}  // namespace
+
+TEST_F(TRdMonkey, NoHandlerLeavesAnythingDangling) {
+  for (int step = 0; step < Steps() && !HasFatalFailure(); ++step) {
+    if (FGallery == nullptr) Make();
+    if (List().Items().Count() < 6 || List().Columns().Count() < 5) Refill();
+    try {
+      if (FGallery != nullptr) Gesture();
+    } catch (const EListError&) {
+      // A row without the cell that was edited.
+    }
+    if (FGallery != nullptr && step % 40 == 0) List().grab();
+    if (step % 50 == 0) QCoreApplication::processEvents();
+    if (FGallery != nullptr) Check(step);
+  }
+  Destroy();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }

@@ -8,7 +8,17 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-using TRdView = TGalleryRig;
+class TRdView : public TGalleryRig {
+ protected:
+  void RdTipText(int column, const QString& text, bool tips) {
+    if (column == 0)
+      List.Items()[1]->SetCaption(text);
+    else
+      List.Items()[1]->SubItems().Put(column - 1, text);
+    EXPECT_EQ(TRdTip(List).TextAt(List.Layout().CellRect(1, column).center()), tips ? text : QString())
+        << column;
+  }
+};
 
 TEST_F(TRdView, OwnDrawingSetsItsOptions) {
   TRdListView list;
@@ -33,6 +43,13 @@ TEST_F(TRdView, TheTwoBarsOfAnAxisExcludeOneAnother) {
   EXPECT_FALSE(bars.ShowCustomVertScroll());
   bars.SetShowVertScroll(false);
   EXPECT_FALSE(bars.ShowVertScroll() || bars.ShowCustomVertScroll());
+  List.AllSkinVertScroll().SetAutoHide(true);
+  List.resize(1300, 200);
+  QTest::qWait(1);
+  EXPECT_FALSE(bars.VertBar().isVisible()) << "AutoHide shows no bar that was not chosen";
+  bars.SetShowCustomVertScroll(true);
+  QTest::qWait(1);
+  EXPECT_TRUE(bars.VertBar().isVisible());
 }
 
 TEST_F(TRdView, SkinnedBarsMirrorTheHost) {
@@ -104,6 +121,39 @@ TEST_F(TRdView, TipsComeOnlyForTextsThatAreCut) {
   EXPECT_EQ(tip.TextAt(Cell(1, kTextColumn).Cell.center()), QString());
 }
 
+TEST_F(TRdView, TipsKnowTheRoomThatIsPainted) {
+  RdTipText(kLabelColumn, u"a label that is longer than its column"_qs, true);
+  RdTipText(kButtonColumn, u"a button that is longer than that"_qs, true);
+  TPicture wide(QImage(300, 20, QImage::Format_RGB32));
+  List.AllSkinItem().ButtonDisableImage = wide;
+  List.Items()[1]->SetEnabled(false);
+  RdTipText(kButtonColumn, u"a button that is longer than that"_qs, false);
+  List.AllSkinItem().IconCommentWordBreak = true;
+  RdTipText(kNameColumn, u"many short words that are broken at the edge of the column, and so shown"_qs,
+            false);
+  List.SetOpenOwnerDraw(false);
+  RdTipText(kTextColumn, u"too long a text for the column"_qs, true);
+}
+
+TEST_F(TRdView, TheFocusShowsOnASelectedRow) {
+  Click(Cell(2, kTextColumn).Cell.center());
+  const QImage focused = List.viewport()->grab().toImage();
+  List.Items()[2]->SetFocused(false);
+  EXPECT_NE(List.viewport()->grab().toImage(), focused);
+}
+
+TEST_F(TRdView, FreedImageListsAreForgotten) {
+  auto images = std::make_unique<TImageList>(QSize(16, 16));
+  TRdListProperties properties = List.Properties();
+  properties.SortImage = properties.IconImgList = properties.GroupImages = images.get();
+  List.SetProperties(properties);
+  List.Columns()[0].SetIconImgList(images.get());
+  images.reset();
+  EXPECT_TRUE(List.Properties().SortImage == nullptr && List.Properties().IconImgList == nullptr &&
+              List.Properties().GroupImages == nullptr && List.Columns()[0].IconImgList() == nullptr);
+  List.grab();
+}
+
 TEST_F(TRdView, HoverRepaintsTheRowAndTheSkinShowsIt) {
   ApplySkin(List, TGallerySkin::Light);
   const auto pixel = [this](int row) {
@@ -126,7 +176,7 @@ TEST_F(TRdView, AListThatTheHostDrawsBehavesAsAnyList) {
   List.SetOpenOwnerDraw(false);
   const TListLayout layout = List.Layout();
   Click(layout.CellParts(1, 0).CheckBox.center());
-  EXPECT_EQ(TakeLog(), u"check Recorder, down, click, up");
+  EXPECT_EQ(TakeLog(), u"box Recorder, check Recorder, down, click, up");
   Click(layout.CellRect(2, kButtonColumn).center());
   EXPECT_EQ(TakeLog(), u"+Film, down, click, up") << "its cells are texts";
   DoubleClick(layout.CellRect(2, kTextColumn).center());
@@ -175,6 +225,14 @@ TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
   EXPECT_EQ(cell(1, kNameColumn)->text(QAccessible::Name), u"Picture Album Photos by day and place");
   EXPECT_EQ(cell(1, kProgressColumn)->text(QAccessible::Value), u"72");
   EXPECT_TRUE(cell(9, kButtonColumn)->state().disabled);
+  List.Items()[1]->SetFocused(true);
+  EXPECT_TRUE(cell(1, 0)->state().focused);
+  EXPECT_FALSE(cell(1, 1)->state().focused) << "one cell of the row";
+  QAccessibleActionInterface* const button = cell(1, kButtonColumn)->actionInterface();
+  EXPECT_EQ(button->keyBindingsForAction(QAccessibleActionInterface::pressAction()),
+            QStringList(QKeySequence(Qt::CTRL | Qt::Key_Return).toString()));
+  List.SetSort(kTextColumn, ssDown);
+  EXPECT_EQ(table->child(kTextColumn)->text(QAccessible::Value), u"descending");
 }
 
 TEST_F(TRdView, ActionsDoWhatClicksDo) {

@@ -5,11 +5,10 @@
 
 #include <QKeyEvent>
 #include <QScopeGuard>
-#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 #include <algorithm>
-#include <utility>
+#include <initializer_list>
 
 namespace {
 constexpr char kEditError[] = "LV\\Edit\\: You Must set SubItems.Count = ColumnCount-1";
@@ -23,33 +22,43 @@ TRdEditors::TRdEditors(TRdListView& list)
       FComboBox(std::make_unique<TkInplaceComboBox>(&list)) {
   FEdit->setObjectName(u"InplaceEdit"_qs);
   FComboBox->setObjectName(u"InplaceComboBox"_qs);
-  FEdit->OnEnter = [this] {
-    if (FList.EditOnEnter) FList.EditOnEnter(FList.FState.EditItem, FColumn);
-  };
+  FEdit->OnEnter = [this] { (void)Tell(FList.EventLife(), FList.EditOnEnter, FState.EditItem, FColumn); };
   FEdit->OnExit = [this] { Guarded([this] { ExitEdit(); }); };
   FEdit->OnKey = [this](QKeyEvent& event) { return EditKey(event); };
   QObject::connect(FEdit.get(), &QLineEdit::textChanged, FEdit.get(), [this] { EditChanged(); });
   FComboBox->OnCloseUp = [this] { Guarded([this] { CloseUp(); }); };
 }
 
+// An editor that is telling of itself is up the stack: it goes when the program comes back to its event loop.
 TRdEditors::~TRdEditors() {
-  FEdit->OnExit = nullptr;
-  FComboBox->OnCloseUp = nullptr;
+  FEdit->OnEnter = FEdit->OnExit = FComboBox->OnCloseUp = nullptr;
+  FEdit->OnKey = nullptr;
+  QObject::disconnect(FEdit.get(), &QLineEdit::textChanged, nullptr, nullptr);
+  FEdit->hide();
+  FComboBox->hide();
+  if (!FList.EventLife()->Telling()) return;
+  for (QWidget* const editor : std::initializer_list<QWidget*>{FEdit.release(), FComboBox.release()}) {
+    editor->setParent(nullptr);
+    editor->deleteLater();
+  }
 }
 
 template <typename Step>
 void TRdEditors::Guarded(Step step) {
+  const TEventScope scope(FList.EventLife());
   try {
     step();
   } catch (const EListError& error) {
-    FList.WriteLog(QString::fromLatin1(error.what()));
+    if (!scope.ListGone()) FList.WriteLog(QString::fromLatin1(error.what()));
   }
 }
 
 bool TRdEditors::Open(TkListItem& item, int column, std::optional<QPoint> pos, bool bothButtons) {
+  const TEventScope scope(FList.EventLife());
+  if (!pos && item.Index() >= 0) FList.MakeRowVisible(item.Index(), false);
+  if (scope.ListGone()) return true;
   const int row = item.Index();
   if (row < 0 || column < 0 || column >= FList.Columns().Count()) return false;
-  if (!pos) FList.MakeRowVisible(row, false);
   const TRdCellReader reader(FList);
   const TRdCell cell = reader.Cell(item, row, column);
   if (cell.Type != ltEdit && cell.Type != ltComboBox) return false;
@@ -61,17 +70,21 @@ bool TRdEditors::Open(TkListItem& item, int column, std::optional<QPoint> pos, b
   if (bothButtons) return true;
   const bool selected = item.Selected();
   FColumn = column;
-  FList.FState.EditItem = &item;
-  FList.FState.EditActive = true;
+  FState.EditItem = &item;
+  FState.EditActive = true;
   if (cell.Type == ltEdit)
     OpenEdit(band, cell.Text, static_cast<int>(CellAlignment(FList.Columns()[column])));
   else
     OpenComboBox(band, cell.Text);
-  // A handler may have deleted the row.
-  if (FList.FState.EditItem != &item) return true;
+  if (scope.ListGone() || FState.EditItem != &item) return true;
   FList.SelectRow(item.Index());
-  if (selected && FList.FState.EditItem == &item) FList.RepaintCell(item, column);
+  if (!scope.ListGone() && selected && FState.EditItem == &item) FList.RepaintCell(item, column);
   return true;
+}
+
+void TRdEditors::OpenAtRelease(TkListItem& item, int column, const QPoint& pos) {
+  const TEventScope scope(FList.EventLife());
+  if (Open(item, column, pos, false) && !scope.ListGone()) FState.EditStarted = true;
 }
 
 void TRdEditors::OpenEdit(const QRect& band, const QString& text, int alignment) {
@@ -90,17 +103,19 @@ void TRdEditors::OpenEdit(const QRect& band, const QString& text, int alignment)
   FEdit->setFocus(Qt::OtherFocusReason);
 }
 
-void TRdEditors::OpenComboBox(const QRect& band, const QString& text) {
+bool TRdEditors::OpenComboBox(const QRect& band, const QString& text) {
+  const TEventScope scope(FList.EventLife());
   TkListColumn& column = FList.Columns()[FColumn];
-  TkListItem* const item = FList.FState.EditItem;
+  TkListItem* const item = FState.EditItem;
   FComboBox->SetItems(column.ComboBoxItems);
   FComboBox->SetItemIndex(static_cast<int>(column.ComboBoxItems.indexOf(text)));
   FComboBox->setAccessibleName(column.Caption().trimmed());
   FSavedIndex = FComboBox->ItemIndex();
-  if (FList.OnColumnComboBoxDropDown) FList.OnColumnComboBoxDropDown(item, FColumn, FSavedIndex);
-  if (FList.FState.EditItem == item && column.OnColumnComboBoxDropDown)
-    column.OnColumnComboBoxDropDown(item, FColumn, FSavedIndex);
-  if (FList.FState.EditItem != item) return;
+  for (const TOnComboBoxChange* const event :
+       {&FList.OnColumnComboBoxDropDown, &column.OnColumnComboBoxDropDown}) {
+    if (!Tell(FList.EventLife(), *event, item, FColumn, FSavedIndex) || column.Gone()) return false;
+    if (FState.EditItem != item) return false;
+  }
   // The handlers may have filled the choices.
   FComboBox->SetItems(column.ComboBoxItems);
   FSavedIndex = static_cast<int>(column.ComboBoxItems.indexOf(text));
@@ -111,12 +126,13 @@ void TRdEditors::OpenComboBox(const QRect& band, const QString& text) {
   FComboBox->setFont(FList.font());
   const QRect box = band.adjusted(-1, 0, 1, 0);
   FComboBox->DropDown({FList.viewport()->mapToGlobal(box.topLeft()), box.size()});
+  return true;
 }
 
 bool TRdEditors::EditKey(QKeyEvent& event) {
   int key = event.key();
-  if (FList.EditOnKeyPress) FList.EditOnKeyPress(key, event.modifiers());
-  if (key == 0) return true;
+  const TEventScope scope(FList.EventLife());
+  if (!Tell(FList.EventLife(), FList.EditOnKeyPress, key, event.modifiers()) || key == 0) return true;
   if (key == Qt::Key_Escape) {
     Drop();
     return true;
@@ -127,72 +143,89 @@ bool TRdEditors::EditKey(QKeyEvent& event) {
 }
 
 void TRdEditors::EditChanged() {
-  TkListItem* const item = FList.FState.EditItem;
+  const TEventScope scope(FList.EventLife());
+  TkListItem* const item = FState.EditItem;
   if (item == nullptr) return;
-  if (FList.EditOnChange) FList.EditOnChange(item, FColumn);
-  if (FList.FState.EditItem != item) return;
-  const TOnEditChange& change = FList.Columns()[FColumn].OnColumnEditChange;
-  if (change) change(item, FColumn);
+  if (!Tell(FList.EventLife(), FList.EditOnChange, item, FColumn) || FState.EditItem != item) return;
+  (void)Tell(FList.EventLife(), FList.Columns()[FColumn].OnColumnEditChange, item, FColumn);
 }
 
 void TRdEditors::Hide() {
-  FList.FState.EditActive = false;
+  const TEventScope scope(FList.EventLife());
+  FState.EditActive = false;
   ExitEdit();
-  FComboBox->CloseUp();
+  if (!scope.ListGone()) FComboBox->CloseUp();
 }
 
 void TRdEditors::Drop() {
-  FList.FState.EditItem = nullptr;
+  FForgotten = false;
+  FState.EditItem = nullptr;
   Guarded([this] { Hide(); });
+}
+
+void TRdEditors::Forget(const TkListItem& item) {
+  if (FState.EditItem != &item) return;
+  FState.EditItem = nullptr;
+  FForgotten = true;
+}
+
+void TRdEditors::DropForgotten() {
+  if (FForgotten) Drop();
 }
 
 // Leaving the focus, Enter and Hide all end here, and each may cause the other.
 void TRdEditors::ExitEdit() {
   if (FExiting || FEdit->isHidden()) return;
-  const QScopedValueRollback guard(FExiting, true);
-  const auto hide = qScopeGuard([this] {
-    const bool focused = FEdit->hasFocus();
-    FList.FState.EditItem = nullptr;
-    FList.FState.EditActive = false;
-    if (focused) FList.setFocus(Qt::OtherFocusReason);
-    FEdit->hide();
-    Repaint(FColumn);
+  const TEventScope scope(FList.EventLife());
+  FExiting = true;
+  const auto end = qScopeGuard([this, &scope] {
+    if (!scope.ListGone()) EndEdit();
   });
-  TkListItem* const item = FList.FState.EditItem;
-  if (item == nullptr) return;
-  if (FList.EditOnExit) FList.EditOnExit(item, FColumn);
-  if (FList.FState.EditItem == item) Write(FEdit->text(), kEditError);
+  TkListItem* const item = FState.EditItem;
+  if (item == nullptr || !Tell(FList.EventLife(), FList.EditOnExit, item, FColumn)) return;
+  if (FState.EditItem == item) Write(FEdit->text(), kEditError);
+}
+
+void TRdEditors::EndEdit() {
+  const bool focused = FEdit->hasFocus();
+  FState.EditItem = nullptr;
+  FState.EditActive = false;
+  if (focused) FList.setFocus(Qt::OtherFocusReason);
+  FEdit->hide();
+  FExiting = false;
+  Repaint(FColumn);
 }
 
 void TRdEditors::CloseUp() {
   if (FExiting) return;
-  const QScopedValueRollback guard(FExiting, true);
-  TRdListState& state = FList.FState;
-  state.CellHotState = kCellNormal;
-  const auto end = qScopeGuard([&] {
-    state.EditItem = nullptr;
-    state.EditActive = false;
-    state.PressedRow = -1;
+  const TEventScope scope(FList.EventLife());
+  FExiting = true;
+  const auto end = qScopeGuard([this, &scope] {
+    if (scope.ListGone()) return;
+    FState.EditItem = nullptr;
+    FState.EditActive = false;
+    FExiting = false;
     Repaint(FColumn);
   });
+  FList.FMouse.EndPress();
   FList.setFocus(Qt::PopupFocusReason);
-  TkListItem* const item = state.EditItem;
+  TkListItem* const item = FState.EditItem;
   if (item == nullptr || FComboBox->ItemIndex() == FSavedIndex) return;
+  const QString text = FComboBox->Items().value(FComboBox->ItemIndex());
   ComboBoxChanged(*item);
-  if (state.EditItem == item) Write(FComboBox->Items().value(FSavedIndex), kComboBoxError);
+  if (!scope.ListGone() && FState.EditItem == item) Write(text, kComboBoxError);
 }
 
 void TRdEditors::ComboBoxChanged(TkListItem& item) {
   const int index = FComboBox->ItemIndex();
   FSavedIndex = index;
-  if (FList.OnColumnComboBoxChange) FList.OnColumnComboBoxChange(&item, FColumn, index);
-  if (FList.FState.EditItem != &item) return;
-  const TOnComboBoxChange& change = FList.Columns()[FColumn].OnColumnComboBoxChange;
-  if (change) change(&item, FColumn, index);
+  if (!Tell(FList.EventLife(), FList.OnColumnComboBoxChange, &item, FColumn, index)) return;
+  if (FState.EditItem != &item) return;
+  (void)Tell(FList.EventLife(), FList.Columns()[FColumn].OnColumnComboBoxChange, &item, FColumn, index);
 }
 
 void TRdEditors::Write(const QString& text, const char* error) {
-  if (!SetShownText(*FList.FState.EditItem, FColumn, text)) throw EListError(error);
+  if (!SetShownText(*FState.EditItem, FColumn, text)) throw EListError(error);
 }
 
 void TRdEditors::Repaint(int column) {

@@ -2,8 +2,8 @@
 // what they give back to it. Main thread.
 #pragma once
 
-#include "controls/list/rd/editors/InplaceComboBox.h"
-#include "controls/list/rd/editors/InplaceEdit.h"
+#include "controls/list/rd/RdListState.h"
+#include "controls/list/rd/editors/RdInplaceEditors.h"
 
 #include <QPoint>
 
@@ -18,27 +18,37 @@ class TRdEditors {
   explicit TRdEditors(TRdListView& list);
   ~TRdEditors();
 
+  [[nodiscard]] const TRdEditState& State() const { return FState; }
+
   // Opens the editor of an edit or combo box cell, if the point is in its band or there is none. The row
   // becomes the selected and focused one. False leaves all editors hidden.
   bool Open(TkListItem& item, int column, std::optional<QPoint> pos, bool bothButtons);
+  // By the release of a click.
+  void OpenAtRelease(TkListItem& item, int column, const QPoint& pos);
+  // The button is up: what was opened by the click is open for good.
+  void EndGesture() { FState.EditActive = FState.EditStarted = false; }
   [[nodiscard]] bool Shown() const { return FEdit->isVisible() || FComboBox->isVisible(); }
 
   // Writes the text to the cell and hides the editors. Throws EListError if the row has no such cell.
   void Hide();
   // Hides them without a word to the cell.
   void Drop();
+  // The row is gone: its editor has no cell any more, and is dropped once all that is going has gone.
+  void Forget(const TkListItem& item);
+  void DropForgotten();
 
   [[nodiscard]] TkInplaceEdit& Edit() { return *FEdit; }
   [[nodiscard]] TkInplaceComboBox& ComboBox() { return *FComboBox; }
 
  private:
   void OpenEdit(const QRect& band, const QString& text, int alignment);
-  void OpenComboBox(const QRect& band, const QString& text);
+  bool OpenComboBox(const QRect& band, const QString& text);
   bool EditKey(QKeyEvent& event);
   void EditChanged();
   void ExitEdit();
   void CloseUp();
   void ComboBoxChanged(TkListItem& item);
+  void EndEdit();
   void Write(const QString& text, const char* error);
   // Runs a step of a gesture: its error goes to OnWriteLog, as no caller could catch it.
   template <typename Step>
@@ -48,7 +58,9 @@ class TRdEditors {
   TRdListView& FList;
   std::unique_ptr<TkInplaceEdit> FEdit;
   std::unique_ptr<TkInplaceComboBox> FComboBox;
+  TRdEditState FState;
   int FColumn = -1;
   int FSavedIndex = -1;  // the line on opening
   bool FExiting = false;
+  bool FForgotten = false;
 };

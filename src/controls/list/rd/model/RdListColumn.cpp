@@ -1,13 +1,7 @@
 #include "controls/list/rd/model/RdListColumn.h"
 
-#include "controls/picture/ImageList.h"
-
 TkListColumn::TkListColumn(TkListColumns& owner)
     : TListColumn(owner), FColumnFont(owner.ListFont()), FColumnHeaderFont(owner.ListFont()) {}
-
-TkListColumn::~TkListColumn() {
-  if (FIconImgList != nullptr) FIconImgList->RemoveChangeLink(FIconLink);
-}
 
 template <typename T>
 void TkListColumn::SetField(T& field, const T& value) {
@@ -49,10 +43,9 @@ void TkListColumn::SetAutoSize(bool autoSize) {
 }
 
 void TkListColumn::SetIconImgList(TImageList* images) {
-  if (images == FIconImgList) return;
-  if (FIconImgList != nullptr) FIconImgList->RemoveChangeLink(FIconLink);
-  FIconLink = images != nullptr ? images->AddChangeLink([this] { Changed(); }) : 0;
-  SetField(FIconImgList, images);
+  if (images == IconImgList()) return;
+  FIcons.SetImages(images);
+  Changed();
 }
 
 TkListColumn& TkListColumns::operator[](int index) const {

@@ -2,12 +2,12 @@
 #pragma once
 
 #include "controls/list/model/ListColumns.h"
-#include "controls/list/rd/model/ColumnTypes.h"
+#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/picture/ImageList.h"
 
 #include <QFont>
 #include <QStringList>
 
-class TImageList;
 class TkListItem;
 class TkListColumns;
 
@@ -17,7 +17,6 @@ using TOnComboBoxChange = std::function<void(TkListItem* item, int columnIndex, 
 class TkListColumn : public TListColumn {
  public:
   explicit TkListColumn(TkListColumns& owner);
-  ~TkListColumn() override;
 
   TOnEditChange OnColumnEditChange;
   TOnComboBoxChange OnColumnComboBoxDropDown;
@@ -50,9 +49,8 @@ class TkListColumn : public TListColumn {
   [[nodiscard]] bool AutoSize() const { return FAutoSize; }
   void SetAutoSize(bool autoSize);
 
-  // Icons of this column; null means the list's. Not owned: it outlives the column or is taken back with
-  // null.
-  [[nodiscard]] TImageList* IconImgList() const { return FIconImgList; }
+  // Icons of this column; null means the list's. Not owned: a freed image list is forgotten.
+  [[nodiscard]] TImageList* IconImgList() const { return FIcons.Images(); }
   void SetIconImgList(TImageList* images);
 
  private:
@@ -63,8 +61,7 @@ class TkListColumn : public TListColumn {
 
   QFont FColumnFont;
   QFont FColumnHeaderFont;
-  TImageList* FIconImgList = nullptr;
-  int FIconLink = 0;
+  TImageListLink FIcons{[this] { Changed(); }};
   TListColumnType FColumnType = ltNone;
   bool FParentFont = true;
   bool FFixedWidth = false;

@@ -1,18 +1,68 @@
-// The groups of a TRdListView. A group is known by its position, which is its GroupID. Main thread.
+// The groups of a TRdListView, and the sorted row lists that they and the model keep. A group is known by its
+// position, which is its GroupID. Main thread.
 #pragma once
 
 #include "controls/list/model/ListColumns.h"
-#include "controls/list/rd/model/ItemQuickList.h"
-#include "controls/list/rd/model/RdListTypes.h"
+#include "controls/list/rd/model/RdColumnTypes.h"
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 class TkListGroups;
 class TkListItem;
 class TkListModel;
+
+// -1, 0 or 1 as the first row comes before, with or after the second.
+using TkItemOrder = int (*)(const TkListItem& a, const TkListItem& b);
+[[nodiscard]] int BySerial(const TkListItem& a, const TkListItem& b);
+[[nodiscard]] int ByGroupOrder(const TkListItem& a, const TkListItem& b);
+
+// A sorted list of rows that finds a row by binary search. It owns none of them.
+class TkItemQuickList {
+ public:
+  // In stamping mode each added row gets the next GroupOrder stamp, so that it goes to the end.
+  explicit TkItemQuickList(TkItemOrder compare = &BySerial, bool stamping = false)
+      : FCompare(compare), FStamping(stamping) {}
+
+  // False if the row stands in the list already.
+  bool Add(TkListItem& item);
+  // The place that the row had, -1 if it was not in the list.
+  int Remove(const TkListItem& item);
+  // Several at once, in one pass.
+  template <typename Is>
+  void RemoveAll(const Is& is) {
+    std::erase_if(FList, is);
+  }
+  void Clear() { FList.clear(); }
+  void Reserve(int count) { FList.reserve(static_cast<size_t>(count)); }
+
+  [[nodiscard]] int IndexOf(const TkListItem& item) const;
+  [[nodiscard]] bool Contains(const TkListItem& item) const { return IndexOf(item) >= 0; }
+  [[nodiscard]] int Count() const { return static_cast<int>(FList.size()); }
+  [[nodiscard]] TkListItem* operator[](int index) const { return FList[static_cast<size_t>(index)]; }
+  [[nodiscard]] auto begin() const { return FList.begin(); }
+  [[nodiscard]] auto end() const { return FList.end(); }
+
+  // Gives a stamping list another order by new stamps. Rows that have left the list meanwhile are passed
+  // over, rows that have come stay last.
+  void Restamp(const std::vector<TkListItem*>& order);
+
+ private:
+  struct TPlace {
+    size_t Index;
+    bool Found;
+  };
+  [[nodiscard]] TPlace Find(const TkListItem& item) const;
+  [[nodiscard]] int NextStamp();
+
+  std::vector<TkListItem*> FList;
+  TkItemOrder FCompare;
+  bool FStamping;
+  int FStampCounter = 0;
+};
 
 // Owned by its TkListGroups; owns no row. A header row stands for it where groups are drawn.
 class TkListGroup {
@@ -22,7 +72,10 @@ class TkListGroup {
   TkListGroup& operator=(const TkListGroup&) = delete;
 
   [[nodiscard]] TkListModel& Model() const;
+  // -1 for a group that is gone.
   [[nodiscard]] int GroupID() const { return FGroupID; }
+  // The group was deleted and is kept only until the event at hand has been told.
+  [[nodiscard]] bool Gone() const { return FGroupID < 0; }
 
   [[nodiscard]] const QString& Header() const { return FHeader; }
   void SetHeader(const QString& header) { Set(FHeader, header); }
@@ -64,7 +117,6 @@ class TkListGroup {
   friend class TkGroupPlacing;
   friend class TkCheckBook;
   friend class TkListModel;
-  friend class TkStoredRows;
   template <typename T>
   void Set(T& field, const T& value) {
     if (field == value) return;
@@ -72,8 +124,6 @@ class TkListGroup {
     Redraw();
   }
   void Redraw();
-  // All rows are gone.
-  void Forget();
 
   TkListGroups& FOwner;
   int FGroupID;
@@ -103,6 +153,7 @@ class TkListGroups {
 
   [[nodiscard]] TkListModel& Model() const { return FModel; }
 
+  // Rows that ask for its id already join it.
   TkListGroup& Add(const QString& header = {});
   // The rows of the group stay, shown and without group; later groups and their rows move up by one id.
   void Delete(int index);

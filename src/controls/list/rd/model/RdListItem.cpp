@@ -81,8 +81,10 @@ void TkListItem::DropColumnTypes() {
 }
 
 void TkListItem::SetGroupID(int groupID) {
+  if (Gone()) return;
+  const TEventScope scope(OwnerItems().Life());
   Model().Placing().SetGroup(*this, groupID);
-  OwnerItems().Tell();
+  if (!scope.ListGone()) OwnerItems().Tell();
 }
 
 void TkListItem::SetChecked(bool checked) {
@@ -94,12 +96,13 @@ bool TkListItem::SubItemChecked(int column) const {
 }
 
 void TkListItem::SetSubItemChecked(int column, bool checked) {
-  if (column <= 0 || !HasCell(*this, column)) return;
+  if (Gone() || column <= 0 || !HasCell(*this, column)) return;
+  const TEventScope scope(OwnerItems().Life());
   const bool before = SubItemChecked(column);
-  Model().ListView().DoSubItemChecking(*this, column, checked);
-  if (checked == before) return;
+  if (!Model().ListView().DoSubItemChecking(*this, column, checked) || Gone() || checked == before) return;
   SetShownText(*this, column, checked ? QStringLiteral("1") : QString());
-  Model().ListView().DoSubItemChecked(*this, column, checked);
+  if (scope.ListGone() || Gone()) return;
+  (void)Model().ListView().DoSubItemChecked(*this, column, checked);
 }
 
 int TkListItem::HiddenIndex() const {
@@ -107,13 +110,13 @@ int TkListItem::HiddenIndex() const {
 }
 
 void TkListItem::Hide(int index) {
-  if (FHidden) return;
+  if (FHidden || Gone()) return;
   OwnerItems().TakeOut(*this, index);
   OwnerItems().Tell();
 }
 
 void TkListItem::Show(int index) {
-  if (!FHidden) return;
+  if (!FHidden || Gone()) return;
   Model().Placing().Show(*this, index);
   OwnerItems().Tell();
 }
@@ -135,8 +138,5 @@ void TkListItem::ExchangeWith(int index) {
 }
 
 void TkListItem::Delete() {
-  if (FHidden)
-    Model().DestroyHidden(*this);
-  else
-    TListItem::Delete();
+  if (!Gone()) OwnerItems().DeleteRows({this});
 }

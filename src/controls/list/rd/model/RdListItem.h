@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/list/model/ListItem.h"
-#include "controls/list/rd/model/ColumnTypes.h"
+#include "controls/list/rd/model/RdColumnTypes.h"
 #include "controls/scroll/Colors.h"
 
 #include <memory>
@@ -27,7 +27,6 @@ class TkListItem : public TListItem {
   // Creation number, unique in the list.
   [[nodiscard]] int Serial() const { return FSerial; }
   [[nodiscard]] bool IsGroupHeader() const { return FIsGroupHeader; }
-  [[nodiscard]] bool Destroying() const { return FDestroying; }
 
   // A disabled row's buttons and labels neither react nor take hover.
   [[nodiscard]] bool Enabled() const { return FEnabled; }
@@ -88,7 +87,6 @@ class TkListItem : public TListItem {
   friend class TkListModel;
   friend class TkGroupPlacing;
   friend class TkCheckBook;
-  friend class TkStoredRows;
   struct TExtras;
   [[nodiscard]] TExtras& Extras();
 
@@ -97,7 +95,7 @@ class TkListItem : public TListItem {
   int FGroupID = -1;
   int FCheckChangeCount = 0;
   int FGroupOrder = 0;
-  bool FDestroying : 1 = false;
+  bool FLeaves : 1 = false;            // its removal is under way
   bool FCheckPropagating : 1 = false;  // a header whose check goes to the members
   bool FEnabled : 1 = true;
   bool FIsGroupHeader : 1 = false;

@@ -1,6 +1,5 @@
 #include "controls/list/rd/model/RdListItems.h"
 
-#include "controls/list/model/ListItems.h"
 #include "controls/list/model/RowStates.h"
 #include "controls/list/rd/model/RdListModel.h"
 
@@ -8,6 +7,7 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -102,8 +102,10 @@ TkListItem* TkListItems::operator[](int index) const {
 // Adding.
 
 TkListItem* TkListItems::Add(int groupID) {
+  const TEventScope scope(Life());
   TkListItem* const item = FModel->Enter(Owner().CreateListItem(*this));
   if (groupID >= 0) FModel->Placing().SetGroup(*item, groupID);
+  if (scope.ListGone() || item->Gone()) return nullptr;
   if (item->CachedIndex() < 0 && !item->Hidden()) Place({&item, 1}, Count());
   Tell();
   return item;
@@ -122,26 +124,32 @@ TkListItem* TkListItems::AddItem(std::unique_ptr<TListItem> item, int index) {
 }
 
 void TkListItems::CopyRow(const TListItem& source) {
+  const TEventScope scope(Life());
   const auto* const full = dynamic_cast<const TkListItem*>(&source);
   TkListItem* const copy = Add(full != nullptr ? full->GroupID() : -1);
+  if (copy == nullptr) return;
   CopyContent(source, *copy);
+  if (scope.ListGone()) return;
   copy->SetChecked(source.Checked());
-  if (full != nullptr) CopyLooks(*full, *copy);
+  if (full != nullptr && !scope.ListGone() && !copy->Gone()) CopyLooks(*full, *copy);
 }
 
 void TkListItems::Assign(const TListItems& source) {
   if (&source == this) return;
+  const TEventScope scope(Life());
+  const TEventScope sourceScope(source.Owner().Life());
   const TListUpdate update(*this);
   const QScopedValueRollback quiet(FModel->FNoDeletionEvents, true);
   Clear();
-  const auto isHeader = [](const TListItem& row) { return row.Caption() == u"Group"; };
-  for (const TListItem* row : source) {
-    if (!isHeader(*row)) CopyRow(*row);
-  }
+  std::vector<const TListItem*> rows(source.begin(), source.end());
   if (const auto* const full = dynamic_cast<const TkListItems*>(&source)) {
-    for (const TkListItem* row : full->Model().AllItems()) {
-      if (row->Hidden() && !isHeader(*row)) CopyRow(*row);
-    }
+    std::ranges::copy_if(full->Model().AllItems(), std::back_inserter(rows),
+                         [](const TkListItem* row) { return row->Hidden(); });
+  }
+  std::erase_if(rows, [](const TListItem* row) { return row->Caption() == u"Group"; });
+  for (const TListItem* row : rows) {
+    if (!row->Gone()) CopyRow(*row);
+    if (scope.ListGone()) return;
   }
   FModel->Placing().GroupDrawChanged();
 }
@@ -149,44 +157,61 @@ void TkListItems::Assign(const TListItems& source) {
 // Removing.
 
 void TkListItems::Delete(int index) {
-  TkListItem* const item = (*this)[index];
-  Owner().RowStates().Change(index, 0, kRowSelected);
-  // A handler may have moved the row or deleted it already.
-  if (Item(index) != item && std::find(FRows.begin(), FRows.end(), item) == FRows.end()) return;
-  FModel->TellDeletion(*item);
-  TakeOut(*item, -1);
-  FModel->Destroy(*item);
-  Tell();
+  DeleteRows({(*this)[index]});
+}
+
+void TkListItems::DeleteRows(const std::vector<TListItem*>& rows) {
+  TellDeletions(rows, true);
 }
 
 void TkListItems::Clear() {
+  const TEventScope scope(Life());
   FOwner.ResetMouseState();
-  if (FModel->AllItems().Count() == 0) return;
+  if (scope.ListGone() || FModel->AllItems().Count() == 0) return;
   const TListUpdate update(*this);
-  for (size_t row = 0; row < FRows.size(); ++row)
-    FModel->TellDeletion(*Row(row));
-  FModel->TellHiddenDeletions();
-  const int count = Count();
-  FRows.clear();
-  HostRemove(0, count);
-  MoveFocusToRows();
-  FNumbers.RenumberAll();
-  FGroupOrder.AllChanged();
-  FModel->DestroyAll();
-  Tell();
+  std::vector<TListItem*> rows = FRows;
+  std::ranges::copy_if(FModel->AllItems(), std::back_inserter(rows),
+                       [](const TkListItem* item) { return item->Hidden(); });
+  TellDeletions(rows, false);
+  if (!scope.ListGone() && FModel->AllItems().Count() == 0) FModel->Checks().ClearMarks();
+}
+
+// The rows whose deletion is told stand in the list until all is told; then they leave it together. A header
+// row whose group still has rows by then stays with them.
+void TkListItems::TellDeletions(const std::vector<TListItem*>& rows, bool deselect) {
+  const TEventScope scope(Life());
+  std::vector<TkListItem*> leaving;
+  std::vector<TkListItem*> headers;
+  const auto removal = qScopeGuard([&] {
+    if (!scope.ListGone()) FModel->RemoveAndFollow(leaving, headers);
+  });
+  for (TListItem* row : rows) {
+    if (deselect && !row->Gone()) row->SetSelected(false);
+    if (scope.ListGone()) return;
+    auto& item = static_cast<TkListItem&>(*row);
+    if (item.IsGroupHeader() && !deselect)
+      headers.push_back(&item);
+    else if (!item.Gone() && FModel->TellDeletion(item))
+      leaving.push_back(&item);
+    if (scope.ListGone()) return;
+  }
+}
+
+std::vector<TkListItem*> TkListItems::ShownRows() const {
+  std::vector<TkListItem*> rows(FRows.size());
+  std::ranges::transform(FRows, rows.begin(), [](TListItem* row) { return static_cast<TkListItem*>(row); });
+  return rows;
 }
 
 // Update brackets.
 
 bool TkListItems::BeginUpdate(int countDelta) {
   const bool outermost = TListItems::BeginUpdate();
-  if (!FOwner.ListState().OwnerData) return outermost;
   if (outermost) FSavedHorzPos = FOwner.HorzScrollPos();
   if (countDelta != 0) {
     const int room = std::max(0, countDelta);
     Owner().RowStates().Insert(Owner().RowStates().Count(), room);
     FUpdateStack.push_back(room);
-    FCountChanged = true;
   }
   return outermost;
 }
@@ -198,11 +223,10 @@ bool TkListItems::EndUpdate() {
     Owner().RowStates().Remove(Owner().RowStates().Count() - room, room);
   }
   if (UpdateDepth() == 1) FNumbers.Settle();
-  if (!TListItems::EndUpdate()) return false;
-  const bool scrolling = FOwner.ListState().Scrolling;
-  const int pos = std::exchange(FSavedHorzPos, -1);
-  if (pos >= 0 && !scrolling) FOwner.ScrollToHorz(pos);
-  if (std::exchange(FCountChanged, false) || !scrolling) FOwner.Realign();
+  const TEventScope scope(Life());
+  if (!TListItems::EndUpdate() || scope.ListGone()) return false;
+  if (const int pos = std::exchange(FSavedHorzPos, -1); pos >= 0) FOwner.ScrollToHorz(pos);
+  if (!scope.ListGone()) FOwner.Realign();
   return true;
 }
 
@@ -217,7 +241,6 @@ void TkListItems::Place(std::span<TkListItem* const> items, int index) {
   HostInsert(index, count);
   for (int row = index; row < index + count; ++row)
     Arrived(*Item(row), row);
-  FCountChanged = true;
 }
 
 void TkListItems::Arrived(TkListItem& item, int index) {
@@ -236,12 +259,11 @@ void TkListItems::TakeOut(TkListItem& item, int hiddenIndex) {
   if (item.Group() != nullptr && !item.IsGroupHeader()) --item.Group()->FShownCount;
   FRows.erase(FRows.begin() + index);
   FNumbers.Removed(index, Updating());
-  HostRemove(index, 1);
+  HostRemove({index});
   MoveFocusToRows();
-  FCountChanged = true;
 }
 
-// Runs of neighbours leave the host at once, and the rows close up in one pass.
+// The rows close up in one pass.
 void TkListItems::TakeOut(const std::vector<int>& ascending) {
   if (ascending.empty()) return;
   for (const int index : ascending) {
@@ -253,15 +275,8 @@ void TkListItems::TakeOut(const std::vector<int>& ascending) {
   }
   std::erase_if(FRows, [](const TListItem* row) { return static_cast<const TkListItem*>(row)->Hidden(); });
   FNumbers.Removed(ascending.front(), Updating());
-  for (auto run = ascending.rbegin(); run != ascending.rend();) {
-    auto end = run + 1;
-    while (end != ascending.rend() && *end == *(end - 1) - 1)
-      ++end;
-    HostRemove(*(end - 1), static_cast<int>(end - run));
-    run = end;
-  }
+  HostRemove(ascending);
   MoveFocusToRows();
-  FCountChanged = true;
 }
 
 void TkListItems::Shift(int from, int to) {
@@ -307,10 +322,11 @@ void TkListItems::HostInsert(int index, int count) {
   if (used < count) states.Insert(index + used, count - used);
 }
 
-void TkListItems::HostRemove(int index, int count) {
+void TkListItems::HostRemove(const std::vector<int>& ascending) {
   TRowStates& states = Owner().RowStates();
-  states.Remove(index, count);
+  states.Remove(ascending);
   if (FUpdateStack.empty()) return;
+  const int count = static_cast<int>(ascending.size());
   states.Insert(states.Count(), count);
   FUpdateStack.back() += count;
 }
@@ -330,8 +346,8 @@ void TkListItems::MoveFocusToRows() {
 void TkListItems::Sort(const TCompare& compare) {
   if (!compare) return;
   const bool flat = FModel->Groups().Count() == 0;
-  SortRows(compare, [&](std::vector<TListItem*>& rows) {
-    QuickSortRows(rows, flat ? compare : WithinGroups(compare));
+  SortRows(compare, [&](std::vector<TListItem*>& rows, const TCompare& safe) {
+    QuickSortRows(rows, flat ? safe : WithinGroups(safe));
   });
 }
 
@@ -341,23 +357,34 @@ void TkListItems::SortByText(int column, TTextOrder order, bool descending) {
     return sign * order(ShownView(static_cast<TkListItem&>(a), column),
                         ShownView(static_cast<TkListItem&>(b), column));
   };
-  SortRows(compare, [&](std::vector<TListItem*>& rows) {
+  SortRows(compare, [&](std::vector<TListItem*>& rows, const TCompare&) {
     TTextKeys keys(rows, column);
     keys.Sort([&](QStringView a, QStringView b) { return sign * order(a, b); });
     std::ranges::transform(keys.Keys, rows.begin(), &TTextKeys::TKey::Item);
   });
 }
 
-void TkListItems::SortRows(const TCompare& compare, const TOrder& sortShown) {
+// A comparison may change the list, destroy it or throw: copies are sorted, and only then the rows take their
+// order, all at once.
+void TkListItems::SortRows(const TCompare& asked, const TOrder& sortShown) {
+  const TEventScope scope(Life());
+  const TCompare compare = [&](TListItem& a, TListItem& b) { return scope.ListGone() ? 0 : asked(a, b); };
   const TListUpdate update(*this);
+  std::vector<std::pair<TkListGroup*, std::vector<TkListItem*>>> hidden;
   for (const auto& group : FModel->Groups()) {
-    if (group->Collapsed()) group->FHiddenItems.Restamp(compare);
+    if (group->Collapsed())
+      hidden.emplace_back(group.get(),
+                          std::vector<TkListItem*>(group->HiddenItems().begin(), group->HiddenItems().end()));
   }
-  const auto settle = qScopeGuard([this] {
-    FNumbers.RenumberAll();
-    FGroupOrder.AllChanged();
-  });
-  std::vector<TListItem*> rows = FRows;
-  sortShown(rows);
-  SetOrder(rows);
+  for (auto& [group, rows] : hidden)
+    QuickSortRows(rows, compare);
+  std::vector<TListItem*> shown = FRows;
+  sortShown(shown, compare);
+  if (scope.ListGone()) return;
+  for (auto& [group, rows] : hidden) {
+    if (!group->Gone()) group->FHiddenItems.Restamp(rows);
+  }
+  SetOrder(shown);
+  FNumbers.RenumberAll();
+  FGroupOrder.AllChanged();
 }

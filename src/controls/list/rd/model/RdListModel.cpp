@@ -6,8 +6,10 @@
 
 #include <algorithm>
 
-bool TkListModel::ItemShows(const TkListItem& item) const {
-  return !FItems.Updating() && !State().Loading && !item.Destroying();
+bool GroupGivesBox(const TkListItem& item) {
+  const TkListGroup* const group = item.Group();
+  if (group == nullptr) return true;
+  return group->GroupCheckboxes() && (!item.IsGroupHeader() || group->GroupHeadCheckbox());
 }
 
 TkListItem* TkListModel::Enter(std::unique_ptr<TListItem> item) {
@@ -15,55 +17,54 @@ TkListItem* TkListModel::Enter(std::unique_ptr<TListItem> item) {
   if (entered == nullptr) throw EListError("LV\\CreateItem\\: only allow TkListItem class");
   item.release();
   FAllItems.Add(*entered);
-  if (!State().Loading) FChecks.SetCheckAll(false);
+  FChecks.SetCheckAll(false);
   return entered;
 }
 
 TkListItem* TkListModel::NewHeader() {
   const QScopedValueRollback next(FNextItemIsHeader, true);
-  return Enter(FItems.Owner().CreateListItem(FItems));
+  TkListItem* const header = Enter(FItems.Owner().CreateListItem(FItems));
+  header->SetCaption(QStringLiteral("Group"));
+  return header;
 }
 
-void TkListModel::TellDeletion(TkListItem& item) {
-  if (!FNoDeletionEvents && !State().Reading && !item.IsGroupHeader()) FItems.Owner().ItemDeleting(item);
+bool TkListModel::TellDeletion(TkListItem& item) {
+  return item.IsGroupHeader() || FNoDeletionEvents || FItems.TellDeletion(item);
 }
 
-void TkListModel::TellHiddenDeletions() {
-  for (int item = 0; item < FAllItems.Count(); ++item) {
-    if (FAllItems[item]->Hidden()) TellDeletion(*FAllItems[item]);
-  }
-}
-
-// The last row of a group takes the header row with it.
-void TkListModel::Destroy(TkListItem& item) {
-  item.FDestroying = true;
-  if (item.Group() != nullptr && item.Group()->HeaderItem() == &item)
-    item.Group()->FHeaderItem = nullptr;
-  else
-    FPlacing.Leave(item);
-  FAllItems.Remove(item);
-  FOwner.ItemDestroying(item);
-  if (item.Checked())
-    FChecks.Book(item, false, false);
-  else
-    FChecks.UpdateCheckAll();
-  delete &item;
-}
-
-void TkListModel::DestroyHidden(TkListItem& item) {
-  TellDeletion(item);
-  Destroy(item);
-}
-
-void TkListModel::DestroyAll() {
-  const TkItemQuickList items = std::exchange(FAllItems, TkItemQuickList());
-  for (const auto& group : FGroups)
-    group->Forget();
-  FChecks.Reset();
+std::vector<TkListGroup*> TkListModel::Remove(const std::vector<TkListItem*>& items) {
+  std::vector<int> places;
+  int checked = 0;
   for (TkListItem* item : items) {
-    item->FDestroying = true;
-    FOwner.ItemDestroying(*item);
-    delete item;
+    item->FLeaves = true;
+    checked += item->Checked() ? 1 : 0;
+    if (const int place = item->Index(); place >= 0) places.push_back(place);
+  }
+  std::ranges::sort(places);
+  FItems.TakeOut(places);
+  std::vector<TkListGroup*> groups = FPlacing.Forget(items);
+  if (items.size() == 1)
+    FAllItems.Remove(*items.front());
+  else
+    FAllItems.RemoveAll([](const TkListItem* item) { return item->FLeaves; });
+  FChecks.AddChecked(-checked);
+  for (TkListItem* item : items)
+    FItems.Bury(*item);
+  return groups;
+}
+
+void TkListModel::RemoveAndFollow(std::vector<TkListItem*> items, const std::vector<TkListItem*>& headers) {
+  const TEventScope scope(Life());
+  std::erase_if(items, [](const TkListItem* item) { return item->Gone(); });
+  const std::vector<TkListGroup*> groups = Remove(items);
+  for (TkListItem* header : headers) {
+    if (!header->Gone() && (header->Group() == nullptr || header->Group()->Items().Count() == 0))
+      Remove({header});
+  }
+  FItems.Tell();
+  for (TkListGroup* group : groups) {
+    if (scope.ListGone()) return;
+    FChecks.FollowMembers(*group);
   }
 }
 
@@ -74,22 +75,16 @@ void TkListModel::AlphaSort() {
     FItems.SortByText(0, &QString::localeAwareCompare);
 }
 
-// From the end, so that little moves. A row may take others with it.
 void TkListModel::DeleteSelected() {
-  const TListUpdate update(FItems);
-  for (int row = FItems.Count() - 1; row >= 0; --row) {
-    row = std::min(row, FItems.Count() - 1);
+  const TRowStates& states = FItems.Owner().RowStates();
+  std::vector<TListItem*> rows;
+  for (int row = states.Next(-1, kRowSelected); row >= 0; row = states.Next(row, kRowSelected)) {
     TkListItem* const item = FItems.Item(row);
-    if (item == nullptr || !item->Selected()) continue;
+    if (item == nullptr) continue;
     const bool needed =
         item->IsGroupHeader() && item->Group() != nullptr && item->Group()->Items().Count() > 0;
-    if (!needed) FItems.Delete(row);
+    if (!needed) rows.push_back(item);
   }
-}
-
-void TkListModel::Loaded() {
   const TListUpdate update(FItems);
-  FPlacing.DeleteStrayHeaders();
-  FPlacing.GroupDrawChanged();
-  FChecks.Recount();
+  FItems.DeleteRows(rows);
 }

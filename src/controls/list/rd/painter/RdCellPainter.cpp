@@ -1,9 +1,7 @@
 #include "controls/list/rd/painter/RdCellPainter.h"
 
-#include "controls/list/rd/layout/RowLayout.h"
-#include "controls/list/rd/painter/Gradient.h"
-#include "controls/list/rd/painter/ReadableText.h"
-#include "controls/list/rd/painter/ThemeElements.h"
+#include "controls/list/rd/layout/RdCellLayout.h"
+#include "controls/list/rd/painter/RdDrawing.h"
 #include "controls/picture/ImageList.h"
 
 #include <QPainter>
@@ -59,6 +57,10 @@ TIconTextParts CellIconText(const TRdCell& cell, const TItemSkin& skin) {
       cell.Type == ltIconCaption ? TIconTextKind::IconCaption : TIconTextKind::NormalIconCaption;
   return LayoutIconText(cell.Cell, cell.Column, IconSize(cell.Icons, cell.Icon),
                         SplitIconText(cell.Text, kind, cell.Font, skin), skin);
+}
+
+QRect CellButton(const TRdCell& cell, const TItemSkin& skin, bool reacts) {
+  return ButtonRect(cell.Cell, cell.Column, ButtonPictureSize(skin, cell.State, reacts), skin);
 }
 
 void TRdCellPainter::Paint(const TRdCell& cell) {
@@ -150,7 +152,7 @@ void TRdCellPainter::PaintIconText(const TRdCell& cell) {
 void TRdCellPainter::PaintButton(const TRdCell& cell) {
   const bool enabled = Reacts(cell);
   const TPicture& picture = ButtonPicture(FSkin.Item, cell.State, enabled);
-  const QRect button = ButtonRect(cell.Cell, cell.Column, picture.Size(), FSkin.Item);
+  const QRect button = CellButton(cell, FSkin.Item, enabled);
   if (button.isEmpty()) return;
   if (picture.Empty())
     DrawThemeButton(FPainter, button.adjusted(kThemeButtonInset, 0, -kThemeButtonInset, 0), cell.State,

@@ -1,19 +1,18 @@
 // Paints the cells of rows, by their type, and the check boxes of rows. Main thread.
 #pragma once
 
-#include "controls/list/rd/layout/CellLayout.h"
-#include "controls/list/rd/layout/IconTextLayout.h"
-#include "controls/list/rd/layout/PartState.h"
-#include "controls/list/rd/model/RdListTypes.h"
-#include "controls/list/rd/painter/ReadableText.h"
+#include "controls/list/rd/layout/RdCellLayout.h"
+#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/list/rd/painter/RdDrawing.h"
 
 class QPainter;
 class QWidget;
 class TImageList;
 
-// One cell that exists; a column beyond the sub-items of its row has none to paint.
+// One cell as the mouse and the painter find it.
 struct TRdCell {
-  QRect Cell;  // in column 0 without the check box
+  bool Exists = true;  // a column beyond the sub-items of its row has no cell: nothing is painted there
+  QRect Cell;          // in column 0 without the check box
   int Column = 0;
   TListColumnType Type = ltNone;
   QString Text;  // without the type's prefix
@@ -66,5 +65,6 @@ class TRdCellPainter {
 [[nodiscard]] QSize ButtonPictureSize(const TItemSkin& skin, TPartState state, bool enabled);
 [[nodiscard]] QSize IconSize(const TImageList* icons, int index);
 
-// The parts of an icon cell.
+// The parts of an icon cell, and the button of a button cell in its present state.
 [[nodiscard]] TIconTextParts CellIconText(const TRdCell& cell, const TItemSkin& skin);
+[[nodiscard]] QRect CellButton(const TRdCell& cell, const TItemSkin& skin, bool reacts);

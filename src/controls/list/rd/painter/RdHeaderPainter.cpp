@@ -1,11 +1,9 @@
 #include "controls/list/rd/painter/RdHeaderPainter.h"
 
-#include "controls/list/rd/layout/TextBlock.h"
-#include "controls/list/rd/painter/Gradient.h"
+#include "controls/list/rd/layout/RdCellLayout.h"
+#include "controls/list/rd/layout/RdTextBlock.h"
 #include "controls/list/rd/painter/RdCellPainter.h"
-#include "controls/list/rd/painter/ReadableText.h"
-#include "controls/list/rd/painter/RowCanvas.h"
-#include "controls/list/rd/painter/ThemeElements.h"
+#include "controls/list/rd/painter/RdDrawing.h"
 #include "controls/picture/ImageList.h"
 
 #include <QPainter>
@@ -15,6 +13,54 @@
 
 namespace {
 
+constexpr int kBoxGap = 5;
+
+QRect DividerOf(const QRect& section, const THeaderSkin& skin) {
+  const int width = skin.HeaderDividingPic.Empty() ? 1 : skin.HeaderDividingPic.Size().width();
+  return {section.left(), section.top(), width, section.height()};
+}
+
+// The room of the caption: TextOffset is for captions that do not stand in the middle, HeaderLeftOffSet for
+// the first of them.
+QRect CaptionRoom(QRect room, const TRdHeaderContent& content, const TListSkin& skin) {
+  if (content.Alignment == TAlignment::Center) return room;
+  room.adjust(skin.Item.TextOffset, 0, 0, 0);
+  if (!content.First) return room;
+  const int offset = skin.Header.HeaderLeftOffSet;
+  return content.Alignment == TAlignment::LeftJustify ? room.adjusted(offset, 0, 0, 0)
+                                                      : room.adjusted(0, 0, -offset, 0);
+}
+
+int Bounded(const TAutoColumn& column, int width) {
+  if (column.MaxWidth > 0) width = std::min(width, column.MaxWidth);
+  return std::max(width, column.MinWidth);
+}
+
+// Gives every auto column its share; says whether all took it. One that did not is fixed from now on.
+bool Share(std::vector<TAutoColumn>& columns, int room) {
+  int sharers = 0;
+  for (const TAutoColumn& column : columns) {
+    if (column.AutoSize)
+      ++sharers;
+    else
+      room -= column.Width;
+  }
+  if (sharers == 0) return true;
+  room = std::max(room, 0);
+  int remainder = room % sharers;
+  bool accepted = true;
+  for (TAutoColumn& column : columns) {
+    if (!column.AutoSize) continue;
+    const int share = room / sharers + remainder;
+    remainder = 0;
+    column.Width = Bounded(column, share);
+    if (column.Width == share) continue;
+    column.AutoSize = false;
+    accepted = false;
+  }
+  return accepted;
+}
+
 // A section dragged to nothing still has a bitmap.
 QRect PaintableSection(QRect rect) {
   if (rect.width() < 2) rect.setWidth(rect.width() + 1);
@@ -22,6 +68,40 @@ QRect PaintableSection(QRect rect) {
 }
 
 }  // namespace
+
+QSize HeaderCheckBoxSize(const THeaderSkin& skin) {
+  return QSize(kLeastBox, kLeastBox)
+      .expandedTo(skin.HeaderChecked.Size())
+      .expandedTo(skin.HeaderUnChecked.Size());
+}
+
+TRdHeaderParts LayoutRdHeader(const QRect& section, const TRdHeaderContent& content, const TListSkin& skin) {
+  TRdHeaderParts parts;
+  QRect room = section;
+  if (!content.First) parts.Divider = DividerOf(section, skin.Header);
+  if (content.First && content.CheckBox) {
+    parts.CheckBox = CentredInHeight(section, section.left() + skin.Header.HeaderCheckboxLeftOffset,
+                                     HeaderCheckBoxSize(skin.Header));
+    room.setLeft(room.left() + parts.CheckBox.width() + kBoxGap);
+  }
+  if (!content.Arrow.isEmpty() && content.Arrow.width() <= section.width()) {
+    parts.Arrow = CentredInHeight(section, section.right() + 1 - content.Arrow.width(), content.Arrow);
+    // A long or right-aligned caption gives way to the arrow.
+    room.setRight(parts.Arrow.left() - 1);
+  }
+  parts.Text = CaptionRoom(room, content, skin);
+  return parts;
+}
+
+std::vector<int> ShareColumnWidths(std::vector<TAutoColumn> columns, int room) {
+  while (!Share(columns, room)) {
+  }
+  std::vector<int> widths;
+  widths.reserve(columns.size());
+  for (const TAutoColumn& column : columns)
+    widths.push_back(column.Width);
+  return widths;
+}
 
 TRdHeaderParts HeaderSectionParts(const TRdHeaderSection& section, const TListSkin& skin) {
   return LayoutRdHeader(

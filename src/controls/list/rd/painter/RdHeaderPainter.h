@@ -1,13 +1,55 @@
-// Paints the header of a list with the header skin: each section in a bitmap, then in one go. Main thread.
+// The header of a list with the header skin: where the parts of a section lie, for painting and hit tests,
+// and how it is painted, each section in a bitmap, then in one go. Main thread.
 #pragma once
 
-#include "controls/list/rd/layout/PartState.h"
-#include "controls/list/rd/layout/RdHeaderLayout.h"
+#include "controls/list/rd/layout/RdCellLayout.h"
+#include "controls/list/rd/skin/RdSkinValues.h"
 #include "controls/scroll/RdBitmap.h"
+
+#include <QRect>
+#include <QSize>
+
+#include <vector>
 
 class QPainter;
 class QWidget;
 class TImageList;
+
+struct TRdHeaderParts {
+  QRect Divider;   // null in the first section
+  QRect CheckBox;  // null without one
+  QRect Arrow;     // null without one, or if the section is narrower
+  QRect Text;      // the room of the caption
+};
+
+// What a section has, apart from its rectangle.
+struct TRdHeaderContent {
+  bool First = false;
+  bool CheckBox = false;  // only the first section shows it
+  QSize Arrow;            // empty: none
+  TAlignment Alignment = TAlignment::LeftJustify;
+};
+
+// At least 16 by 16, as large as HeaderChecked and HeaderUnChecked.
+[[nodiscard]] QSize HeaderCheckBoxSize(const THeaderSkin& skin);
+
+[[nodiscard]] TRdHeaderParts LayoutRdHeader(const QRect& section, const TRdHeaderContent& content,
+                                            const TListSkin& skin);
+
+// A column as far as its width goes.
+struct TAutoColumn {
+  bool AutoSize = false;
+  int Width = 0;
+  int MinWidth = 0;  // 0 is no bound
+  int MaxWidth = 0;
+
+  friend bool operator==(const TAutoColumn&, const TAutoColumn&) = default;
+};
+
+// The new widths of all columns. room: the client width without a vertical bar. The auto columns get equal
+// shares, the first of them also the remainder; one whose bounds refuse its share keeps the bound, and the
+// others share the rest anew. Without auto columns nothing changes.
+[[nodiscard]] std::vector<int> ShareColumnWidths(std::vector<TAutoColumn> columns, int room);
 
 struct TRdHeaderSection {
   QRect Rect;
