@@ -112,16 +112,16 @@ void TTallyscopeScan::Execute() {
 }
 
 void TTallyscopeScan::RunScan() {
-  const QStringList locations = FFindLocations ? FFindLocations(FPaths) : QStringList();
+  FLocations = FFindLocations ? FFindLocations(FPaths) : QStringList();
   const auto paths = static_cast<int>(FPaths.size());
-  const int total = paths + (CountDownloads ? static_cast<int>(locations.size()) : 0);
+  const int total = paths + (CountDownloads ? static_cast<int>(FLocations.size()) : 0);
   PostStatus(0);
   PostStep(total, 0);
   if (FFolderMode)
     ScanFolder(FPaths.value(0));
   else
     ScanDrives(total, 0);
-  ScanDownloadFolders(total, paths, locations);
+  ScanDownloadFolders(total, paths, FLocations);
   if (FStopped) {
     PostMessage(FProgressWnd, WM_SCANSTOPPED, 0, 0);
     return;

@@ -64,6 +64,9 @@ class TTallyscopeScan : public TWorkerThread {
   // Every file of every download location, largest first.
   [[nodiscard]] const TList<TFileInfoEx>& DownloadFiles() const { return FDownloadFiles; }
 
+  // The download locations that were walked.
+  [[nodiscard]] const QStringList& DownloadLocations() const { return FLocations; }
+
   // Of the last path scanned.
   [[nodiscard]] quint32 FileCount() const { return FFileCount; }
   [[nodiscard]] quint32 FolderCount() const { return FFolderCount; }
@@ -93,6 +96,7 @@ class TTallyscopeScan : public TWorkerThread {
   void PostPhase(int value);
 
   QStringList FPaths;
+  QStringList FLocations;
   quint32 FFileCount = 0;
   quint32 FFolderCount = 0;
   quint64 FTotalSize = 0;

@@ -13,6 +13,12 @@ namespace {
 // Notes which handler ran.
 class TNotingTab : public TResultTab {
  public:
+  void FormShow() override {}
+  void FormResize(int) override {}
+  void FitColumns() override {}
+  void Reset() override {}
+  void Fill(const TTallyscopeScan&, const QStringList&) override {}
+  void Activate() override {}
   void Open() override { Ran += u"Open"_qs; }
   void OpenFileFolder() override { Ran += u"OpenFileFolder"_qs; }
   void ShowProperties() override { Ran += u"ShowProperties"_qs; }

@@ -38,7 +38,7 @@ class DownloadsTab : public testing::Test, public TTabHost {
     for (int i = 0; i < count; ++i)
       records.Add({u"/d/"_qs, u"f%1.%2"_qs.arg(i).arg(i % 2 == 0 ? u"txt"_qs : u"zip"_qs),
                    static_cast<quint64>((i * 7) % 11)});
-    FTab.FillRows(records);
+    FTab.FillRows(records, {u"/d/"_qs});
   }
   [[nodiscard]] QString Sizes() const {
     QString sizes;
@@ -113,7 +113,7 @@ TEST_F(DownloadsTab, APathListedTwiceHasOneIcon) {
   TList<TFileInfoEx> twice;
   for (int i = 0; i < 2; ++i)
     twice.Add({u"/d/"_qs, u"a.txt"_qs, 1});
-  FTab.FillRows(twice);
+  FTab.FillRows(twice, {u"/d/"_qs});
   EXPECT_EQ(FImages.cxmglstdownloadfiles.Count(), 3);
 }
 

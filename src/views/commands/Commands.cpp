@@ -74,7 +74,9 @@ TdxBarButton& TMainCommands::Button(const char* name) {
 }
 
 void TMainCommands::OnClick(const char* name, std::function<void()> handler) {
-  Button(name).OnClick = std::move(handler);
+  Button(name).OnClick = [this, handler = std::move(handler)] {
+    if (!FHeld) handler();
+  };
 }
 
 void TMainCommands::SetEnabled(std::initializer_list<const char*> names, bool enabled) {

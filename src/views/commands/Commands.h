@@ -25,9 +25,14 @@ class TMainCommands {
   void OnClick(const char* name, std::function<void()> handler);
   void SetEnabled(std::initializer_list<const char*> names, bool enabled);
 
+  // While held, no command runs: a click on one is lost, whatever way it came. This is how nothing meets a
+  // list on which a delete or move is at work.
+  void SetHeld(bool held) { FHeld = held; }
+
   // Global commands run the handler of the active tab, the items of a tab's own popup always that tab's.
   void DispatchTo(const std::array<TResultTab*, kTabCount>& tabs, std::function<int()> activeIndex);
 
  private:
   TdxBarManager FBars;
+  bool FHeld = false;
 };

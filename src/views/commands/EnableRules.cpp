@@ -44,6 +44,7 @@ constexpr TEnableRow kRules[] = {
     {kOverviewTab, Activated, TSet::Off, kGlobalCommands},
     {kOverviewTab, Activated, TSet::Off, {"lbtnUp", "mniLOpen", "mniLOFF", "mniLPPT"}},
     {kOverviewTab, RowSelected, TSet::On, kTopRow},
+    {kOverviewTab, DeleteStarts, TSet::Off, kLargeChecked},
 
     {kContentsTab, Activated, TSet::On, kCheckCommands},
     {kContentsTab, Activated, TSet::Off, kGlobalCommands},
@@ -51,6 +52,7 @@ constexpr TEnableRow kRules[] = {
     {kContentsTab, Activated, TSet::Off, {"mniCMove", "mniCDelete", "mniCOFF", "mniCPPT", "mniCOpen"}},
     {kContentsTab, RowSelected, TSet::AsFlag, kContentsRow},
     {kContentsTab, BoxesCounted, TSet::AsFlag, kContentsChecked},
+    {kContentsTab, DeleteStarts, TSet::Off, kLargeChecked},
 
     {kTopFilesTab, Activated, TSet::On, kCheckCommands},
     {kTopFilesTab, Activated, TSet::Off, kGlobalCommands},
@@ -60,6 +62,7 @@ constexpr TEnableRow kRules[] = {
     {kTopFilesTab, BoxesCounted, TSet::AsFlag, kTopFilesChecked},
     {kTopFilesTab, HeaderBox, TSet::AsFlag, kLargeChecked},
     {kTopFilesTab, HeaderBox, TSet::Off, kLargeRow},
+    {kTopFilesTab, DeleteStarts, TSet::Off, kLargeChecked},
     {kTopFilesTab, Reset, TSet::Off, {"mniTOpen", "mniTPPT", "mniTDel", "mniTOFF", "mniTMove"}},
 
     {kDownloadsTab, RowSelected, TSet::AsFlag, kLargeRow},
@@ -67,6 +70,7 @@ constexpr TEnableRow kRules[] = {
     {kDownloadsTab, BoxesCounted, TSet::AsFlag, kDownloadsChecked},
     {kDownloadsTab, HeaderBox, TSet::AsFlag, kLargeChecked},
     {kDownloadsTab, HeaderBox, TSet::Off, kLargeRow},
+    {kDownloadsTab, DeleteStarts, TSet::Off, kLargeChecked},
 };
 
 }  // namespace

@@ -11,6 +11,7 @@ enum class TTabEvent {
   MouseUp,       // a mouse button went up over the list; no flag
   BoxesCounted,  // check marks were clicked; some row is checked
   HeaderBox,     // the box in the header was clicked; it is checked now
+  DeleteStarts,  // rows are about to be deleted; no flag
   Reset,         // the form went back to its state before any result; no flag
 };
 

@@ -11,7 +11,6 @@
 #include "platform/Paths.h"
 #include "scan/UnitScan.h"
 #include "support/Korvel_Routine_New.h"
-#include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
 #include "views/commands/EnableRules.h"
 #include "views/main/FormLinks.h"
@@ -42,7 +41,9 @@ TContentsTab::TContentsTab(const TTabParts& parts, QWidget& panel)
       ShellListContent(new TRzShellList(&panel)),
       FFill(*ShellListContent, parts.State),
       FSort(*ShellListContent, *RzShellCombo1, parts.State.FDrives),
-      FNavigation(*ShellListContent, *RzShellCombo1, FFill, parts.Commands) {
+      FNavigation(*ShellListContent, *RzShellCombo1, FFill, parts.Commands),
+      FFileRows(*ShellListContent),
+      FFileOperations(parts, kContentsTab, FFileRows) {
   BuildList();
   BuildCombo();
   WireNavigation();
@@ -72,7 +73,10 @@ void TContentsTab::BuildList() {
   list.OnPathChanged = [this] { ShellListContentPathChanged(); };
   list.OnFillItem = [this](TListItem* item) { FFill.FillItem(*item); };
   list.OnFolderChanged = [this] { ShellListContentFolderChanged(); };
-  list.OnRefreshed = [this] { ShowCount(); };
+  list.OnRefreshed = [this] {
+    FFileRows.HoldFolder();
+    ShowCount();
+  };
   list.OnDeletion = [this](TListItem* item) { FFill.Forget(*item); };
   list.OnColumnClick = [this](TListColumn* column) { FSort.ColumnClick(*column); };
   list.OnSelectItem = [this](TListItem* item, bool selected) { ShellListContentSelectItem(*item, selected); };
@@ -83,6 +87,7 @@ void TContentsTab::BuildList() {
     FParts.Commands.Bars().Popup(u"pmContent"_qs).PopupFromCursorPos();
     handled = true;
   };
+  FFileRows.OnRefill = [this] { FillAgain(); };
   FFill.OnSized = [this](TListItem& item) {
     if (item.Selected() && OnTop()) ShowRow(item);
   };
@@ -190,6 +195,7 @@ int TContentsTab::PictureOf(const QString& path) const {
 
 // No event tells of a selection that went with the rows.
 void TContentsTab::ShellListContentPathChanged() {
+  FFileRows.HoldFolder();
   FFill.Begin();
   ShellListContent->setAccessibleDescription(Subject().Name);
   if (!OnTop()) return;
@@ -198,6 +204,7 @@ void TContentsTab::ShellListContentPathChanged() {
 }
 
 void TContentsTab::ShellListContentFolderChanged() {
+  FFileRows.HoldFolder();
   FFill.End();
   ShowCount();
 }
@@ -261,7 +268,7 @@ void TContentsTab::Open() {
   const TListItem* item = ShellListContent->Selected();
   if (item == nullptr) return;
   const TRzShellListData& row = TRzShellList::ShellData(*item);
-  if (!row.IsFolder()) return OpenWithShell(row.Path());
+  if (!row.IsFolder()) return FFileOperations.Open();
   FNavigation.OpenFolder(QString(row.Path()));
   FParts.StatusLine.HideSizeLine();
 }

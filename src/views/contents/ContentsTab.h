@@ -8,6 +8,8 @@
 #include "views/contents/ContentsFill.h"
 #include "views/contents/ContentsSort.h"
 #include "views/contents/Navigation.h"
+#include "views/files/FileOperations.h"
+#include "views/files/ShellFileRows.h"
 #include "views/main/ResultTab.h"
 
 class TContentsTab : public QObject, public TResultTab {
@@ -15,6 +17,9 @@ class TContentsTab : public QObject, public TResultTab {
   TContentsTab(const TTabParts& parts, QWidget& panel);
   ~TContentsTab() override;
 
+  void FormShow() override {}
+  void FormResize(int) override {}
+  void FitColumns() override {}  // the first look does
   void FormActivate() override;
   void FormClose() override;
   // The computer level, without a history.
@@ -28,7 +33,12 @@ class TContentsTab : public QObject, public TResultTab {
   [[nodiscard]] TSubject Subject() const override;
   [[nodiscard]] bool CanGoUp() const override;
 
+  // A folder is gone to, a file is opened.
   void Open() override;
+  void OpenFileFolder() override { FFileOperations.OpenFileFolder(); }
+  void ShowProperties() override { FFileOperations.ShowProperties(); }
+  void DeleteRows() override { FFileOperations.Delete(); }
+  void MoveRows() override { FFileOperations.Move(); }
   void SelectAll() override;
   void DeselectAll() override;
   void InvertSelection() override;
@@ -59,7 +69,6 @@ class TContentsTab : public QObject, public TResultTab {
   template <typename TMark>
   void MarkRows(const TMark& mark);
   void ShowCount();
-
   TTabParts FParts;
   QWidget& FPanel;
   TRzShellCombo* RzShellCombo1;
@@ -67,6 +76,8 @@ class TContentsTab : public QObject, public TResultTab {
   TContentsFill FFill;
   TContentsSort FSort;
   TNavigation FNavigation;
+  TShellFileRows FFileRows;
+  TFileOperations FFileOperations;
   bool FContentsPending = false;  // a result is there that the tab has not shown
   bool FFitted = false;           // the columns have been given the width of the window
   bool FMarking = false;          // a command changes the check marks

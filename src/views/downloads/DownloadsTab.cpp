@@ -7,13 +7,11 @@
 
 #include "controls/list/rd/RdListView.h"
 #include "platform/Paths.h"
-#include "platform/Shell.h"
 #include "scan/UnitScan.h"
 #include "support/Korvel_Routine_New.h"
 #include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
 #include "views/commands/EnableRules.h"
-#include "views/main/Dialogs.h"
 #include "views/main/MainState.h"
 #include "views/rows/ListHelpers.h"
 
@@ -24,8 +22,13 @@ constexpr int kCountDelta = 5000;
 
 }  // namespace
 
-TDownloadsTab::TDownloadsTab(const TTabParts& parts, QWidget& panel) : QObject(&panel), FParts(parts) {
-  BuildList(panel);
+TDownloadsTab::TDownloadsTab(const TTabParts& parts, QWidget& panel)
+    : QObject(&panel),
+      FParts(parts),
+      lvDownloadsFile(new TRdListView(&panel)),
+      FFileRows(*lvDownloadsFile),
+      FFileOperations(parts, kDownloadsTab, FFileRows) {
+  BuildList();
   DressList();
   BuildHeaderBox();
   auto* column = new QVBoxLayout(&panel);
@@ -33,8 +36,7 @@ TDownloadsTab::TDownloadsTab(const TTabParts& parts, QWidget& panel) : QObject(&
   column->addWidget(lvDownloadsFile);
 }
 
-void TDownloadsTab::BuildList(QWidget& panel) {
-  lvDownloadsFile = new TRdListView(&panel);
+void TDownloadsTab::BuildList() {
   lvDownloadsFile->setObjectName(u"lvDownloadsFile"_qs);
   lvDownloadsFile->setAccessibleName(u"Download Directory"_qs);
   lvDownloadsFile->SetOptions({.CheckBoxes = true});
@@ -51,11 +53,11 @@ void TDownloadsTab::BuildList(QWidget& panel) {
   lvDownloadsFile->OnMouseUp = [this](Qt::MouseButton, Qt::KeyboardModifiers, int, int) {
     lvDownloadsFileMouseUp();
   };
-  lvDownloadsFile->OnDeletion = [](TListItem* item) { FreeResultRow(*item); };
-  lvDownloadsFile->OnContextPopup = [this](const QPoint&, bool& handled) {
-    FParts.Commands.Bars().Popup(u"pmDownloadFiles"_qs).PopupFromCursorPos();
-    handled = true;
+  lvDownloadsFile->OnDeletion = [forget = FFileRows.Forgetter()](TListItem* item) {
+    forget(*item);
+    FreeResultRow(*item);
   };
+  AssignPopup(*lvDownloadsFile, FParts.Commands.Bars().Popup(u"pmDownloadFiles"_qs));
 }
 
 void TDownloadsTab::DressList() {
@@ -89,11 +91,12 @@ void TDownloadsTab::FormResize(int growth) {
 }
 
 void TDownloadsTab::Fill(const TTallyscopeScan& scan, const QStringList&) {
-  FillRows(scan.DownloadFiles());
+  FillRows(scan.DownloadFiles(), scan.DownloadLocations());
 }
 
-void TDownloadsTab::FillRows(const TList<TFileInfoEx>& records) {
+void TDownloadsTab::FillRows(const TList<TFileInfoEx>& records, const QStringList& roots) {
   lvDownloadsFile->Clear();
+  FFileRows.SetRoots(roots);
   lvDownloadsFile->Items().BeginUpdate(kCountDelta);
   DropImagesFrom(FParts.Images.cxmglstdownloadfiles, kDownloadRules.OwnImages);
   AddRows(records);
@@ -137,13 +140,6 @@ void TDownloadsTab::lvDownloadsFileMouseUp() {
 void TDownloadsTab::CountBoxes() {
   ApplyEnableRules(FParts.Commands, kDownloadsTab, TTabEvent::BoxesCounted,
                    CheckBox_Downloads->CountChecked() > 0);
-}
-
-void TDownloadsTab::Open() {
-  const TListItem* item = lvDownloadsFile->Selected();
-  if (item != nullptr && !OpenTarget(ResultPath(*item)))
-    FParts.Dialogs.Tell(FParts.Host.Window(),
-                        FParts.State.FLanguage.GetMessage(u"M_Open_Failed"_qs, u"Open file failed"_qs));
 }
 
 void TDownloadsTab::SelectAll() {

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include "views/files/FileOperations.h"
 #include "views/main/ResultTab.h"
 #include "views/rows/ResultRows.h"
 
@@ -17,19 +18,26 @@ class TDownloadsTab : public QObject, public TResultTab {
 
   void FormShow() override;
   void FormResize(int growth) override;
+  void FitColumns() override {}  // they keep their widths
+  void Reset() override {}       // rows outlive it
   void Fill(const TTallyscopeScan& scan, const QStringList& targets) override;
+  void Activate() override {}  // the selection stays, and the commands with it
   [[nodiscard]] int RowCount() const override;
 
-  void Open() override;
+  void Open() override { FFileOperations.Open(); }
+  void OpenFileFolder() override { FFileOperations.OpenFileFolder(); }
+  void ShowProperties() override { FFileOperations.ShowProperties(); }
+  void DeleteRows() override { FFileOperations.Delete(); }
+  void MoveRows() override { FFileOperations.Move(); }
   void SelectAll() override;
   void DeselectAll() override;
   void InvertSelection() override;
 
-  // What Fill shows of these records.
-  void FillRows(const TList<TFileInfoEx>& records);
+  // What Fill shows of these records, which lie below the roots.
+  void FillRows(const TList<TFileInfoEx>& records, const QStringList& roots);
 
  private:
-  void BuildList(QWidget& panel);
+  void BuildList();
   void DressList();
   void BuildHeaderBox();
   void AddRows(const TList<TFileInfoEx>& records);
@@ -41,4 +49,6 @@ class TDownloadsTab : public QObject, public TResultTab {
   TRdListView* lvDownloadsFile;
   THeaderCheckBox* CheckBox_Downloads;
   TResultSort FDownloadSort{kDownloadRules};
+  TResultFileRows FFileRows;
+  TFileOperations FFileOperations;
 };

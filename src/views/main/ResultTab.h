@@ -45,47 +45,48 @@ struct TTabParts {
   TFormImages& Images;
 };
 
-// A tab overrides what it can do; the rest does nothing and says nothing. Each is made on its panel, which
-// owns it and its controls.
+// Every tab says what it does at each step of the form and for each command, also where that is nothing. Each
+// is made on its panel, which owns it and its controls.
 class TResultTab {
  public:
   virtual ~TResultTab() = default;
 
   // The form's own steps, told to each tab in the order of the tabs.
-  virtual void FormShow() {}
+  virtual void FormShow() = 0;
   // `growth` is the form's width less its width at creation, in pixels.
-  virtual void FormResize([[maybe_unused]] int growth) {}
+  virtual void FormResize(int growth) = 0;
   // The form has become active for the first time.
   virtual void FormActivate() {}
   // The form closes: what works for the tab in the background ends, and nobody waits for it.
   virtual void FormClose() {}
   // The form was first activated, or a scan was given up: columns take the width that is left.
-  virtual void FitColumns() {}
+  virtual void FitColumns() = 0;
   // Back to the state before any result.
-  virtual void Reset() {}
+  virtual void Reset() = 0;
   // Shows a finished scan of these targets. May handle waiting input meanwhile.
-  virtual void Fill([[maybe_unused]] const TTallyscopeScan& scan,
-                    [[maybe_unused]] const QStringList& targets) {}
+  virtual void Fill(const TTallyscopeScan& scan, const QStringList& targets) = 0;
 
   // The tab has become the active one: selections end, and late work is done. The caller sees to commands
-  // and status bar, for which it asks the three below.
-  virtual void Activate() {}
+  // and status bar.
+  virtual void Activate() = 0;
+
+  // Asked only of tabs that have such a thing, as the row of tabs tells: the number of rows, what the status
+  // bar names, and whether a folder is shown that has one above it.
   [[nodiscard]] virtual int RowCount() const { return 0; }
   [[nodiscard]] virtual TSubject Subject() const { return {}; }
-  // True if the tab shows a folder that has one above it.
   [[nodiscard]] virtual bool CanGoUp() const { return false; }
 
   // Act on the selected row.
-  virtual void Open() {}
-  virtual void OpenFileFolder() {}
-  virtual void ShowProperties() {}
+  virtual void Open() = 0;
+  virtual void OpenFileFolder() = 0;
+  virtual void ShowProperties() = 0;
 
-  // Act on the checked rows, or on the selected one where the list has no check boxes.
-  virtual void DeleteRows() {}
-  virtual void MoveRows() {}
+  // Act on the rows that the tab takes: checked ones, or the selected one (views/files/FileRules.h).
+  virtual void DeleteRows() = 0;
+  virtual void MoveRows() = 0;
 
   // Act on the check marks of all rows.
-  virtual void SelectAll() {}
-  virtual void DeselectAll() {}
-  virtual void InvertSelection() {}
+  virtual void SelectAll() = 0;
+  virtual void DeselectAll() = 0;
+  virtual void InvertSelection() = 0;
 };

@@ -52,6 +52,10 @@ void TStatusLine::ShowCount(int rows) {
   dxstsbr1.Panels(kTextPanel).SetVisible(true);
 }
 
+void TStatusLine::SetCountText(const QString& text) {
+  dxstsbr1.Panels(kTextPanel).SetText(text);
+}
+
 void TStatusLine::ShowDetails() {
   dxstsbr1.Panels(kTextPanel).SetVisible(false);
   dxstsbr1.Panels(kDetailPanel).SetVisible(true);

@@ -30,6 +30,9 @@ class TStatusLine {
   // Panel 0 with the number of rows, as CountText has it.
   void ShowCount(int rows);
 
+  // The text of panel 0, whichever panel shows.
+  void SetCountText(const QString& text);
+
   // Panel 1 as it is.
   void ShowDetails();
 

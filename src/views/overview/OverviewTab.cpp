@@ -10,7 +10,6 @@
 #include "platform/Messages.h"
 #include "platform/Paths.h"
 #include "platform/Process.h"
-#include "platform/Shell.h"
 #include "scan/UnitScan.h"
 #include "support/Korvel_Routine_New.h"
 #include "support/ShellRoutines.h"
@@ -30,7 +29,12 @@ constexpr const char16_t* kResetTip = u"Tips: You can double click on an item to
 
 }  // namespace
 
-TOverviewTab::TOverviewTab(const TTabParts& parts, QWidget& panel) : QObject(&panel), FParts(parts) {
+TOverviewTab::TOverviewTab(const TTabParts& parts, QWidget& panel)
+    : QObject(&panel),
+      FParts(parts),
+      lvTop(new TListView(&panel)),
+      FFileRows(*lvTop, DockImage::kFolder),
+      FFileOperations(parts, kOverviewTab, FFileRows) {
   FHeader = new TOverviewHeader(FParts.Pictures, &panel);
   lblLarge = new QLabel(&panel);
   lblLarge->setObjectName(u"lblLarge"_qs);
@@ -51,7 +55,7 @@ TOverviewTab::TOverviewTab(const TTabParts& parts, QWidget& panel) : QObject(&pa
 
 void TOverviewTab::BuildLists(QWidget& panel) {
   BuildDriveList(panel);
-  BuildTopList(panel);
+  BuildTopList();
   FillDriveRows(*lvOverview, FParts.State.FDrives);
 }
 
@@ -76,8 +80,7 @@ void TOverviewTab::BuildDriveList(QWidget& panel) {
   lvOverview->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
 }
 
-void TOverviewTab::BuildTopList(QWidget& panel) {
-  lvTop = new TListView(&panel);
+void TOverviewTab::BuildTopList() {
   lvTop->setObjectName(u"lvTop"_qs);
   lvTop->setAccessibleName(Text(u"M_Largest"_qs, u"Largest folders and files"_qs));
   lvTop->SetSmallImages(&FParts.Images.cxmglstdock);
@@ -89,11 +92,11 @@ void TOverviewTab::BuildTopList(QWidget& panel) {
     result = FTopSort.Compare(*item1, *item2);
   };
   lvTop->OnDblClick = [this] { Open(); };
-  lvTop->OnDeletion = [](TListItem* item) { FreeResultRow(*item); };
-  lvTop->OnContextPopup = [this](const QPoint&, bool& handled) {
-    FParts.Commands.Bars().Popup(u"pmTop10"_qs).PopupFromCursorPos();
-    handled = true;
+  lvTop->OnDeletion = [forget = FFileRows.Forgetter()](TListItem* item) {
+    forget(*item);
+    FreeResultRow(*item);
   };
+  AssignPopup(*lvTop, FParts.Commands.Bars().Popup(u"pmTop10"_qs));
 }
 
 QString TOverviewTab::Text(const QString& key, const QString& defaultText) const {
@@ -160,10 +163,6 @@ void TOverviewTab::lvTopSelectItem() {
   ApplyEnableRules(FParts.Commands, kOverviewTab, TTabEvent::RowSelected, true);
 }
 
-void TOverviewTab::Open() {
-  if (const TListItem* item = lvTop->Selected()) OpenTarget(ResultPath(*item));
-}
-
 void TOverviewTab::Activate() {
   if (lvTop->Selected() != nullptr) lvTop->SetSelected(nullptr);
   lvOverview->SetSelected(nullptr);
@@ -191,6 +190,7 @@ void TOverviewTab::FormResize(int growth) {
 }
 
 void TOverviewTab::Fill(const TTallyscopeScan& scan, const QStringList& targets) {
+  FFileRows.SetRoots(targets);
   FillTop(scan);
   FTopSort.SetStartFlag();
   FTopSort.ColumnClick(*lvTop, lvTop->Columns()[kSizeColumn]);

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include "views/files/FileOperations.h"
 #include "views/main/ResultTab.h"
 #include "views/rows/ResultRows.h"
 
@@ -22,12 +23,19 @@ class TOverviewTab : public QObject, public TResultTab {
   void Fill(const TTallyscopeScan& scan, const QStringList& targets) override;
   void Activate() override;
 
-  void Open() override;
+  void Open() override { FFileOperations.Open(); }
+  void OpenFileFolder() override { FFileOperations.OpenFileFolder(); }
+  void ShowProperties() override { FFileOperations.ShowProperties(); }
+  void DeleteRows() override { FFileOperations.Delete(); }
+  void MoveRows() override { FFileOperations.Move(); }
+  void SelectAll() override {}  // rows have no check boxes here
+  void DeselectAll() override {}
+  void InvertSelection() override {}
 
  private:
   void BuildLists(QWidget& panel);
   void BuildDriveList(QWidget& panel);
-  void BuildTopList(QWidget& panel);
+  void BuildTopList();
 
   void ShowDrives(const QString& tip);
   void lvOverviewSelectItem(TListItem* item, bool selected);
@@ -46,4 +54,6 @@ class TOverviewTab : public QObject, public TResultTab {
   TListView* lvOverview;
   TListView* lvTop;
   TResultSort FTopSort{kTopRules};
+  TResultFileRows FFileRows;
+  TFileOperations FFileOperations;
 };

@@ -1,10 +1,13 @@
 #include "views/rows/ListHelpers.h"
 
+#include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QStyle>
 
 #include <algorithm>
 
+#include "controls/bars/BarItems.h"
 #include "controls/list/ListView.h"
 
 void FitLastColumn(TCustomListView& list) {
@@ -18,6 +21,20 @@ void FitLastColumn(TCustomListView& list) {
   int width = list.ClientWidth();
   if (list.Items().Count() == 0) width -= list.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   if (width > others) list.Columns()[last].SetWidth(std::max(width - others, kLeastWidth));
+}
+
+// The list tells the place of the mouse, or of the focused row. Some systems make no request of Shift+F10.
+void AssignPopup(TCustomListView& list, TdxBarPopupMenu& popup) {
+  list.OnContextPopup = [&list, &popup](const QPoint& pos, bool& handled) {
+    popup.popup(list.viewport()->mapToGlobal(pos));
+    handled = true;
+  };
+  list.OnKeyDown = [&list](int& key, Qt::KeyboardModifiers shift) {
+    if (key != Qt::Key_F10 || shift != Qt::ShiftModifier) return;
+    key = 0;
+    QContextMenuEvent request(QContextMenuEvent::Keyboard, QPoint(), QPoint(), Qt::NoModifier);
+    QCoreApplication::sendEvent(&list, &request);
+  };
 }
 
 THeaderCheckBox::THeaderCheckBox(TCustomListView& list, const QString& name) : QCheckBox(&list), FList(list) {

@@ -7,10 +7,15 @@
 #include <optional>
 
 class TCustomListView;
+class TdxBarPopupMenu;
 
 // Gives the last column the width that the other columns leave, at least 5 pixels; nothing if they leave
 // none. A list without rows keeps the width of a vertical scroll bar free, one with rows does not.
 void FitLastColumn(TCustomListView& list);
+
+// Gives the list its popup menu: where the mouse is, whatever row is under it, and by the menu key or
+// Shift+F10 at the focused row. Takes the list's OnContextPopup and OnKeyDown.
+void AssignPopup(TCustomListView& list, TdxBarPopupMenu& popup);
 
 // The box in a list's header that stands for the boxes of all rows. A child of the list, which owns it. A
 // click on it gives every row its state; what it shows follows the rows only where told.

@@ -6,26 +6,28 @@
 
 #include "controls/list/ListView.h"
 #include "platform/Messages.h"
-#include "platform/Shell.h"
 #include "scan/UnitScan.h"
 #include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
 #include "views/commands/EnableRules.h"
-#include "views/main/Dialogs.h"
 #include "views/main/FormLinks.h"
 #include "views/main/MainState.h"
 #include "views/rows/ListHelpers.h"
 
-TTopFilesTab::TTopFilesTab(const TTabParts& parts, QWidget& panel) : QObject(&panel), FParts(parts) {
-  BuildList(panel);
+TTopFilesTab::TTopFilesTab(const TTabParts& parts, QWidget& panel)
+    : QObject(&panel),
+      FParts(parts),
+      lvTopFile(new TListView(&panel)),
+      FFileRows(*lvTopFile),
+      FFileOperations(parts, kTopFilesTab, FFileRows) {
+  BuildList();
   BuildHeaderBox();
   auto* column = new QVBoxLayout(&panel);
   column->setContentsMargins(0, 0, 0, 0);
   column->addWidget(lvTopFile);
 }
 
-void TTopFilesTab::BuildList(QWidget& panel) {
-  lvTopFile = new TListView(&panel);
+void TTopFilesTab::BuildList() {
   lvTopFile->setObjectName(u"lvTopFile"_qs);
   lvTopFile->setAccessibleName(u"Top 100 Files"_qs);
   lvTopFile->SetOptions({.CheckBoxes = true});
@@ -41,11 +43,11 @@ void TTopFilesTab::BuildList(QWidget& panel) {
     lvTopFileMouseUp(x, y);
   };
   lvTopFile->OnDblClick = [this] { Open(); };
-  lvTopFile->OnDeletion = [](TListItem* item) { FreeResultRow(*item); };
-  lvTopFile->OnContextPopup = [this](const QPoint&, bool& handled) {
-    FParts.Commands.Bars().Popup(u"pmTop100"_qs).PopupFromCursorPos();
-    handled = true;
+  lvTopFile->OnDeletion = [forget = FFileRows.Forgetter()](TListItem* item) {
+    forget(*item);
+    FreeResultRow(*item);
   };
+  AssignPopup(*lvTopFile, FParts.Commands.Bars().Popup(u"pmTop100"_qs));
 }
 
 void TTopFilesTab::BuildHeaderBox() {
@@ -71,8 +73,9 @@ void TTopFilesTab::Reset() {
 }
 
 // Rows of the result before may stand here still, where a reset was followed by a look at this tab.
-void TTopFilesTab::Fill(const TTallyscopeScan& scan, const QStringList&) {
+void TTopFilesTab::Fill(const TTallyscopeScan& scan, const QStringList& targets) {
   lvTopFile->Clear();
+  FFileRows.SetRoots(targets);
   DropImagesFrom(FParts.Images.cxmglstlvFile, kTopFileRules.OwnImages);
   for (int i = 0; i < std::min(kTopFileRules.RowLimit, scan.Files().Count()); ++i) {
     KeepSize(*AddFileRow(*lvTopFile, FParts.Images.cxmglstlvFile, scan.Files()[i]), scan.Files()[i]);
@@ -127,13 +130,6 @@ void TTopFilesTab::CountBoxes() {
 
 void TTopFilesTab::CheckBox_AllClick(bool checked) {
   ApplyEnableRules(FParts.Commands, kTopFilesTab, TTabEvent::HeaderBox, checked);
-}
-
-void TTopFilesTab::Open() {
-  const TListItem* item = lvTopFile->Selected();
-  if (item != nullptr && !OpenTarget(ResultPath(*item)))
-    FParts.Dialogs.Tell(FParts.Host.Window(),
-                        FParts.State.FLanguage.GetMessage(u"M_Open_Failed"_qs, u"Open file failed"_qs));
 }
 
 void TTopFilesTab::SelectAll() {

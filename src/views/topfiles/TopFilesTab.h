@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include "views/files/FileOperations.h"
 #include "views/main/ResultTab.h"
 #include "views/rows/ResultRows.h"
 
@@ -16,6 +17,7 @@ class TTopFilesTab : public QObject, public TResultTab {
 
   void FormShow() override;
   void FormResize(int growth) override;
+  void FitColumns() override {}  // each coming to the front fits them
   void Reset() override;
   void Fill(const TTallyscopeScan& scan, const QStringList& targets) override;
 
@@ -23,13 +25,17 @@ class TTopFilesTab : public QObject, public TResultTab {
   void Activate() override;
   [[nodiscard]] int RowCount() const override;
 
-  void Open() override;
+  void Open() override { FFileOperations.Open(); }
+  void OpenFileFolder() override { FFileOperations.OpenFileFolder(); }
+  void ShowProperties() override { FFileOperations.ShowProperties(); }
+  void DeleteRows() override { FFileOperations.Delete(); }
+  void MoveRows() override { FFileOperations.Move(); }
   void SelectAll() override;
   void DeselectAll() override;
   void InvertSelection() override;
 
  private:
-  void BuildList(QWidget& panel);
+  void BuildList();
   void BuildHeaderBox();
   void Refill();
   void lvTopFileColumnClick(TListColumn& column);
@@ -42,4 +48,6 @@ class TTopFilesTab : public QObject, public TResultTab {
   TListView* lvTopFile;
   THeaderCheckBox* CheckBox_All;
   TResultSort FTopFileSort{kTopFileRules};
+  TResultFileRows FFileRows;
+  TFileOperations FFileOperations;
 };

@@ -1,0 +1,154 @@
+#include "views/files/FileOperations.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/Messages.h"
+#include "platform/Paths.h"
+#include "support/ShellRoutines.h"
+#include "views/commands/EnableRules.h"
+#include "views/files/FileWork.h"
+#include "views/files/PropertiesDialog.h"
+#include "views/main/Dialogs.h"
+#include "views/main/MainState.h"
+
+TFileOperations::TFileOperations(const TTabParts& parts, TTabIndex tab, TFileRows& rows)
+    : FParts(parts), FTab(tab), FRules(kFileRules[static_cast<size_t>(tab)]), FRows(rows) {}
+
+QString TFileOperations::Text(const QString& key, const QString& defaultText) const {
+  return FParts.State.FLanguage.GetMessage(key, defaultText);
+}
+
+void TFileOperations::Delete() {
+  if (FRules.Rows == TRowsTaken::Selected && FRows.Selected() < 0) return;
+  QWidget& window = FParts.Host.Window();
+  TFileWork work(FParts.Commands, window, FParts.State.FLanguage);
+  if (FRules.ButtonsOff == TButtonsOff::BeforeAsking) NoteDeleteStarts();
+  if (!FParts.Dialogs.Ask(window, Text(u"M_Delete_Warning"_qs,
+                                       u"Are you sure you want to delete all the selected files?"_qs)))
+    return;
+  if (FRules.ButtonsOff == TButtonsOff::AfterYes) NoteDeleteStarts();
+  work.Begin();
+  DeleteRows(work);
+  AfterDelete();
+}
+
+void TFileOperations::NoteDeleteStarts() {
+  ApplyEnableRules(FParts.Commands, FTab, TTabEvent::DeleteStarts);
+}
+
+// From the last row to the first, so that a row that goes moves none that is still to come.
+void TFileOperations::DeleteRows(TFileWork& work) {
+  if (FRules.Rows == TRowsTaken::Selected) {
+    if (const int row = FRows.Selected(); row >= 0) DeleteRow(row);
+    return;
+  }
+  for (int row = FRows.Count() - 1; row >= 0 && !work.Ended(); --row) {
+    if (FRows.Checked(row)) DeleteRow(row);
+    if (FRules.DeletePump > 0 && row % FRules.DeletePump == 0) PumpMessages();
+  }
+}
+
+// The system may handle input while it deletes a folder, and a list that follows the disk may have taken the
+// row off by then.
+void TFileOperations::DeleteRow(int row) {
+  const TFileRow target = FRows.Row(row);
+  if (!DeleteEntry(target, FRows.OpenParent(row))) return;
+  if (row < FRows.Count() && FRows.Row(row).Path == target.Path) FRows.Remove(row);
+}
+
+// True if the row is to go. Where a folder stands now in the place of a listed file, or the other way round,
+// nothing is deleted.
+bool TFileOperations::DeleteEntry(const TFileRow& target, const TOpenFolder& parent) {
+  if (target.IsFolder)
+    return FRules.Folders && DeleteFolderWithUndo(parent, target.Name,
+                                                  Text(u"M_Delete_Folder"_qs,
+                                                       u"Deleting file folder..."_qs)) == TActionResult::Done;
+  const TDeleteStage stage = DeleteOneFile(parent, target.Name);
+  switch (FRules.FileRowGoes) {
+    case TRowGoes::OnceScheduled:
+      return stage == TDeleteStage::Scheduled;
+    case TRowGoes::OnSuccess:
+      return stage != TDeleteStage::Failed;
+    case TRowGoes::Always:
+      break;
+  }
+  return true;
+}
+
+void TFileOperations::AfterDelete() {
+  if (FRules.AfterDelete == TAfterDelete::Refill) FRows.Refill();
+  if (FRules.AfterDelete == TAfterDelete::CountRows)
+    FParts.StatusLine.SetCountText(FParts.StatusLine.CountText(FRows.Count()));
+}
+
+void TFileOperations::Move() {
+  if (FRules.Rows == TRowsTaken::Selected && FRows.Selected() < 0) return;
+  QWidget& window = FParts.Host.Window();
+  TFileWork work(FParts.Commands, window, FParts.State.FLanguage);
+  const auto folder =
+      FParts.Dialogs.SelectFolderDialog(window, Text(u"M_Sel_Dir"_qs, u"Select directory:"_qs));
+  if (!folder) return;
+  work.Begin();
+  MoveRows(work, *folder);
+}
+
+// The folder is held from the first row to the last: all go to the one that the user has chosen.
+void TFileOperations::MoveRows(TFileWork& work, const QString& folder) {
+  const TOpenFolder target = TOpenFolder::Open(folder);
+  const QString location = IncludeTrailingPathDelimiter(folder);
+  if (FRules.Rows == TRowsTaken::Selected) {
+    const int row = FRows.Selected();
+    if (row >= 0 && MoveRow(work, row, target)) AfterMove(row, location);
+    return;
+  }
+  for (int row = 0; row < FRows.Count() && !work.Ended(); ++row) {
+    if (FRows.Checked(row) && MoveRow(work, row, target)) AfterMove(row, location);
+    if (FRules.MovePumps) PumpMessages();
+  }
+}
+
+bool TFileOperations::MoveRow(TFileWork& work, int row, const TOpenFolder& target) {
+  const TFileRow source = FRows.Row(row);
+  const TOpenFolder parent = FRows.OpenParent(row);
+  if (KindOfEntry(parent, source.Name) != (source.IsFolder ? TEntryKind::Folder : TEntryKind::File))
+    return false;
+  TFileMove move(parent, source.Name, target);
+  return work.Await(move, source.Name) && row < FRows.Count() && FRows.Row(row).Path == source.Path;
+}
+
+void TFileOperations::AfterMove(int row, const QString& folder) {
+  if (FRules.AfterMove == TAfterMove::NewLocation)
+    FRows.SetLocation(row, folder);
+  else
+    FParts.StatusLine.SetCountText(QString::number(FRows.Count()) + u" items"_qs);  // in no other language
+}
+
+QString TFileOperations::SelectedPath() const {
+  const int row = FRows.Selected();
+  return row < 0 ? QString() : FRows.Row(row).Path;
+}
+
+void TFileOperations::Open() {
+  const QString path = SelectedPath();
+  if (path.isEmpty()) return;
+  if (FRules.Open == TOpenWay::WithShell) return OpenWithShell(path);
+  QWidget& window = FParts.Host.Window();
+  const bool opened = OpenFile(path, window.windowHandle(), FRules.Show);
+  if (!opened && FRules.Open == TOpenWay::OrTell)
+    FParts.Dialogs.Tell(window, Text(u"M_Open_Failed"_qs, u"Open file failed"_qs));
+}
+
+void TFileOperations::OpenFileFolder() {
+  const QString path = SelectedPath();
+  if (!path.isEmpty()) ShowInFileManager(path);
+}
+
+// The answer that the desktop has no such window may come after ours has gone.
+void TFileOperations::ShowProperties() {
+  const QString path = SelectedPath();
+  if (path.isEmpty()) return;
+  ShowPropertiesDialog(path, [window = QPointer(&FParts.Host.Window()), path, &state = FParts.State] {
+    if (window != nullptr) ShowOwnProperties(*window, path, state.FLanguage);
+  });
+}

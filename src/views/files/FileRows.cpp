@@ -1,0 +1,41 @@
+#include "views/files/FileRows.h"
+
+#include "controls/list/ListView.h"
+#include "views/rows/ResultRows.h"
+
+int TResultFileRows::Count() const {
+  return FList.Items().Count();
+}
+
+int TResultFileRows::Selected() const {
+  return FList.ItemIndex();
+}
+
+bool TResultFileRows::Checked(int row) const {
+  const TListItem* item = FList.Items().Item(row);
+  return item != nullptr && item->Checked();
+}
+
+TFileRow TResultFileRows::Row(int row) const {
+  const TListItem& item = *FList.Items()[row];
+  return {ResultPath(item), item.Caption(), FFolderImage && item.ImageIndex() == *FFolderImage};
+}
+
+TOpenFolder TResultFileRows::OpenParent(int row) const {
+  const TListItem* item = FList.Items()[row];
+  const QString location = item->SubItems().Text(kLocationColumn - 1);
+  if (FMoved->contains(item)) return TOpenFolder::Open(location);
+  for (const QString& root : FRoots)
+    if (TOpenFolder folder = OpenBelowRoot(root, location); folder.IsOpen()) return folder;
+  return {};
+}
+
+void TResultFileRows::Remove(int row) {
+  FList.Items().Delete(row);
+}
+
+void TResultFileRows::SetLocation(int row, const QString& folder) {
+  TListItem* item = FList.Items()[row];
+  item->SubItems().Put(kLocationColumn - 1, folder);
+  FMoved->insert(item);
+}
