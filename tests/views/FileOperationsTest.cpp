@@ -1,0 +1,354 @@
+// The file commands over real files, by the rules of each tab.
+#include "views/files/FileOperations.h"
+
+#include <gtest/gtest.h>
+
+#include <QMainWindow>
+#include <QTest>
+#include <QTimer>
+
+#include "controls/list/ListView.h"
+#include "controls/notes/PImageNote.h"
+#include "controls/shell/RzShellList.h"
+#include "fixtures/GivenDialogs.h"
+#include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
+#include "fixtures/TempTree.h"
+#include "fixtures/TestUser.h"
+#include "platform/FileTests.h"
+#include "views/commands/Commands.h"
+#include "views/files/ShellFileRows.h"
+#include "views/main/MainState.h"
+#include "views/rows/ListHelpers.h"
+#include "views/rows/ResultRows.h"
+
+namespace {
+
+constexpr TTabIndex kTabs[] = {kOverviewTab, kContentsTab, kTopFilesTab, kDownloadsTab};
+constexpr int kFolderImage = 0;
+
+struct TCountingRows : public TResultFileRows {
+  using TResultFileRows::TResultFileRows;
+  void Refill() override { ++Refills; }
+  int Refills = 0;
+};
+
+class FileOperations : public testing::Test, public TTabHost {
+ protected:
+  FileOperations() {
+    FList.SetOptions({.CheckBoxes = true});
+    AddResultColumns(FList, kTopRules);
+    FList.OnDeletion = [forget = FRows.Forgetter()](TListItem* item) { forget(*item); };
+    FForm.setCentralWidget(&FList);
+    FForm.show();
+    FRows.SetRoots({FTree.Path("root")});
+    FTree.MakeFolder("root");
+    FTree.MakeFolder("to");
+    FDialogs.Folder = FTree.Path("to");
+    FDialogs.Yes = true;
+  }
+  ~FileOperations() override { FForm.takeCentralWidget(); }
+
+  TScanForm* ScanForm() const override { return nullptr; }
+  void ActivateAgain() override {}
+  QWidget& Window() override { return FForm; }
+
+  // A checked row of "folder/name", the selected one from now on.
+  void AddRow(const QByteArray& folder, const char* name, bool isFolder = false) {
+    TListItem* item = FList.Items().Add();
+    item->SetCaption(QLatin1String(name));
+    item->SubItems().Assign({FTree.Path(folder) + PathDelim, u"1 Byte"_qs, u"FILE"_qs});
+    item->SetImageIndex(isFolder ? kFolderImage : 5);
+    item->SetChecked(true);
+    FList.SetSelected(item);
+  }
+  void AddFileRow(const QByteArray& folder, const char* name) {
+    FTree.MakeFile(folder + '/' + name, 1);
+    AddRow(folder, name);
+  }
+  void Clear() {
+    FList.Clear();
+    FDialogs.Said.clear();
+    SetLarge(true);
+  }
+  TFileOperations On(TTabIndex tab) {
+    return TFileOperations({*this, FState, FCommands, FLine, FDialogs, FPictures, FImages}, tab, FRows);
+  }
+  void SetLarge(bool on) { FCommands.SetEnabled({"lbtnDelete", "lbtnMove"}, on); }
+  [[nodiscard]] bool LargeOn() { return FCommands.Button("lbtnDelete").Enabled(); }
+  [[nodiscard]] bool There(const QByteArray& name) const {
+    return GetFileStatus(FTree.Path(name)).has_value();
+  }
+  [[nodiscard]] QString CountPanel() const { return FBar.Panels(0).Text(); }
+  [[nodiscard]] QString LocationOf(int row) { return FList.Items()[row]->SubItems().Text(0); }
+  // How often waiting input is handled within the body.
+  static int PumpsIn(const std::function<void()>& body) {
+    int pumps = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&pumps] { ++pumps; });
+    timer.start(0);
+    body();
+    return pumps;
+  }
+
+  TTestUser FUser;  // whose trash it is
+  TTempTree FTree;
+  QMainWindow FForm;
+  TMainCommands FCommands{FForm};
+  TImageNote FPictures;
+  TMainState FState{QString()};
+  TdxStatusBar FBar;
+  TStatusLine FLine{FBar, FPictures, FState};
+  TGivenDialogs FDialogs;
+  TFormImages FImages;
+  TListView FList;
+  TCountingRows FRows{FList, kFolderImage};
+};
+
+}  // namespace
+
+TEST_F(FileOperations, WhichRowsGoAfterADeleteDiffersByTab) {
+  const struct {
+    TTabIndex Tab;
+    bool FileRowGoes, MissingRowGoes, FolderGoes, FolderRowGoes;
+  } rules[] = {{kOverviewTab, false, false, true, true},
+               {kContentsTab, true, false, true, true},
+               {kTopFilesTab, true, true, false, false},
+               {kDownloadsTab, true, true, false, false}};
+  for (const auto& rule : rules) {
+    Clear();
+    AddFileRow("root", "file");
+    On(rule.Tab).Delete();
+    EXPECT_FALSE(There("root/file")) << rule.Tab;
+    EXPECT_EQ(FList.Items().Count() == 0, rule.FileRowGoes) << rule.Tab;
+    Clear();
+    AddRow("root", "missing");
+    On(rule.Tab).Delete();
+    EXPECT_EQ(FList.Items().Count() == 0, rule.MissingRowGoes) << rule.Tab;
+    Clear();
+    FTree.MakeFile("root/folder/inner", 1);
+    AddRow("root", "folder", true);
+    On(rule.Tab).Delete();
+    EXPECT_EQ(There("root/folder"), !rule.FolderGoes) << rule.Tab;
+    EXPECT_EQ(FList.Items().Count() == 0, rule.FolderRowGoes) << rule.Tab;
+  }
+}
+
+TEST_F(FileOperations, TheSelectedRowOrTheCheckedOnes) {
+  for (const TTabIndex tab : kTabs) {
+    Clear();
+    for (const char* name : {"a", "b", "c"})
+      AddFileRow("root", name);
+    FList.SetSelected(FList.Items()[1]);
+    FList.Items()[1]->SetChecked(false);
+    On(tab).Delete();
+    const bool selected = tab == kOverviewTab;
+    EXPECT_EQ(There("root/a"), selected) << tab;
+    EXPECT_EQ(There("root/b"), !selected) << tab;
+    EXPECT_EQ(There("root/c"), selected) << tab;
+  }
+  Clear();
+  On(kOverviewTab).Delete();
+  On(kOverviewTab).Move();
+  EXPECT_TRUE(FDialogs.Said.isEmpty()) << "no selected row, no question";
+  EXPECT_TRUE(LargeOn());
+}
+
+TEST_F(FileOperations, WhatAnAnswerLeavesAndWhatFollows) {
+  for (const TTabIndex tab : kTabs) {
+    Clear();
+    FRows.Refills = 0;
+    AddFileRow("root", "file");
+    AddFileRow("root", "other");
+    FList.Items()[0]->SetChecked(false);
+    FLine.SetCountText(u"-"_qs);
+    FDialogs.Yes = false;
+    On(tab).Delete();
+    EXPECT_TRUE(There("root/other"));
+    EXPECT_EQ(LargeOn(), tab != kOverviewTab) << tab;
+    EXPECT_EQ(FDialogs.Said.size(), 1);
+    FDialogs.Yes = true;
+    On(tab).Delete();
+    EXPECT_FALSE(LargeOn()) << tab;
+    EXPECT_EQ(FRows.Refills, tab == kContentsTab) << tab;
+    EXPECT_EQ(CountPanel(), tab == kTopFilesTab || tab == kDownloadsTab ? u"1 items"_qs : u"-"_qs) << tab;
+  }
+  Clear();
+  FRows.Refills = 0;
+  On(kContentsTab).Delete();
+  EXPECT_EQ(FRows.Refills, 1) << "with no row checked, too";
+}
+
+TEST_F(FileOperations, WaitingInputIsHandledAsOftenAsTold) {
+  for (const TTabIndex tab : kTabs) {
+    Clear();
+    for (int row = 0; row < 12; ++row)
+      AddRow("root", "missing");
+    for (TListItem* item : FList.Items())
+      item->SetChecked(false);
+    EXPECT_EQ(PumpsIn([&] { On(tab).Move(); }), tab == kOverviewTab ? 0 : 12) << tab;
+    EXPECT_EQ(PumpsIn([&] { On(tab).Delete(); }), tab == kOverviewTab ? 0 : 2) << tab;
+  }
+}
+
+TEST_F(FileOperations, AMoveTakesRowsAlongAndReplacesNothing) {
+  for (const TTabIndex tab : kTabs) {
+    for (const bool delimited : {false, true}) {
+      Clear();
+      FLine.SetCountText(u"-"_qs);
+      AddFileRow("root", "first");
+      AddFileRow("root", "held");
+      FTree.MakeFile("to/held", 2);
+      AddFileRow("root", "file");
+      FDialogs.Folder = FTree.Path("to") + (delimited ? QString(PathDelim) : QString());
+      On(tab).Move();
+      EXPECT_TRUE(There("to/file") && !There("root/file")) << tab;
+      EXPECT_EQ(There("to/first"), tab != kOverviewTab) << tab;
+      EXPECT_EQ(There("root/held"), true) << tab;
+      EXPECT_EQ(GetFileStatus(FTree.Path("to/held"))->Size, 2U) << tab;
+      const QString to = FTree.Path("to") + PathDelim;
+      EXPECT_EQ(LocationOf(2), tab == kContentsTab ? FTree.Path("root") + PathDelim : to) << tab;
+      EXPECT_NE(LocationOf(1), to) << tab;
+      EXPECT_TRUE(FList.Items()[2]->Checked()) << tab;
+      EXPECT_EQ(CountPanel(), tab == kContentsTab ? u"3 items"_qs : u"-"_qs) << tab;
+      EXPECT_TRUE(LargeOn()) << tab;
+      FTree.Remove("to/file");
+      if (There("to/first")) FTree.Remove("to/first");
+    }
+  }
+  FDialogs.Folder.reset();
+  AddFileRow("root", "kept");
+  On(kTopFilesTab).Move();
+  EXPECT_TRUE(There("root/kept")) << "cancelled";
+}
+
+TEST_F(FileOperations, AMovedRowIsActedOnInItsNewFolder) {
+  AddFileRow("root", "file");
+  On(kTopFilesTab).Move();
+  FTree.MakeFile("root/file", 1);
+  On(kTopFilesTab).Delete();
+  EXPECT_FALSE(There("to/file"));
+  EXPECT_TRUE(There("root/file"));
+  AddRow("root", "file");
+  EXPECT_TRUE(FRows.OpenParent(0).IsOpen());
+  AddRow("to", "file");
+  EXPECT_FALSE(FRows.OpenParent(1).IsOpen()) << "this row was not moved here";
+}
+
+TEST_F(FileOperations, NothingIsReachedThroughALinkOrInThePlaceOfSomethingElse) {
+  FTree.MakeFile("precious/file", 1);
+  FTree.MakeLink("root/link", "../precious");
+  FTree.MakeFile("root/was folder", 1);
+  FTree.MakeFile("root/was file/inner", 1);
+  for (const TTabIndex tab : kTabs) {
+    for (const bool moves : {false, true}) {
+      for (int row = 0; row < 3; ++row) {
+        Clear();
+        if (row == 0) AddRow("root/link", "file");
+        if (row == 1) AddRow("root", "was folder", true);
+        if (row == 2) AddRow("root", "was file");
+        moves ? On(tab).Move() : On(tab).Delete();
+      }
+      EXPECT_TRUE(There("precious/file") && There("root/was folder") && There("root/was file/inner")) << tab;
+    }
+  }
+  FTree.MakeLink("root/one link", "../precious/file");
+  Clear();
+  AddRow("root", "one link");
+  On(kTopFilesTab).Delete();
+  EXPECT_FALSE(There("root/one link"));
+  EXPECT_TRUE(There("precious/file")) << "a link is deleted itself";
+}
+
+// The first row is handled before input is; then commands, keys and clicks find nothing to act on.
+TEST_F(FileOperations, CommandsAndInputAreDroppedWhileItRunsAndClosingEndsIt) {
+  for (int row = 0; row < 11; ++row)
+    AddFileRow("root", QByteArray::number(row));
+  int clicks = 0;
+  bool close = false;
+  FCommands.OnClick("btnScan", [&clicks] { ++clicks; });
+  QTimer user;
+  QObject::connect(&user, &QTimer::timeout, &FForm, [&] {
+    FCommands.Button("btnScan").Click();
+    QTest::keyClick(&FList, Qt::Key_Space);
+    QTest::mouseClick(FList.viewport(), Qt::LeftButton, {}, FList.Layout().RowRect(3).center());
+    if (close) FForm.close();
+  });
+  user.start(0);
+  FList.SetSelected(nullptr);
+  FDialogs.Folder = FTree.Path("missing");
+  On(kTopFilesTab).Move();
+  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(FList.Selected(), nullptr);
+  close = true;
+  On(kTopFilesTab).Delete();
+  user.stop();
+  EXPECT_EQ(FList.Items().Count(), 10) << "the window was closed behind the first row";
+  EXPECT_TRUE(There("root/0") && !There("root/10"));
+  FCommands.Button("btnScan").Click();
+  EXPECT_EQ(clicks, 1) << "the hold ends with the work";
+}
+
+TEST_F(FileOperations, AFailedOpenIsToldOnTwoTabs) {
+  for (const TTabIndex tab : {kOverviewTab, kTopFilesTab, kDownloadsTab}) {
+    Clear();
+    On(tab).Open();
+    EXPECT_TRUE(FDialogs.Said.isEmpty()) << "no row";
+    AddRow("root", "missing");
+    On(tab).Open();
+    EXPECT_EQ(FDialogs.Said, tab == kOverviewTab ? QStringList() : QStringList{u"Open file failed"_qs});
+  }
+}
+
+TEST_F(FileOperations, TheMenuKeysOpenThePopupAtTheFocusedRow) {
+  auto& popup = FCommands.Bars().Popup(u"pmTop100"_qs);
+  AssignPopup(FList, popup);
+  AddRow("root", "a");
+  AddRow("root", "b");
+  FList.SetItemFocused(FList.Items()[1]);
+  const int top = FList.viewport()->mapToGlobal(FList.Layout().RowRect(1).topLeft()).y();
+  QTest::keyClick(&FList, Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_TRUE(popup.isVisible());
+  EXPECT_GT(popup.y(), top);
+  EXPECT_LT(popup.y(), top + FList.Layout().RowRect(1).height());
+  popup.close();
+  QTest::keyClick(&FList, Qt::Key_F10);
+  EXPECT_FALSE(popup.isVisible());
+  const QPoint beside(30, FList.viewport()->height() - 3);
+  QTest::mouseClick(FList.viewport(), Qt::RightButton, {}, beside);
+  EXPECT_TRUE(popup.isVisible());
+  popup.close();
+}
+
+TEST_F(FileOperations, RowsOfAFolderAreActedOnInTheFolderThatIsHeld) {
+  FTree.MakeFile("root/a", 1);
+  FTree.MakeFile("root/sub/b", 1);
+  TRzShellList list;
+  TListViewOptions options;
+  options.CheckBoxes = true;
+  list.SetOptions(options);
+  TShellFileRows rows(list);
+  int refills = 0;
+  rows.OnRefill = [&refills] { ++refills; };
+  const TTabParts parts{*this, FState, FCommands, FLine, FDialogs, FPictures, FImages};
+  TFileOperations operations(parts, kContentsTab, rows);
+  list.SetPath(FTree.Path("root"));
+  rows.HoldFolder();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return rows.Count() == 2; }, 10000));
+  EXPECT_TRUE(rows.Row(0).IsFolder);
+  EXPECT_EQ(rows.Row(0).Name, u"sub"_qs);
+  FDialogs.Folder = FTree.Path("to");
+  list.Items()[1]->SetChecked(true);
+  if (!HasDrives()) {  // there nobody can do this to a folder that is held
+    FTree.Rename("root", "moved");
+    FTree.MakeFile("root/a", 1);
+  }
+  operations.Delete();
+  EXPECT_EQ(refills, 1);
+  EXPECT_EQ(There("root/a"), !HasDrives());
+  EXPECT_FALSE(There("moved/a"));
+  list.SetPath(QString());
+  rows.HoldFolder();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return rows.Count() > 0; }, 10000));
+  EXPECT_FALSE(rows.OpenParent(0).IsOpen()) << "a volume";
+}
