@@ -1,6 +1,7 @@
 // What both systems do alike.
 #include "platform/FileActions.h"
 
+#include "platform/FileTests.h"
 #include "platform/Paths.h"
 
 #include <chrono>
@@ -21,6 +22,22 @@ std::optional<QString> PathBelow(const QString& root, const QString& folder) {
 TOpenFolder OpenBelowRoot(const QString& root, const QString& folder) {
   const std::optional<QString> below = PathBelow(root, folder);
   return below ? TOpenFolder::Open(root).Below(*below) : TOpenFolder();
+}
+
+// The real path is gone down from its volume's top, without links. Windows: one that no drive letter begins
+// has no such way.
+TKnownRoot::TKnownRoot(const QString& root) : FRoot(root), FReal(RealFolder(root)) {
+  const QLatin1String longPath("\\\\?\\");
+  if (!FReal.startsWith(longPath)) return;
+  FReal.remove(0, longPath.size());
+  if (FReal.indexOf(u':') != 1) FReal.clear();
+}
+
+TOpenFolder TKnownRoot::Open(const QString& folder) const {
+  if (FReal.isEmpty()) return OpenBelowRoot(FRoot, folder);
+  const std::optional<QString> below = PathBelow(FRoot, folder);
+  const QString top = FReal.section(PathDelim, 0, 0) + PathDelim;
+  return below ? OpenBelowRoot(top, FReal + *below) : TOpenFolder();
 }
 
 TDeleteStage DeleteOneFile(const TOpenFolder& folder, const QString& name) {

@@ -49,6 +49,21 @@ class TOpenFolder {
 // the way to the root and refused below it. Not open either if the folder does not lie there.
 [[nodiscard]] TOpenFolder OpenBelowRoot(const QString& root, const QString& folder);
 
+// A scanned root as it was when this was made: the folder to which its path led then. Whatever is put in its
+// place, or in the place of a folder above it, a link included, is not taken for it.
+class TKnownRoot {
+ public:
+  // Follows the links on the way. Blocks on the file system.
+  explicit TKnownRoot(const QString& root);
+
+  // As OpenBelowRoot, for a folder whose path begins with the text of the root.
+  [[nodiscard]] TOpenFolder Open(const QString& folder) const;
+
+ private:
+  QString FRoot;
+  QString FReal;  // without a link; empty if that could not be told, when the path alone counts
+};
+
 enum class TEntryKind { None, File, Folder };  // a link is a file
 
 [[nodiscard]] TEntryKind KindOfEntry(const TOpenFolder& folder, const QString& name);

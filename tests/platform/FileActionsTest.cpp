@@ -59,6 +59,28 @@ TEST(FileActions, FoldersBelowARootAreReachedWithoutLinks) {
   EXPECT_FALSE(OpenBelowRoot(QString(), tree.Path()).IsOpen());
 }
 
+TEST(FileActions, AKnownRootIsTheFolderThatItWas) {
+  TTempTree tree;
+  tree.MakeFile("above/root/inner/file", 1);
+  tree.MakeFile("other/inner/file", 1);
+  tree.MakeLink("way", "above/root");
+  for (const char* name : {"above/root", "way"}) {
+    const TKnownRoot root(tree.Path(name));
+    const QString inner = NativePath(tree.Path(QByteArray(name) + "/inner"));
+    EXPECT_TRUE(root.Open(inner).IsOpen()) << name;
+    EXPECT_FALSE(root.Open(tree.Path("other")).IsOpen()) << name;
+    tree.Rename("above", "hold");
+    tree.MakeFolder("above");
+    tree.MakeLink("above/root", "../other");
+    EXPECT_TRUE(TOpenFolder::Open(inner).IsOpen()) << name;
+    EXPECT_FALSE(root.Open(inner).IsOpen()) << name;
+    tree.Remove("above");
+    tree.Rename("hold", "above");
+    EXPECT_TRUE(root.Open(inner).IsOpen()) << name;
+  }
+  EXPECT_FALSE(TKnownRoot(QString()).Open(tree.Path()).IsOpen());
+}
+
 TEST(FileActions, OnlyNamesOfOneEntryAreActedOn) {
   TTempTree tree;
   tree.MakeFile("folder/file", 1);

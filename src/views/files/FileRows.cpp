@@ -25,8 +25,8 @@ TOpenFolder TResultFileRows::OpenParent(int row) const {
   const TListItem* item = FList.Items()[row];
   const QString location = item->SubItems().Text(kLocationColumn - 1);
   if (FMoved->contains(item)) return TOpenFolder::Open(location);
-  for (const QString& root : FRoots)
-    if (TOpenFolder folder = OpenBelowRoot(root, location); folder.IsOpen()) return folder;
+  for (const TKnownRoot& root : FRoots)
+    if (TOpenFolder folder = root.Open(location); folder.IsOpen()) return folder;
   return {};
 }
 

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/FileActions.h"
 
@@ -52,7 +53,7 @@ class TResultFileRows : public TFileRows {
       : FList(list), FFolderImage(folderImage) {}
 
   // The scanned paths that the rows come from.
-  void SetRoots(const QStringList& roots) { FRoots = roots; }
+  void SetRoots(const QStringList& roots) { FRoots = {roots.begin(), roots.end()}; }
 
   // What the list's deletion handler does here; may be called after this has gone.
   [[nodiscard]] auto Forgetter() const {
@@ -71,6 +72,6 @@ class TResultFileRows : public TFileRows {
  private:
   TCustomListView& FList;
   const std::optional<int> FFolderImage;
-  QStringList FRoots;
+  std::vector<TKnownRoot> FRoots;
   const std::shared_ptr<QSet<const TListItem*>> FMoved = std::make_shared<QSet<const TListItem*>>();
 };
