@@ -152,6 +152,7 @@ class Ledger : public TFormsTest {
   bool FStormy = false;  // others act during the walk too
   TDisk FBefore;
   std::optional<TDisk> FExpected;
+  std::vector<TRow> FShownRows;  // in the order of the list
   std::vector<TRow> FExpectedRows;
   std::set<QByteArray> FMayGo;  // contents
   int FOperations = 0;
@@ -297,6 +298,7 @@ void Ledger::DialogShows() {
   for (const TListItem* item : List().Items())
     for (const TRow& row : Rows())
       if (row.Folder == FolderOf(*item) && row.Name == item->Caption()) FExpectedRows.push_back(row);
+  FShownRows = FExpectedRows;
   if (FMoves)
     ExpectMove();
   else if (FDialogs.Yes)
@@ -421,13 +423,11 @@ void Ledger::CheckAfterStorm() {
     Rows() = FExpectedRows;
     return;
   }
-  for (TRow& row : Rows())
-    row.Name.clear();
-  size_t next = 0;
+  Rows().clear();
   for (const TListItem* item : List().Items()) {
-    const bool moved = FolderOf(*item) == QDir::fromNativeSeparators(*FDialogs.Folder);
-    const bool before = next < FExpectedRows.size() && FExpectedRows[next].Moved;
-    Rows()[next++] = {FolderOf(*item), item->Caption(), item->Checked(), moved || before};
+    const TRow& before = FShownRows[Rows().size()];
+    const QString folder = FolderOf(*item);
+    Rows().push_back({folder, item->Caption(), item->Checked(), before.Moved || folder != before.Folder});
   }
 }
 
