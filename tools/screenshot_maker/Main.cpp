@@ -2,6 +2,7 @@
 // files; it is set by QT_SCALE_FACTOR. Without a screen the pages are drawn in Qt's own style; on a screen
 // they are in the style of the system, and a picture of the whole screen with all windows is taken too.
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
@@ -21,6 +22,7 @@
 #include "controls/shell/RzShellList.h"
 #include "platform/KnownFolders.h"
 #include "views/commands/Commands.h"
+#include "views/files/PropertiesDialog.h"
 #include "views/main/Dialogs.h"
 #include "views/main/Looks.h"
 #include "views/main/StartParameters.h"
@@ -165,6 +167,24 @@ class TPhotographer {
         ->SetActiveChildIndex(kDownloadsTab);
     After(kSettleMs, [this] {
       Save(FForm, u"downloads"_qs);
+      TakeQuestion();
+    });
+  }
+
+  // The box is modal: its picture is taken from inside.
+  void TakeQuestion() {
+    FForm.findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)
+        ->SetActiveChildIndex(kTopFilesTab);
+    After(kSettleMs, [this] {
+      QWidget* box = QApplication::activeModalWidget();
+      Save(*box, u"delete-question"_qs);
+      box->close();  // No
+    });
+    FForm.findChild<TdxBarButton*>(u"mniTDel"_qs)->OnClick();
+    ShowOwnProperties(FForm, FDemo.Root() + u"/Holiday 2024.mkv"_qs, FForm.Language());
+    After(kSettleMs, [this] { FForm.findChild<QPushButton*>(u"btnChecksum"_qs)->setFocus(); });
+    After(2 * kSettleMs, [this] {
+      Save(*FForm.findChild<QDialog*>(u"FormProperties"_qs), u"properties"_qs);
       QApplication::quit();
     });
   }
