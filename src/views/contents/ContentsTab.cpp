@@ -11,6 +11,7 @@
 #include "platform/Paths.h"
 #include "scan/UnitScan.h"
 #include "support/Korvel_Routine_New.h"
+#include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
 #include "views/commands/EnableRules.h"
 #include "views/main/FormLinks.h"
