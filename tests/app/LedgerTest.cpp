@@ -2,9 +2,9 @@
 // renames, replaces and removes files. A ledger of its own, which knows the rules and no code, tells after
 // each step what must be on disk and which rows must be listed. TALLYSCOPE_LEDGER_RUNS is the number of runs,
 // TALLYSCOPE_LEDGER_SEED the first one, TALLYSCOPE_SECOND_VOLUME a folder on another volume.
+#include <QApplication>
 #include <QDir>
 #include <QDirIterator>
-#include <QHeaderView>
 #include <QStorageInfo>
 #include <QTabBar>
 #include <QTemporaryDir>

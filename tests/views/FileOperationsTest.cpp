@@ -182,11 +182,11 @@ TEST_F(FileOperations, WhatAnAnswerLeavesAndWhatFollows) {
 TEST_F(FileOperations, WaitingInputIsHandledAsOftenAsTold) {
   for (const TTabIndex tab : kTabs) {
     Clear();
-    for (int row = 0; row < 12; ++row)
+    for (int row = 0; row < 20; ++row)
       AddRow("root", "missing");
     for (TListItem* item : FList.Items())
       item->SetChecked(false);
-    EXPECT_EQ(PumpsIn([&] { On(tab).Move(); }), tab == kOverviewTab ? 0 : 12) << tab;
+    EXPECT_EQ(PumpsIn([&] { On(tab).Move(); }), tab == kOverviewTab ? 0 : 20) << tab;
     EXPECT_EQ(PumpsIn([&] { On(tab).Delete(); }), tab == kOverviewTab ? 0 : 2) << tab;
   }
 }
