@@ -128,7 +128,7 @@ function(tallyscope_plain_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   tallyscope_use_precompiled(${name} _test)
   add_test(NAME ${name} COMMAND ${name})
-  set_tests_properties(${name} PROPERTIES TIMEOUT 600)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 ENVIRONMENT "${tallyscope_test_environment}")
 endfunction()
 
 # A libFuzzer program. It is built where TALLYSCOPE_FUZZ is on (see tools/fuzz), and is then a CTest test with the label
