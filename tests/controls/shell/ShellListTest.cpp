@@ -204,6 +204,7 @@ TEST_F(TShellListTest, AFolderThatCantBeReadSaysSo) {
 }
 
 TEST_F(TShellListTest, AFolderThatGoesLosesItsRows) {
+  if (HasDrives()) GTEST_SKIP() << "Wine tells nothing of the end of a watched folder";
   Tree.MakeFile("sub/file", 1);
   ASSERT_TRUE(GoTo(Tree.Path("sub")));
   Tree.Remove("sub");
