@@ -9,6 +9,8 @@
 #include "views/main/StartParameters.h"
 #include "views/main/UnitMain.h"
 
+#include <cstdio>
+
 namespace {
 
 // The program's own file pictures serve wherever the desktop's icon theme has none.
@@ -21,6 +23,11 @@ void UseOwnIconsAsFallback() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (const QByteArray answer = ConsoleAnswer(ProgramParameters(argc, argv)); !answer.isEmpty()) {
+    MakeOutputPlain();
+    std::fwrite(answer.constData(), 1, static_cast<size_t>(answer.size()), stdout);
+    return std::fflush(stdout) == 0 ? 0 : 1;
+  }
   MakeProcessDpiAware();  // before any window, and before Qt asks the system for its screens
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"Tallyscope"_qs);

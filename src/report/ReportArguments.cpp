@@ -15,7 +15,9 @@ TReportArguments Wrong(const QString& complaint) {
 // False for a text that is no option of this program.
 bool TakeOption(const QString& option, TReportArguments& result) {
   if (option == u"--json")
-    result.Json = true;
+    result.Format = TReportFormat::Json;
+  else if (option == u"--csv")
+    result.Format = TReportFormat::Csv;
   else if (option == u"--folder")
     result.Folder = true;
   else if (option == u"--help" || option == u"-h")
@@ -47,7 +49,7 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
 }
 
 QString ReportUsageLine() {
-  return u"Usage: tallyscope-report [--json] [--folder] PATH...\n"_qs;
+  return u"Usage: tallyscope-report [--json | --csv] [--folder] PATH...\n"_qs;
 }
 
 QString ReportHelp() {
@@ -55,6 +57,7 @@ QString ReportHelp() {
          u"Shows what takes the space below each path: totals, the largest folders and files.\n"
          u"\n"
          u"  --json     print one JSON object instead of text\n"
+         u"  --csv      print a table for spreadsheets: kind, bytes, files, folders, path\n"
          u"  --folder   PATH is one folder to be walked, not a list of drives\n"
          u"  --version  print the version\n"
          u"  --help     print this help\n"

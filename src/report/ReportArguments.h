@@ -5,10 +5,12 @@
 
 enum class TReportAction { Scan, Help, Version, Wrong };
 
+enum class TReportFormat { Text, Json, Csv };
+
 struct TReportArguments {
   TReportAction Action = TReportAction::Scan;
   QString Complaint;  // what is wrong, for TReportAction::Wrong
-  bool Json = false;
+  TReportFormat Format = TReportFormat::Text;
   bool Folder = false;  // one folder instead of drives
   QStringList Paths;    // as given; never empty for TReportAction::Scan
 };

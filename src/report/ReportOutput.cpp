@@ -35,10 +35,15 @@ QByteArray SectionText(const char* heading, std::span<const TFileInfoEx> rows) {
   return text;
 }
 
+// Names of Windows are text, those of Linux any bytes.
+QString EscapedName(const QString& text) {
+  return PathDelim == u'\\' ? text : EscapeUndecodable(text);
+}
+
 // A JSON string; what its rules or UTF-8 don't let stand is escaped.
 QByteArray JsonText(const QString& text) {
   QByteArray json = "\"";
-  for (const char32_t c : CodePoints(PathDelim == u'\\' ? text : EscapeUndecodable(text))) {
+  for (const char32_t c : CodePoints(EscapedName(text))) {
     if (c == U'"' || c == U'\\')
       json += '\\', json += static_cast<char>(c);
     else if (c < 0x20 || QChar::isSurrogate(c))
@@ -75,6 +80,17 @@ QByteArray JsonRows(const char* name, std::span<const TFileInfoEx> rows) {
   return JsonArray(name, rows.size(), [rows](size_t i) { return JsonRow(rows[i]); });
 }
 
+QByteArray CsvRow(const char* kind, quint64 bytes, const QByteArray& counts, const QString& path) {
+  const QByteArray quoted = EscapedName(path).toUtf8().replace('"', "\"\"");
+  return QByteArray(kind) + ',' + QByteArray::number(bytes) + ',' + counts + ",\"" + quoted + "\"\n";
+}
+
+QByteArray CsvRows(const char* kind, std::span<const TFileInfoEx> rows) {
+  QByteArray csv;
+  for (const TFileInfoEx& row : rows) csv += CsvRow(kind, row.Size, ",", row.Path + row.Name);
+  return csv;
+}
+
 }  // namespace
 
 QByteArray ReportAsText(const TReport& report) {
@@ -95,4 +111,15 @@ QByteArray ReportAsJson(const TReport& report) {
          "  \"stopped\": " + (report.Stopped ? "true" : "false") +
          ",\n  \"seconds\": " + QByteArray::number(static_cast<double>(report.Milliseconds) / 1000, 'f', 3) +
          "\n}\n";
+}
+
+QByteArray ReportAsCsv(const TReport& report) {
+  QByteArray csv = "kind,bytes,files,folders,path\n";
+  for (size_t i = 0; i < report.PathTotals.size(); ++i) {
+    const TPathTotals& totals = report.PathTotals[i];
+    csv += CsvRow("path", totals.Bytes, QByteArray::number(totals.Files) + ',' + QByteArray::number(totals.Folders),
+                  report.Paths[static_cast<qsizetype>(i)]);
+  }
+  return csv + CsvRows("folder", report.Folders) + CsvRows("file", report.Files) +
+         CsvRows("download", report.DownloadFiles);
 }

@@ -1,4 +1,4 @@
-// The two forms in which the console program prints a scan's results.
+// The forms in which the console program prints a scan's results.
 #pragma once
 
 #include "scan/UnitScan.h"
@@ -19,12 +19,17 @@ struct TReport {
   qint64 Milliseconds = 0;
 };
 
-// Both are the same bytes on every system but for the paths: lines end in a line feed alone.
+// All are the same bytes on every system but for the paths: lines end in a line feed alone.
 
 // Lines for people: totals per path, then the lists, sizes aligned. Names come out as their raw bytes, on
 // Windows in UTF-8.
 [[nodiscard]] QByteArray ReportAsText(const TReport& report);
 
 // One JSON object in UTF-8 with exact integers. Names of any bytes are escaped by EscapeUndecodable; those of
-// Windows, where "\" is the delimiter, stand as they are, and a lone surrogate in them is JSON's "\uNNNN".
+// Windows, where "\" is the delimiter, stand as they are, and a lone surrogate in them is JSON's "\uNNNN". Its
+// schema is docs/report.schema.json.
 [[nodiscard]] QByteArray ReportAsJson(const TReport& report);
+
+// A table in UTF-8 after RFC 4180: a heading, then a row for each path, folder, file and download file. The path comes
+// last and whole, escaped as in JSON: as it begins with a delimiter or a drive, no name can pass for a formula.
+[[nodiscard]] QByteArray ReportAsCsv(const TReport& report);

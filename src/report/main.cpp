@@ -70,12 +70,14 @@ int Report(const TReportArguments& arguments, const QStringList& paths) {
   SetInterruptTarget(&scan);
   const TReport report = scan.Run(paths, arguments.Folder);
   SetInterruptTarget(nullptr);
-  if (arguments.Json) Print(stdout, ReportAsJson(report));
+  // An object tells of a stop by itself, a table or text would look whole.
+  if (arguments.Format == TReportFormat::Json) Print(stdout, ReportAsJson(report));
   if (report.Stopped) {
     Complain(u"stopped"_qs);
     return FinishOutput(kInterrupted);
   }
-  if (!arguments.Json) Print(stdout, ReportAsText(report));
+  if (arguments.Format == TReportFormat::Text) Print(stdout, ReportAsText(report));
+  if (arguments.Format == TReportFormat::Csv) Print(stdout, ReportAsCsv(report));
   return FinishOutput(kDone);
 }
 

@@ -1,5 +1,6 @@
 #include "report/ReportArguments.h"
 
+#include "fixtures/Completions.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
 
@@ -10,26 +11,33 @@
 
 TEST(ReportArguments, AreTakenApart) {
   const QStringList a = {u"a"_qs};
+  constexpr auto kText = TReportFormat::Text;
   struct {
     QStringList Arguments;
     TReportAction Action;
-    bool Json, Folder;
+    TReportFormat Format;
+    bool Folder;
     QStringList Paths;
   } const cases[] = {
-      {{u"a"_qs}, TReportAction::Scan, false, false, a},
-      {{u"--json"_qs, u"a"_qs, u"--folder"_qs}, TReportAction::Scan, true, true, a},
-      {{u"a"_qs, u"b"_qs, u"a"_qs}, TReportAction::Scan, false, false, {u"a"_qs, u"b"_qs, u"a"_qs}},
-      {{u"--"_qs, u"--json"_qs}, TReportAction::Scan, false, false, {u"--json"_qs}},
-      {{u"-"_qs}, TReportAction::Scan, false, false, {u"-"_qs}},
-      {{u"--help"_qs}, TReportAction::Help, false, false, {}},
-      {{u"--version"_qs, u"--nonsense"_qs}, TReportAction::Version, false, false, {}},
+      {{u"a"_qs}, TReportAction::Scan, kText, false, a},
+      {{u"--json"_qs, u"a"_qs, u"--folder"_qs}, TReportAction::Scan, TReportFormat::Json, true, a},
+      {{u"--csv"_qs, u"a"_qs}, TReportAction::Scan, TReportFormat::Csv, false, a},
+      {{u"a"_qs, u"b"_qs, u"a"_qs}, TReportAction::Scan, kText, false, {u"a"_qs, u"b"_qs, u"a"_qs}},
+      {{u"--"_qs, u"--json"_qs}, TReportAction::Scan, kText, false, {u"--json"_qs}},
+      {{u"-"_qs}, TReportAction::Scan, kText, false, {u"-"_qs}},
+      {{u"--help"_qs}, TReportAction::Help, kText, false, {}},
+      {{u"--version"_qs, u"--nonsense"_qs}, TReportAction::Version, kText, false, {}},
   };
-  for (const auto& [arguments, action, json, folder, paths] : cases) {
+  for (const auto& [arguments, action, format, folder, paths] : cases) {
     const TReportArguments result = ParseReportArguments(arguments);
-    EXPECT_EQ(std::tie(result.Action, result.Json, result.Folder, result.Paths),
-              std::tie(action, json, folder, paths))
+    EXPECT_EQ(std::tie(result.Action, result.Format, result.Folder, result.Paths),
+              std::tie(action, format, folder, paths))
         << qPrintable(arguments.join(u' '));
   }
+}
+
+TEST(ReportArguments, EveryOptionOfTheHelpIsCompletedByTheShells) {
+  EXPECT_EQ(MissingInCompletions(u"tallyscope-report"_qs, ReportHelp().toUtf8()), QStringList());
 }
 
 TEST(ReportArguments, RelativePathsAreJoinedAndNothingIsResolved) {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "fixtures/Completions.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/KnownFolders.h"
 
@@ -26,6 +27,14 @@ TEST(StartParameters, FirstParameterBeginsAScanWithoutRegardToCase) {
   EXPECT_EQ(TStartParameters({u"/scan"_qs}).AutoStart(), TAutoStart::None);
   EXPECT_EQ(TStartParameters({u"x"_qs, u"/scansys"_qs}).AutoStart(), TAutoStart::None);
   EXPECT_EQ(TStartParameters(QStringList()).AutoStart(), TAutoStart::None);
+}
+
+TEST(StartParameters, HelpAndVersionAreAnsweredOnTheConsole) {
+  EXPECT_TRUE(ConsoleAnswer({}).isEmpty());
+  EXPECT_TRUE(ConsoleAnswer({u"/scansys"_qs, u"--help"_qs}).isEmpty());
+  EXPECT_TRUE(ConsoleAnswer({u"--version"_qs}).startsWith("tallyscope "));
+  EXPECT_EQ(ConsoleAnswer({u"--help"_qs}), ConsoleAnswer({u"-h"_qs}));
+  EXPECT_EQ(MissingInCompletions(u"tallyscope"_qs, ConsoleAnswer({u"--help"_qs})), QStringList());
 }
 
 TEST(StartParameters, PathsToScanAreTheSystemVolumeOrTheFoldersThatExist) {

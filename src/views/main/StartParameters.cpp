@@ -24,6 +24,19 @@ QStringList ReadLines(const QString& path) {
 
 }  // namespace
 
+QByteArray ConsoleAnswer(const QStringList& parameters) {
+  const QString first = parameters.value(0);
+  if (first == u"--version") return "tallyscope " TALLYSCOPE_VERSION "\n";
+  if (first != u"--help" && first != u"-h") return {};
+  return "Usage: tallyscope [/scansys | /scandrive FOLDER...]\n"
+         "Shows in a window what takes the space on drives or below a folder.\n"
+         "\n"
+         "  /scansys              scan the system volume at once\n"
+         "  /scandrive FOLDER...  scan these volumes or folders at once\n"
+         "  --version             print the version\n"
+         "  --help                print this help\n";
+}
+
 TAutoStart TStartParameters::AutoStart() const {
   const QString first = FParameters.value(0);
   if (CompareText(first, u"/scansys"_qs) == 0) return TAutoStart::ScanSystem;

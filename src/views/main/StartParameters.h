@@ -1,6 +1,7 @@
 // The program's command line as both forms read it.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -14,6 +15,10 @@ struct TPreselection {
   std::optional<QString> Folder;      // the folder route with this folder
   std::optional<QStringList> Drives;  // check marks of the drives that hold these paths
 };
+
+// What the program prints, in UTF-8, instead of opening a window: its help or its version, when the first parameter asks
+// for one of them; else empty.
+[[nodiscard]] QByteArray ConsoleAnswer(const QStringList& parameters);
 
 // The parameters without the program's name. Any thread.
 class TStartParameters {

@@ -83,3 +83,15 @@ TEST(ReportTerminal, ShowsItsProgressOnATerminalAndTakesItOff) {
   for (const QByteArray& line : run.Out.split('\r'))
     EXPECT_LT(line.size(), 80);
 }
+
+TEST(ReportSchema, IsKeptByAReportOfOddNames) {
+  TTempTree tree;
+  for (const char* name : {"plain/file", "odd/\xff\"\\\n", "caf\xc3\xa9/n\xc3\xa9"})
+    tree.MakeFile(name, 9);
+  const QByteArray schema = qgetenv("TALLYSCOPE_SOURCE_DIR") + "/docs/report.schema.json";
+  const QByteArray check = "/usr/bin/python3 -m jsonschema --instance /dev/stdin '" + schema + "'";
+  const TRun good = RunLine("set -o pipefail; \"$0\" --json . | " + check, tree.Path());
+  EXPECT_EQ(good.ExitCode, 0) << good.Out.constData() << good.Err.constData();
+  const TRun bad = RunLine("\"$0\" --json . | sed 's/\"size\": 9/\"size\": -9/' | " + check, tree.Path());
+  EXPECT_NE(bad.ExitCode, 0) << "a validator that takes anything proves nothing";
+}

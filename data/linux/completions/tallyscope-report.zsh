@@ -1,0 +1,8 @@
+#compdef tallyscope-report
+_arguments \
+  '(- *)--help[print the options]' \
+  '(- *)--version[print the version]' \
+  '--json[print one JSON object instead of text]' \
+  '--csv[print a table for spreadsheets]' \
+  '--folder[walk one folder instead of reading drives]' \
+  '*:folder:_files -/'
