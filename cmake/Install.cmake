@@ -9,7 +9,7 @@ set(home ${CMAKE_INSTALL_PREFIX}/lib/tallyscope)
 set(share ${CMAKE_INSTALL_DATADIR})
 set(linux ${PROJECT_SOURCE_DIR}/data/linux)
 
-install(TARGETS tallyscope tallyscope-report Volindex Colophon
+install(TARGETS tallyscope tallyscope-report tallyscope-volume Volindex Colophon
   RUNTIME DESTINATION lib/tallyscope LIBRARY DESTINATION lib/tallyscope)
 set_target_properties(tallyscope tallyscope-report PROPERTIES INSTALL_RPATH ${home})
 install(DIRECTORY data/Toolbox_Language DESTINATION ${share}/tallyscope)
@@ -41,6 +41,11 @@ foreach(size IN ITEMS 16 32 48 64 128 256)
 endforeach()
 install(FILES data/art/png/tallyscope256@2x.png
   DESTINATION ${share}/icons/hicolor/512x512/apps RENAME tallyscope.png)
+
+# What the system asks before tallyscope-volume runs as the administrator.
+configure_file(${linux}/tallyscope.policy.in tallyscope.policy @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/tallyscope.policy
+  DESTINATION ${share}/polkit-1/actions RENAME example.tallyscope.policy)
 
 # The shells'.
 foreach(program IN ITEMS tallyscope tallyscope-report)

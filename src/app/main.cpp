@@ -4,6 +4,7 @@
 
 #include "app/UnitScanWizard.h"
 #include "platform/Process.h"
+#include "scan/UnitScan.h"
 #include "views/main/Dialogs.h"
 #include "views/main/Looks.h"
 #include "views/main/StartParameters.h"
@@ -38,6 +39,7 @@ int main(int argc, char** argv) {
 
   const TStartParameters parameters(ProgramParameters(argc, argv));  // without what Qt took for itself
   TSystemDialogs dialogs;
+  AskForElevation = TALLYSCOPE_ASK_ON_DESKTOP;
   TFormMain formMain(parameters, dialogs);
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
   formMain.SetScanForm(formWizard);

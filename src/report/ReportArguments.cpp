@@ -18,6 +18,8 @@ bool TakeOption(const QString& option, TReportArguments& result) {
     result.Format = TReportFormat::Json;
   else if (option == u"--csv")
     result.Format = TReportFormat::Csv;
+  else if (option == u"--elevate")
+    result.Elevate = true;
   else if (option == u"--folder")
     result.Folder = true;
   else if (option == u"--help" || option == u"-h")
@@ -49,7 +51,7 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
 }
 
 QString ReportUsageLine() {
-  return u"Usage: tallyscope-report [--json | --csv] [--folder] PATH...\n"_qs;
+  return u"Usage: tallyscope-report [--json | --csv] [--elevate] [--folder] PATH...\n"_qs;
 }
 
 QString ReportHelp() {
@@ -58,6 +60,7 @@ QString ReportHelp() {
          u"\n"
          u"  --json     print one JSON object instead of text\n"
          u"  --csv      print a table for spreadsheets: kind, bytes, files, folders, path\n"
+         u"  --elevate  ask for the administrator's consent to read volumes in bulk\n"
          u"  --folder   PATH is one folder to be walked, not a list of drives\n"
          u"  --version  print the version\n"
          u"  --help     print this help\n"

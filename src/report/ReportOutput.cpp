@@ -87,7 +87,8 @@ QByteArray CsvRow(const char* kind, quint64 bytes, const QByteArray& counts, con
 
 QByteArray CsvRows(const char* kind, std::span<const TFileInfoEx> rows) {
   QByteArray csv;
-  for (const TFileInfoEx& row : rows) csv += CsvRow(kind, row.Size, ",", row.Path + row.Name);
+  for (const TFileInfoEx& row : rows)
+    csv += CsvRow(kind, row.Size, ",", row.Path + row.Name);
   return csv;
 }
 
@@ -117,7 +118,8 @@ QByteArray ReportAsCsv(const TReport& report) {
   QByteArray csv = "kind,bytes,files,folders,path\n";
   for (size_t i = 0; i < report.PathTotals.size(); ++i) {
     const TPathTotals& totals = report.PathTotals[i];
-    csv += CsvRow("path", totals.Bytes, QByteArray::number(totals.Files) + ',' + QByteArray::number(totals.Folders),
+    csv += CsvRow("path", totals.Bytes,
+                  QByteArray::number(totals.Files) + ',' + QByteArray::number(totals.Folders),
                   report.Paths[static_cast<qsizetype>(i)]);
   }
   return csv + CsvRows("folder", report.Folders) + CsvRows("file", report.Files) +

@@ -26,10 +26,11 @@ struct TReport {
 [[nodiscard]] QByteArray ReportAsText(const TReport& report);
 
 // One JSON object in UTF-8 with exact integers. Names of any bytes are escaped by EscapeUndecodable; those of
-// Windows, where "\" is the delimiter, stand as they are, and a lone surrogate in them is JSON's "\uNNNN". Its
-// schema is docs/report.schema.json.
+// Windows, where "\" is the delimiter, stand as they are, and a lone surrogate in them is JSON's "\uNNNN".
+// Its schema is docs/report.schema.json.
 [[nodiscard]] QByteArray ReportAsJson(const TReport& report);
 
-// A table in UTF-8 after RFC 4180: a heading, then a row for each path, folder, file and download file. The path comes
-// last and whole, escaped as in JSON: as it begins with a delimiter or a drive, no name can pass for a formula.
+// A table in UTF-8 after RFC 4180: a heading, then a row for each path, folder, file and download file. The
+// path comes last and whole, escaped as in JSON: as it begins with a delimiter or a drive, no name can pass
+// for a formula.
 [[nodiscard]] QByteArray ReportAsCsv(const TReport& report);

@@ -86,6 +86,7 @@ void TTallyscopeScan::Start(const QStringList& paths, bool folderMode) {
   FPaths = paths;
   FFolderMode = folderMode;
   FStopped.store(false);
+  Tallyscope_SetElevation(AskForElevation);
   Resume();
 }
 

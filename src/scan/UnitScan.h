@@ -8,6 +8,7 @@
 #include "scan/Volindex.h"
 #include "support/TWorkerThread.h"
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_elevation.h"
 
 #include <QStringList>
 
@@ -19,6 +20,10 @@ inline std::atomic<bool> AutoScan{false};
 
 // Whether the download locations are counted as steps. They are walked in any case. True after each scan.
 inline std::atomic<bool> CountDownloads{false};
+
+// How the user may be asked for the right to read whole volumes; see volindex_elevation.h. A refusal holds
+// for one scan.
+inline std::atomic<int> AskForElevation{TALLYSCOPE_ASK_NEVER};
 
 // What one scanned path held.
 struct TPathTotals {

@@ -1,9 +1,11 @@
-// The nine functions of the library, over the one scan that it holds. Nothing is thrown across this border:
+// The functions of the library, over the one scan that it holds. Nothing is thrown across this border:
 // who runs out of memory gets an empty scan.
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_elevation.h"
 
 #include "volindex/index/ProgressPost.h"
 #include "volindex/index/VolumeScan.h"
+#include "volindex/system/Elevation.h"
 #include "volindex/system/Utf16.h"
 
 #include <algorithm>
@@ -166,6 +168,10 @@ void Tallyscope_GetFolderSize(const char16_t* path, uint32_t* sizeHigh, uint32_t
 
 void Tallyscope_Stop(void) {
   Session().Stop = true;
+}
+
+void Tallyscope_SetElevation(int32_t ask) {
+  volindex::SetElevation(ask);
 }
 
 void Tallyscope_Free(void) {

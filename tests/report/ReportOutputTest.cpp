@@ -90,13 +90,18 @@ TEST(ReportAsCsv, IsATableWithTheWholePathLast) {
   report.DownloadFiles = kFolders;
   const QByteArray undecodable = HasDrives() ? "f\xed\xb3\xbf" : "f\\xff";
   const QByteArray odd = HasDrives() ? "q\"\"b\\n\n" : "q\"\"b\\\\n\n";
-  EXPECT_EQ(ReportAsCsv(report), "kind,bytes,files,folders,path\n"
-                                 "path,1536,1,2,\"/a\"\n"
-                                 "path,0,0,0,\"/b\"\n"
-                                 "folder,2000000000,,,\"/a/sub\"\n"
-                                 "folder,5,,,\"/a/x\"\n"
-                                 "file,18446744073709551615,,,\"/a/" + odd + "\"\n"
-                                 "file,9007199254740993,,,\"/a/" + undecodable + "\"\n"
-                                 "download,2000000000,,,\"/a/sub\"\n"
-                                 "download,5,,,\"/a/x\"\n");
+  EXPECT_EQ(ReportAsCsv(report),
+            "kind,bytes,files,folders,path\n"
+            "path,1536,1,2,\"/a\"\n"
+            "path,0,0,0,\"/b\"\n"
+            "folder,2000000000,,,\"/a/sub\"\n"
+            "folder,5,,,\"/a/x\"\n"
+            "file,18446744073709551615,,,\"/a/" +
+                odd +
+                "\"\n"
+                "file,9007199254740993,,,\"/a/" +
+                undecodable +
+                "\"\n"
+                "download,2000000000,,,\"/a/sub\"\n"
+                "download,5,,,\"/a/x\"\n");
 }

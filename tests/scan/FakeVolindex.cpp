@@ -1,6 +1,7 @@
 #include "FakeVolindex.h"
 
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_elevation.h"
 
 #include <algorithm>
 
@@ -19,6 +20,7 @@ void CopyText(const QString& text, char16_t* out) {
 
 }  // namespace
 
+std::atomic<int> FakeElevation{0};
 std::atomic<int> FakeStops{0};
 
 TFakeVolindex& FakeVolindex() {
@@ -61,6 +63,9 @@ uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t name
 void Tallyscope_GetFolderSize(const char16_t*, uint32_t* sizeHigh, uint32_t* sizeLow) {
   *sizeHigh = 1;
   *sizeLow = 2;
+}
+void Tallyscope_SetElevation(int32_t ask) {
+  FakeElevation = ask;
 }
 void Tallyscope_Stop(void) {
   ++FakeStops;

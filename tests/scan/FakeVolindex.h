@@ -28,5 +28,8 @@ struct TFakeVolindex {
 
 TFakeVolindex& FakeVolindex();
 
+// What the scan passed on as it began; any thread.
+extern std::atomic<int> FakeElevation;
+
 // How often Tallyscope_Stop was called; any thread.
 extern std::atomic<int> FakeStops;

@@ -199,10 +199,12 @@ TEST_F(TScanThreadTest, AStopDuringAReadTakesNothingAndGoesToTheProgressWindow) 
   FScan->SetProgressTarget(progress.Window(), WM_SCANPROGRESS);
   FLocations = {FTree.Path()};
   const int before = FakeStops;
+  AskForElevation = TALLYSCOPE_ASK_ON_DESKTOP;
   FakeVolindex().DuringScan = [this] { FScan->Stop(); };
   FScan->Start({u"/v/"_qs, u"/w/"_qs}, false);
   ASSERT_TRUE(progress.WaitForEnd());
   EXPECT_EQ(FakeStops, before + 1);
+  EXPECT_EQ(FakeElevation, TALLYSCOPE_ASK_ON_DESKTOP);
   EXPECT_EQ(progress.Log.join(u", "_qs), u"step 0 of 3, step 0 of 3, phase 200, stopped"_qs);
   EXPECT_EQ(Log(), u"row 0, row 0, row 2"_qs) << "the download pass posts its row";
   EXPECT_EQ(FScan->Files().Count(), 0);

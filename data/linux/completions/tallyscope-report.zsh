@@ -4,5 +4,6 @@ _arguments \
   '(- *)--version[print the version]' \
   '--json[print one JSON object instead of text]' \
   '--csv[print a table for spreadsheets]' \
+  "--elevate[ask for the administrator's consent to read volumes in bulk]" \
   '--folder[walk one folder instead of reading drives]' \
   '*:folder:_files -/'

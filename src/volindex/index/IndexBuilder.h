@@ -61,8 +61,13 @@ class TIndexShard {
   // folders not left out whose full path sorts first.
   void AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key);
 
+  // What lies in a folder and is too small for the list, told as a sum.
+  void AddUnlisted(TFolderId folder, uint64_t bytes, uint32_t files) {
+    FFolders.AddContent(folder, bytes, files);
+  }
+
   // For the trace line only.
-  void CountUnreadable() { ++FUnreadable; }
+  void CountUnreadable(uint64_t folders = 1) { FUnreadable += folders; }
   void CountBytesRead(uint64_t bytes) { FBytesRead += bytes; }
 
  private:

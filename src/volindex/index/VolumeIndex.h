@@ -31,9 +31,15 @@ class TVolumeIndex {
   [[nodiscard]] const std::vector<TFileRecord>& TopFiles() const { return FTopFiles; }
   [[nodiscard]] const std::vector<TFolderId>& TopFolders() const { return FTopFolders; }
 
+  // Every folder has an id below this one, and not every such id has a folder.
+  [[nodiscard]] TFolderId FolderEnd() const { return static_cast<TFolderId>(FCounted.size()); }
+  [[nodiscard]] bool HasFolder(TFolderId id) const { return FCounted[id]; }
+
   [[nodiscard]] std::string_view FolderName(TFolderId id) const { return FFolders->Name(id); }
   [[nodiscard]] TFolderId FolderParent(TFolderId id) const { return FFolders->Parent(id); }
   [[nodiscard]] uint64_t FolderTotal(TFolderId id) const { return FFolders->Size(id); }
+  // Those that lie directly in it.
+  [[nodiscard]] uint32_t FolderFiles(TFolderId id) const { return FFolders->Files(id); }
   // The path relative to the root, a '/' at its end unless it is the root's own, empty one.
   [[nodiscard]] std::string FolderPath(TFolderId id) const { return FFolders->Path(id); }
   // False when it is longer than `limit` bytes.

@@ -1,3 +1,4 @@
+#include "volindex/posix/ElevatedReader.h"
 #include "volindex/readers/Reader.h"
 #include "volindex/readers/ext4/Ext4Reader.h"
 #include "volindex/readers/folders/FoldersReader.h"
@@ -9,6 +10,7 @@ std::vector<std::unique_ptr<TReader>> MakeReaders() {
   std::vector<std::unique_ptr<TReader>> readers;
   readers.push_back(std::make_unique<TExt4Reader>());
   readers.push_back(std::make_unique<ntfs::TNtfsReader>());
+  readers.push_back(std::make_unique<TElevatedReader>());
   readers.push_back(std::make_unique<TFoldersReader>());
   return readers;
 }

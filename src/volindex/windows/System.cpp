@@ -1,10 +1,14 @@
 #include "volindex/windows/System.h"
 
+#include "volindex/system/Elevation.h"
 #include "volindex/system/Utf16.h"
 
 #include <windows.h>
 
 namespace volindex {
+
+// The whole program runs as the administrator.
+void SetElevation(int32_t) {}
 
 TSystemHandle::TSystemHandle(void* handle) : FHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle) {}
 

@@ -1,6 +1,7 @@
 // Code that calls the library goes by the pointers that the import of a library has. Here they lead to the
 // fake, so that the linker takes none from the real one.
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_elevation.h"
 
 extern "C" {
 #define TALLYSCOPE_IMPORT(name) extern decltype(&name) const __imp_##name = &name
@@ -11,6 +12,7 @@ TALLYSCOPE_IMPORT(Tallyscope_OpenRecord);
 TALLYSCOPE_IMPORT(Tallyscope_GetRecordCount);
 TALLYSCOPE_IMPORT(Tallyscope_GetRecordByIndex);
 TALLYSCOPE_IMPORT(Tallyscope_GetFolderSize);
+TALLYSCOPE_IMPORT(Tallyscope_SetElevation);
 TALLYSCOPE_IMPORT(Tallyscope_Stop);
 TALLYSCOPE_IMPORT(Tallyscope_Free);
 }

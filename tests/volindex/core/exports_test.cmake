@@ -1,4 +1,4 @@
-# Fails unless the shared library exports exactly the nine functions.
+# Fails unless the shared library exports exactly its nine functions and what the second header adds.
 set(expected
   Tallyscope_CheckFileSystem
   Tallyscope_Free
@@ -7,6 +7,7 @@ set(expected
   Tallyscope_GetRecordCount
   Tallyscope_OpenRecord
   Tallyscope_ScanLocalDrive
+  Tallyscope_SetElevation
   Tallyscope_SetNotifyHwnd
   Tallyscope_Stop)
 

@@ -1,0 +1,70 @@
+// The index of a volume on its way through a pipe, from the process that may read the volume to the one that
+// shows it.
+//
+// All numbers are little-endian, nothing is padded. First the eight bytes of kStreamMark, then frames, each
+// with a letter first:
+//
+//   'P'  u8 percent                                              progress; 0 says no more than that the
+//   sender lives 'D'  u32 parent, u64 bytes, u32 files, u16 length, name      a folder and what lies in it
+//   beside its 'F' frames 'F'  u32 folder, u64 bytes, u16 length, name                 one of the largest
+//   files 'E'  u64 unreadable folders, u64 bytes read                  the end; nothing follows
+//
+// Folders are numbered as they come, each behind its parent; number 0 is the root, with an empty name and
+// itself as parent. A sender that can't read the volume closes the pipe without an 'E'.
+#pragma once
+
+#include "volindex/index/IndexBuilder.h"
+#include "volindex/readers/DiskBytes.h"
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace volindex {
+
+inline constexpr std::string_view kStreamMark{"TSVOL\0\0\1", 8};
+
+// Takes the next bytes to be sent; false when the receiver is gone. May be called while another thread is in
+// it.
+using TStreamSink = std::function<bool(TBytes bytes)>;
+
+[[nodiscard]] bool SendMark(const TStreamSink& sink);
+[[nodiscard]] bool SendProgress(const TStreamSink& sink, int percent);
+// Takes 12 bytes per folder while it runs.
+[[nodiscard]] bool SendIndex(const TStreamSink& sink, const TVolumeIndex& index);
+
+enum class TStreamState { Reading, Done, Wrong };
+
+// The receiving end, which trusts nothing that it gets: whatever the bytes, it keeps no more than
+// `mostFolders` folders with their names, kTopCount files and one frame. Used by one thread.
+class TStreamParser {
+ public:
+  // Begins the builder anew; `progress` gets 1 to 99.
+  TStreamParser(TIndexBuilder& builder, uint64_t mostFolders, std::function<void(int percent)> progress);
+
+  // The next bytes. Wrong and Done stay; bytes behind the end are wrong.
+  TStreamState Feed(TBytes bytes);
+
+  // Whether the mark has come: the sender has begun.
+  [[nodiscard]] bool Begun() const { return FBegun; }
+
+ private:
+  // The length of the frame at the front of `bytes`, 0 if they don't hold it whole.
+  [[nodiscard]] static size_t FrameLength(TBytes bytes);
+  [[nodiscard]] bool Take(TBytes frame);
+  [[nodiscard]] bool TakeFolder(TBytes frame);
+  [[nodiscard]] bool TakeFile(TBytes frame);
+  [[nodiscard]] bool Count(uint64_t bytes);
+
+  TIndexBuilder& FBuilder;
+  const uint64_t FMostFolders;
+  const std::function<void(int)> FProgress;
+  std::vector<std::byte> FRest;  // the beginning of a frame
+  TStreamState FState = TStreamState::Reading;
+  bool FBegun = false;
+  uint64_t FFolders = 0;
+  uint64_t FFiles = 0;
+  uint64_t FBytes = 0;
+};
+
+}  // namespace volindex
