@@ -16,10 +16,11 @@ namespace {
 
 class DirectoryScan : public testing::Test {
  protected:
-  void Scan(std::initializer_list<TCatalogueEntry> entries) {
-    FTree.WriteFile("catalogue.xml", MakeCatalogue(entries));
+  void ScanCatalogue(const QByteArray& catalogue) {
+    FTree.WriteFile("catalogue.xml", catalogue);
     FScan.ScanDirectories(FTree.Path("catalogue.xml"));
   }
+  void Scan(std::initializer_list<TCatalogueEntry> entries) { ScanCatalogue(MakeCatalogue(entries)); }
 
   // Chrome is at home here, with no folder named.
   void MakeBrowser() {
@@ -27,8 +28,9 @@ class DirectoryScan : public testing::Test {
     FTree.WriteFile(TTestUser::Chrome + "/Default/Preferences", "{}");
   }
 
-  void Add(const QByteArray& name) {
-    TDownloadDirectoryScan::AddDirectory(FScan.FDirectories, FTree.Path(name));
+  void Add(std::initializer_list<const char*> names) {
+    for (const char* name : names)
+      TDownloadDirectoryScan::AddDirectory(FScan.FDirectories, FTree.Path(name));
   }
 
   // What was found, relative to the home folder and with "/" for the delimiter.
@@ -39,7 +41,7 @@ class DirectoryScan : public testing::Test {
     return names.join(u' ');
   }
 
-  // A folder at home by its name on Linux, as settings have it.
+  // A folder at home as settings have it.
   [[nodiscard]] QByteArray AtHome(const QByteArray& name) const { return NameToBytes(FTree.Path(name)); }
 
   const TComThread FComponents;
@@ -67,8 +69,7 @@ TEST_F(DirectoryScan, EachKindOfSettingsIsReadAndBrowsersComeFirst) {
   FTree.WriteFile("set/a.xml", "<c><dir>" + AtHome("xml") + "</dir></c>");
   MakeBrowser();
   const QByteArray set = "%HOMEDRIVE%%HOMEPATH%" + AtHome("set").mid(FHome.size());
-  const QByteArray drive = AtHome("drive/");
-  const QByteArray no = AtHome("nowhere");
+  const QByteArray drive = AtHome("drive/"), no = AtHome("nowhere");
   Scan({{.Kind = "xml", .Directory = set, .Path = "a.xml", .Section = "dir"},
         {.Kind = "keyvalue", .Directory = set, .Path = "a.properties", .Name = "dir", .Letter = no},
         {.Kind = "dat", .Directory = set, .Path = "a.dat", .Name = "dir"},
@@ -101,35 +102,29 @@ TEST_F(DirectoryScan, ExpandedPathsEndAt259Characters) {
   EXPECT_EQ(FScan.FDirectories, QStringList({FTree.Path(name) + PathDelim}));
 }
 
-TEST_F(DirectoryScan, ACatalogueThatIsNoneLeavesTheBrowsers) {
+TEST_F(DirectoryScan, BrowsersApplicationsAndTheCatalogueFailAlone) {
   MakeBrowser();
   const QByteArray good = MakeCatalogue({{.Kind = "reg", .Default = FHome}});
   for (const QByteArray& catalogue :
        {QByteArray(), QByteArray("no XML"), good.chopped(10), QByteArray(good).replace("DownloadA", "A")}) {
-    FTree.WriteFile("catalogue.xml", catalogue);
-    FScan.ScanDirectories(FTree.Path("catalogue.xml"));
+    ScanCatalogue(catalogue);
     EXPECT_EQ(Found(), u"Downloads/"_qs) << catalogue.constData();
   }
   FScan.ScanDirectories(FTree.Path("missing"));
   EXPECT_EQ(Found(), u"Downloads/"_qs);
-}
-
-TEST_F(DirectoryScan, EachBrowserAndApplicationFailsAlone) {
-  MakeBrowser();
   FTree.MakeFolder("after");
   FTree.WriteFile(TTestUser::Firefox + "/profiles.ini", "[Profile0]\nPath=p\n");
-  FTree.WriteFile(TTestUser::Firefox + "/p/prefs.js", "");
-  FTree.MakeUnreadable(TTestUser::Firefox + "/p/prefs.js");
   FTree.WriteFile("broken.xml", "<c><dir>");
   FTree.WriteFile("broken.dat", "d99999999999:");
-  FTree.WriteFile("shut", "k=v\n");
-  FTree.MakeUnreadable("shut");
-  const QByteArray catalogue =
-      MakeCatalogue({{.Kind = "xml", .Directory = FHome, .Path = "broken.xml"},
-                     {.Kind = "dat", .Directory = FHome, .Path = "broken.dat"},
-                     {.Kind = "keyvalue", .Directory = FHome, .Path = "shut", .Name = "k"},
-                     {.Kind = "reg", .Default = AtHome("after")}});
-  FTree.WriteFile("catalogue.xml", catalogue);
+  for (const QByteArray& shut : {TTestUser::Firefox + "/p/prefs.js", QByteArray("shut")}) {
+    FTree.WriteFile(shut, "k=v\n");
+    FTree.MakeUnreadable(shut);
+  }
+  FTree.WriteFile("catalogue.xml",
+                  MakeCatalogue({{.Kind = "xml", .Directory = FHome, .Path = "broken.xml"},
+                                 {.Kind = "dat", .Directory = FHome, .Path = "broken.dat"},
+                                 {.Kind = "keyvalue", .Directory = FHome, .Path = "shut", .Name = "k"},
+                                 {.Kind = "reg", .Default = AtHome("after")}}));
   const TOrdinaryUser user;
   FScan.ScanDirectories(FTree.Path("catalogue.xml"));
   EXPECT_EQ(Found(), u"Downloads/ after/"_qs);
@@ -139,40 +134,33 @@ TEST_F(DirectoryScan, OfNestedFoldersTheOuterStaysAndMovesToTheEnd) {
   for (const char* name : {"dl/sub/deep", "d", "a", "A"})
     FTree.MakeFolder(name);
   FTree.MakeFile("file", 1);
-  for (const char* name : {"dl/sub/deep", "a", "dl/sub/", "missing", "file", "dl/sub/deep", "dl/sub"})
-    Add(name);
+  Add({"dl/sub/deep", "a", "dl/sub/", "missing", "file", "dl/sub/deep", "dl/sub"});
   TDownloadDirectoryScan::AddDirectory(FScan.FDirectories, {});
   EXPECT_EQ(Found(), u"a/ dl/sub/"_qs);
-  for (const char* name : {"d", "dl/", "A"})
-    Add(name);
+  Add({"d", "dl/", "A"});
   EXPECT_EQ(Found(), HasDrives() ? u"a/ d/ dl/"_qs : u"a/ d/ dl/ A/"_qs) << "where case tells names apart";
-}
-
-// In the Japanese code page the katakana so ends in the byte of the delimiter and gets none.
-TEST_F(DirectoryScan, TheDelimiterIsLookedForInTheAnsiCodePage) {
-  const QByteArray so = "\xe3\x82\xbd";
-  FTree.MakeFolder(so);
-  Add(so);
-  EXPECT_EQ(Found(), QString::fromUtf8(so).toLocal8Bit() == "\x83\x5c" ? u"ソ"_qs : u"ソ/"_qs);
+  // In the Japanese code page the katakana so ends in the byte of the delimiter and gets none.
+  FScan.FDirectories.clear();
+  FTree.MakeFolder("\xe3\x82\xbd");
+  Add({"\xe3\x82\xbd"});
+  EXPECT_EQ(Found(), u"ソ"_qs.toLocal8Bit() == "\x83\x5c" ? u"ソ"_qs : u"ソ/"_qs);
 }
 
 // Another volume below a location is no part of it. None of the folders needs to exist.
 TEST_F(DirectoryScan, OnlyWhatBeginsWithALocationStaysAndOfNestedFoldersTheOuter) {
-  const QString all = u"/d/abc/ /d/abcdef/ /d/x/ /e/y/ "_qs;
+  const QString all = u"/d/abc/ /d/abcdef/ /d/x/ /e/y/ "_qs, home = u"/home/m/ /homework/"_qs;
   const struct {
     QString Folders, Locations, Volumes, Kept;
-  } rows[] = {
-      {all, u"/d/abc"_qs, u"/"_qs, u"/d/abc/ /d/abcdef/"_qs},
-      {all, u"/e/ /d/abc/"_qs, u"/"_qs, u"/d/abc/ /e/y/"_qs},
-      {all, u"/d/x/deeper"_qs, u"/"_qs, {}},
-      {all, {}, u"/"_qs, {}},
-      {u"/d/a/b/ /d/a/ /d/a/b/c/ /e/"_qs, u"/"_qs, u"/"_qs, u"/d/a/ /e/"_qs},
-      {u"/home/m/ /homework/"_qs, u"/"_qs, u"/ /home/"_qs, u"/homework/"_qs},
-      {u"/home/m/ /homework/"_qs, u"/home/"_qs, u"/ /home/"_qs, u"/home/m/"_qs},
-      {u"/home/m/ /homework/"_qs, u"/home"_qs, u"/ /home/"_qs, u"/home/m/ /homework/"_qs},
-      {u"/home/m/ /homework/"_qs, u"/ /home/"_qs, u"/ /home/"_qs, u"/home/m/ /homework/"_qs},
-      {u"/d/A/ /d/\u00c4/"_qs, u"/D/a /d/\u00e4"_qs, u"/"_qs, HasDrives() ? u"/d/A/"_qs : QString()},
-  };
+  } rows[] = {{all, u"/d/abc"_qs, u"/"_qs, u"/d/abc/ /d/abcdef/"_qs},
+              {all, u"/e/ /d/abc/"_qs, u"/"_qs, u"/d/abc/ /e/y/"_qs},
+              {all, u"/d/x/deeper"_qs, u"/"_qs, {}},
+              {all, {}, u"/"_qs, {}},
+              {u"/d/a/b/ /d/a/ /d/a/b/c/ /e/"_qs, u"/"_qs, u"/"_qs, u"/d/a/ /e/"_qs},
+              {home, u"/"_qs, u"/ /home/"_qs, u"/homework/"_qs},
+              {home, u"/home/"_qs, u"/ /home/"_qs, u"/home/m/"_qs},
+              {home, u"/home"_qs, u"/ /home/"_qs, home},
+              {home, u"/ /home/"_qs, u"/ /home/"_qs, home},
+              {u"/d/A/ /d/\u00c4/"_qs, u"/D/a /d/\u00e4"_qs, u"/"_qs, HasDrives() ? u"/d/A/"_qs : QString()}};
   for (const auto& [folders, locations, volumes, kept] : rows) {
     FScan.FDirectories = Native(folders);
     FScan.FilterByLocations(Native(locations), Native(volumes));

@@ -22,8 +22,7 @@ const std::map<QString, QStringList> kMayInclude = {
     {u"controls"_qs, {u"platform"_qs, u"support"_qs}},
     {u"views"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs, u"controls"_qs}},
     {u"app"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs, u"controls"_qs, u"views"_qs}},
-    {u"report"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs}},
-};
+    {u"report"_qs, {u"platform"_qs, u"support"_qs, u"scan"_qs, u"download"_qs}}};
 
 struct TLine {
   QString File;    // below src/

@@ -25,10 +25,8 @@ TEST_F(TProgressLineTest, ShowsTheWholeScanInPercent) {
   struct {
     int Total, Step, Phase;
     const char* Percent;
-  } const cases[] = {
-      {1, 0, 0, "  0%"},   {1, 0, 150, " 50%"},  {2, 1, 0, " 50%"},   {5, 1, 150, " 30%"},
-      {1, 0, 300, "100%"}, {2, 0, 9999, " 50%"}, {2, 3, 300, "100%"},
-  };
+  } const cases[] = {{1, 0, 0, "  0%"},   {1, 0, 150, " 50%"},  {2, 1, 0, " 50%"},  {5, 1, 150, " 30%"},
+                     {1, 0, 300, "100%"}, {2, 0, 9999, " 50%"}, {2, 3, 300, "100%"}};
   for (const auto& [total, step, phase, percent] : cases) {
     FLine.TakeProgress(ScanStepWord(total, step), 0);
     FLine.TakeProgress(0, phase);

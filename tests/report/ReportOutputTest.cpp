@@ -16,10 +16,8 @@ namespace {
 
 const TPathTotals kTotals[] = {{1, 2, 1536}, {0, 0, 0}};
 const TFileInfoEx kFolders[] = {{u"/a/"_qs, u"sub"_qs, 2'000'000'000}, {u"/a/"_qs, u"x"_qs, 5}};
-const TFileInfoEx kOddFiles[] = {
-    {u"/a/"_qs, u"q\"b\\n\n"_qs, std::numeric_limits<quint64>::max()},
-    {u"/a/"_qs, u'f' + QString(QChar(0xDCFF)), (quint64{1} << 53) + 1},
-};
+const TFileInfoEx kOddFiles[] = {{u"/a/"_qs, u"q\"b\\n\n"_qs, std::numeric_limits<quint64>::max()},
+                                 {u"/a/"_qs, u'f' + QString(QChar(0xDCFF)), (quint64{1} << 53) + 1}};
 
 TReport SampleReport() {
   return {.Paths = {u"/a"_qs, u"/b"_qs},

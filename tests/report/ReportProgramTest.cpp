@@ -62,16 +62,14 @@ TEST(ReportProgram, AnswersWithItsExitStatus) {
     QStringList Arguments;
     int ExitCode;
     QByteArray Out, Err;  // what must be there
-  } const cases[] = {
-      {{u"--help"_qs}, 0, "Usage:", ""},
-      {{u"--version"_qs}, 0, "tallyscope-report ", ""},
-      {{missing}, 1, "", "missing: no such folder\n"},
-      {{file}, 1, "", "file: not a folder\n"},
-      {{tree.Path(), missing}, 1, "", "missing: no such folder\n"},
-      {{}, 2, "", "no path given\nUsage:"},
-      {{u"--nonsense"_qs}, 2, "", "unknown option --nonsense\n"},
-      {{u"--folder"_qs, tree.Path(), tree.Path()}, 2, "", "exactly one path\n"},
-  };
+  } const cases[] = {{{u"--help"_qs}, 0, "Usage:", ""},
+                     {{u"--version"_qs}, 0, "tallyscope-report ", ""},
+                     {{missing}, 1, "", "missing: no such folder\n"},
+                     {{file}, 1, "", "file: not a folder\n"},
+                     {{tree.Path(), missing}, 1, "", "missing: no such folder\n"},
+                     {{}, 2, "", "no path given\nUsage:"},
+                     {{u"--nonsense"_qs}, 2, "", "unknown option --nonsense\n"},
+                     {{u"--folder"_qs, tree.Path(), tree.Path()}, 2, "", "exactly one path\n"}};
   for (const auto& [arguments, exitCode, out, err] : cases) {
     const TRun run = RunProgram(arguments);
     EXPECT_EQ(run.ExitCode, exitCode) << qPrintable(arguments.join(u' '));

@@ -1,119 +1,83 @@
 #include "fixtures/NativePath.h"
+#include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
+#include "platform/FileEnumeration.h"
+#include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "support/AppFrame_New.h"
 #include "support/Korvel_Routine_New.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QLocale>
 
 #include <limits>
 
 namespace {
 
-constexpr qint64 kKilo = 1024;
-constexpr qint64 kMega = kKilo * kKilo;
-constexpr qint64 kGiga = kMega * kKilo;
-
-// While one lives, the user's locale is another one.
-class TLocaleFor {
- public:
-  explicit TLocaleFor(const QString& name) { QLocale::setDefault(QLocale(name)); }
-  ~TLocaleFor() { QLocale::setDefault(QLocale::c()); }
-};
+using TRows = std::initializer_list<std::pair<QString, QString>>;
+constexpr qint64 kKilo = 1024, kMega = kKilo * kKilo, kGiga = kMega * kKilo;
 
 }  // namespace
 
-TEST(SizeToText, Table) {
-  const TLocaleFor locale(u"en_US"_qs);
+// Of the locale is the decimal separator alone. Half way goes away from zero; in eighths, it is exact.
+TEST(SizeToText, WholeBytesAndThenTwoDecimals) {
+  using TLimits = std::numeric_limits<qint64>;
   const struct {
+    const char* Locale;
     qint64 Bytes;
     const char* Text;
-  } rows[] = {
-      {0, "0 Byte"},
-      {1023, "1023 Byte"},
-      {-5000, "-5000 Byte"},
-      {std::numeric_limits<qint64>::min(), "-9223372036854775808 Byte"},
-      {1024, "1.00 KB"},
-      {1536, "1.50 KB"},
-      {kKilo + kKilo / 8, "1.13 KB"},  // half way goes away from zero
-      {kKilo + kKilo / 8 - 1, "1.12 KB"},
-      {8'000'000'000 * kGiga + kGiga / 8, "8000000000.13 GB"},
-      {kGiga + kGiga * 995 / 1000, "1.99 GB"},
-      {kGiga + kGiga * 995 / 1000 + 1, "2.00 GB"},
-      {kMega - 1, "1024.00 KB"},
-      {kMega, "1.00 MB"},
-      {kGiga - 1, "1024.00 MB"},
-      {kGiga, "1.00 GB"},
-      {2048 * kGiga, "2048.00 GB"},
-      {std::numeric_limits<qint64>::max(), "8589934592.00 GB"},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(SizeToText(row.Bytes).toStdString(), row.Text) << row.Bytes;
-}
-
-// In eighths, x.125 and x.375 are exact and lie half way between two texts.
-TEST(SizeToText, OnlyTheDecimalSeparatorIsOfTheLocale) {
-  const struct {
-    QString Locale;
-    QString Text;
-  } rows[] = {
-      {u"de_DE"_qs, u"2048,50 GB"_qs}, {u"ja_JP"_qs, u"2048.50 GB"_qs}, {u"ar_EG"_qs, u"2048\u066b50 GB"_qs}};
+  } rows[] = {{"en_US", 0, "0 Byte"},
+              {"en_US", 1023, "1023 Byte"},
+              {"en_US", TLimits::min(), "-9223372036854775808 Byte"},
+              {"en_US", kKilo, "1.00 KB"},
+              {"en_US", kKilo + kKilo / 8, "1.13 KB"},
+              {"en_US", kKilo + kKilo / 8 - 1, "1.12 KB"},
+              {"en_US", kMega - 1, "1024.00 KB"},
+              {"en_US", kMega, "1.00 MB"},
+              {"en_US", kGiga - 1, "1024.00 MB"},
+              {"en_US", kGiga, "1.00 GB"},
+              {"en_US", kGiga + kGiga * 995 / 1000, "1.99 GB"},
+              {"en_US", kGiga + kGiga * 995 / 1000 + 1, "2.00 GB"},
+              {"en_US", 8'000'000'000 * kGiga + kGiga / 8, "8000000000.13 GB"},
+              {"en_US", TLimits::max(), "8589934592.00 GB"},
+              {"de_DE", 2048 * kGiga + kGiga / 2, "2048,50 GB"},
+              {"ja_JP", 2048 * kGiga + kGiga / 2, "2048.50 GB"},
+              {"ar_EG", 2048 * kGiga + kGiga / 2, "2048\u066b50 GB"}};
   for (const auto& row : rows) {
-    const TLocaleFor locale(row.Locale);
-    EXPECT_EQ(SizeToText(2048 * kGiga + kGiga / 2), row.Text) << qPrintable(row.Locale);
+    QLocale::setDefault(QLocale(QLatin1String(row.Locale)));
+    EXPECT_EQ(SizeToText(row.Bytes).toStdString(), row.Text) << row.Bytes;
   }
+  QLocale::setDefault(QLocale::c());
 }
 
-TEST(TextCutters, LeftOfCharAndRightOfLastChar) {
-  const QString text = u"a.bc.d"_qs;
-  EXPECT_EQ(LeftOfChar(text, 0, u'.'), u"a");
-  EXPECT_EQ(LeftOfChar(text, 3, u'!'), u"");
-  EXPECT_EQ(LeftOfChar(text, 3, QChar()), u"a.b");
-  EXPECT_EQ(LeftOfChar(text, -1, QChar()), u"");
-  EXPECT_EQ(LeftOfChar(text, 99, QChar()), text);
-  EXPECT_EQ(RightOfLastChar(text, 0, u'.'), u"d");
-  EXPECT_EQ(RightOfLastChar(text, 3, u'!'), text);
-  EXPECT_EQ(RightOfLastChar(text, 3, QChar()), u"c.d");
-  EXPECT_EQ(RightOfLastChar(text, -1, QChar()), u"");
-  EXPECT_EQ(RightOfLastChar(u"a."_qs, 0, u'.'), u"");
-}
-
-TEST(TextCutters, LastCharPosCountsFromTheEnd) {
-  const QString text = u"a.bc.d."_qs;
-  const int places[] = {0, 7, 5, 2, 0};
-  for (int n = 0; n < 5; ++n)
-    EXPECT_EQ(LastCharPos(text, u'.', n), places[n]) << n;
-  EXPECT_EQ(LastCharPos(QString(), u'.', 1), 0);
-}
-
-TEST(TextCutters, TrimBelowCharTakesAllCodesUpToTheGivenOne) {
-  EXPECT_EQ(TrimBelowChar(u"\" \t!a \"b!\"\n"_qs, u'"'), u"a \"b");
-  EXPECT_EQ(TrimBelowChar(u" !\"\" "_qs, u'"'), u"");
-  EXPECT_EQ(TrimBelowChar(QString(), u'"'), u"");
-  EXPECT_EQ(TrimBelowChar(u"\x01\u00a0x\u3000 "_qs, u' '), u"\u00a0x\u3000") << "blanks of higher codes stay";
-}
-
-TEST(TextCutters, SplitToListKeepsEmptyParts) {
-  const struct {
-    QString Text;
-    QStringList Parts;
-  } rows[] = {
-      {u"a;b;"_qs, {u"a"_qs, u"b"_qs, QString()}},
-      {u";;x"_qs, {QString(), QString(), u"x"_qs}},
-      {u"one"_qs, {u"one"_qs}},
-      {QString(), {QString()}},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(SplitToList(row.Text, u";"_qs), row.Parts) << qPrintable(row.Text);
-  EXPECT_EQ(SplitToList(u"abc"_qs, QString()), QStringList(u"abc"_qs));
+TEST(TextCutters, Table) {
+  const QString text = u"a.bc.d"_qs, dots = u"a.bc.d."_qs;
+  const TRows rows = {{LeftOfChar(text, 0, u'.'), u"a"_qs},
+                      {LeftOfChar(text, 3, u'!'), {}},
+                      {LeftOfChar(text, 3, QChar()), u"a.b"_qs},
+                      {LeftOfChar(text, -1, QChar()), {}},
+                      {LeftOfChar(text, 99, QChar()), text},
+                      {RightOfLastChar(text, 0, u'.'), u"d"_qs},
+                      {RightOfLastChar(text, 3, u'!'), text},
+                      {RightOfLastChar(text, 3, QChar()), u"c.d"_qs},
+                      {RightOfLastChar(text, -1, QChar()), {}},
+                      {TrimBelowChar(u"\" \t!a \"b!\"\n"_qs, u'"'), u"a \"b"_qs},
+                      {TrimBelowChar(u" !\"\" "_qs, u'"'), {}},
+                      {TrimBelowChar(u"\x01\u00a0x\u3000 "_qs, u' '), u"\u00a0x\u3000"_qs},
+                      {SplitToList(u";;a;b;"_qs, u";"_qs).join(u'|'), u"||a|b|"_qs},
+                      {SplitToList(u"abc"_qs, {}).join(u'|'), u"abc"_qs}};
+  for (const auto& [cut, expected] : rows)
+    EXPECT_EQ(cut, expected);
+  EXPECT_EQ(SplitToList({}, u";"_qs), QStringList(QString()));
+  for (const auto& [n, place] : {std::pair(0, 0), {1, 7}, {2, 5}, {3, 2}, {4, 0}})
+    EXPECT_EQ(LastCharPos(dots, u'.', n), place) << n;
 }
 
 TEST(GetFileTypeName, TypesOfTheSystemAndWordsForTheRest) {
-  EXPECT_EQ(GetFileTypeName(QString()), u"FILE");
-  EXPECT_EQ(GetFileTypeName(u".no-such-type"_qs), u"NO-SUCH-TYPE FILE");
-  EXPECT_EQ(GetFileTypeName(u".a.zzqzz"_qs), u"ZZQZZ FILE");
+  EXPECT_EQ(GetFileTypeName({}), u"FILE");
+  EXPECT_EQ(GetFileTypeName(u".a.no-such-type"_qs), u"NO-SUCH-TYPE FILE");
   EXPECT_FALSE(GetFileTypeName(u".rtf"_qs).endsWith(u"FILE"_qs));
 }
 
@@ -125,7 +89,89 @@ TEST(SpecialFolders, ByNumberAndInTheFrame) {
   EXPECT_EQ(frame.FCommonDataPath, HasDrives() ? qEnvironmentVariable("ProgramData") : u"/etc/common"_qs);
   EXPECT_EQ(frame.FAppPath, ProgramFolder());
   EXPECT_TRUE(frame.FAppPath.endsWith(PathDelim));
-  EXPECT_EQ(GetSpecialFolderPath(26), frame.FUserDataPath);
-  EXPECT_EQ(GetSpecialFolderPath(35), frame.FCommonDataPath);
-  EXPECT_EQ(GetSpecialFolderPath(4711), QString());
+  for (const auto& [number, path] :
+       {std::pair(26, frame.FUserDataPath), {35, frame.FCommonDataPath}, {4711, QString()}})
+    EXPECT_EQ(GetSpecialFolderPath(number), path);
+}
+
+TEST(FolderSizeOf, SumsFilesOfAnyNameInPlainFolders) {
+  TTempTree tree;
+  tree.MakeFile("a", 1);
+  tree.MakeFile(".hidden file", 20);
+  tree.MakeFile(HasDrives() ? "sub/\xe6\x97\xa5\xe6\x9c\xac" : "sub/bad\xff", 300);
+  tree.MakeFile("sub/deeper/x", 4000);
+  tree.MakeHole("sub/hole", qint64{1} << 40);
+  for (const char* folder : {".git", "sub/.cache", "hid", "read only"})
+    tree.MakeFile(QByteArray(folder) + "/x", 50000);
+  tree.Hide("hid");
+  tree.MakeReadOnly("read only");
+  tree.MakeLink("loop", ".");
+  const auto readOnly = GetFileStatus(tree.Path("read only"));
+  const bool stays = (readOnly->Attributes & kAttributeReadOnly) == 0;  // Wine has no read-only folders
+  EXPECT_EQ(FolderSizeOf(tree.Path("*.*")),
+            4321 + (quint64{1} << 40) + (HasDrives() ? 0 : 1) + (stays ? 50000 : 0));
+}
+
+TEST(FolderSizeOf, APathIsTheOneEntry) {
+  TTempTree tree;
+  const QByteArray odd = HasDrives() ? "a+b" : "a*b";
+  tree.MakeFile(odd, 7);
+  tree.MakeFile("dir/x", 20);
+  tree.MakeFile("dir/y", 300);
+  tree.MakeFile(".dir/x", 4000);
+  EXPECT_EQ(FolderSizeOf(tree.Path(odd)), 7U);
+  EXPECT_EQ(FolderSizeOf(tree.Path("dir")), 320U);
+  for (const char* path : {".dir", "dir/", "none", "none/*.*", "dir/x/*.*"})
+    EXPECT_EQ(FolderSizeOf(tree.Path(path)), 0U) << path;
+  EXPECT_EQ(FolderSizeOf({}), 0U);
+}
+
+// "@" stands for a root and "|" for the delimiter. A known variable's value goes to the front; the folder of
+// the system does so wherever its token stands, and the token goes only where it is the head.
+TEST(ExtractCommandPath, CutsWhatStandsRoundThePath) {
+  const TVariables variables{{"windir", HasDrives() ? "C:\\win" : "/win"},
+                             {"systemroot", HasDrives() ? "C:\\sysroot\\" : "/sysroot/"},
+                             {"ProgramFiles", nullptr}};
+  const TRows rows = {{u"\"@opt|a b|prog\" /x"_qs, u"@opt|a b|prog"_qs},
+                      {u"  \"!@opt|prog!\"  "_qs, u"@opt|prog"_qs},
+                      {u";@opt|a;b"_qs, u"@opt|a;b"_qs},
+                      {u"|\?\?|@opt|a|\?\?|b"_qs, u"@opt|a|\?\?|b"_qs},
+                      {u"@opt|prog %1 %1"_qs, u"@opt|prog  %1"_qs},
+                      {u"@opt|lib.dll,1,2"_qs, u"@opt|lib.dll"_qs},
+                      {u"=\"@opt|prog\" \"%1\""_qs, u"="_qs},
+                      {u"\"\""_qs, {}},
+                      {u"@a-b|c -x"_qs, u"@a"_qs},  // a switch cuts at the first hyphen anywhere
+                      {u"@a-b|c-x"_qs, u"@a-b|c-x"_qs},
+                      {u"%SystemRoot%|system32|a.dll,1"_qs, u"@sysroot|system32|a.dll"_qs},
+                      {u"%windir%|a||b"_qs, u"@win|a|b"_qs},
+                      {u"0123456789%windir%|a"_qs, u"@win|9%windir%|a"_qs},
+                      {u"%programfiles%|a"_qs, u"%programfiles%|a"_qs},
+                      {u"|SystemRoot|sys|a"_qs, GetWindowsDir() + u"|sys|a"_qs},
+                      {u"ab|systemroot|c"_qs, GetWindowsDir() + u"abot|c"_qs},
+                      {u"0123456789ab|systemroot"_qs, GetWindowsDir() + u"0123456789ab|systemroot"_qs},
+                      {u"RUNDLL32.exe lib.so"_qs, u"RUNDLL32.exe lib.so"_qs},
+                      {u"rundll32.exe no|such|library"_qs, u"rundll32.exe no|such|library"_qs}};
+  const auto local = [](QString text) {
+    return text.replace(u"@"_qs, HasDrives() ? u"C:\\"_qs : u"/"_qs).replace(u'|', PathDelim);
+  };
+  TTempTree tree;
+  tree.MakeFile("lib.so", 1);
+  const QString here = QDir::currentPath();
+  ASSERT_TRUE(QDir::setCurrent(tree.Path()));
+  for (const auto& [line, path] : rows)
+    EXPECT_EQ(ExtractCommandPath(local(line)), local(path)) << qPrintable(line);
+  QDir::setCurrent(here);
+  const QString ofTheSystem = HasDrives() ? GetSystemDir() + u"\\kernel32.dll"_qs : tree.Path("lib.so");
+  const QString name = HasDrives() ? u"Kernel32.dll"_qs : ofTheSystem.mid(1);
+  EXPECT_EQ(ExtractCommandPath(u"RunDll32.exe "_qs + name).toLower(), ofTheSystem.toLower());
+}
+
+TEST(ExtractCommandPath, SlashesBeginSwitchesAndDrivesComeToTheFrontWhereThereAreDrives) {
+  const TRows rows = {{u"C:/opt/x y"_qs, u"C:"_qs},
+                      {u"C:\\opt\\prog /s /q"_qs, u"C:\\opt\\prog"_qs},
+                      {u"file in C:\\dir\\a"_qs, u"C:\\dir\\a"_qs},
+                      {u"\\\\?\\C:\\a D:\\b"_qs, u"C:\\a D:\\b"_qs},
+                      {u":\\a"_qs, u":\\a"_qs}};
+  for (const auto& [line, path] : rows)
+    EXPECT_EQ(ExtractCommandPath(line), HasDrives() ? path : line);
 }

@@ -4,19 +4,23 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 
 namespace {
 
 using namespace std::chrono_literals;
 
-// Counts its rounds; a round can be held up half way.
+[[nodiscard]] bool WaitUntil(const std::function<bool()>& holds) {
+  const auto bound = std::chrono::steady_clock::now() + 10s;
+  while (!holds() && std::chrono::steady_clock::now() < bound)
+    std::this_thread::yield();
+  return holds();
+}
+
+// Counts its rounds; a round waits in its middle while Closed.
 class TCountingThread : public TWorkerThread {
  public:
-  TCountingThread() = default;
   // Lets another thread's flag tell of its end.
-  explicit TCountingThread(std::atomic<bool>* gone) : FGone(gone) {}
+  explicit TCountingThread(std::atomic<bool>* gone = nullptr) : FGone(gone) {}
   ~TCountingThread() override {
     Open();
     Finish();
@@ -28,22 +32,18 @@ class TCountingThread : public TWorkerThread {
     TWorkerThread::Terminate();
     if (++Asked >= OpensWhenAsked) Open();
   }
-
-  [[nodiscard]] bool WaitForRounds(int rounds) {
-    std::unique_lock lock(FGuard);
-    return FChanged.wait_for(lock, 10s, [&] { return FRounds >= rounds; });
+  void Open() {
+    Closed = false;
+    Closed.notify_all();
   }
-  [[nodiscard]] bool WaitUntilHeld() {
-    std::unique_lock lock(FGuard);
-    return FChanged.wait_for(lock, 10s, [&] { return FHeld; });
+  void ResumeAndHold() {
+    Closed = true;
+    Resume();
+    ASSERT_TRUE(WaitUntil([&] { return Begun == 1; }));
   }
 
-  // The next round waits in its middle until Open.
-  void Close() { Set(FClosed, true); }
-  void Open() { Set(FClosed, false); }
-
-  std::atomic<int> Begun{0};
-  std::atomic<int> Asked{0};
+  std::atomic<bool> Closed{false};
+  std::atomic<int> Begun{0}, Ended{0}, Asked{0};
   int OpensWhenAsked = 1'000'000;
   int Value = 0;  // no lock: handed over by Resume and Suspended
 
@@ -51,43 +51,16 @@ class TCountingThread : public TWorkerThread {
   void Execute() override {
     while (!Terminated()) {
       Value *= 2;
-      RunRound();
+      ++Begun;
+      Closed.wait(true);
+      ++Ended;
       Suspend();
     }
   }
 
  private:
-  void RunRound() {
-    std::unique_lock lock(FGuard);
-    ++Begun;
-    FHeld = FClosed;
-    FChanged.notify_all();
-    FChanged.wait(lock, [&] { return !FClosed; });
-    FHeld = false;
-    ++FRounds;
-    FChanged.notify_all();
-  }
-
-  void Set(bool& flag, bool value) {
-    const std::lock_guard lock(FGuard);
-    flag = value;
-    FChanged.notify_all();
-  }
-
-  std::mutex FGuard;
-  std::condition_variable FChanged;
-  int FRounds = 0;
-  bool FClosed = false;
-  bool FHeld = false;
-  std::atomic<bool>* const FGone = nullptr;
+  std::atomic<bool>* const FGone;
 };
-
-[[nodiscard]] bool WaitUntil(const std::function<bool()>& holds) {
-  const auto bound = std::chrono::steady_clock::now() + 10s;
-  while (!holds() && std::chrono::steady_clock::now() < bound)
-    std::this_thread::yield();
-  return holds();
-}
 
 }  // namespace
 
@@ -97,8 +70,7 @@ TEST(TWorkerThread, IsMadeSuspendedAndRunsOneRoundPerResume) {
   for (int round = 1; round <= 50; ++round) {
     thread.Value = round;
     thread.Resume();
-    ASSERT_TRUE(thread.WaitForRounds(round));
-    ASSERT_TRUE(WaitUntil([&] { return thread.Suspended(); }));
+    ASSERT_TRUE(WaitUntil([&] { return thread.Ended >= round && thread.Suspended(); }));
     ASSERT_EQ(thread.Begun, round) << "a round nobody asked for";
     ASSERT_EQ(thread.Value, 2 * round) << "what the owner wrote is seen in the round";
   }
@@ -106,62 +78,38 @@ TEST(TWorkerThread, IsMadeSuspendedAndRunsOneRoundPerResume) {
 
 TEST(TWorkerThread, AResumeDuringARoundHoldsForOneMore) {
   TCountingThread thread;
-  thread.Close();
-  thread.Resume();
-  EXPECT_FALSE(thread.Suspended());
-  ASSERT_TRUE(thread.WaitUntilHeld());
+  thread.ResumeAndHold();
   EXPECT_FALSE(thread.Suspended());
   thread.Resume();
   thread.Resume();
   thread.Open();
-  ASSERT_TRUE(thread.WaitForRounds(2));
-  ASSERT_TRUE(WaitUntil([&] { return thread.Suspended(); }));
+  ASSERT_TRUE(WaitUntil([&] { return thread.Ended == 2 && thread.Suspended(); }));
   EXPECT_EQ(thread.Begun, 2);
 }
 
-TEST(TWorkerThread, FinishBeginsNoRound) {
-  for (int rounds = 0; rounds < 2; ++rounds) {
+TEST(TWorkerThread, FinishBeginsNoRoundAndWaitsForTheOneThatRuns) {
+  for (const bool runs : {false, true}) {
     TCountingThread thread;
-    if (rounds > 0) thread.Resume();
-    ASSERT_TRUE(thread.WaitForRounds(rounds));
+    if (runs) thread.ResumeAndHold();
+    if (runs) thread.Resume();
+    thread.OpensWhenAsked = 1;
     thread.Finish();
     thread.Finish();
-    EXPECT_EQ(thread.Begun, rounds);
+    EXPECT_EQ(thread.Begun, runs) << "a round was begun after Terminate";
+    EXPECT_EQ(thread.Ended, runs);
   }
 }
 
-TEST(TWorkerThread, FinishWaitsForTheRoundThatRuns) {
-  TCountingThread thread;
-  thread.Close();
-  thread.Resume();
-  ASSERT_TRUE(thread.WaitUntilHeld());
-  thread.Resume();
-  thread.OpensWhenAsked = 1;
-  thread.Finish();
-  EXPECT_TRUE(thread.WaitForRounds(1));
-  EXPECT_EQ(thread.Begun, 1) << "a round was begun after Terminate";
-}
-
-TEST(TOwnedThread, AsksUntilTheRoundEnds) {
-  std::atomic<bool> gone{false};
-  TOwnedThread<TCountingThread> thread(new TCountingThread(&gone));
-  thread->Close();
-  thread->OpensWhenAsked = 3;
-  thread->Resume();
-  ASSERT_TRUE(thread->WaitUntilHeld());
-  thread.reset();
-  EXPECT_TRUE(gone);
-}
-
-TEST(TOwnedThread, AThreadThatHangsIsLeftBehindAndDeletesItself) {
-  std::atomic<bool> gone{false};
-  auto* const object = new TCountingThread(&gone);
-  TOwnedThread<TCountingThread> thread(object);
-  thread->Close();
-  thread->Resume();
-  ASSERT_TRUE(thread->WaitUntilHeld());
-  thread.reset();
-  EXPECT_FALSE(gone);
-  object->Open();
-  EXPECT_TRUE(WaitUntil([&] { return gone.load(); }));
+TEST(TOwnedThread, AsksUntilTheRoundEndsAndLeavesOneThatHangsBehindToDeleteItself) {
+  for (const bool hangs : {false, true}) {
+    std::atomic<bool> gone{false};
+    auto* const object = new TCountingThread(&gone);
+    TOwnedThread<TCountingThread> thread(object);
+    if (!hangs) thread->OpensWhenAsked = 3;
+    thread->ResumeAndHold();
+    thread.reset();
+    EXPECT_NE(gone, hangs);
+    if (hangs) object->Open();
+    EXPECT_TRUE(WaitUntil([&] { return gone.load(); }));
+  }
 }

@@ -1,5 +1,7 @@
 #include "volindex/readers/ByteSource.h"
 
+#include "volindex/readers/DiskBytes.h"
+
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
@@ -20,7 +22,7 @@ class TDescriptorSource : public TByteSource {
   TDescriptorSource& operator=(const TDescriptorSource&) = delete;
 
   bool ReadAt(uint64_t offset, std::span<std::byte> target) const override {
-    if (offset > FSize || target.size() > FSize - offset) return false;
+    if (!Fits(offset, target.size(), FSize)) return false;
     while (!target.empty()) {
       const ssize_t got = ::pread(FDescriptor, target.data(), target.size(), static_cast<off_t>(offset));
       if (got < 0 && errno == EINTR) continue;

@@ -6,40 +6,20 @@
 #include <unistd.h>
 #include <cstdlib>
 
-namespace {
-
-// A file in memory with these bytes, under the name that it has for its own process.
-class TMemoryFile {
- public:
-  TMemoryFile(const void* data, std::size_t size) : FDescriptor(memfd_create("ini", MFD_CLOEXEC)) {
-    if (write(FDescriptor, data, size) != static_cast<ssize_t>(size)) std::abort();
-  }
-  ~TMemoryFile() { close(FDescriptor); }
-  TMemoryFile(const TMemoryFile&) = delete;
-  TMemoryFile& operator=(const TMemoryFile&) = delete;
-
-  [[nodiscard]] QString Path() const { return u"/proc/self/fd/"_qs + QString::number(FDescriptor); }
-
- private:
-  const int FDescriptor;
-};
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const TMemoryFile file(data, size);
-  if (ReadPrivateProfile(file.Path(), u"s"_qs, u"k"_qs, {}).size() > static_cast<qsizetype>(size))
-    std::abort();
-
+  static const int memory = memfd_create("ini", MFD_CLOEXEC);
+  const QString path = u"/proc/self/fd/"_qs + QString::number(memory);
+  if (ftruncate(memory, 0) != 0 || pwrite(memory, data, size, 0) != static_cast<ssize_t>(size)) std::abort();
+  const auto limit = static_cast<qsizetype>(size);
+  if (ReadPrivateProfile(path, u"s"_qs, u"k"_qs, {}).size() > limit) std::abort();
   TExtIniFile ini;
-  ini.LoadFromFile(file.Path());
-  QStringList sections;
+  ini.LoadFromFile(path);
+  QStringList sections, keys;
   ini.ReadSections(sections);
   for (const QString& section : sections) {
-    QStringList keys;
     ini.ReadSection(section, keys);
     for (const QString& key : keys)
-      if (ini.ReadString(section, key, {}).size() > static_cast<qsizetype>(size)) std::abort();
+      if (ini.ReadString(section, key, {}).size() > limit) std::abort();
   }
   return 0;
 }

@@ -48,8 +48,7 @@ TEST_F(RealRegistry, TextsComeOutAndOtherTypesDoNot) {
       {REG_MULTI_SZ, text + end + text + end + end, u"D:\\é 日"_qs},
       {REG_QWORD, text.left(8), u"D:\\é"_qs},
       {REG_NONE, text, u"D:\\é 日"_qs},
-      {REG_MULTI_SZ, {}, QString()},
-  };
+      {REG_MULTI_SZ, {}, QString()}};
   for (const auto& row : rows) {
     FKey.Set(u"Folder"_qs, row.Type, row.Bytes);
     EXPECT_EQ(ReadRegistryValue(u"HKEY_CURRENT_USER"_qs, kKey, u"Folder"_qs), row.Text) << row.Type;
@@ -60,11 +59,9 @@ TEST_F(RealRegistry, AnyOtherRootIsTheCurrentUsers) {
   FKey.SetText(u"Folder"_qs, u"here"_qs);
   const struct {
     QString Root, Text;
-  } rows[] = {
-      {u"HKEY_CURRENT_USER"_qs, u"here"_qs},  {QString(), u"here"_qs},
-      {u"hkey_local_machine"_qs, u"here"_qs}, {u"HKEY_CLASSES_ROOT"_qs, u"here"_qs},
-      {u"HKEY_LOCAL_MACHINE"_qs, QString()},  {u"HKEY_CURRENT_CONFIG"_qs, QString()},
-  };
+  } rows[] = {{u"HKEY_CURRENT_USER"_qs, u"here"_qs},  {QString(), u"here"_qs},
+              {u"hkey_local_machine"_qs, u"here"_qs}, {u"HKEY_CLASSES_ROOT"_qs, u"here"_qs},
+              {u"HKEY_LOCAL_MACHINE"_qs, QString()},  {u"HKEY_CURRENT_CONFIG"_qs, QString()}};
   for (const auto& row : rows)
     EXPECT_EQ(ReadRegistryValue(row.Root, kKey, u"Folder"_qs), row.Text) << qPrintable(row.Root);
   const QString system = u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion"_qs;

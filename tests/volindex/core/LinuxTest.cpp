@@ -26,7 +26,7 @@ TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
   tree.AddFile("names only/file", 7);
   fs::permissions(tree.Root(), fs::perms::all);
   fs::permissions(tree.Root() / "shut", fs::perms::none);
-  fs::permissions(tree.Root() / "names only", fs::perms::owner_read | fs::perms::others_read);
+  fs::permissions(tree.Root() / "names only", fs::perms(0444));
   const uid_t user = ::geteuid();
   ASSERT_EQ(user == 0 ? ::seteuid(65534) : 0, 0);
   const TReading reading = Read(tree.Root(), 1);

@@ -21,8 +21,7 @@ TEST(Wtf8, NamesBecomeBytesWithoutLoss) {
       {"\xF0\x9F\x98\x80", u"\U0001F600"},
       {"\xED\xA0\xBD", {0xD83D}},         // a lone first half
       {"\xED\xB8\x80x", {0xDE00, u'x'}},  // a lone second half
-      {"\xED\xA0\xBD\xF0\x9F\x98\x80", {0xD83D, 0xD83D, 0xDE00}},
-  };
+      {"\xED\xA0\xBD\xF0\x9F\x98\x80", {0xD83D, 0xD83D, 0xDE00}}};
   for (const TTextCase& each : cases) {
     std::string bytes;
     AppendWtf8(std::as_bytes(std::span(each.Text)), bytes);

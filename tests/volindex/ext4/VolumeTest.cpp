@@ -57,8 +57,7 @@ constexpr TCase kCases[] = {
     {"blocks_65536", "-t ext4 -b 65536"},
     {"all_at_once",
      "-t ext4 -E encoding=utf8 -O casefold,encrypt,verity,quota,project,large_dir,orphan_file,mmp,ea_inode"},
-    {"checksum_seed", "-t ext4 -O metadata_csum_seed", "tune2fs -U 01234567-89ab-cdef-0123-456789abcdef %"},
-};
+    {"checksum_seed", "-t ext4 -O metadata_csum_seed", "tune2fs -U 01234567-89ab-cdef-0123-456789abcdef %"}};
 
 class FeatureTest : public VolumeTest, public testing::WithParamInterface<TCase> {};
 
@@ -125,8 +124,7 @@ TEST_F(VolumeTest, WhatIsNotUnderstoodIsHandedOver) {
       {"-t ext4", "set_bg 0 checksum 1"},
       {kPlain, "set_bg 0 itable_unused $((inodes - 12))", TReadResult::Done},  // of no meaning there
       {kPlain, "set_bg 1 inode_table 0"},
-      {kPlain, "set_bg 1 inode_table 2000000000"},
-  };
+      {kPlain, "set_bg 1 inode_table 2000000000"}};
   for (const auto& row : kRows) {
     ASSERT_TRUE(MakeImage(image, "192M", row.Options, FScratch->Path("tree")));
     EXPECT_EQ(ScanImage(image).Result, TReadResult::Done);

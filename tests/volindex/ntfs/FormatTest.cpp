@@ -32,14 +32,13 @@ TEST(NtfsBootSector, GivesTheUnitsOfTheVolumeIfTheyCanBeTrue) {
   Store<std::uint8_t>(large, 0x40, 1);
   EXPECT_EQ(ParseBootSector(large, kDevice)->RecordSize, 64u << 10);
   static constexpr TBreak kRows[] = {
-      {0x03, 'X', "another file system"},         {0x0C, 0x03, "sectors of 768 bytes"},
-      {0x0C, 0x00, "sectors of 0 bytes"},         {0x0D, 0x00, "clusters of no sector"},
-      {0x0D, 0x07, "clusters of 7 sectors"},      {0x0D, 0x90, "a power beyond all bounds"},
-      {0x40, 0x80, "a record power of 128"},      {0x40, 0x00, "records of 1 byte"},
-      {0x40, 0xF7, "records of 512 bytes"},       {0x28, 0x01, "one sector more than the device"},
-      {0x31, 0x01, "a table at the end"},         {0x37, 0x80, "a table before the beginning"},
-      {0x30, 0x00, "a table at the boot sector"},
-  };
+      {0x03, 'X', "another file system"},        {0x0C, 0x03, "sectors of 768 bytes"},
+      {0x0C, 0x00, "sectors of 0 bytes"},        {0x0D, 0x00, "clusters of no sector"},
+      {0x0D, 0x07, "clusters of 7 sectors"},     {0x0D, 0x90, "a power beyond all bounds"},
+      {0x40, 0x80, "a record power of 128"},     {0x40, 0x00, "records of 1 byte"},
+      {0x40, 0xF7, "records of 512 bytes"},      {0x28, 0x01, "one sector more than the device"},
+      {0x31, 0x01, "a table at the end"},        {0x37, 0x80, "a table before the beginning"},
+      {0x30, 0x00, "a table at the boot sector"}};
   for (const TBreak& row : kRows) {
     TImage sector = good;
     Store(sector, row.Offset, static_cast<std::uint8_t>(row.Value));
@@ -133,24 +132,22 @@ TEST(NtfsFileRecord, HeaderAndAttributesMustStayWithin) {
   ASSERT_TRUE(HoldsTogether(good));
   const std::size_t first = 0x98;
   const std::size_t second = first + Load<std::uint32_t>(good, first + 4);
-  const TBreak kRows[] = {
-      {0x18, 1032, "more bytes in use than the record has"},
-      {0x18, 0x98, "no room for the end mark"},
-      {0x18, 0, "attributes behind the end"},
-      {0x14, 0x99, "crooked beginning"},
-      {0x14, 0x10, "beginning within the header"},
-      {first + 4, 0, "length 0: would never end"},
-      {first + 4, 0x10, "shorter than its header"},
-      {first + 4, 0x41, "crooked length"},
-      {first + 4, 0x7FFFFFF8, "longer than the record"},
-      {first + 0x10, 0x41, "value longer than the attribute"},
-      {first + 0x10, 0xFFFFFFF0, "value length that wraps"},
-      {first + 0x14, 0x10, "value within the header"},
-      {first + 0x08, 0x01000900, "name behind the end"},
-      {second + 0x20, 0x20, "runs within the header"},
-      {second + 0x20, 0xFFFF, "runs behind the end"},
-      {second + 0x34, 0x80000000, "a negative length"},
-  };
+  const TBreak kRows[] = {{0x18, 1032, "more bytes in use than the record has"},
+                          {0x18, 0x98, "no room for the end mark"},
+                          {0x18, 0, "attributes behind the end"},
+                          {0x14, 0x99, "crooked beginning"},
+                          {0x14, 0x10, "beginning within the header"},
+                          {first + 4, 0, "length 0: would never end"},
+                          {first + 4, 0x10, "shorter than its header"},
+                          {first + 4, 0x41, "crooked length"},
+                          {first + 4, 0x7FFFFFF8, "longer than the record"},
+                          {first + 0x10, 0x41, "value longer than the attribute"},
+                          {first + 0x10, 0xFFFFFFF0, "value length that wraps"},
+                          {first + 0x14, 0x10, "value within the header"},
+                          {first + 0x08, 0x01000900, "name behind the end"},
+                          {second + 0x20, 0x20, "runs within the header"},
+                          {second + 0x20, 0xFFFF, "runs behind the end"},
+                          {second + 0x34, 0x80000000, "a negative length"}};
   for (const TBreak& row : kRows) {
     TImage record = good;
     Store(record, row.Offset, row.Value);

@@ -115,8 +115,7 @@ TEST(NtfsReader, HandsOverWhatItIsUnsureOf) {
        with(File(u"a", 1).NonResident(ReparsePoint, PackRuns({{1, 50}}), 64, 0, 32))},
       {"an empty name", with(File(u"", 1))},
       {"two folders in one",
-       TVolumeMaker().Put(24, Folder(u"a")).Put(25, Folder(u"b").Name(Reference(24, 1), u"c")).Make()},
-  };
+       TVolumeMaker().Put(24, Folder(u"a")).Put(25, Folder(u"b").Name(Reference(24, 1), u"c")).Make()}};
   for (const auto& [what, image] : kRows)
     EXPECT_FALSE(ReadTree(image)) << what;
   EXPECT_EQ(ReadTree(broken(good, 24, 0x2C, 77))->FileCount, 1u)
@@ -248,8 +247,7 @@ TEST(NtfsReader, ReparsePointsAreWhatTheirDriverShows) {
       {TDriver::Kernel, {{"junction", 2}, {"compressed", 400}, {"cloud", 0}, {"link", 3}}},
       {TDriver::Ntfs3g, {{"junction", 2}, {"compressed", 34}, {"cloud", 34}, {"link", 3}}},
       {TDriver::Windows,
-       {{"junction", 0}, {"compressed", 400}, {"cloud/", 50}, {"cloud/in it", 50}, {"link", 14}}},
-  };
+       {{"junction", 0}, {"compressed", 400}, {"cloud/", 50}, {"cloud/in it", 50}, {"link", 14}}}};
   const TImage image = maker.Make();
   for (const auto& [driver, entries] : kRows)
     EXPECT_EQ(EntriesOf(ReadTree(TMemorySource(image), 2, driver)), entries);
