@@ -79,7 +79,7 @@ TEST_F(TLanguageTest, ANameIsFoundInAnyCaseAndItsOwnFirst) {
   if (HasDrives()) return;
   FTree.WriteFile("german.lng", "[Main]\nDisplayName=deutsch\n");
   FTree.MakeFolder("Dutch.lng");
-  EXPECT_EQ(displayed(u"german"_qs), u"deutsch");
+  EXPECT_EQ(displayed(u"german"_qs) + displayed(u"German"_qs), u"deutschDeutsch");
   EXPECT_EQ(displayed(u"dutch"_qs), u"English (UK)") << "a folder is no language";
 }
 

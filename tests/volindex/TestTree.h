@@ -2,53 +2,39 @@
 #pragma once
 
 #include <cstdint>
-#include <exception>
 #include <filesystem>
+#include <memory>
 #include <string>
 
-#include "volindex/TestSystem.h"
+class TTempTree;
 
 namespace volindex {
 
+// Names are relative to the root with "/" between them, UTF-8 where the system's names are no bytes. The
+// folders above what is added are made too.
 class TTestTree {
  public:
-  TTestTree() : FRoot(MakeTemporaryFolder()) {}
-  ~TTestTree() {
-    try {
-      RemoveTree(FRoot.string());
-    } catch (const std::exception&) {  // the folder stays
-    }
-  }
+  TTestTree();
+  ~TTestTree();
   TTestTree(const TTestTree&) = delete;
   TTestTree& operator=(const TTestTree&) = delete;
 
   [[nodiscard]] const std::filesystem::path& Root() const { return FRoot; }
   [[nodiscard]] std::string Path(const std::string& name) const { return FRoot.string() + '/' + name; }
 
-  // Paths are relative to the root, UTF-8 where the system's names are no bytes. The folders above are made
-  // too.
-  void AddFolder(const std::string& path) {
-    for (size_t end = path.find('/'); end != std::string::npos; end = path.find('/', end + 1))
-      MakeFolder(Path(path.substr(0, end)));
-    MakeFolder(Path(path));
-  }
+  void AddFolder(const std::string& name);
   // A file of that length without content.
-  void AddFile(const std::string& path, uint64_t size) {
-    AddFolderOf(path);
-    MakeFile(Path(path), size);
-  }
+  void AddFile(const std::string& name, uint64_t size);
   // One more name of a file.
-  void AddLink(const std::string& file, const std::string& path) {
-    AddFolderOf(path);
-    MakeHardLink(Path(file), Path(path));
-  }
+  void AddLink(const std::string& file, const std::string& name);
+  // A file of one of the system's own kinds.
+  void AddSpecialFile(const std::string& name, unsigned which);
+  // A file or a whole folder; all that is in the tree for an empty name.
+  void Remove(const std::string& name);
 
  private:
-  void AddFolderOf(const std::string& path) {
-    if (const size_t end = path.rfind('/'); end != std::string::npos) AddFolder(path.substr(0, end));
-  }
-
-  std::filesystem::path FRoot;
+  const std::unique_ptr<TTempTree> FTree;
+  const std::filesystem::path FRoot;
 };
 
 }  // namespace volindex

@@ -34,9 +34,8 @@ TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
   for (const char* folder : {"shut", "names only"})
     fs::permissions(tree.Root() / folder, fs::perms::all);
   EXPECT_EQ(reading.Index.Statistics().Unreadable, 2U);
-  const TAnswer answer = AnswerOf(reading.Index);
-  EXPECT_EQ(answer.Folders, (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
-  EXPECT_EQ(answer.Total, 3U);
+  EXPECT_EQ(AnswerOf(reading.Index).Folders,
+            (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
 }
 
 std::atomic<bool> flushBlocks{false};

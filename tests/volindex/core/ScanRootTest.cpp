@@ -9,30 +9,22 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <fstream>
-#include <span>
-#include <vector>
 
 namespace volindex {
 namespace {
 
-TEST(ScanRoot, DeclinesWhatIsNoFolderOfADisk) {
+TEST(ScanRoot, DeclinesWhatIsNoFolderOfADiskAndAnOrdinaryFolderIsNoVolume) {
   TTestTree tree;
   tree.AddFile("file", 1);
   std::vector<std::string> paths = kNoFoldersOfADisk;
   paths.insert(paths.end(), {tree.Path("file"), tree.Path("none"), tree.Path("file/below"), ""});
   for (const std::string& path : paths)
     EXPECT_FALSE(DescribeScanRoot(path).has_value()) << path;
-}
-
-TEST(ScanRoot, OrdinaryFolderIsNoVolume) {
-  TTestTree tree;
   const auto root = DescribeScanRoot(tree.Root().string() + "/");
   ASSERT_TRUE(root.has_value());
   EXPECT_EQ(root->Path, std::filesystem::canonical(tree.Root()).generic_string());
-  EXPECT_FALSE(root->IsVolumeRoot);
-  EXPECT_TRUE(root->Device.empty());
+  EXPECT_TRUE(!root->IsVolumeRoot && root->Device.empty());
 }
 
 // And the trace is one line per volume.
@@ -96,8 +88,8 @@ TEST(ByteSource, ReadsAnyPartOfTheSourceAndNothingBeyond) {
       }
     }
   });
-  std::array<std::byte, 4> bytes{};
-  EXPECT_FALSE(source->ReadAt(UINT64_MAX, bytes));
+  std::byte byte{};
+  EXPECT_FALSE(source->ReadAt(UINT64_MAX, std::span(&byte, 1)));
   for (const std::string& path : {tree.Root().string(), tree.Path("none"), std::string("/dev/null")})
     EXPECT_EQ(OpenByteSource(path), nullptr) << path;
 }

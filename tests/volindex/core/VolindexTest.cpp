@@ -1,13 +1,14 @@
 // The shared library from the outside: the order of calls and what a caller may get wrong.
 #include "volindex/include/volindex.h"
 
+#include "volindex/TestSystem.h"
 #include "volindex/TestTree.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
 #include <optional>
-#include <vector>
+#include <tuple>
 
 // Of c_face.c: the numbers of files and folders below the path.
 extern "C" uint32_t CountInC(const char16_t* path, uint32_t* folders);
@@ -30,13 +31,7 @@ std::u16string Text(const std::string& plain) {
   return std::filesystem::path(plain).make_preferred().u16string();
 }
 
-struct TRecord {
-  std::string Path;
-  std::u16string Name;
-  uint64_t Size;
-
-  bool operator==(const TRecord&) const = default;
-};
+using TRecord = std::tuple<std::string, std::u16string, uint64_t>;  // path, name, size
 
 uint64_t Joined(uint32_t high, uint32_t low) {
   return uint64_t{high} << 32 | low;
@@ -83,10 +78,6 @@ class VolindexLibrary : public testing::Test {
     return TRecord{Plain(path.get()).substr(FTree.Root().string().size()), name.get(), Joined(high, low)};
   }
 
-  void ExpectAt(int32_t index, const std::string& path, const std::u16string& name, uint64_t size) {
-    EXPECT_EQ(At(index), (TRecord{path, name, size})) << index;
-  }
-
   uint64_t FolderSize(const std::string& path) {
     uint32_t high = 1, low = 1;
     Tallyscope_GetFolderSize(Text(path).c_str(), &high, &low);
@@ -112,16 +103,16 @@ TEST_F(VolindexLibrary, ServesListsCountsAndSizesUntilItIsFreed) {
   EXPECT_FALSE(FReceiver.Wrong);
 
   EXPECT_EQ(Tallyscope_GetRecordCount(nullptr, nullptr), 4U) << "files are the set after a scan";
-  ExpectAt(0, "/sub/", u"large", kLarge);
-  ExpectAt(1, "/", kOddName.Text, 20);
-  ExpectAt(2, "/sub/deep/", u"a", 10);
+  EXPECT_EQ(At(0), TRecord("/sub/", u"large", kLarge));
+  EXPECT_EQ(At(1), TRecord("/", kOddName.Text, 20));
+  EXPECT_EQ(At(2), TRecord("/sub/deep/", u"a", 10));
   EXPECT_FALSE(At(4) || At(-1));
   Tallyscope_OpenRecord(TALLYSCOPE_FOLDERS);
   uint32_t files = 0, folders = 0;
   EXPECT_EQ(Tallyscope_GetRecordCount(&files, &folders), 2U);
   EXPECT_TRUE(files == 4 && folders == 2);
-  ExpectAt(0, "/", u"sub", kLarge + 20);
-  ExpectAt(1, "/sub/", u"deep", 20);
+  EXPECT_EQ(At(0), TRecord("/", u"sub", kLarge + 20));
+  EXPECT_EQ(At(1), TRecord("/sub/", u"deep", 20));
   Tallyscope_OpenRecord(1);
   EXPECT_EQ(Tallyscope_GetRecordCount(nullptr, nullptr), 0U);
   EXPECT_FALSE(At(0));
@@ -144,10 +135,10 @@ TEST_F(VolindexLibrary, CapacitiesAreTheCallersOwn) {
   FTree.AddFile("small", 5);
   Scan();
   EXPECT_FALSE(At(0)) << "260 units don't hold that path";
-  ExpectAt(1, "/", u"small", 5);
+  EXPECT_EQ(At(1), TRecord("/", u"small", 5));
   const auto needed = static_cast<uint32_t>(FTree.Root().string().size() + 1 + deep.size() + 1);
   EXPECT_FALSE(At(0, 5, needed - 1) || At(0, 4, needed));
-  EXPECT_EQ(At(0, 5, needed), (TRecord{"/" + deep, u"huge", 6}));
+  EXPECT_EQ(At(0, 5, needed), TRecord("/" + deep, u"huge", 6));
 }
 
 TEST_F(VolindexLibrary, NothingIsLeftAfterAStopOrOfWhatIsDeclined) {

@@ -21,10 +21,9 @@ TEST(NtfsBootSector, GivesTheUnitsOfTheVolumeIfTheyCanBeTrue) {
   const TImage good = TVolumeMaker(4096, 1024, kDevice / 4096).Make();
   const auto geometry = ParseBootSector(good, kDevice);
   ASSERT_TRUE(geometry);
-  EXPECT_EQ(geometry->ClusterSize, 4096u);
-  EXPECT_EQ(geometry->RecordSize, 1024u);
-  EXPECT_EQ(geometry->ClusterCount, 256u);
-  EXPECT_EQ(geometry->MftCluster, 4u);
+  EXPECT_EQ(
+      std::tuple(geometry->ClusterSize, geometry->RecordSize, geometry->ClusterCount, geometry->MftCluster),
+      std::tuple(4096u, 1024u, 256u, 4u));
   TImage large = good;
   Store<std::uint8_t>(large, 0x0D, 0xF9);  // 2^7 sectors
   Store<std::uint64_t>(large, 0x30, 1);
@@ -60,10 +59,8 @@ TEST(NtfsRunList, DecodesDeltasHolesAndJoinsNeighbours) {
   std::vector<TRun> runs;
   ASSERT_TRUE(AppendRuns(packed, 0, 100, runs));
   ASSERT_EQ(runs.size(), 3u);
-  EXPECT_EQ(runs[0].Length, 24u);
-  EXPECT_EQ(runs[1].Cluster, TRun::kHole);
-  EXPECT_EQ(runs[2].Vcn, 28u);
-  EXPECT_EQ(runs[2].Cluster, 24u);
+  EXPECT_TRUE(runs[0].Length == 24 && runs[1].Cluster == TRun::kHole);
+  EXPECT_TRUE(runs[2].Vcn == 28 && runs[2].Cluster == 24);
   EXPECT_FALSE(AppendRuns(packed, 0, 100, runs)) << "does not follow";
   ASSERT_TRUE(AppendRuns(Packed({0x11, 1, 26, 0}), 30, 100, runs));
   EXPECT_EQ(runs.size(), 3u) << "an extent that goes on where the last ended";
@@ -88,8 +85,7 @@ TEST(NtfsRunList, BrokenListsChangeNothing) {
   for (const TImage& list : kLists) {
     std::vector<TRun> runs = {{0, 3, 2}};
     EXPECT_FALSE(AppendRuns(list, 2, 100, runs)) << &list - kLists.data();
-    ASSERT_EQ(runs.size(), 1u);
-    EXPECT_EQ(runs[0].Length, 2u);
+    EXPECT_TRUE(runs.size() == 1 && runs[0].Length == 2);
   }
 }
 

@@ -27,11 +27,12 @@ void Store(TImage& bytes, std::size_t offset, T value) {
   return record | std::uint64_t{sequence} << 48;
 }
 
+// Behind what is there; the second up to a multiple of eight.
 inline void Add(TImage& bytes, const TImage& more) {
   bytes.insert(bytes.end(), more.begin(), more.end());
 }
-
-inline void Align(TImage& bytes) {
+inline void AddAligned(TImage& bytes, const TImage& more) {
+  Add(bytes, more);
   bytes.resize((bytes.size() + 7) / 8 * 8);
 }
 
@@ -86,10 +87,8 @@ class TRecordMaker {
     TImage attribute(0x18);
     Store(attribute, 0x10, static_cast<std::uint32_t>(value.size()));
     Store<std::uint16_t>(attribute, 0x14, 0x18);
-    Add(attribute, value);
-    Align(attribute);
-    Append(type, attribute, name);
-    return *this;
+    AddAligned(attribute, value);
+    return Append(type, attribute, name);
   }
   TRecordMaker& NonResident(TAttributeType type, const TImage& runs, std::uint64_t dataSize,
                             std::uint64_t lowestVcn = 0, std::uint64_t initialized = ~std::uint64_t{0}) {
@@ -100,8 +99,7 @@ class TRecordMaker {
     Store(attribute, 0x30, dataSize);
     Store(attribute, 0x38, std::min(initialized, dataSize));
     Add(attribute, runs);
-    Append(type, attribute, {});
-    return *this;
+    return Append(type, attribute, {});
   }
   TRecordMaker& Name(std::uint64_t parent, std::u16string_view name, TNameSpace space = TNameSpace::Windows) {
     TImage value(0x42);
@@ -138,14 +136,14 @@ class TRecordMaker {
   }
 
  private:
-  void Append(TAttributeType type, TImage attribute, std::u16string_view name) {
+  TRecordMaker& Append(TAttributeType type, TImage attribute, std::u16string_view name) {
     Store(attribute, 0x00, type);
     Store(attribute, 0x09, static_cast<std::uint8_t>(name.size()));
     Store(attribute, 0x0A, static_cast<std::uint16_t>(attribute.size()));
-    Add(attribute, BytesOf(name));
-    Align(attribute);
+    AddAligned(attribute, BytesOf(name));
     Store(attribute, 0x04, static_cast<std::uint32_t>(attribute.size()));
     Add(FAttributes, attribute);
+    return *this;
   }
 
   TImage FHeader;
@@ -210,18 +208,21 @@ class TVolumeMaker {
       std::copy(bytes.begin(), bytes.end(), image.begin() + static_cast<std::ptrdiff_t>(offset));
     };
     put(0, BootSector());
+    std::int64_t clusters = 0;
+    for (const auto& [length, cluster] : FTable)
+      clusters += length;
     if (!FOwnTableRecord)
-      put(OffsetOf(0),
-          TRecordMaker().NonResident(TAttributeType::Data, PackRuns(FTable), TableBytes()).Make(FRecordSize));
+      put(OffsetOf(0), TRecordMaker()
+                           .NonResident(TAttributeType::Data, PackRuns(FTable),
+                                        static_cast<std::uint64_t>(clusters) * FClusterSize)
+                           .Make(FRecordSize));
     for (const auto& [cluster, bytes] : FBytes)
       put(static_cast<std::size_t>(cluster * FClusterSize), bytes);
     for (const auto& [record, maker] : FRecords) {
       const TImage bytes = maker.Make(FRecordSize);
-      for (std::size_t part = 0; part < FRecordSize; part += 512) {
-        const std::size_t to = Locate(record * FRecordSize + part);
-        std::copy_n(bytes.begin() + static_cast<std::ptrdiff_t>(part), 512,
-                    image.begin() + static_cast<std::ptrdiff_t>(to));
-      }
+      for (std::size_t part = 0; part < FRecordSize; part += 512)
+        put(Locate(record * FRecordSize + part), {bytes.begin() + static_cast<std::ptrdiff_t>(part),
+                                                  bytes.begin() + static_cast<std::ptrdiff_t>(part) + 512});
     }
     return image;
   }
@@ -240,17 +241,10 @@ class TVolumeMaker {
   [[nodiscard]] std::size_t Locate(std::uint64_t offset) const {
     for (const auto& [length, cluster] : FTable) {
       const std::uint64_t bytes = static_cast<std::uint64_t>(length) * FClusterSize;
-      if (offset < bytes)
-        return static_cast<std::size_t>(static_cast<std::uint64_t>(cluster) * FClusterSize + offset);
+      if (offset < bytes) return static_cast<std::uint64_t>(cluster) * FClusterSize + offset;
       offset -= bytes;
     }
     return 0;
-  }
-  [[nodiscard]] std::uint64_t TableBytes() const {
-    std::uint64_t clusters = 0;
-    for (const auto& [length, cluster] : FTable)
-      clusters += static_cast<std::uint64_t>(length);
-    return clusters * FClusterSize;
   }
 
   std::uint32_t FClusterSize;

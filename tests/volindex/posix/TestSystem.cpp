@@ -1,17 +1,9 @@
 #include "volindex/TestSystem.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <stdexcept>
 
 namespace volindex {
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -46,59 +38,6 @@ const std::vector<TTextCase> kTexts = {
     {"\xf4\x90\x80\x80", {0xDCF4, 0xDC90, 0xDC80, 0xDC80}},  // beyond the last character
     {"\xe2\x82", {0xDCE2, 0xDC82}},                          // cut
 };
-
-std::string MakeTemporaryFolder() {
-  std::string path = (fs::temp_directory_path() / "volindex-XXXXXX").string();
-  if (::mkdtemp(path.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  return path;
-}
-
-void RemoveTree(const std::string& path) {
-  std::error_code ignored;
-  fs::remove_all(path, ignored);
-}
-
-void MakeFolder(const std::string& path) {
-  fs::create_directory(path);
-}
-
-void MakeHardLink(const std::string& file, const std::string& path) {
-  fs::create_hard_link(file, path);
-}
-
-void MakeFile(const std::string& path, uint64_t size) {
-  if (!std::ofstream(path)) throw std::runtime_error(path);
-  fs::resize_file(path, size);
-}
-
-void MakeSpecialFile(const std::string& path, unsigned which) {
-  if (which % 2 == 0)
-    fs::create_symlink("/", path);
-  else if (::mkfifo(path.c_str(), 0600) != 0)
-    throw std::runtime_error(path);
-}
-
-unsigned MakeChain(const std::string& root, const std::string& name) {
-  constexpr unsigned kDepth = 600;
-  const fs::path before = fs::current_path();
-  fs::current_path(root);
-  for (unsigned level = 0; level < kDepth; ++level) {
-    fs::create_directory("side");
-    MakeFile("file", 7);
-    MakeFile("side/file", 3);
-    fs::create_directory(name);
-    fs::current_path(name);
-  }
-  fs::current_path(before);
-  return kDepth;
-}
-
-void SetVariable(const char* name, const char* value) {
-  if (value != nullptr)
-    ::setenv(name, value, 1);
-  else
-    ::unsetenv(name);
-}
 
 // By `find`, which follows no link and enters no other file system.
 TAnswer AnswerOfDisk(const std::string& root) {
