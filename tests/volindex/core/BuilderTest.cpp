@@ -188,6 +188,19 @@ TEST(Builder, DeepTreeOfEqualSizes) {
   EXPECT_EQ(index.TopFiles().front().Folder, kDepth);  // "d/…/d/z" before "d/z"
 }
 
+// With no room for texts the folder is known at once, since both names are in it, and which is the first is
+// not.
+TEST(Builder, NamesWithoutATextAreAskedForAgain) {
+  TIndexBuilder builder(0);
+  builder.Begin(1, TFolderOrder::Any);
+  for (const TFinish finish : {TFinish::TopListAgain, TFinish::Done}) {
+    for (const char* name : {"b", "a"})
+      builder.Shard(0).AddLinkedFile(kRootFolder, name, 7, {1});
+    ASSERT_EQ(builder.Finish(kGoOn), finish);
+  }
+  EXPECT_EQ(AnswerOf(builder.TakeIndex()).Files, (std::vector<TListed>{{7, "a"}}));
+}
+
 TEST(Builder, StopLeavesNothing) {
   TIndexBuilder builder;
   builder.Begin(1, TFolderOrder::Any);

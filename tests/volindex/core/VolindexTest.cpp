@@ -19,12 +19,10 @@ namespace {
 constexpr uint32_t kMessage = 8048;
 constexpr uint32_t kUsual = 260;
 
-// A text of the library's, of ASCII here, with '/' between.
+// With '/' between, in UTF-8.
 std::string Plain(const std::u16string& text) {
-  std::string plain;
-  for (const char16_t unit : text)
-    plain += unit == std::filesystem::path::preferred_separator ? '/' : static_cast<char>(unit);
-  return plain;
+  const std::u8string plain = std::filesystem::path(text).generic_u8string();
+  return {plain.begin(), plain.end()};
 }
 
 std::u16string Text(const std::string& plain) {
@@ -129,14 +127,15 @@ TEST_F(VolindexLibrary, ServesListsCountsAndSizesUntilItIsFreed) {
 
 // Each buffer holds what fits with its NUL and not a unit more, be it as long as it may.
 TEST_F(VolindexLibrary, CapacitiesAreTheCallersOwn) {
-  std::string deep(150, 'n');
-  deep.append("/").append(150, 'm').append("/");
+  std::string deep;  // a unit of three bytes, that many times in two folders
+  for (unsigned i = 0; i < 160; ++i)
+    deep += i % 80 == 79 ? "\xe6\x97\xa5/" : "\xe6\x97\xa5";
   FTree.AddFile(deep + "huge", 6);
   FTree.AddFile("small", 5);
   Scan();
-  EXPECT_FALSE(At(0)) << "260 units don't hold that path";
+  EXPECT_FALSE(At(0, kUsual, 160)) << "too few units for that path";
   EXPECT_EQ(At(1), TRecord("/", u"small", 5));
-  const auto needed = static_cast<uint32_t>(FTree.Root().string().size() + 1 + deep.size() + 1);
+  const auto needed = static_cast<uint32_t>(FTree.Root().string().size() + 1 + 162 + 1);
   EXPECT_FALSE(At(0, 5, needed - 1) || At(0, 4, needed));
   EXPECT_EQ(At(0, 5, needed), TRecord("/" + deep, u"huge", 6));
 }
