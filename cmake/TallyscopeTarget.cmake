@@ -100,17 +100,15 @@ set(tallyscope_test_environment
 )
 
 # A GoogleTest program, one CTest test per test program. Widget tests run on the offscreen platform.
-# Its main() is tests/fixtures/TestMain.cpp (a QCoreApplication) or, with GUI, TestMainGui.cpp.
+# Its main() comes from test_main (a QCoreApplication) or, with GUI, from test_main_gui.
 function(tallyscope_test name)
   cmake_parse_arguments(ARG "GUI" "" "SOURCES;LINKS" ${ARGN})
   if(ARG_GUI)
-    set(main ${PROJECT_SOURCE_DIR}/tests/fixtures/TestMainGui.cpp)
-    list(APPEND ARG_LINKS Qt6::Widgets Qt6::Test)
+    list(APPEND ARG_LINKS test_main_gui Qt6::Widgets Qt6::Test)
   else()
-    set(main ${PROJECT_SOURCE_DIR}/tests/fixtures/TestMain.cpp)
-    list(APPEND ARG_LINKS Qt6::Core)
+    list(APPEND ARG_LINKS test_main Qt6::Core)
   endif()
-  tallyscope_executable(${name} SOURCES ${ARG_SOURCES} ${main}
+  tallyscope_executable(${name} SOURCES ${ARG_SOURCES}
     LINKS ${ARG_LINKS} GTest::gtest GTest::gmock)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   tallyscope_use_precompiled(${name} _test ${ARG_LINKS})

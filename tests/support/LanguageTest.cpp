@@ -141,13 +141,16 @@ TEST_P(TEachLanguage, HasTheKeysOfEnglishInTheirOrderAndTextsThatFitTheirPlaces)
   EXPECT_TRUE(content.startsWith("\xef\xbb\xbf") && content.isValidUtf8());
   ASSERT_EQ(texts.size(), english.size());
   const auto shape = [](const QString& text) {
-    return std::tuple(text.isEmpty(), text.count(u"%s"_qs), text.endsWith(u"..."_qs));
+    return std::tuple(text.isEmpty(), text.count(u"%s"_qs), text.endsWith(u"..."_qs), text.count(u'&'));
   };
-  std::set<QString> seen;
+  std::set<QString> seen;  // keys, and letters of the menu bar
   for (size_t i = 0; i < texts.size(); ++i) {
     EXPECT_EQ(texts[i].first, english[i].first);
     EXPECT_TRUE(seen.insert(texts[i].first.toLower()).second) << qPrintable(texts[i].first);
     EXPECT_EQ(shape(texts[i].second), shape(english[i].second)) << qPrintable(texts[i].first);
+    const qsizetype mark = texts[i].second.indexOf(u'&');
+    EXPECT_TRUE(mark < 0 || seen.insert(texts[i].second.mid(mark, 2).toLower()).second)
+        << qPrintable(texts[i].first);
   }
 }
 
