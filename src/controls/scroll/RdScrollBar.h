@@ -1,12 +1,12 @@
 // A scroll bar drawn from pictures, or in a plain look without them. Main thread.
 #pragma once
 
-#include "controls/scroll/RdBitmap.h"
 #include "controls/scroll/RdScrollBarImages.h"
 #include "controls/scroll/ScrollInput.h"
 #include "controls/scroll/ScrollTrack.h"
 #include "controls/scroll/ScrollTypes.h"
 #include "controls/scroll/ThumbBitmaps.h"
+#include "controls/skin/RdBitmap.h"
 
 #include <QTimer>
 #include <QWidget>

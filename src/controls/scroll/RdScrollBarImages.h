@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/picture/Picture.h"
-#include "controls/scroll/Colors.h"
+#include "controls/skin/Colors.h"
 
 #include <array>
 #include <functional>

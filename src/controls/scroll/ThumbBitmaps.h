@@ -1,7 +1,7 @@
 // The thumb of a skinned scroll bar, composed once per size. Main thread.
 #pragma once
 
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 struct TScrollPaint;
 

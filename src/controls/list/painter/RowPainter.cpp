@@ -2,8 +2,8 @@
 
 #include "controls/list/ListTypes.h"
 #include "controls/list/model/ListColumns.h"
-#include "controls/list/painter/ReadableColor.h"
 #include "controls/picture/ImageList.h"
+#include "controls/skin/ReadableColor.h"
 
 #include <QImage>
 #include <QPainter>

@@ -4,7 +4,7 @@
 
 #include "controls/list/rd/RdListState.h"
 #include "controls/list/rd/painter/RdHeaderPainter.h"
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 #include <QPoint>
 

@@ -4,7 +4,7 @@
 
 #include "controls/list/rd/RdCellReader.h"
 #include "controls/list/rd/painter/RdRowBackground.h"
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 class QPainter;
 class QRegion;

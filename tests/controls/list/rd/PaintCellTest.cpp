@@ -1,9 +1,9 @@
 // Pixels of cells and group rows against what skin and layout say.
 
-#include "controls/list/painter/ReadableColor.h"
 #include "controls/list/rd/painter/RdCellPainter.h"
 #include "controls/list/rd/painter/RdGroupPainter.h"
 #include "controls/picture/ImageList.h"
+#include "controls/skin/ReadableColor.h"
 
 #include <QFontMetrics>
 

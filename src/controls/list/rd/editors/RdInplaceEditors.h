@@ -1,7 +1,7 @@
 // The two editors that stand in cells: a line editor and a drop-down list. Main thread.
 #pragma once
 
-#include "controls/scroll/Colors.h"
+#include "controls/skin/Colors.h"
 
 #include <QLineEdit>
 #include <QListWidget>

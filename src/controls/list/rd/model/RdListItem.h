@@ -3,7 +3,7 @@
 
 #include "controls/list/model/ListItem.h"
 #include "controls/list/rd/model/RdColumnTypes.h"
-#include "controls/scroll/Colors.h"
+#include "controls/skin/Colors.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "controls/list/rd/painter/RdDrawing.h"
 
-#include "controls/list/painter/ReadableColor.h"
+#include "controls/skin/ReadableColor.h"
 
 #include <QLinearGradient>
 #include <QPainter>

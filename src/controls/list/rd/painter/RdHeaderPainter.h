@@ -4,7 +4,7 @@
 
 #include "controls/list/rd/layout/RdCellLayout.h"
 #include "controls/list/rd/skin/RdSkinValues.h"
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 #include <QRect>
 #include <QSize>

@@ -4,8 +4,8 @@
 
 #include "controls/list/model/ListColumns.h"
 #include "controls/picture/Picture.h"
-#include "controls/scroll/Colors.h"
-#include "controls/scroll/DesignRect.h"
+#include "controls/skin/Colors.h"
+#include "controls/skin/DesignRect.h"
 
 #include <QFont>
 #include <QString>

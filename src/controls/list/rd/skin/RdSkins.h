@@ -8,8 +8,7 @@
 
 #include "controls/list/rd/skin/RdSkinValues.h"
 #include "controls/picture/Picture.h"
-
-#include <QImage>
+#include "controls/skin/RdBitmap.h"
 
 #include <functional>
 #include <utility>
@@ -235,13 +234,5 @@ class TkLVSkinHeader : public TkLVSkinBase {
   TLVPicture HeaderDividingPic{FOwner, FValues.HeaderDividingPic, TSkinChange::Header};
 };
 
-// What skins read from the pixels of a picture. Any thread.
-
-// The pixels at one device pixel per pixel; null for an empty picture.
-[[nodiscard]] QImage PicturePixels(const TPicture& picture, int density = 1);
-
 // Top and bottom edge are of one colour and the middle of another, as judged by the first column.
 [[nodiscard]] bool LooksFramed(const TPicture& picture);
-
-// The picture in shades of grey, by luminance, in both densities.
-[[nodiscard]] TPicture GrayPicture(const TPicture& picture);

@@ -1,4 +1,4 @@
-#include "controls/scroll/DesignRect.h"
+#include "controls/skin/DesignRect.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <climits>
 
 #include "controls/picture/Pictures.h"
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// An off-screen bitmap that can be given any size. Main thread.
+// An off-screen bitmap that can be given any size, and the pixels of pictures. Main thread.
 #pragma once
 
 #include <QImage>
@@ -7,6 +7,7 @@
 #include <optional>
 
 class QPainter;
+class TPicture;
 
 // Copies share their pixels until one of them is painted on.
 class TRdBitmap {
@@ -39,3 +40,9 @@ class TRdBitmap {
   QImage FImage;
   std::optional<QColor> FTransparentColor;
 };
+
+// The pixels at one device pixel per pixel; null for an empty picture.
+[[nodiscard]] QImage PicturePixels(const TPicture& picture, int density = 1);
+
+// The picture in shades of grey, by luminance, in both densities.
+[[nodiscard]] TPicture GrayPicture(const TPicture& picture);

@@ -1,4 +1,4 @@
-#include "controls/scroll/Colors.h"
+#include "controls/skin/Colors.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "controls/scroll/DesignRect.h"
+#include "controls/skin/DesignRect.h"
 
 #include <QImage>
 #include <QPainter>
@@ -8,7 +8,7 @@
 #include <cstdlib>
 
 #include "controls/picture/Picture.h"
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 namespace {
 

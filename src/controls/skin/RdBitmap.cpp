@@ -1,4 +1,4 @@
-#include "controls/scroll/RdBitmap.h"
+#include "controls/skin/RdBitmap.h"
 
 #include <QPainter>
 
@@ -6,11 +6,24 @@
 #include <cmath>
 #include <limits>
 
+#include "controls/picture/Picture.h"
+
 namespace {
 
 int Pixels(int length, qreal density) {
   constexpr double kMost = std::numeric_limits<int>::max();  // which no image takes
   return static_cast<int>(std::min(std::ceil(length * density), kMost));
+}
+
+QImage Gray(QImage image) {
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb color = image.pixel(x, y);
+      const int light = (28 * qBlue(color) + 151 * qGreen(color) + 77 * qRed(color)) / 256;
+      image.setPixel(x, y, qRgba(light, light, light, qAlpha(color)));
+    }
+  }
+  return image;
 }
 
 }  // namespace
@@ -45,4 +58,22 @@ QImage TRdBitmap::Picture() const {
       if ((line[x] | 0xFF000000) == color) line[x] = 0;
   }
   return picture;
+}
+
+QImage PicturePixels(const TPicture& picture, int density) {
+  if (picture.Empty()) return {};
+  QImage image(picture.Size() * density, QImage::Format_ARGB32_Premultiplied);
+  if (image.isNull()) return {};
+  image.setDevicePixelRatio(density);
+  image.fill(Qt::transparent);
+  QPainter painter(&image);
+  picture.Draw(painter, QRect(QPoint(), picture.Size()));
+  painter.end();
+  image.setDevicePixelRatio(1);
+  return image.convertToFormat(QImage::Format_ARGB32);
+}
+
+TPicture GrayPicture(const TPicture& picture) {
+  if (picture.Empty()) return {};
+  return TPicture(Gray(PicturePixels(picture)), Gray(PicturePixels(picture, 2)));
 }

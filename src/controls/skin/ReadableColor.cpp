@@ -1,4 +1,4 @@
-#include "controls/list/painter/ReadableColor.h"
+#include "controls/skin/ReadableColor.h"
 
 #include <QImage>
 #include <QPainter>
