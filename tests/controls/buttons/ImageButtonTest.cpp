@@ -1,0 +1,244 @@
+// Mouse, keys and assistive tools on image buttons, and what is painted.
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QPushButton>
+#include <QTest>
+
+#include "controls/buttons/RdImageButton.h"
+#include "controls/buttons/RdImageButtonEx.h"
+#include "controls/notes/PaintCounter.h"
+#include "controls/picture/Pictures.h"
+
+namespace {
+
+constexpr QPoint kOnBox(5, 10);
+constexpr QPoint kOnIcon(85, 10);
+constexpr QPoint kBeside(50, 10);
+constexpr QPoint kOutside(50, 90);
+
+// Notes what it is told, a letter an event.
+class ImageButtonTest : public ::testing::Test {
+ protected:
+  ImageButtonTest() {
+    Form.resize(200, 100);
+    Button->resize(100, 20);
+    Button->CheckBoxNormalImage = PictureOf({10, 10}, Qt::blue);
+    Button->CheckBoxCheckedImage = PictureOf({10, 10}, Qt::green);
+    Button->CheckBoxOffset = 0;
+    Button->DnNormalIcon = PictureOf({10, 10}, Qt::red);
+    Button->OnClick = [this] { Told += u'c'; };
+    Button->OnCheckBoxClick = [this] { Told += u'k'; };
+    Button->OnIconClick = [this] { Told += u'i'; };
+    Button->OnMouseEnter = [this] { Told += u'e'; };
+    Button->OnMouseLeave = [this] { Told += u'l'; };
+    Form.show();
+  }
+
+  void Mouse(QEvent::Type type, QPoint at, QWidget& to) {
+    const auto button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QMouseEvent event(type, at, to.mapToGlobal(QPointF(at)), button, held, {});
+    QApplication::sendEvent(&to, &event);
+  }
+  QString After(QPoint press, QPoint release) {
+    Told.clear();
+    Mouse(QEvent::MouseButtonPress, press, *Button);
+    if (!Button.isNull()) Mouse(QEvent::MouseButtonRelease, release, *Button);
+    return Told;
+  }
+  QColor Pixel(QPoint at) { return Button->grab().toImage().pixelColor(at); }
+
+  QWidget Form;
+  QPointer<TRdImageButton> Button = new TRdImageButton(&Form);
+  QString Told;
+};
+
+}  // namespace
+
+TEST_F(ImageButtonTest, WhereThePressLandsDecidesWhatIsTold) {
+  const struct {
+    bool Box, Header;
+    QPoint Press, Release;
+    QString Told;
+  } cases[] = {
+      {false, false, kBeside, kBeside, u"c"_qs}, {false, false, kBeside, kOutside, u""_qs},
+      {false, false, kOnIcon, kOnIcon, u"i"_qs}, {true, false, kOnBox, kOnBox, u"k"_qs},
+      {true, false, kBeside, kBeside, u"kc"_qs}, {true, false, kOnIcon, kOnIcon, u"i"_qs},
+      {true, true, kOnBox, kOnBox, u"k"_qs},     {true, true, kBeside, kBeside, u"c"_qs},
+      {false, false, kOnBox, kOnBox, u"c"_qs},
+  };
+  for (const auto& row : cases) {
+    Button->ShowCheckBox = row.Box;
+    Button->SetFoldHeader(row.Header);
+    EXPECT_EQ(After(row.Press, row.Release), row.Told) << &row - cases;
+    EXPECT_EQ(Button->State(), TImageButtonState::Normal);
+  }
+  Button->SetState(TImageButtonState::Selected);
+  EXPECT_EQ(After(kBeside, kBeside), u"c"_qs);
+  EXPECT_EQ(Button->State(), TImageButtonState::Selected);
+  Button->setEnabled(false);
+  EXPECT_EQ(After(kBeside, kBeside), QString());
+}
+
+TEST_F(ImageButtonTest, AGrayedBoxBecomesChecked) {
+  Button->ShowCheckBox = true;
+  Button->CheckState = TButtonCheck::Grayed;
+  for (const TButtonCheck expected : {TButtonCheck::On, TButtonCheck::Off, TButtonCheck::On}) {
+    After(kOnBox, kOnBox);
+    EXPECT_EQ(Button->CheckState.Get(), expected);
+  }
+}
+
+TEST_F(ImageButtonTest, TheMouseAndTheStateDecideTheLook) {
+  Button->ImageNormal = PictureOf({1, 1}, Qt::white);
+  Button->ImageOver = PictureOf({1, 1}, Qt::yellow);
+  Button->ImageDown = PictureOf({1, 1}, Qt::cyan);
+  Button->DnHoverIcon = PictureOf({10, 10}, Qt::magenta);
+  Mouse(QEvent::MouseMove, kBeside, *Button);
+  EXPECT_EQ(Pixel({1, 1}), QColor(Qt::yellow));
+  EXPECT_EQ(Pixel(kOnIcon), QColor(Qt::red));
+  Mouse(QEvent::MouseMove, kOnIcon, *Button);
+  EXPECT_EQ(Pixel(kOnIcon), QColor(Qt::magenta));
+  Mouse(QEvent::MouseButtonPress, kBeside, *Button);
+  EXPECT_EQ(Pixel({1, 1}), QColor(Qt::cyan));
+  Mouse(QEvent::MouseMove, kOutside, *Button);
+  EXPECT_EQ(Pixel({1, 1}), QColor(Qt::white)) << "drawn off";
+  EXPECT_EQ(Told, u"el");
+  Button->setEnabled(false);
+  EXPECT_EQ(Button->State(), TImageButtonState::Disabled);
+  Told.clear();
+  QEnterEvent enter(kBeside, kBeside, kBeside);
+  QApplication::sendEvent(Button, &enter);
+  EXPECT_EQ(Pixel({1, 1}), QColor(Qt::white));
+  EXPECT_EQ(Told, QString());
+}
+
+TEST_F(ImageButtonTest, OnlyAPictureThatShowsIsPaintedAnew) {
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&Form));
+  QApplication::processEvents();
+  TPaintCounter paints(*Button);
+  for (TButtonPicture* hidden : {&Button->ImageOver, &Button->ImageDown, &Button->UpHoverIcon})
+    *hidden = PictureOf({1, 1}, Qt::black);
+  Button->SetReading(true);
+  Button->ImageNormal = PictureOf({20, 20}, Qt::black);
+  Button->SetReading(false);
+  Button->SetReading(true);
+  QApplication::processEvents();
+  const int before = paints.Count;
+  EXPECT_LE(before, 1) << "the end of reading";
+  EXPECT_TRUE(Button->ImageOption.Empty()) << "nor is anything seeded while reading";
+  Button->SetReading(false);
+  for (TButtonPicture* shown : {&Button->ImageNormal, &Button->DnNormalIcon}) {
+    *shown = PictureOf({15, 15}, Qt::white);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return paints.Count > before; }));
+  }
+  EXPECT_EQ(Button->ImageOption.Slices(), (TDesignSlices{5, 5, 5, 5}));
+}
+
+TEST_F(ImageButtonTest, BlackIsBeneath) {
+  QPushButton beneath(&Form);
+  beneath.setGeometry(Button->geometry());
+  beneath.show();
+  Button->raise();
+  QImage range = Filled({100, 18}, Qt::white);
+  for (int x = 0; x < 40; ++x)
+    for (int y = 0; y < 18; ++y)
+      range.setPixelColor(x, y, Qt::black);
+  Button->ImageRange = TPicture(range);
+  int clicks = 0;
+  QObject::connect(&beneath, &QPushButton::clicked, [&clicks] { ++clicks; });
+  EXPECT_EQ(After({30, 10}, {30, 10}), QString());
+  EXPECT_EQ(After({50, 19}, {50, 19}), QString()) << "out of the mask";
+  EXPECT_EQ(clicks, 2);
+  EXPECT_EQ(After({50, 10}, {50, 10}), u"c"_qs);
+  Button->ImageRange = PictureOf({5, 5}, Qt::transparent);
+  EXPECT_EQ(After({30, 10}, {30, 10}), u"c"_qs);
+  EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(ImageButtonTest, KeysAndAssistiveToolsDoAllThatTheMouseDoes) {
+  QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(Button);
+  ASSERT_NE(told, nullptr);
+  ASSERT_NE(told->actionInterface(), nullptr);
+  Button->Caption = u"Pause"_qs;
+  EXPECT_EQ(told->text(QAccessible::Name), u"Pause");
+  EXPECT_EQ(told->role(), QAccessible::Button);
+  const auto after = [this](auto act) {
+    Told.clear();
+    act();
+    return Told;
+  };
+  const auto press = [&] { told->actionInterface()->doAction(QAccessibleActionInterface::pressAction()); };
+  const auto toggle = [&] { told->actionInterface()->doAction(QAccessibleActionInterface::toggleAction()); };
+  const auto key = [this](Qt::Key which, Qt::KeyboardModifiers with = {}) {
+    return [this, which, with] { QTest::keyClick(Button.data(), which, with); };
+  };
+  EXPECT_EQ(after(key(Qt::Key_Space)), u"c");
+  EXPECT_EQ(after(key(Qt::Key_Return)), u"c");
+  EXPECT_EQ(after(key(Qt::Key_Enter, Qt::ShiftModifier)), u"i");
+  EXPECT_EQ(after(press), u"c");
+  EXPECT_EQ(after(toggle), QString());
+
+  Button->ShowCheckBox = true;
+  EXPECT_EQ(told->role(), QAccessible::CheckBox);
+  EXPECT_EQ(after(key(Qt::Key_Space)), u"kc");
+  EXPECT_TRUE(told->state().checked);
+  EXPECT_EQ(after(toggle), u"k");
+  EXPECT_FALSE(told->state().checked);
+  Button->SetFoldHeader(true);
+  EXPECT_EQ(after(key(Qt::Key_Space)), u"k");
+  EXPECT_EQ(after(key(Qt::Key_Return)), u"c");
+  Button->setEnabled(false);
+  EXPECT_EQ(after(press), QString());
+}
+
+TEST_F(ImageButtonTest, AnyHandlerMayDeleteTheButton) {
+  TButtonEvent TCustomImageButton::*const events[] = {
+      &TCustomImageButton::OnClick, &TCustomImageButton::OnCheckBoxClick, &TCustomImageButton::OnIconClick,
+      &TCustomImageButton::OnMouseEnter};
+  for (const auto event : events) {
+    if (Button.isNull()) Button = new TRdImageButton(&Form);
+    Button->resize(100, 20);
+    Button->DnNormalIcon = PictureOf({10, 10}, Qt::red);
+    Button->ShowCheckBox = event == &TCustomImageButton::OnCheckBoxClick;
+    (Button->*event) = [this] { delete Button.data(); };
+    if (event == &TCustomImageButton::OnMouseEnter)
+      Mouse(QEvent::MouseMove, kBeside, *Button);
+    else
+      After(event == &TCustomImageButton::OnIconClick ? kOnIcon : kBeside, kBeside);
+    EXPECT_TRUE(Button.isNull());
+  }
+}
+
+TEST_F(ImageButtonTest, TheSizeFollowsCaptionOrPicture) {
+  Button->IconVisible = false;
+  Button->Caption = u"Some words"_qs;
+  Button->TextLeftMargin = 4;
+  Button->ButtonCaptionAlignment = TButtonAlign::Left;
+  Button->AutoSizeByText = true;
+  const int text = Button->fontMetrics().horizontalAdvance(u"Some words"_qs);
+  EXPECT_EQ(Button->width(), 20 + text + 4);
+  Button->ImageNormal = PictureOf({33, 44}, Qt::white);
+  EXPECT_EQ(Button->height(), Button->fontMetrics().height());
+  Button->AutoSize = true;
+  EXPECT_EQ(Button->size(), QSize(33, 44));
+}
+
+TEST(ImageButtonEx, TheMiddleIsStretchedBetweenTheEnds) {
+  TRdImageButtonEx button;
+  button.resize(50, 20);
+  button.ImageNormalLeft = PictureOf({6, 10}, Qt::red);
+  button.ImageNormalMiddle = PictureOf({2, 12}, Qt::green);
+  button.ImageNormalRight = PictureOf({9, 10}, Qt::blue);
+  const QImage image = button.grab().toImage();
+  const std::pair<QPoint, Qt::GlobalColor> pixels[] = {{{0, 0}, Qt::red},   {{5, 9}, Qt::red},
+                                                       {{6, 0}, Qt::green}, {{40, 11}, Qt::green},
+                                                       {{41, 0}, Qt::blue}, {{49, 9}, Qt::blue}};
+  for (const auto& [at, color] : pixels)
+    EXPECT_EQ(image.pixelColor(at), QColor(color)) << at.x();
+  EXPECT_NE(image.pixelColor(40, 13), QColor(Qt::green)) << "at the height of its picture";
+  button.ExpandImage = PictureOf({1, 1}, Qt::black);
+  button.Expand = true;
+  EXPECT_EQ(button.grab().toImage().pixelColor(45, 19), QColor(Qt::black));
+}
