@@ -65,22 +65,16 @@ constexpr const char* kScrollPictures[kScrollPictureCount] = {
     "ScrollBg",       "ScrollBgBottom", "TrackTop",      "TrackTopHot", "TrackCenter",
     "TrackCenterHot", "TrackBottom",    "TrackBottomHot"};
 
-TPicture Load(TGallerySkin skin, const QString& name) {
-  if (skin == TGallerySkin::None) return {};
-  const QString folder = skin == TGallerySkin::Light ? u"skins/light/"_qs : u"skins/dark/"_qs;
-  return TPicture::FromResource(folder + name);
-}
-
 template <typename Skin, typename Table>
 void SetPictures(Skin& target, const Table& table, TGallerySkin skin) {
   for (const auto& row : table)
-    target.*row.Slot = Load(skin, QLatin1String(row.Name));
+    target.*row.Slot = SkinPicture(skin, QLatin1String(row.Name));
 }
 
 void SetScrollPictures(TRdScrollBarImages& images, const QString& kind, TGallerySkin skin) {
   for (int picture = 0; picture < kScrollPictureCount; ++picture)
     images.SetPicture(static_cast<TScrollPicture>(picture),
-                      Load(skin, kind + QLatin1String(kScrollPictures[picture])));
+                      SkinPicture(skin, kind + QLatin1String(kScrollPictures[picture])));
   images.SetAutoHide(true);
 }
 
@@ -122,13 +116,19 @@ QPalette LightPalette() {
 
 }  // namespace
 
+TPicture SkinPicture(TGallerySkin skin, const QString& name) {
+  if (skin == TGallerySkin::None) return {};
+  const QString folder = skin == TGallerySkin::Light ? u"skins/light/"_qs : u"skins/dark/"_qs;
+  return TPicture::FromResource(folder + name);
+}
+
 void ApplySkin(TRdListView& list, TGallerySkin skin) {
   SetPictures(list.AllSkinItem(), kItemPictures, skin);
   SetPictures(list.AllSkinItem(), kStars, skin == TGallerySkin::None ? TGallerySkin::Light : skin);
   SetPictures(list.AllSkinGroup(), kGroupPictures, skin);
   SetPictures(list.AllSkinHeader(), kHeaderPictures, skin);
-  list.AllSkinHeader().HeaderChecked = Load(skin, u"ItemPic_CheckBox"_qs);
-  list.AllSkinHeader().HeaderUnChecked = Load(skin, u"ItemPic_UnCheckBox"_qs);
+  list.AllSkinHeader().HeaderChecked = SkinPicture(skin, u"ItemPic_CheckBox"_qs);
+  list.AllSkinHeader().HeaderUnChecked = SkinPicture(skin, u"ItemPic_UnCheckBox"_qs);
   SetScrollPictures(list.AllSkinVertScroll(), u"Vert_"_qs, skin);
   SetScrollPictures(list.AllSkinHorzScroll(), u"Horz_"_qs, skin);
   SetColors(list, skin);

@@ -37,7 +37,6 @@ QString NameOf(const TListItem* item) {
 }  // namespace
 
 TGalleryWindow::TGalleryWindow() : FLog(new QPlainTextEdit(this)) {
-  setWindowTitle(u"List gallery"_qs);
   auto* const side = new QVBoxLayout;
   AddSwitches(*side);
   AddCheckList(*side);
@@ -51,7 +50,6 @@ TGalleryWindow::TGalleryWindow() : FLog(new QPlainTextEdit(this)) {
   Record();
   Use(TGallerySkin::Light);
   UseCustomBars(true);
-  resize(1180, 700);
 }
 
 void TGalleryWindow::AddSwitches(QVBoxLayout& side) {
@@ -90,6 +88,7 @@ void TGalleryWindow::Use(TGallerySkin skin) {
   FLooks->setCurrentIndex(static_cast<int>(skin));
   ApplyPalette(skin);
   ApplySkin(List(), skin);
+  if (OnSkin) OnSkin(skin);
 }
 
 void TGalleryWindow::UseCustomBars(bool custom) {

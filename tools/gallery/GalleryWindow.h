@@ -1,10 +1,12 @@
-// The window of the gallery: the list, the switches for its looks, what to try, and what has happened.
+// The list's page of the gallery: the list, the switches for its looks, what to try, and what has happened.
 #pragma once
 
 #include "GalleryList.h"
 #include "GallerySkins.h"
 
 #include <QWidget>
+
+#include <functional>
 
 class QComboBox;
 class QPlainTextEdit;
@@ -13,6 +15,9 @@ class QVBoxLayout;
 class TGalleryWindow : public QWidget {
  public:
   TGalleryWindow();
+
+  // The other pages follow.
+  std::function<void(TGallerySkin)> OnSkin;
 
   [[nodiscard]] TRdListView& List() { return FGallery.List(); }
   void Use(TGallerySkin skin);

@@ -11,6 +11,14 @@ namespace {
 
 constexpr QSize kDefaultSize(23, 23);
 constexpr int kFocusInset = 2;
+constexpr int kDarkShadowStrength = 143;  // of 255: how much of the text's colour it has
+
+// The 3D dark shadow, which most palettes have as black, would not be told from a text that is not disabled.
+QColor DisabledColor(TColor color, const QPalette& palette) {
+  if (color != cl3DDkShadow) return ToQColor(color, palette);
+  return Mixed(palette.color(QPalette::Active, QPalette::Window),
+               palette.color(QPalette::Active, QPalette::WindowText), kDarkShadowStrength);
+}
 
 void TellState(QWidget* button, void (*mark)(QAccessible::State&)) {
   if (!QAccessible::isActive()) return;
@@ -275,7 +283,7 @@ QColor TCustomImageButton::TextColor(const QRect& text) const {
   const bool disabled = FMood.State == TImageButtonState::Disabled;
   QColor color;
   if (disabled)
-    color = ToQColor(FLook.DisabledFontColor, palette());
+    color = DisabledColor(FLook.DisabledFontColor, palette());
   else if (FMood.Over)
     color = ToQColor(FLook.FontHoverColor, palette());
   if (!color.isValid()) color = palette().color(foregroundRole());
@@ -297,6 +305,7 @@ void TCustomImageButton::paintEvent(QPaintEvent*) {
   if (!hasFocus()) return;
   QStyleOptionFocusRect focus;
   focus.initFrom(this);
+  focus.state |= QStyle::State_KeyboardFocusChange;  // nothing else brings the focus here
   focus.rect.adjust(kFocusInset, kFocusInset, -kFocusInset, -kFocusInset);
   style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
 }

@@ -81,6 +81,11 @@ void TRdFoldPanel::SetButtonHeight(int height) {
   setContentsMargins(0, height, 0, 0);
 }
 
+void TRdFoldPanel::SetParentHeight(int height) {
+  FParentHeight = height;
+  if (dynamic_cast<TRdFoldPanel*>(parentWidget()) != nullptr) FTaken = parentWidget()->height() - height;
+}
+
 void TRdFoldPanel::HeaderClick() {
   if (FCanExpand) {
     if (FIsOpen) {
@@ -158,9 +163,8 @@ void TRdFoldPanel::SetPanelHeight(int height) {
 int TRdFoldPanel::FullHeight() const {
   int height = FMaxHeight;
   for (QObject* const child : children())
-    if (const auto* const panel = dynamic_cast<TRdFoldPanel*>(child);
-        panel != nullptr && panel->FParentHeight != 0)
-      height += panel->FullHeight() - panel->FStartHeight;
+    if (const auto* const panel = dynamic_cast<TRdFoldPanel*>(child); panel != nullptr)
+      height += panel->FTaken;
   return height;
 }
 
@@ -214,20 +218,20 @@ void TRdFoldPanel::PlaceSiblings(int growth) {
 }
 
 // Likewise for the height of the parent that they share. No parent but a fold panel is made to grow, but any
-// gets back a ParentHeight. A folded one has its height when it opens.
+// gets back a ParentHeight. A folded one takes its new height when it opens.
 void TRdFoldPanel::PlaceParent(int growth) {
+  if (parentWidget() == nullptr || (growth == 0 && FParentHeight == 0)) return;
   auto* const parent = dynamic_cast<TRdFoldPanel*>(parentWidget());
-  if (parent != nullptr && FParentHeight == 0 && growth != 0) FParentHeight = parent->height();
-  if (FParentHeight == 0 || parentWidget() == nullptr) return;
   if (parent == nullptr) {
     if (growth == 0) parentWidget()->resize(parentWidget()->width(), FParentHeight);
     return;
   }
-  if (parent->FFolded) return;
-  const int by = FParentHeight + growth - parent->height();
+  if (FParentHeight == 0) FParentHeight = parent->FFolded ? parent->FullHeight() : parent->height();
+  const int by = growth - FTaken;
+  FTaken = growth;
   for (TRdFoldPanel* const sibling : Siblings())
     if (sibling->FParentHeight != 0) sibling->FParentHeight += by;
-  parent->FollowContent(parent->height() + by);
+  if (!parent->FFolded) parent->FollowContent(parent->height() + by);
 }
 
 void TRdFoldPanel::FollowContent(int height) {

@@ -81,7 +81,7 @@ class TRdFoldPanel : public TRdImagePanel {
   [[nodiscard]] int OldHeight() const { return FOldHeight; }
   // What closing gives the parent back, 0 for no change.
   [[nodiscard]] int ParentHeight() const { return FParentHeight; }
-  void SetParentHeight(int height) { FParentHeight = height; }
+  void SetParentHeight(int height);
 
   // Milliseconds that a gradual opening would take, and the pixels of each of its ticks. Told for those who
   // draw one; the panel itself goes all the way in one.
@@ -130,6 +130,7 @@ class TRdFoldPanel : public TRdImagePanel {
   int FMinHeight;
   int FOldHeight = 0;
   int FParentHeight = 0;
+  int FTaken = 0;        // how much a parent that is a fold panel has grown for this one
   int FStartHeight = 0;  // before it began to grow
   int FExpandTime = 200;
   int FExpandStep = 0;

@@ -94,22 +94,31 @@ TEST_F(FoldPanelTest, PanelsBelowMoveAndComeBackInAnyOrder) {
 }
 
 TEST_F(FoldPanelTest, AFoldPanelGrowsWithTheOneOnIt) {
-  auto* const inner = new TRdFoldPanel(Panels[0]);
-  inner->OnOpened = inner->OnClosed = [this] { Told += u"ii"_qs; };
-  inner->move(0, 30);
-  inner->SetIsOpen(false);
-  Settle(2);
+  std::vector<TRdFoldPanel*> inner;
+  for (const int y : {30, 60}) {
+    inner.push_back(new TRdFoldPanel(Panels[0]));
+    inner.back()->OnOpened = inner.back()->OnClosed = [this] { Told += u"ii"_qs; };
+    inner.back()->move(0, y);
+    inner.back()->SetIsOpen(false);
+  }
+  Settle(4);
+  const auto clickInner = [&](std::size_t i) {
+    const auto told = static_cast<int>(Told.size());
+    inner[i]->Header().Click();
+    Settle(told + 2);
+  };
+  clickInner(0);  // while the outer one is closed
   Click(0);
-  inner->Header().Click();
-  EXPECT_EQ(Panels[0]->height(), kOpen + 75) << "at once";
+  EXPECT_EQ(Panels[0]->height(), kOpen + 75);
+  inner[1]->Header().Click();
+  EXPECT_EQ(Panels[0]->height(), kOpen + 150) << "at once";
   Settle(static_cast<int>(Told.size()) + 2);
-  EXPECT_EQ(inner->ParentHeight(), kOpen);
-  EXPECT_EQ(Panels[1]->y(), kOpen + 75);
+  EXPECT_EQ(inner[1]->ParentHeight(), kOpen + 75);
+  EXPECT_EQ(Panels[1]->y(), kOpen + 150);
   Click(0);
   Click(0);
-  EXPECT_EQ(Panels[0]->height(), kOpen + 75) << "opened again with the open one";
-  inner->Header().Click();
-  Settle(static_cast<int>(Told.size()) + 2);
+  EXPECT_EQ(Panels[0]->height(), kOpen + 150) << "opened again with the open ones";
+  clickInner(0);  // takes the one below along
   EXPECT_EQ(Panels[0]->height(), kOpen);
   EXPECT_EQ(Panels[1]->y(), kOpen);
 }
