@@ -108,7 +108,7 @@ TButtonMood TCustomImageButton::Mood() const {
 }
 
 QRect TCustomImageButton::ShownIconRect() const {
-  return IconRect(FLook, IconOf(FLook, FMood.IconState).Size(), size());
+  return IconRect(FLook, IconSourceOf(FLook, FMood.IconState).Size(), size());
 }
 
 void TCustomImageButton::SetState(TImageButtonState state) {
@@ -121,7 +121,7 @@ void TCustomImageButton::SetState(TImageButtonState state) {
 void TCustomImageButton::SetIconState(TButtonIconState state) {
   if (state == FMood.IconState) return;
   FMood.IconState = state;
-  if (!IconOf(FLook, state).Empty()) Repaint();
+  if (!IconSourceOf(FLook, state).Empty()) Repaint();
 }
 
 // A disabled icon stays so, and a pressed one until the release.
