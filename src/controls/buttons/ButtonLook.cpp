@@ -91,7 +91,8 @@ const TPicture& IconSourceOf(const TButtonLook& look, TButtonIconState state) {
 TPicture IconOf(const TButtonLook& look, TButtonIconState state) {
   const TPicture& icon = IconSourceOf(look, state);
   const TButtonIcons& own = look.Expand ? look.Up : look.Dn;
-  return state == TButtonIconState::Disabled && own.Disable.Empty() ? GrayPicture(icon) : icon;
+  const bool gray = state == TButtonIconState::Disabled && look.GrayIcon && own.Disable.Empty();
+  return gray ? GrayPicture(icon) : icon;
 }
 
 QRect IconRect(const TButtonLook& look, QSize icon, QSize button) {

@@ -61,6 +61,7 @@ struct TButtonLook {
   TButtonIcons Up;  // of an expanded button
   TButtonIcons Dn;  // of a collapsed one
   bool IconVisible = true;
+  bool GrayIcon = true;  // a disabled button without an icon for it shows the normal one in grey
   TButtonAlign IconAlign = TButtonAlign::Right;
   int IconOffset = 10;
 
@@ -112,8 +113,8 @@ struct TShownSlices {
 [[nodiscard]] TShownSlices SlicesOf(const TSlicedPictures& pictures, const TButtonLook& look,
                                     const TButtonMood& mood);
 
-// The icon of the state. A missing one is the normal one of its set, in grey for the disabled state, or of
-// the other set. Empty if there is none at all or icons are not visible.
+// The icon of the state. A missing one is the normal one of its set or of the other set, for the disabled
+// state in grey. Empty if there is none at all or icons are not visible.
 [[nodiscard]] TPicture IconOf(const TButtonLook& look, TButtonIconState state);
 // The picture that the icon is made from.
 [[nodiscard]] const TPicture& IconSourceOf(const TButtonLook& look, TButtonIconState state);

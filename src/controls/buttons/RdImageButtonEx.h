@@ -1,4 +1,5 @@
-// The older form of the image button: left, middle and right pictures for each state. Main thread.
+// The older form of the image button: left, middle and right pictures for each state. It has no icon for the
+// disabled one. Main thread.
 #pragma once
 
 #include "controls/buttons/CustomImageButton.h"
@@ -7,7 +8,9 @@ class TRdImageButtonEx : public TCustomImageButton {
   TSlicedPictures FPictures;
 
  public:
-  explicit TRdImageButtonEx(QWidget* parent = nullptr) : TCustomImageButton(parent) {}
+  explicit TRdImageButtonEx(QWidget* parent = nullptr) : TCustomImageButton(parent) {
+    FLook.GrayIcon = false;
+  }
 
   TButtonPicture ImageNormalMiddle{*this, FPictures.Normal.Middle};
   TButtonPicture ImageNormalLeft{*this, FPictures.Normal.Left};
