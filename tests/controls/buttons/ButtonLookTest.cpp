@@ -58,15 +58,16 @@ TEST(ButtonPictures, TheIconIsOfTheFoldAndTheState) {
   TButtonLook look;
   look.Up = {Wide(1), Wide(2), Wide(3), Wide(4)};
   look.Dn = {Wide(5), {}, Wide(7), {}};
-  const struct {
-    TIcon State;
-    int Up, Dn;
-  } cases[] = {{TIcon::Normal, 1, 5}, {TIcon::Down, 2, 5}, {TIcon::Hover, 3, 7}, {TIcon::Disabled, 4, 5}};
-  for (const auto& row : cases) {
+  const std::pair<TIcon, int> cases[] = {// of the expanded and of the collapsed, a digit each
+                                         {TIcon::Normal, 15},
+                                         {TIcon::Down, 25},
+                                         {TIcon::Hover, 37},
+                                         {TIcon::Disabled, 45}};
+  for (const auto& [state, icons] : cases) {
     look.Expand = true;
-    EXPECT_EQ(WidthOf(IconOf(look, row.State)), row.Up);
+    const int expanded = WidthOf(IconOf(look, state));
     look.Expand = false;
-    EXPECT_EQ(WidthOf(IconOf(look, row.State)), row.Dn);
+    EXPECT_EQ(10 * expanded + WidthOf(IconOf(look, state)), icons);
   }
   // Only the one that is made up for loses its colour: 77 of 256 of pure red.
   EXPECT_EQ(IconOf(look, TIcon::Disabled).ImageFor(1).pixelColor(0, 0), QColor(76, 76, 76));

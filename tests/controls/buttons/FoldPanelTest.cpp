@@ -78,6 +78,7 @@ TEST_F(FoldPanelTest, PanelsBelowMoveAndComeBackInAnyOrder) {
   EXPECT_EQ(Tops(), (TTops{0, 100, 125})) << "the lower one was opened first and closed first";
   Panels[0]->SetIsOpen(true);
   Settle(1);
+  EXPECT_EQ(Tops(), (TTops{0, 100, 125})) << "it was open";
   Click(*Panels[0]);
   EXPECT_EQ(Tops(), closed);
 }
