@@ -106,7 +106,7 @@ TEST(Art, EveryDrawingIsEmbeddedAtBothSizes) {
 
 TEST(Art, NoPictureOutlivesItsDrawing) {
   const auto pictures = ExpectedPictures();
-  for (QString name : QDir(u":/art"_qs).entryList()) {
+  for (QString name : QDir(u":/art"_qs).entryList(QDir::Files)) {
     name.remove(u".png"_qs).remove(u"@2x"_qs);
     EXPECT_TRUE(pictures.contains(name)) << name.toStdString();
   }
@@ -178,5 +178,25 @@ TEST_P(ProgressPieces, CapsAreRoundAndJoinTheMiddle) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, ProgressPieces, ::testing::Values("bg|", "fg|", "bg|@2x", "fg|@2x"));
+
+// What is drawn in the place of another has its size, in both skins and at both densities.
+TEST(SampleSkins, AreAlikeAndWhole) {
+  const QStringList names = QDir(u":/art/skins/light"_qs).entryList({u"*.png"_qs});
+  EXPECT_EQ(names, QDir(u":/art/skins/dark"_qs).entryList({u"*.png"_qs}));
+  ASSERT_GT(names.size(), 80);
+  for (const QString& file : names) {
+    if (file.contains(u'@')) continue;
+    const QString name = file.chopped(4);
+    const QSize size = QImage(u":/art/skins/light/"_qs + file).size();
+    EXPECT_EQ(QImage(u":/art/skins/dark/"_qs + file).size(), size) << name.toStdString();
+    for (const QString& skin : {u"light"_qs, u"dark"_qs})
+      EXPECT_EQ(QImage(u":/art/skins/%1/%2@2x.png"_qs.arg(skin, name)).size(), 2 * size)
+          << name.toStdString();
+    const int thickness = name.startsWith(u"Vert_"_qs)   ? size.width()
+                          : name.startsWith(u"Horz_"_qs) ? size.height()
+                                                         : 14;
+    EXPECT_EQ(thickness, 14) << name.toStdString();
+  }
+}
 
 }  // namespace

@@ -35,6 +35,8 @@ class THeaderInput {
   void Cancel() { FDownColumn = FTrackedColumn = -1; }
 
   [[nodiscard]] int HotColumn() const { return FHotColumn; }
+  // The section that the button went down on.
+  [[nodiscard]] int DownColumn() const { return FDownColumn; }
   // The section that looks pressed; -1 while the mouse is away from it.
   [[nodiscard]] int PressedColumn() const { return FHotColumn == FDownColumn ? FDownColumn : -1; }
   [[nodiscard]] bool Tracking() const { return FTrackedColumn >= 0; }
@@ -57,6 +59,7 @@ class THeaderBar : public QWidget, private THeaderInputHost {
   explicit THeaderBar(TRowHost& host);
 
   [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] const THeaderInput& Input() const { return FInput; }
   // The columns are not the ones that the mouse has held or touched.
   void ColumnsChanged();
 

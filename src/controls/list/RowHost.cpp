@@ -238,6 +238,10 @@ void TRowHost::PlaceHeader() {
   FHeader->setGeometry(rows.left(), rows.top() - height, rows.width() + beside, height);
 }
 
+const THeaderInput& TRowHost::HeaderInput() const {
+  return FHeader->Input();
+}
+
 QWidget& TRowHost::Header() const {
   return *FHeader;
 }

@@ -15,6 +15,7 @@
 
 class QMouseEvent;
 class THeaderBar;
+class THeaderInput;
 class TListColumns;
 class TRowSource;
 
@@ -89,6 +90,8 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   // Client area, scroll ranges and header are up to date again.
   virtual void Arranged() {}
   [[nodiscard]] QWidget& Header() const;
+  // What the mouse is at on the header.
+  [[nodiscard]] const THeaderInput& HeaderInput() const;
 
   // Lays header, client area and scroll ranges out at once.
   void Arrange();

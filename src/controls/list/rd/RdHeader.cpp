@@ -1,5 +1,6 @@
 #include "controls/list/rd/RdHeader.h"
 
+#include "controls/list/HeaderBar.h"
 #include "controls/list/rd/RdListView.h"
 #include "controls/picture/ImageList.h"
 
@@ -37,18 +38,28 @@ TRdHeaderSection TRdHeader::Section(int column, const QRect& rect) const {
   return section;
 }
 
+TRdHeaderState TRdHeader::State() const {
+  const THeaderInput& mouse = FList.HeaderInput();
+  TRdHeaderState state = FState;
+  state.HeaderHotColumn = mouse.HotColumn();
+  state.HeaderDownColumn = mouse.DownColumn();
+  state.HeaderPressed = mouse.PressedColumn() >= 0;
+  state.HeaderTracking = mouse.Tracking();
+  return state;
+}
+
 TPartState TRdHeader::StateOf(int column) const {
-  if (!FList.Options().ColumnClick || FState.HeaderTracking) return TPartState::Normal;
-  if (FState.HeaderPressed && column == FState.HeaderDownColumn && column == FState.HeaderHotColumn)
-    return TPartState::Pressed;
-  return column == FState.HeaderHotColumn ? TPartState::Hot : TPartState::Normal;
+  const THeaderInput& mouse = FList.HeaderInput();
+  if (mouse.Tracking()) return TPartState::Normal;
+  if (column == mouse.PressedColumn()) return TPartState::Pressed;
+  return column == mouse.HotColumn() ? TPartState::Hot : TPartState::Normal;
 }
 
 // The application is not asked while the mouse is on the section; its last word holds.
 int TRdHeader::ArrowOf(int column) {
   const TkListColumn* const sorted = SortColumn();
   if (sorted == nullptr || sorted != &FList.Columns()[column]) return -1;
-  if (FState.HeaderHotColumn != column || !FList.OnDrawSortColumnIcon) AskArrow(column);
+  if (FList.HeaderInput().HotColumn() != column || !FList.OnDrawSortColumnIcon) AskArrow(column);
   return FArrow;
 }
 
@@ -79,59 +90,31 @@ QRect TRdHeader::CheckBoxRect(const QSize& header) const {
 
 bool TRdHeader::Mouse(const QMouseEvent& event, const QSize& header, bool atDivider) {
   if (FList.Columns().Count() == 0) return false;
-  const QPoint pos = event.position().toPoint();
   const bool left = event.button() == Qt::LeftButton;
   switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-      if (left) Press(pos, header, atDivider);
+      if (left)
+        FState.HeaderBoxPressed = !atDivider && CheckBoxRect(header).contains(event.position().toPoint());
       return left && FState.HeaderBoxPressed;
     case QEvent::MouseButtonRelease:
-      if (left) Release(pos, header);
+      if (left) Release(event.position().toPoint(), header);
       return false;
     default:
-      if (!event.buttons().testFlag(Qt::LeftButton)) LosePress();
-      FState.HeaderTracking = atDivider && event.buttons().testFlag(Qt::LeftButton);
-      if (FState.HeaderTracking) return false;
-      FState.HeaderHotColumn =
-          !atDivider && QRect(QPoint(), header).contains(pos) ? FList.Layout().ColumnAt(pos.x()) : -1;
+      // Without a button no press is held, whatever became of its release.
+      if (!event.buttons().testFlag(Qt::LeftButton)) FState.HeaderBoxPressed = false;
       return false;
   }
 }
 
-// Without a button no press is held, whatever became of its release.
-void TRdHeader::LosePress() {
-  FState.HeaderDownColumn = -1;
-  FState.HeaderPressed = false;
-  FState.HeaderBoxPressed = false;
-}
-
-void TRdHeader::Press(const QPoint& pos, const QSize& header, bool atDivider) {
-  FState.HeaderBoxPressed = !atDivider && CheckBoxRect(header).contains(pos);
-  FState.HeaderTracking = atDivider;
-  FState.HeaderDownColumn = atDivider ? -1 : FList.Layout().ColumnAt(pos.x());
-  FState.HeaderHotColumn = FState.HeaderDownColumn;
-  FState.HeaderPressed = FState.HeaderDownColumn >= 0 && !FState.HeaderBoxPressed;
-}
-
 void TRdHeader::Release(const QPoint& pos, const QSize& header) {
-  FState.HeaderTracking = false;
-  FState.HeaderPressed = false;
-  const int down = std::exchange(FState.HeaderDownColumn, -1);
   const bool inBox = CheckBoxRect(header).contains(pos);
   if (std::exchange(FState.HeaderBoxPressed, false)) {
     if (inBox) ToggleCheckAll();
     return;
   }
-  const bool clicked = down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
-  FReleasedInBox = clicked && inBox && FList.Options().ColumnClick;
-  if (clicked && !inBox && !FList.Options().ColumnClick) FState.SortColumn = nullptr;
-}
-
-void TRdHeader::Leave() {
-  FState.HeaderHotColumn = -1;
-  FState.HeaderDownColumn = -1;
-  FState.HeaderPressed = false;
+  const int down = FList.HeaderInput().DownColumn();
+  FReleasedInBox = inBox && down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
 }
 
 bool TRdHeader::SortByClick(int column) {

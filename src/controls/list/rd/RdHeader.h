@@ -17,14 +17,14 @@ class TRdHeader {
  public:
   explicit TRdHeader(TRdListView& list) : FList(list) {}
 
-  [[nodiscard]] const TRdHeaderState& State() const { return FState; }
+  // The header's mouse is that of every list; what it is at there comes with the state.
+  [[nodiscard]] TRdHeaderState State() const;
   void Reset() { FState = {}; }
 
   void Paint(QPainter& painter, QWidget& header);
 
   // True for what the header itself must not see: the press on the check box.
   bool Mouse(const QMouseEvent& event, const QSize& header, bool atDivider);
-  void Leave();
 
   // A click on a section, before OnColumnClick, false if the list is gone: the sort goes to this column, to
   // up, then to down and so on; a column that does not sort by clicks takes the mark away.
@@ -42,8 +42,6 @@ class TRdHeader {
   [[nodiscard]] TPartState StateOf(int column) const;
   [[nodiscard]] int ArrowOf(int column);
   void AskArrow(int column);
-  void LosePress();
-  void Press(const QPoint& pos, const QSize& header, bool atDivider);
   void Release(const QPoint& pos, const QSize& header);
 
   TRdListView& FList;

@@ -38,7 +38,7 @@ struct TRdEditState {
   bool EditStarted = false;        // or by its release
 };
 
-// Kept by TRdHeader.
+// Kept by TRdHeader, and by the header that all lists have.
 struct TRdHeaderState {
   int HeaderHotColumn = -1;
   int HeaderDownColumn = -1;

@@ -438,15 +438,8 @@ bool TRdListView::HeaderMouse(const QMouseEvent& event, bool atDivider) {
   const bool press = event.type() == QEvent::MouseButtonPress || event.type() == QEvent::MouseButtonDblClick;
   if (press) CloseEditors();
   if (scope.ListGone()) return true;
-  const bool dragged = FHeaderPart.State().HeaderTracking;
   const bool taken = FHeaderPart.Mouse(event, Header().size(), atDivider);
-  if (scope.ListGone()) return true;
-  if (dragged != FHeaderPart.State().HeaderTracking) viewport()->update();
-  return taken;
-}
-
-void TRdListView::HeaderLeft() {
-  FHeaderPart.Leave();
+  return taken || scope.ListGone();
 }
 
 void TRdListView::HeaderClicked(int column) {

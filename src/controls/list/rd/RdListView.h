@@ -21,8 +21,8 @@
 #include "controls/list/rd/editors/RdEditors.h"
 #include "controls/list/rd/input/RdCellKeys.h"
 #include "controls/list/rd/input/RdCellMouse.h"
-#include "controls/list/rd/painter/RdHeaderPainter.h"
 #include "controls/list/rd/model/RdListModel.h"
+#include "controls/list/rd/painter/RdHeaderPainter.h"
 #include "controls/list/rd/skin/RdSkins.h"
 
 #include <memory>
@@ -119,7 +119,6 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void PaintRows(QPainter& painter, const QRegion& region) override;
   bool PaintHeader(QPainter& painter, QWidget& header) override;
   bool HeaderMouse(const QMouseEvent& event, bool atDivider) override;
-  void HeaderLeft() override;
   [[nodiscard]] bool HeaderFitsColumns() const override { return false; }
   void HeaderClicked(int column) override;
   void ColumnCountChanged() override;

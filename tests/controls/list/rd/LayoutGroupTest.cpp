@@ -120,14 +120,4 @@ TEST(LayoutHeader, PartsOfASection) {
   EXPECT_TRUE(LayoutRdHeader(section, {false, true, {}, {}}, skin).CheckBox.isNull());
 }
 
-TEST(LayoutHeader, ArrowStandsAtTheRightWhereItFits) {
-  const TListSkin skin;
-  const auto arrowIn = [&](int width) {
-    return LayoutRdHeader({100, 0, width, 25}, {false, false, {16, 16}, {}}, skin).Arrow;
-  };
-  EXPECT_EQ(arrowIn(120), QRect(204, 4, 16, 16));
-  EXPECT_EQ(arrowIn(16), QRect(100, 4, 16, 16));
-  EXPECT_TRUE(arrowIn(15).isNull());
-}
-
 }  // namespace

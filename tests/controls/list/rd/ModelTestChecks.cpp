@@ -104,9 +104,12 @@ TEST_F(RdChecks, AHandlerMayDeleteTheRowsThatAreBeingChecked) {
 TEST_F(RdChecks, EveryMemberFollowsTheHeaderRowThoughHandlersDeleteEarlierOnes) {
   List.OnItemChecked = [this](TkListItem& item) {
     if (item.Caption() == u"b") Row(u"a"_qs).Delete();
+    if (item.Caption() == u"b") Row(u"e"_qs).SetGroupID(1);
   };
+  List.Add(u"e"_qs, 0);
   List.Items[0]->SetChecked(true);
   EXPECT_EQ(List.Having(kRowChecked), u"Groupbc");
+  Row(u"e"_qs).Delete();
   List.OnItemChecked = [this](TkListItem& item) {
     if (item.IsGroupHeader()) List.Model.Groups().Clear();
   };

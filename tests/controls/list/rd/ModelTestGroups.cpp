@@ -83,7 +83,9 @@ TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
   List.Items[1]->SetGroupID(3);
   EXPECT_EQ(List.Items[1]->Group(), nullptr);
   EXPECT_EQ(List.Group(0).Items().Count(), 1);
+  List.Add(u"c"_qs, 3)->Delete();
   List.AddGroups(1);
+  EXPECT_EQ(List.Group(3).Items().Count(), 1);
   EXPECT_EQ(List.Captions(), u"[0]b[3]a");
 }
 
@@ -116,8 +118,12 @@ TEST_F(RdGroups, AHandlerMayDeleteTheGroupThatItIsAskedAbout) {
   List.OnGroupShowHide = nullptr;
   for (const int row : {0, 1})
     List.Items[row]->SetGroupID(0);
-  List.OnState = [&](int, unsigned) { List.Model.Groups().Clear(); };
+  List.OnState = [&](int, unsigned) { List.Group(0).SetGroupExpand(true); };
   List.Group(0).SetGroupExpand(false);  // a is deselected
+  EXPECT_EQ(List.Captions(), u"[0]ab");
+  List.Items[1]->SetSelected(true);
+  List.OnState = [&](int, unsigned) { List.Model.Groups().Clear(); };
+  List.Group(0).SetGroupExpand(false);
   EXPECT_EQ(List.Captions(), u"ab");
   EXPECT_EQ(List.States.Count(), 2);
 }

@@ -1,8 +1,6 @@
-// The published skins: what setting a property does besides storing it, and the pictures of the samples.
+// The published skins: what setting a property does besides storing it.
 
 #include "controls/list/rd/skin/RdSkins.h"
-
-#include <QDir>
 
 #include "PaintSurface.h"
 
@@ -82,26 +80,6 @@ TEST_F(Skins, DisabledButtonIsTheNormalOneInGray) {
   const int light = (28 * 40 + 151 * 100 + 77 * 200) / 256;
   EXPECT_EQ(gray, QColor(light, light, light));
   EXPECT_EQ(Values.Item.ButtonGrayImage.Size(), QSize(5, 5));
-}
-
-// What is drawn in the place of another has its size, in both skins and at both densities.
-TEST(SampleSkins, AreAlikeAndWhole) {
-  const QStringList names = QDir(u":/art/skins/light"_qs).entryList({u"*.png"_qs});
-  EXPECT_EQ(names, QDir(u":/art/skins/dark"_qs).entryList({u"*.png"_qs}));
-  ASSERT_GT(names.size(), 80);
-  for (const QString& file : names) {
-    if (file.contains(u'@')) continue;
-    const QString name = file.chopped(4);
-    const QSize size = QImage(u":/art/skins/light/"_qs + file).size();
-    EXPECT_EQ(QImage(u":/art/skins/dark/"_qs + file).size(), size) << name.toStdString();
-    for (const QString& skin : {u"light"_qs, u"dark"_qs})
-      EXPECT_EQ(QImage(u":/art/skins/%1/%2@2x.png"_qs.arg(skin, name)).size(), 2 * size)
-          << name.toStdString();
-    const int thickness = name.startsWith(u"Vert_"_qs)   ? size.width()
-                          : name.startsWith(u"Horz_"_qs) ? size.height()
-                                                         : 14;
-    EXPECT_EQ(thickness, 14) << name.toStdString();
-  }
 }
 
 }  // namespace

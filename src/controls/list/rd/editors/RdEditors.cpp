@@ -54,11 +54,14 @@ void TRdEditors::Guarded(Step step) {
 }
 
 bool TRdEditors::Open(TkListItem& item, int column, std::optional<QPoint> pos, bool bothButtons) {
+  if (FExiting) return false;
   const TEventScope scope(FList.EventLife());
+  FList.CloseEditors();
+  if (scope.ListGone()) return true;
   if (!pos && item.Index() >= 0) FList.MakeRowVisible(item.Index(), false);
   if (scope.ListGone()) return true;
   const int row = item.Index();
-  if (row < 0 || column < 0 || column >= FList.Columns().Count()) return false;
+  if (row < 0 || item.IsGroupHeader() || column < 0 || column >= FList.Columns().Count()) return false;
   const TRdCellReader reader(FList);
   const TRdCell cell = reader.Cell(item, row, column);
   if (cell.Type != ltEdit && cell.Type != ltComboBox) return false;

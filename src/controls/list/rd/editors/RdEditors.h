@@ -21,7 +21,8 @@ class TRdEditors {
   [[nodiscard]] const TRdEditState& State() const { return FState; }
 
   // Opens the editor of an edit or combo box cell, if the point is in its band or there is none. The row
-  // becomes the selected and focused one. False leaves all editors hidden.
+  // becomes the selected and focused one. False leaves all editors hidden; so it does while one is being
+  // left.
   bool Open(TkListItem& item, int column, std::optional<QPoint> pos, bool bothButtons);
   // By the release of a click.
   void OpenAtRelease(TkListItem& item, int column, const QPoint& pos);

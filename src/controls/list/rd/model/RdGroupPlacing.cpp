@@ -196,6 +196,7 @@ void TkGroupPlacing::GroupDrawChanged() {
       Expand(*group, true);
     }
   }
+  FModel.Items().Tell();
 }
 
 // Rows of the group that lie before its header row or behind its last row come to the edge.

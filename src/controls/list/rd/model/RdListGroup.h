@@ -116,7 +116,6 @@ class TkListGroup {
   friend class TkListItems;
   friend class TkGroupPlacing;
   friend class TkCheckBook;
-  friend class TkListModel;
   template <typename T>
   void Set(T& field, const T& value) {
     if (field == value) return;

@@ -384,7 +384,7 @@ void TkListItems::SortRows(const TCompare& asked, const TOrder& sortShown) {
   for (auto& [group, rows] : hidden) {
     if (!group->Gone()) group->FHiddenItems.Restamp(rows);
   }
+  FNumbers.Settle();  // so that the places are all that the rows have of their numbers
   SetOrder(shown);
-  FNumbers.RenumberAll();
   FGroupOrder.AllChanged();
 }

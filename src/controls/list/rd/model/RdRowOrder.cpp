@@ -132,17 +132,18 @@ bool TkGroupOrder::Ordered(int first, int last) const {
 
 void TkGroupOrder::Changed(int first, int last) {
   const int end = static_cast<int>(FRows.size()) - 1;
-  FOrdered = FOrdered && Ordered(std::max(0, first - 1), std::min(end, last + 1));
+  if (FOrdered.value_or(false)) FOrdered = Ordered(std::max(0, first - 1), std::min(end, last + 1));
 }
 
-void TkGroupOrder::AllChanged() {
-  FOrdered = std::is_sorted(FRows.begin(), FRows.end(), Before);
+bool TkGroupOrder::AllOrdered() const {
+  if (!FOrdered) FOrdered = std::is_sorted(FRows.begin(), FRows.end(), Before);
+  return *FOrdered;
 }
 
 int TkGroupOrder::LastOf(int groupID) const {
   const auto inGroup = [groupID](const TListItem* row) { return GroupOf(row) == groupID; };
   const auto notAfter = [groupID](const TListItem* row) { return Rank(GroupOf(row)) <= Rank(groupID); };
-  if (FOrdered) {
+  if (AllOrdered()) {
     const auto end = std::partition_point(FRows.begin(), FRows.end(), notAfter);
     return static_cast<int>(end - FRows.begin()) - 1;
   }
@@ -154,8 +155,9 @@ int TkGroupOrder::LastOf(int groupID) const {
 int TkGroupOrder::FirstOf(int groupID) const {
   const auto before = [groupID](const TListItem* row) { return Rank(GroupOf(row)) < Rank(groupID); };
   const auto inGroup = [groupID](const TListItem* row) { return GroupOf(row) == groupID; };
-  const auto from = FOrdered ? std::partition_point(FRows.begin(), FRows.end(), before) : FRows.begin();
-  const auto found = FOrdered && (from == FRows.end() || !inGroup(*from))
+  const bool ordered = AllOrdered();
+  const auto from = ordered ? std::partition_point(FRows.begin(), FRows.end(), before) : FRows.begin();
+  const auto found = ordered && (from == FRows.end() || !inGroup(*from))
                          ? FRows.end()
                          : std::find_if(from, FRows.end(), inGroup);
   return found == FRows.end() ? -1 : static_cast<int>(found - FRows.begin());

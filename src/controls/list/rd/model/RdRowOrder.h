@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 class TListItem;
@@ -47,7 +48,7 @@ class TkGroupOrder {
 
   // Rows first to last are new in their places, or have other groups now; or all are.
   void Changed(int first, int last);
-  void AllChanged();
+  void AllChanged() { FOrdered.reset(); }
 
   // The last row of the group. If it has none, the last row of what comes before it; -1 if nothing does.
   [[nodiscard]] int LastOf(int groupID) const;
@@ -56,7 +57,8 @@ class TkGroupOrder {
 
  private:
   [[nodiscard]] bool Ordered(int first, int last) const;
+  [[nodiscard]] bool AllOrdered() const;
 
   const std::vector<TListItem*>& FRows;
-  bool FOrdered = true;
+  mutable std::optional<bool> FOrdered = true;  // unknown after a change of all, until somebody asks
 };
