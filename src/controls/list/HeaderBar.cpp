@@ -93,43 +93,7 @@ void THeaderPainter::PaintRest(const QRect& rect) {
 
 }  // namespace
 
-int THeaderInput::DividerAt(int x) const {
-  const int column = FHost.HeaderLayout().DividerAt(x, kDividerReach);
-  return column >= 0 && FHost.HeaderColumns()[column].Resizable() ? column : -1;
-}
-
-void THeaderInput::Press(int x, bool second) {
-  const int divider = DividerAt(x);
-  if (divider >= 0 && second) {
-    FHost.FitColumnToContents(divider);
-  } else if (divider >= 0) {
-    FTrackedColumn = divider;
-    FTrackStart = x;
-    FTrackWidth = FHost.HeaderColumns()[divider].Width();
-  } else if (FHost.Clickable()) {
-    FDownColumn = FHotColumn = FHost.HeaderLayout().ColumnAt(x);
-  }
-}
-
-void THeaderInput::Move(int x) {
-  if (FTrackedColumn >= 0 && FTrackedColumn < FHost.HeaderColumns().Count())
-    FHost.HeaderColumns()[FTrackedColumn].SetWidth(FTrackWidth + x - FTrackStart);
-  if (Tracking()) return;
-  const bool hot = FHost.Clickable() && (FDownColumn >= 0 || DividerAt(x) < 0);
-  FHotColumn = hot ? FHost.HeaderLayout().ColumnAt(x) : -1;
-}
-
-void THeaderInput::Release(int x) {
-  FTrackedColumn = -1;
-  const int down = std::exchange(FDownColumn, -1);
-  if (down >= 0 && FHost.HeaderLayout().ColumnAt(x) == down) FHost.ColumnClicked(down);
-}
-
-void THeaderInput::Leave() {
-  FHotColumn = -1;
-}
-
-THeaderBar::THeaderBar(TRowHost& host) : QWidget(&host), FHost(host), FInput(*this) {
+THeaderBar::THeaderBar(TRowHost& host) : QWidget(&host), FHost(host) {
   setMouseTracking(true);
   setFocusPolicy(Qt::NoFocus);
 }
@@ -143,15 +107,14 @@ void THeaderBar::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (FHost.PaintHeader(painter, *this)) return;
   THeaderPainter header(painter, *this, FHost.SmallImages());
-  const TListLayout layout = HeaderLayout();
-  const TListColumns& columns = HeaderColumns();
+  const TListLayout layout = FHost.Layout();
+  const TListColumns& columns = Columns();
   int right = 0;
   for (int column = 0; column < columns.Count(); ++column) {
     const QRect section = layout.SectionRect(column, height());
     right = section.right() + 1;
     if (right <= 0 || section.left() >= width() || section.width() <= 0) continue;
-    header.PaintSection(section, columns[column], columns.Count(),
-                        {FInput.HotColumn(), FInput.PressedColumn()});
+    header.PaintSection(section, columns[column], columns.Count(), {HotColumn(), PressedColumn()});
   }
   if (right < width()) header.PaintRest({right, 0, width() - right, height()});
 }
@@ -168,22 +131,22 @@ void THeaderBar::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void THeaderBar::Press(QMouseEvent& event, bool second) {
   const TEventScope scope(FHost.EventLife());
-  const bool taken = FHost.HeaderMouse(event, FInput.AtDivider(event.position().toPoint().x()));
+  const int x = event.position().toPoint().x();
+  const bool taken = FHost.HeaderMouse(event, DividerAt(x) >= 0);
   if (scope.ListGone()) return;
-  if (!taken && event.button() == Qt::LeftButton)
-    FInput.Press(event.position().toPoint().x(), second && FHost.HeaderFitsColumns());
+  if (!taken && event.button() == Qt::LeftButton) PressAt(x, second && FHost.HeaderFitsColumns());
   if (!scope.ListGone()) update();
 }
 
 void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
   const TEventScope scope(FHost.EventLife());
   const int x = event->position().toPoint().x();
-  if (!event->buttons().testFlag(Qt::LeftButton)) FInput.Cancel();
-  FInput.Move(x);
-  const bool atDivider = event->buttons() == Qt::NoButton && FInput.AtDivider(x);
-  FHost.HeaderMouse(*event, FInput.Tracking() || atDivider);
+  if (!event->buttons().testFlag(Qt::LeftButton)) LosePress();
+  MoveTo(x);
+  const bool atDivider = Tracking() || (event->buttons() == Qt::NoButton && DividerAt(x) >= 0);
+  FHost.HeaderMouse(*event, atDivider);
   if (scope.ListGone()) return;
-  if (FInput.Tracking() || atDivider)
+  if (atDivider)
     setCursor(Qt::SplitHCursor);
   else
     unsetCursor();
@@ -192,24 +155,53 @@ void THeaderBar::mouseMoveEvent(QMouseEvent* event) {
 
 void THeaderBar::mouseReleaseEvent(QMouseEvent* event) {
   const TEventScope scope(FHost.EventLife());
-  const bool taken = FHost.HeaderMouse(*event, FInput.Tracking());
+  const bool taken = FHost.HeaderMouse(*event, Tracking());
   if (scope.ListGone()) return;
   if (taken)
-    FInput.Cancel();
+    LosePress();
   else if (event->button() == Qt::LeftButton)
-    FInput.Release(event->position().toPoint().x());
+    ReleaseAt(event->position().toPoint().x());
   if (!scope.ListGone()) update();
 }
 
+void THeaderBar::PressAt(int x, bool second) {
+  const int divider = DividerAt(x);
+  if (divider >= 0 && second) {
+    FHost.FitColumn(divider);
+  } else if (divider >= 0) {
+    FTrackedColumn = divider;
+    FTrackStart = x;
+    FTrackWidth = Columns()[divider].Width();
+  } else if (FHost.Options().ColumnClick) {
+    FDownColumn = FHotColumn = FHost.Layout().ColumnAt(x);
+  }
+}
+
+void THeaderBar::MoveTo(int x) {
+  if (Tracking()) return Columns()[FTrackedColumn].SetWidth(FTrackWidth + x - FTrackStart);
+  const bool hot = FHost.Options().ColumnClick && (FDownColumn >= 0 || DividerAt(x) < 0);
+  FHotColumn = hot ? FHost.Layout().ColumnAt(x) : -1;
+}
+
+void THeaderBar::ReleaseAt(int x) {
+  FTrackedColumn = -1;
+  const int down = std::exchange(FDownColumn, -1);
+  if (down >= 0 && FHost.Layout().ColumnAt(x) == down) FHost.HeaderClicked(down);
+}
+
+int THeaderBar::DividerAt(int x) const {
+  const int column = FHost.Layout().DividerAt(x, kDividerReach);
+  return column >= 0 && Columns()[column].Resizable() ? column : -1;
+}
+
 void THeaderBar::ColumnsChanged() {
-  FInput.Cancel();
-  FInput.Leave();
+  LosePress();
+  FHotColumn = -1;
   update();
 }
 
 void THeaderBar::leaveEvent(QEvent*) {
-  FInput.Leave();
-  FHost.HeaderLeft();
+  FHotColumn = -1;
   update();
 }
 
@@ -218,22 +210,6 @@ void THeaderBar::contextMenuEvent(QContextMenuEvent* event) {
   event->accept();
 }
 
-TListLayout THeaderBar::HeaderLayout() const {
-  return FHost.Layout();
-}
-
-TListColumns& THeaderBar::HeaderColumns() {
+TListColumns& THeaderBar::Columns() const {
   return *FHost.FHostColumns;
-}
-
-bool THeaderBar::Clickable() const {
-  return FHost.Options().ColumnClick;
-}
-
-void THeaderBar::ColumnClicked(int column) {
-  FHost.HeaderClicked(column);
-}
-
-void THeaderBar::FitColumnToContents(int column) {
-  FHost.FitColumn(column);
 }

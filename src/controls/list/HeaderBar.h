@@ -1,4 +1,4 @@
-// The header above the rows: the mouse on it, its painting, and the child window that joins both.
+// The header above the rows: its painting, and the mouse on it.
 #pragma once
 
 #include "controls/list/layout/ListLayout.h"
@@ -8,60 +8,24 @@
 class TListColumns;
 class TRowHost;
 
-class THeaderInputHost {
+// A child window of the list, which owns it. Lists with a header of their own look paint it and may take the
+// mouse from it (TRowHost::PaintHeader, HeaderMouse); what the mouse is at is kept here for all.
+class THeaderBar : public QWidget {
  public:
-  virtual ~THeaderInputHost() = default;
+  explicit THeaderBar(TRowHost& host);
 
-  [[nodiscard]] virtual TListLayout HeaderLayout() const = 0;
-  [[nodiscard]] virtual TListColumns& HeaderColumns() = 0;
-  // Sections can be pressed.
-  [[nodiscard]] virtual bool Clickable() const = 0;
+  [[nodiscard]] QSize sizeHint() const override;
+  // The columns are not the ones that the mouse has held or touched.
+  void ColumnsChanged();
 
-  virtual void ColumnClicked(int column) = 0;
-  virtual void FitColumnToContents(int column) = 0;
-};
-
-// The mouse on a header: which section is hot or pressed, which divider is dragged. Knows no window.
-class THeaderInput {
- public:
-  explicit THeaderInput(THeaderInputHost& host) : FHost(host) {}
-
-  // The left button. A second press in a row on a divider fits the column at its left.
-  void Press(int x, bool second);
-  void Release(int x);
-  void Move(int x);
-  void Leave();
-  // A release was lost, or the columns are others: nothing is held any more.
-  void Cancel() { FDownColumn = FTrackedColumn = -1; }
-
+  // The section under the mouse, if sections can be pressed.
   [[nodiscard]] int HotColumn() const { return FHotColumn; }
   // The section that the button went down on.
   [[nodiscard]] int DownColumn() const { return FDownColumn; }
   // The section that looks pressed; -1 while the mouse is away from it.
   [[nodiscard]] int PressedColumn() const { return FHotColumn == FDownColumn ? FDownColumn : -1; }
+  // A divider is being dragged.
   [[nodiscard]] bool Tracking() const { return FTrackedColumn >= 0; }
-  // A divider that can be dragged is within reach.
-  [[nodiscard]] bool AtDivider(int x) const { return DividerAt(x) >= 0; }
-
- private:
-  [[nodiscard]] int DividerAt(int x) const;
-
-  THeaderInputHost& FHost;
-  int FHotColumn = -1;
-  int FDownColumn = -1;
-  int FTrackedColumn = -1;
-  int FTrackStart = 0;  // the mouse and the width at the begin of the drag
-  int FTrackWidth = 0;
-};
-
-class THeaderBar : public QWidget, private THeaderInputHost {
- public:
-  explicit THeaderBar(TRowHost& host);
-
-  [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] const THeaderInput& Input() const { return FInput; }
-  // The columns are not the ones that the mouse has held or touched.
-  void ColumnsChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -73,15 +37,22 @@ class THeaderBar : public QWidget, private THeaderInputHost {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  // THeaderInputHost
-  [[nodiscard]] TListLayout HeaderLayout() const override;
-  [[nodiscard]] TListColumns& HeaderColumns() override;
-  [[nodiscard]] bool Clickable() const override;
-  void ColumnClicked(int column) override;
-  void FitColumnToContents(int column) override;
-
   void Press(QMouseEvent& event, bool second);
+  // What the left button does. A second press in a row on a divider fits the column at its left.
+  void PressAt(int x, bool second);
+  void ReleaseAt(int x);
+  void MoveTo(int x);
+  // A release was lost, or the columns are others: nothing is held any more.
+  void LosePress() { FDownColumn = FTrackedColumn = -1; }
+
+  [[nodiscard]] TListColumns& Columns() const;
+  // The column whose divider is within reach and can be dragged, -1 for none.
+  [[nodiscard]] int DividerAt(int x) const;
 
   TRowHost& FHost;
-  THeaderInput FInput;
+  int FHotColumn = -1;
+  int FDownColumn = -1;
+  int FTrackedColumn = -1;
+  int FTrackStart = 0;  // the mouse and the width at the begin of the drag
+  int FTrackWidth = 0;
 };

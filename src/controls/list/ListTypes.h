@@ -31,6 +31,14 @@ inline constexpr unsigned htToRight = 2048;     // right of it
 // What OnChange tells about.
 enum class TItemChange { Text, Image, State };
 
+enum TSortState { ssNone, ssUp, ssDown };
+
+// What a screen reader says of the sorted column.
+struct TSortTexts {
+  QString Up = QStringLiteral("ascending");
+  QString Down = QStringLiteral("descending");
+};
+
 // A mistake of the caller: an index out of range, one close too many of an update bracket.
 class EListError : public std::logic_error {
  public:

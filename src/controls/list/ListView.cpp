@@ -97,8 +97,10 @@ bool TCustomListView::ActOnCell(int row, int column, TCellAct act) {
 
 TCellFacts TCustomListView::DescribeHeader(int column) const {
   TCellFacts facts;
-  facts.Text = (*FColumns)[column].Caption().trimmed();
-  if (column < kNumberKeys)
+  const TListColumn& about = (*FColumns)[column];
+  facts.Text = about.Caption().trimmed();
+  if (about.SortState() != ssNone) facts.Value = about.SortState() == ssUp ? FSortTexts.Up : FSortTexts.Down;
+  if (Options().ColumnClick && column < kNumberKeys)
     facts.PressKey = QKeyCombination(Qt::ControlModifier, Qt::Key(Qt::Key_1 + column));
   return facts;
 }
@@ -155,7 +157,7 @@ void TCustomListView::ItemDeleting(TListItem& item) {
 }
 
 void TCustomListView::RowsChanged() {
-  FInput.Cancel();
+  FInput.KeepSelection();
   ContentChanged();
   TellRowsChanged(*this);
 }
@@ -218,7 +220,7 @@ void TCustomListView::Press(QMouseEvent& event, bool second) {
   const QPoint pos = event.position().toPoint();
   const Qt::MouseButton button = event.button();
   const bool left = button == Qt::LeftButton;
-  FClickPending = left && !second;
+  FInput.BeginPress(left && !second);
   const bool onBox = PressRows(pos, button, event.modifiers());
   if (scope.ListGone() || (second && left && !onBox && !Tell(EventLife(), OnDblClick))) return;
   (void)Tell(EventLife(), OnMouseDown, button, event.modifiers(), pos.x(), pos.y());
@@ -236,8 +238,7 @@ bool TCustomListView::PressRow(const THit& hit, Qt::MouseButton button, Qt::Keyb
 void TCustomListView::mouseMoveEvent(QMouseEvent* event) {
   const QPoint pos = event->position().toPoint();
   if (event->buttons() != Qt::NoButton) return;
-  FClickPending = false;
-  FInput.Cancel();
+  FInput.LosePress();
   SetHoverRow(HitTest(pos).Row);
 }
 
@@ -245,9 +246,8 @@ void TCustomListView::mouseReleaseEvent(QMouseEvent* event) {
   const TEventScope scope(EventLife());
   const QPoint pos = event->position().toPoint();
   const Qt::MouseButton button = event->button();
-  if (button == Qt::LeftButton) FInput.Release();
+  const bool clicked = button == Qt::LeftButton && FInput.Release();
   if (scope.ListGone()) return;
-  const bool clicked = button == Qt::LeftButton && std::exchange(FClickPending, false);
   if (clicked && viewport()->rect().contains(pos) && !Tell(EventLife(), OnClick)) return;
   if (!Tell(EventLife(), OnMouseUp, button, event->modifiers(), pos.x(), pos.y())) return;
   if (button == Qt::RightButton) ContextPopup(pos);

@@ -69,6 +69,8 @@ class TCustomListView : public TRowHost,
   virtual bool ActOnCell(int row, int column, TCellAct act);
   [[nodiscard]] virtual TCellFacts DescribeHeader(int column) const;
   virtual bool ActOnHeader(int column, TCellAct act);
+  // What is said of a column with a SortState.
+  void SetSortTexts(const TSortTexts& texts) { FSortTexts = texts; }
   // The column that the keys act on.
   [[nodiscard]] virtual int FocusedColumn() const { return 0; }
 
@@ -99,8 +101,10 @@ class TCustomListView : public TRowHost,
 
   // The check bit of a row has changed.
   virtual void CheckChanged(TListItem& item);
-  // What a press does to the rows, before OnMouseDown. True if it was on a check box.
   void SelectOnly(TListItem& item) { FInput.SelectOnly(item); }
+  // The button is up, though its release never came.
+  void LosePress() { FInput.LosePress(); }
+  // What a press does to the rows, before OnMouseDown. True if it was on a check box.
   virtual bool PressRows(const QPoint& pos, Qt::MouseButton button, Qt::KeyboardModifiers shift);
   bool PressRow(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift);
   // What a key does after OnKeyDown. False for a key that does nothing.
@@ -136,7 +140,7 @@ class TCustomListView : public TRowHost,
   std::unique_ptr<TListItems> FItems;
   TRowInput FInput;
   QString FHint;
-  bool FClickPending = false;
+  TSortTexts FSortTexts;
 };
 
 // The plain face: a list as forms place it.

@@ -37,7 +37,7 @@
 class TListColumn;
 class TListItem;
 
-// Positions are in pixels of the client area. A handler may change or delete rows, but not the list itself.
+// Positions are in pixels of the client area. A handler may do anything to the list (model/EventScope.h).
 struct TListViewEvents {
   std::function<void(TListItem* item, bool selected)> OnSelectItem;
   std::function<void(TListItem* item)> OnItemChecked;

@@ -238,14 +238,6 @@ void TRowHost::PlaceHeader() {
   FHeader->setGeometry(rows.left(), rows.top() - height, rows.width() + beside, height);
 }
 
-const THeaderInput& TRowHost::HeaderInput() const {
-  return FHeader->Input();
-}
-
-QWidget& TRowHost::Header() const {
-  return *FHeader;
-}
-
 bool TRowHost::PaintHeader(QPainter&, QWidget&) {
   return false;
 }

@@ -15,7 +15,6 @@
 
 class QMouseEvent;
 class THeaderBar;
-class THeaderInput;
 class TListColumns;
 class TRowSource;
 
@@ -81,7 +80,6 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   // press on a divider fits the column at its left.
   virtual bool PaintHeader(QPainter& painter, QWidget& header);
   virtual bool HeaderMouse(const QMouseEvent& event, bool atDivider);
-  virtual void HeaderLeft() {}
   [[nodiscard]] virtual bool HeaderFitsColumns() const { return true; }
 
   // Room beside the rows that a list takes for bars of its own, below the header or beside it too.
@@ -89,9 +87,7 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   [[nodiscard]] virtual bool BarCrossesHeader() const { return false; }
   // Client area, scroll ranges and header are up to date again.
   virtual void Arranged() {}
-  [[nodiscard]] QWidget& Header() const;
-  // What the mouse is at on the header.
-  [[nodiscard]] const THeaderInput& HeaderInput() const;
+  [[nodiscard]] THeaderBar& Header() const { return *FHeader; }
 
   // Lays header, client area and scroll ranges out at once.
   void Arrange();

@@ -42,6 +42,7 @@ void TDownloadsTab::BuildList() {
   lvDownloadsFile->SetOptions({.CheckBoxes = true});
   lvDownloadsFile->SetSmallImages(&FParts.Images.cxmglstdownloadfiles);
   AddResultColumns(*lvDownloadsFile, kDownloadRules);
+  NameSortDirections(*lvDownloadsFile, FParts.State.FLanguage);
 
   lvDownloadsFile->OnSelectItem = [this](TListItem*, bool selected) {
     ApplyEnableRules(FParts.Commands, kDownloadsTab, TTabEvent::RowSelected, selected);

@@ -85,6 +85,7 @@ void TOverviewTab::BuildTopList() {
   lvTop->setAccessibleName(Text(u"M_Largest"_qs, u"Largest folders and files"_qs));
   lvTop->SetSmallImages(&FParts.Images.cxmglstdock);
   AddResultColumns(*lvTop, kTopRules);
+  NameSortDirections(*lvTop, FParts.State.FLanguage);
 
   lvTop->OnSelectItem = [this](TListItem*, bool) { lvTopSelectItem(); };
   lvTop->OnColumnClick = [this](TListColumn* column) { FTopSort.ColumnClick(*lvTop, *column); };

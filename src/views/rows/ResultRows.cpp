@@ -3,6 +3,7 @@
 #include "controls/list/ListView.h"
 #include "platform/Paths.h"
 #include "support/Korvel_Routine_New.h"
+#include "support/PLanguage.h"
 #include "support/ShellRoutines.h"
 
 namespace {
@@ -38,6 +39,11 @@ void AddResultColumns(TCustomListView& list, const TResultRules& rules) {
   TListColumn& name = list.Columns()[kNameColumn];
   name.SetCaption(QLatin1String(rules.Indent) + name.Caption());
   list.Columns()[kLocationColumn].SetElide(Qt::ElideMiddle);
+}
+
+void NameSortDirections(TCustomListView& list, const TLanguage& language) {
+  list.SetSortTexts({language.GetMessage(u"M_Sorted_Up"_qs, u"ascending"_qs),
+                     language.GetMessage(u"M_Sorted_Down"_qs, u"descending"_qs)});
 }
 
 void SpreadResultColumns(TCustomListView& list, const TResultRules& rules, int growth) {
@@ -87,6 +93,7 @@ void TResultSort::ColumnClick(TCustomListView& list, TListColumn& column) {
   bool& kept = FSortDir[static_cast<size_t>(clicked)];
   kept = !kept;
   column.SetImageIndex(kept ? FRules.KeptImage : FRules.NegatedImage);
+  list.Columns().SetSorted(clicked, kept ? ssUp : ssDown);
   if (clicked != kSizeColumn || HasSizes(list)) list.AlphaSort();
 }
 

@@ -9,6 +9,7 @@
 
 class TCustomListView;
 class TImageList;
+class TLanguage;
 class TListColumn;
 class TListItem;
 
@@ -54,6 +55,9 @@ inline constexpr TResultRules kDownloadRules = {{210, 320, 120, 120},
 
 // The columns of the list with their captions and design widths.
 void AddResultColumns(TCustomListView& list, const TResultRules& rules);
+
+// What a screen reader says of the sorted column, in the user's language.
+void NameSortDirections(TCustomListView& list, const TLanguage& language);
 
 // Widens the columns by their share of what the form has grown since its making, in pixels.
 void SpreadResultColumns(TCustomListView& list, const TResultRules& rules, int growth);

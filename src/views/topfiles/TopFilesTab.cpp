@@ -33,6 +33,7 @@ void TTopFilesTab::BuildList() {
   lvTopFile->SetOptions({.CheckBoxes = true});
   lvTopFile->SetSmallImages(&FParts.Images.cxmglstlvFile);
   AddResultColumns(*lvTopFile, kTopFileRules);
+  NameSortDirections(*lvTopFile, FParts.State.FLanguage);
 
   lvTopFile->OnSelectItem = [this](TListItem* item, bool selected) { lvTopFileSelectItem(item, selected); };
   lvTopFile->OnColumnClick = [this](TListColumn* clicked) { lvTopFileColumnClick(*clicked); };

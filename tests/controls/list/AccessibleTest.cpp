@@ -55,15 +55,31 @@ TEST_F(TListAccessibility, RowsCellsAndHeaders) {
   EXPECT_EQ(Table->cellAt(1, 1)->tableCellInterface()->columnHeaderCells().value(0), Root->child(1));
 }
 
-TEST_F(TListAccessibility, States) {
+TEST_F(TListAccessibility, StatesKeysAndSortAreTold) {
   List.Items()[1]->SetChecked(true);
   List.SetSelected(List.Items()[1]);
   const QAccessible::State state = Table->cellAt(1, 0)->state();
   EXPECT_TRUE(state.checkable && state.checked && state.selected && state.focused);
-  EXPECT_FALSE(Table->cellAt(1, 1)->state().checkable);
+  EXPECT_FALSE(Table->cellAt(1, 1)->state().checkable || Table->cellAt(1, 1)->state().focused) << "one cell";
   EXPECT_FALSE(Table->cellAt(0, 0)->state().selected);
   EXPECT_EQ(Table->selectedRows(), QList<int>{1});
   EXPECT_EQ(Root->focusChild(), Table->cellAt(1, 0));
+
+  const auto key = [](QAccessibleInterface* part) {
+    return part->actionInterface()
+        ->keyBindingsForAction(QAccessibleActionInterface::pressAction())
+        .join(u' ');
+  };
+  EXPECT_EQ(key(Table->cellAt(1, 0)), u"Return");
+  EXPECT_EQ(key(Root->child(1)), u"Ctrl+2");
+  EXPECT_EQ(Root->child(1)->text(QAccessible::Value), QString());
+  List.SetSortTexts({u"rising"_qs, u"falling"_qs});
+  List.Columns().SetSorted(0, ssUp);
+  List.Columns().SetSorted(1, ssDown);
+  EXPECT_EQ(Root->child(0)->text(QAccessible::Value), QString()) << "one column sorts";
+  EXPECT_EQ(Root->child(1)->text(QAccessible::Value), u"falling");
+  List.SetOptions({.ColumnClick = false});
+  EXPECT_EQ(key(Root->child(1)), QString());
   List.setEnabled(false);
   EXPECT_TRUE(Table->cellAt(1, 0)->state().disabled);
 }
@@ -94,17 +110,6 @@ TEST_F(TListAccessibility, ChangesAreTold) {
       {QAccessible::TableModelChanged, -1},
   };
   EXPECT_EQ(Notices, expected);
-}
-
-TEST_F(TListAccessibility, OneCellHasTheFocusAndTheKeysAreTold) {
-  List.SetSelected(List.Items()[1]);
-  EXPECT_TRUE(Table->cellAt(1, 0)->state().focused);
-  EXPECT_FALSE(Table->cellAt(1, 1)->state().focused);
-  const auto key = [](QAccessibleInterface* part) {
-    return part->actionInterface()->keyBindingsForAction(QAccessibleActionInterface::pressAction());
-  };
-  EXPECT_EQ(key(Table->cellAt(1, 0)), QStringList{u"Return"_qs});
-  EXPECT_EQ(key(Root->child(1)), QStringList{u"Ctrl+2"_qs});
 }
 
 TEST_F(TListAccessibility, CellsFollowTheColumns) {

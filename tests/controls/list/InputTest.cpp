@@ -1,9 +1,7 @@
 // Keys and presses on a list of letters, without a window.
 #include "PlainList.h"
 
-#include "controls/list/HeaderBar.h"
 #include "controls/list/input/RowInput.h"
-#include "controls/list/model/ListColumns.h"
 
 #include <gtest/gtest.h>
 
@@ -138,13 +136,9 @@ TEST(RowInputKeys, SpaceSwitchesTheCheckOfAllSelectedRows) {
                    });
 }
 
-TEST(RowInputKeys, WithoutAFocusTheFirstRowIsMeant) {
+TEST(RowInputKeys, WithoutAFocusTheFirstRowIsMeantIfThereIsOne) {
   TPlainHost host({.CheckBoxes = true});
   ExpectKeys(host, {{Qt::Key_Space, kNone, u"||a"}, {Qt::Key_Down, kNone, u"a|a|a"}});
-}
-
-TEST(RowInputKeys, AnEmptyListTakesEveryKeyQuietly) {
-  TPlainHost host({.MultiSelect = true, .CheckBoxes = true});
   host.List.Items.Clear();
   for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home, Qt::Key_Space})
     ExpectKeys(host, {{key, kNone, u"|"}, {key, kShift, u"|"}});
@@ -162,7 +156,10 @@ TEST(RowInputMouse, MultipleSelection) {
                           {8, kNone, u"bij|i", u"i|i"},
                           {-1, kCtrl, u"i|i", u"i|i"},
                           {-1, kNone, u"|i", u"|i"},
+                          {2, kNone, u"c|c", u"c|c"},
                       });
+  host.List.Items.Delete(0);  // the anchor moves with its row
+  ExpectPresses(host, {{3, kShift, u"cde|e", u"cde|e"}});
 }
 
 TEST(RowInputMouse, RightButtonKeepsASelectionItLandsOn) {
@@ -170,13 +167,6 @@ TEST(RowInputMouse, RightButtonKeepsASelectionItLandsOn) {
   ExpectPresses(host, {{1, kNone, u"b|b", u"b|b"}, {2, kCtrl, u"bc|c", u"bc|c"}});
   ExpectPresses(host, {{1, kNone, u"bc|b", u"bc|b"}, {4, kNone, u"e|e", u"e|e"}, {-1, kNone, u"|e", u"|e"}},
                 Qt::RightButton);
-}
-
-TEST(RowInputMouse, TheAnchorMovesWithItsRow) {
-  TPlainHost host({.MultiSelect = true});
-  ExpectPresses(host, {{2, kNone, u"c|c", u"c|c"}});
-  host.List.Items.Delete(0);
-  ExpectPresses(host, {{3, kShift, u"cde|e", u"cde|e"}});
 }
 
 TEST(RowInputMouse, ABoxSwitchesAlone) {
@@ -213,69 +203,4 @@ TEST(TypeAhead, APauseBeginsANewWord) {
   EXPECT_TRUE(host.Input.Type(u"d"_qs, 1700));
   EXPECT_EQ(host.State(), u"d|d");
   EXPECT_FALSE(host.Input.Type(u"\x1b"_qs, 5000));
-}
-
-namespace {
-
-class TPlainHeader : public THeaderInputHost {
- public:
-  TPlainHeader() : Input(*this) {
-    Columns.Add(u"a"_qs, 100).SetMinWidth(60);
-    Columns.Add(u"b"_qs, 100).SetMaxWidth(140);
-  }
-  TListLayout HeaderLayout() const override {
-    TListMetrics metrics;
-    for (int column = 0; column < Columns.Count(); ++column)
-      metrics.ColumnWidths.push_back(Columns[column].Width());
-    return TListLayout(metrics);
-  }
-  TListColumns& HeaderColumns() override { return Columns; }
-  bool Clickable() const override { return CanClick; }
-  void ColumnClicked(int column) override { Log << u"click %1"_qs.arg(column); }
-  void FitColumnToContents(int column) override { Log << u"fit %1"_qs.arg(column); }
-
-  void Drag(int from, int to) {
-    Input.Press(from, false);
-    Input.Move(to);
-    Input.Release(to);
-  }
-
-  TListColumns Columns;
-  THeaderInput Input;
-  bool CanClick = true;
-  QStringList Log;
-};
-
-}  // namespace
-
-TEST(HeaderInput, ADividerStopsAtTheColumnsBounds) {
-  TPlainHeader header;
-  header.Drag(100, 130);
-  EXPECT_EQ(header.Columns[0].Width(), 130);
-  header.Drag(130, 10);
-  EXPECT_EQ(header.Columns[0].Width(), 60);
-  header.Drag(160, 400);
-  EXPECT_EQ(header.Columns[1].Width(), 140);
-  EXPECT_TRUE(header.Log.isEmpty()) << "a drag is no click";
-  header.Input.Press(200, true);
-  EXPECT_EQ(header.Log, QStringList{u"fit 1"_qs});
-}
-
-TEST(HeaderInput, OnlyAPressAndReleaseInOneSectionIsAClick) {
-  TPlainHeader header;
-  header.Drag(50, 60);
-  header.Drag(50, 150);
-  EXPECT_EQ(header.Log, QStringList{u"click 0"_qs});
-  header.Input.Press(150, false);
-  EXPECT_EQ(header.Input.PressedColumn(), 1);
-  header.Input.Move(50);
-  EXPECT_EQ(header.Input.PressedColumn(), -1) << "the pressed look goes while the mouse is away";
-  header.Input.Release(50);
-
-  header.CanClick = false;
-  header.Drag(50, 50);
-  EXPECT_EQ(header.Log.size(), 1);
-  EXPECT_EQ(header.Input.HotColumn(), -1);
-  header.Drag(100, 110);
-  EXPECT_EQ(header.Columns[0].Width(), 110) << "dividers work all the same";
 }

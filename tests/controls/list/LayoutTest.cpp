@@ -107,24 +107,18 @@ TEST(ListLayout, OfTwoDividersTheRightOneIsCaught) {
 }
 
 TEST(HeaderLayout, TheMarkStandsRightOfTheCaption) {
-  const QRect section(100, 0, 120, 24);
-  const QSize mark(16, 16);
   const struct {
     TAlignment Alignment;
-    int TextWidth;
-    QRect Text;
-    QRect Mark;
-  } cases[] = {
-      {TAlignment::LeftJustify, 40, {105, 0, 40, 24}, {149, 4, 16, 16}},
-      {TAlignment::RightJustify, 40, {155, 0, 40, 24}, {199, 4, 16, 16}},
-      {TAlignment::Center, 40, {130, 0, 40, 24}, {174, 4, 16, 16}},
-      {TAlignment::LeftJustify, 500, {105, 0, 90, 24}, {199, 4, 16, 16}},
-  };
+    int TextWidth, Left, Width, Mark;
+  } cases[] = {{TAlignment::LeftJustify, 40, 105, 40, 149},
+               {TAlignment::RightJustify, 40, 155, 40, 199},
+               {TAlignment::Center, 40, 130, 40, 174},
+               {TAlignment::LeftJustify, 500, 105, 90, 199}};
   for (const auto& one : cases) {
-    const THeaderParts parts = LayoutHeaderSection(section, one.TextWidth, mark, one.Alignment, 5, 4);
-    EXPECT_EQ(parts.Text, one.Text);
-    EXPECT_EQ(parts.Mark, one.Mark);
+    const THeaderParts parts =
+        LayoutHeaderSection({100, 0, 120, 24}, one.TextWidth, {16, 16}, one.Alignment, 5, 4);
+    EXPECT_EQ(parts.Text, QRect(one.Left, 0, one.Width, 24));
+    EXPECT_EQ(parts.Mark, QRect(one.Mark, 4, 16, 16));
   }
-  const THeaderParts narrow = LayoutHeaderSection({0, 0, 20, 24}, 40, mark, TAlignment::LeftJustify, 5, 4);
-  EXPECT_TRUE(narrow.Mark.isNull());
+  EXPECT_TRUE(LayoutHeaderSection({0, 0, 20, 24}, 40, {16, 16}, TAlignment::LeftJustify, 5, 4).Mark.isNull());
 }

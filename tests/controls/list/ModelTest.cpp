@@ -42,17 +42,6 @@ TEST(RowStates, UniqueBitsMoveAndSingleSelectionDeselectsFirst) {
   EXPECT_EQ(list.States.CountOf(kRowSelected), 2);
 }
 
-TEST(RowStates, AHandlerThatRemovesTheRowsLeavesNoTrace) {
-  TPlainList list;
-  Fill(list, u"ab"_qs);
-  list.States.SetSingleSelect(true);
-  list.Items[0]->SetSelected(true);
-  list.States.OnChange = [&](int, unsigned, unsigned) { list.Items.Clear(); };
-  list.Items[1]->SetSelected(true);
-  EXPECT_EQ(list.States.Count(), 0);
-  EXPECT_EQ(list.States.CountOf(kRowSelected), 0);
-}
-
 TEST(ListItems, BitsStayWithTheirItems) {
   TPlainList list;
   Fill(list, u"dbeac"_qs);
@@ -90,18 +79,6 @@ TEST(ListItems, DeletionTellsInOrderAndHandsTheFocusOn) {
   list.Items.Clear();
   EXPECT_EQ(list.Log, (QStringList{u"delete a"_qs, u"rows"_qs}));
   EXPECT_EQ(list.States.Count(), 0);
-}
-
-TEST(ListItems, ADeselectHandlerMayDeleteTheRowItself) {
-  TPlainList list;
-  Fill(list, u"abc"_qs);
-  list.Items[1]->SetSelected(true);
-  list.States.OnChange = [&](int row, unsigned, unsigned) {
-    list.States.OnChange = nullptr;
-    list.Items.Delete(row);
-  };
-  list.Items[1]->Delete();
-  EXPECT_EQ(list.Captions(), u"a c");
 }
 
 TEST(ListItems, BracketsNestTellOnceAndRefuseASurplusClose) {
@@ -199,11 +176,6 @@ TEST(ListColumns, WidthKeepsToItsBounds) {
   const int before = changes;
   column.SetWidth(0);
   EXPECT_EQ(changes, before) << "nothing changed, nothing told";
-}
-
-TEST(ListColumns, IndexFollowsTheOrder) {
-  TListColumns columns;
-  columns.Add(u"a"_qs, 1);
   TListColumn& second = columns.Add(u"b"_qs, 1);
   columns.Delete(0);
   EXPECT_EQ(second.Index(), 0);

@@ -3,7 +3,6 @@
 
 #include "controls/picture/ImageList.h"
 
-#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QImage>
 #include <QPaintEvent>
@@ -62,30 +61,7 @@ QRect Dark(const QImage& image, const QRect& within) {
   return found;
 }
 
-// How far the darkest and the lightest pixel are apart, 0 to 255.
-int Range(const QImage& image, const QRect& within) {
-  int least = 255;
-  int most = 0;
-  for (int y = within.top(); y <= within.bottom(); ++y)
-    for (int x = within.left(); x <= within.right(); ++x) {
-      least = std::min(least, image.pixelColor(x, y).lightness());
-      most = std::max(most, image.pixelColor(x, y).lightness());
-    }
-  return most - least;
-}
-
 }  // namespace
-
-TEST_F(TListViewTest, HitsTellRowsBoxesAndBlankPlaces) {
-  Show({.CheckBoxes = true}, 3);
-  const QPoint box = BoxOf(1);
-  const QPoint text = TextOf(1);
-  EXPECT_EQ(List.GetHitTestInfoAt(box.x(), box.y()) & 512U, 512U);
-  EXPECT_EQ(List.GetHitTestInfoAt(text.x(), text.y()) & 512U, 0U);
-  EXPECT_EQ(List.GetHitTestInfoAt(Blank().x(), Blank().y()), htNowhere);
-  EXPECT_EQ(List.ItemAtPos(box), List.Items()[1]);
-  EXPECT_EQ(List.GetItemAt(Blank().x(), Blank().y()), nullptr);
-}
 
 TEST_F(TListViewTest, RowsScrollIntoViewAndTheTopFollowsTheEnd) {
   Show({}, 100);
@@ -100,6 +76,10 @@ TEST_F(TListViewTest, RowsScrollIntoViewAndTheTopFollowsTheEnd) {
   while (List.Items().Count() > 3)
     List.Items().Delete(3);
   EXPECT_EQ(List.TopItem(), List.Items()[0]);
+  EXPECT_EQ(List.viewport()->y(), List.HeaderRect().bottom() + 1);
+  List.SetOptions({.ShowColumnHeaders = false});
+  EXPECT_TRUE(List.HeaderRect().isNull());
+  EXPECT_EQ(List.viewport()->y(), List.frameWidth());
 }
 
 TEST_F(TListViewTest, ScrollBarsShowAsNeeded) {
@@ -118,50 +98,29 @@ TEST_F(TListViewTest, ScrollBarsShowAsNeeded) {
   QTest::keyClick(&List, Qt::Key_Right);
   EXPECT_GT(List.HorzPos(), 0);
   EXPECT_TRUE(List.horizontalScrollBar()->isVisible());
-}
 
-TEST_F(TListViewTest, BarsThatOnlyNeedEachOtherGoAway) {
-  Show({}, 200);
   List.Columns()[0].SetWidth(List.maximumViewportSize().width() - List.Columns()[1].Width());
-  EXPECT_LT(List.ClientWidth(), List.maximumViewportSize().width());
   EXPECT_GT(List.horizontalScrollBar()->maximum(), 0) << "the vertical bar takes room from the columns";
-  const int fitting = List.maximumViewportSize().height() / List.Layout().Metrics().RowHeight;
-  while (List.Items().Count() > fitting)
+  while (List.Items().Count() > List.maximumViewportSize().height() / List.Layout().Metrics().RowHeight)
     List.Items().Delete(0);
-  EXPECT_EQ(List.ClientWidth(), List.maximumViewportSize().width());
-  EXPECT_EQ(List.viewport()->height(), List.maximumViewportSize().height());
-}
-
-TEST_F(TListViewTest, WithoutHeadersTheRowsBeginAtTheTop) {
-  Show({}, 3);
-  EXPECT_EQ(List.viewport()->y(), List.HeaderRect().bottom() + 1);
-  TListViewOptions options = List.Options();
-  options.ShowColumnHeaders = false;
-  List.SetOptions(options);
-  EXPECT_TRUE(List.HeaderRect().isNull());
-  EXPECT_EQ(List.viewport()->y(), List.frameWidth());
-}
-
-TEST_F(TListViewTest, AMillionRowsAreNoBurden) {
-  QElapsedTimer timer;
-  timer.start();
-  for (int row = 0; row < 1'000'000; ++row)
-    List.Items().Add();
-  Show({.MultiSelect = true}, 0);
-  List.Items()[999'999]->SetSelected(true);
-  List.Items()[999'999]->MakeVisible(false);
-  List.grab();
-  EXPECT_EQ(List.ItemIndex(), 999'999);
-  EXPECT_LT(timer.elapsed(), 20'000) << "a bound for the slowest of instrumented builds";
+  EXPECT_EQ(List.viewport()->size(), List.maximumViewportSize()) << "bars that only need each other go";
 }
 
 TEST_F(TListViewTest, ADividerIsDraggedAndItsDoubleClickFitsTheColumn) {
   Show({.CheckBoxes = true});
   List.Columns()[0].SetMaxWidth(180);
-  QTest::mousePress(Header(), Qt::LeftButton, {}, QPoint(150, 5));
-  QTest::mouseMove(Header(), QPoint(290, 5));
-  QTest::mouseRelease(Header(), Qt::LeftButton, {}, QPoint(290, 5));
-  EXPECT_EQ(List.Columns()[0].Width(), 180);
+  List.Columns()[0].SetMinWidth(60);
+  TListViewOptions options = List.Options();
+  options.ColumnClick = false;  // dividers work all the same
+  List.SetOptions(options);
+  int edge = 150;
+  for (const auto& [to, width] : {std::pair(170, 170), std::pair(10, 60), std::pair(290, 180)}) {
+    QTest::mousePress(Header(), Qt::LeftButton, {}, QPoint(edge, 5));
+    QTest::mouseMove(Header(), QPoint(to, 5));
+    QTest::mouseRelease(Header(), Qt::LeftButton, {}, QPoint(to, 5));
+    EXPECT_EQ(List.Columns()[0].Width(), width);
+    edge = width;
+  }
   EXPECT_EQ(TakeLog(), u"") << "a drag is no click";
 
   List.Columns()[0].SetMaxWidth(0);
@@ -197,38 +156,25 @@ TEST_F(TListViewTest, TheTipShowsACutTextElseTheHint) {
   EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
 }
 
-TEST_F(TListViewTest, TheSortMarkStandsRightOfItsCaption) {
-  TImageList images(QSize(16, 16));
-  images.AddIcon(Square(Qt::red));
-  Show({});
-  List.SetSmallImages(&images);
-  List.Columns()[0].SetImageIndex(0);
-  const QImage header = Header()->grab().toImage();
-  const QRect mark = Where(header, Qt::red);
-  ASSERT_EQ(mark.size(), QSize(16, 16));
-  const QRect caption = Dark(header, {4, 4, mark.left() - 6, header.height() - 8});
-  EXPECT_FALSE(caption.isNull());
-  EXPECT_GT(mark.left(), caption.right());
-  EXPECT_LT(mark.left() - caption.right(), 12) << "beside it, whatever the font leaves blank";
-  EXPECT_LT(mark.right(), 150);
-  List.SetSmallImages(nullptr);
-}
-
 TEST_F(TListViewTest, HighlightMarksAndImagesAreOnTheScreen) {
   TImageList images(QSize(16, 16));
-  images.AddIcon(Square(Qt::red));
   Show({}, 4);
   List.SetSmallImages(&images);
   List.Items()[1]->SetSelected(true);
   List.Items()[2]->SetImageIndex(0);
   List.Items()[3]->SetChecked(true);
+  List.Columns()[0].SetImageIndex(0);
+  TPaintWatch watch(*List.viewport());
+  watch.Take();
+  images.AddIcon(Square(Qt::red));
+  EXPECT_TRUE(watch.Take().contains(List.viewport()->rect().center())) << "changed images paint all anew";
   const QImage rows = List.viewport()->grab().toImage();
   const QColor highlight = rows.pixelColor(List.Layout().CellRect(1, 0).bottomRight() - QPoint(9, 9));
   EXPECT_NE(highlight, List.palette().color(QPalette::Base));
   EXPECT_TRUE(List.Layout().RowRect(1).contains(Where(rows, highlight)));
   EXPECT_GT(Where(rows, highlight).width(), 200) << "the whole row is marked";
-  EXPECT_GT(Range(rows, List.Layout().CellParts(1, 0).Text), 100) << "its text can be read";
   EXPECT_EQ(Where(rows, Qt::red), List.Layout().CellParts(2, 0).SmallImage);
+  EXPECT_EQ(Where(Header()->grab().toImage(), Qt::red).size(), QSize(16, 16)) << "the sort mark";
 
   TListViewOptions options = List.Options();
   options.CheckBoxes = true;
@@ -273,53 +219,4 @@ TEST_F(TListViewTest, AChangeRepaintsItsRowAlone) {
   EXPECT_EQ(painted.top(), row.top());
   EXPECT_EQ(painted.bottom(), row.bottom());
   EXPECT_TRUE(watch.Take().isEmpty());
-}
-
-TEST_F(TListViewTest, AChangedImageListRepaintsAll) {
-  TImageList images(QSize(16, 16));
-  Show({}, 4);
-  List.SetSmallImages(&images);
-  List.Items()[2]->SetImageIndex(0);
-  QTest::qWait(10);
-  images.AddIcon(Square(Qt::red));
-  EXPECT_FALSE(Where(List.grab().toImage(), Qt::red).isNull());
-  List.SetSmallImages(nullptr);
-  EXPECT_TRUE(Where(List.grab().toImage(), Qt::red).isNull());
-}
-
-TEST_F(TListViewTest, SortingByTheHandlerKeepsTheSelection) {
-  Show({}, 5);
-  List.Items()[4]->SetSelected(true);
-  TakeLog();
-  List.OnCompare = [](TListItem* a, TListItem* b, int& result) {
-    result = b->SubItems()[0].toInt() - a->SubItems()[0].toInt();
-  };
-  List.AlphaSort();
-  EXPECT_EQ(List.ItemIndex(), 0);
-  EXPECT_EQ(List.Selected()->Caption(), u"row 4");
-  EXPECT_EQ(TakeLog(), u"") << "no row changed its state";
-  List.OnCompare = nullptr;
-  List.AlphaSort();
-  EXPECT_EQ(List.ItemIndex(), 4);
-}
-
-namespace {
-
-class TOwnItem : public TListItem {
- public:
-  using TListItem::TListItem;
-};
-
-class TOwnList : public TListView {
- protected:
-  std::unique_ptr<TListItem> CreateListItem(TListItems& items) override {
-    return std::make_unique<TOwnItem>(items);
-  }
-};
-
-}  // namespace
-
-TEST(ListViewFactory, AListMayHaveRowsOfItsOwnClass) {
-  TOwnList list;
-  EXPECT_NE(dynamic_cast<TOwnItem*>(list.Items().Add()), nullptr);
 }

@@ -118,7 +118,6 @@ bool TRowInput::OnCheckBox(const THit& hit) const {
 }
 
 bool TRowInput::Press(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift) {
-  FCollapse = nullptr;
   TListItem* const item = Items().Item(hit.Row);
   if (button == Qt::LeftButton && item != nullptr && OnCheckBox(hit)) {
     FHost.SwitchCheck(*item, !item->HasState(kRowChecked));
@@ -146,8 +145,10 @@ void TRowInput::PressRow(TListItem& item, Qt::MouseButton button, Qt::KeyboardMo
   }
 }
 
-void TRowInput::Release() {
+bool TRowInput::Release() {
+  const bool clicks = std::exchange(FClicks, false);
   if (TListItem* const item = std::exchange(FCollapse, nullptr)) SelectOnly(*item);
+  return clicks;
 }
 
 // The keys.

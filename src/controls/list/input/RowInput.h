@@ -55,12 +55,19 @@ class TRowInput {
  public:
   explicit TRowInput(TRowInputHost& host) : FHost(host) {}
 
-  // A press of a button. Returns true if it switched a check box, which leaves the selection alone.
+  // A button goes down, anywhere on the rows; clicks: with its release it makes a click.
+  void BeginPress(bool clicks) {
+    FCollapse = nullptr;
+    FClicks = clicks;
+  }
+  // What the press does. Returns true if it switched a check box, which leaves the selection alone.
   bool Press(const THit& hit, Qt::MouseButton button, Qt::KeyboardModifiers shift);
-  // The release that belongs to the last press.
-  void Release();
-  // The row goes, or the press turned into something else: the release changes no selection.
-  void Cancel() { FCollapse = nullptr; }
+  // The release of the left button. True if it ends a click.
+  bool Release();
+  // The release went elsewhere.
+  void LosePress() { BeginPress(false); }
+  // The rows are others, or the row goes: the release changes no selection.
+  void KeepSelection() { FCollapse = nullptr; }
   void Forget(const TListItem& item) {
     if (FCollapse == &item) FCollapse = nullptr;
   }
@@ -104,5 +111,7 @@ class TRowInput {
 
   TRowInputHost& FHost;
   TTypeAhead FTypeAhead;
-  TListItem* FCollapse = nullptr;  // pressed while selected among others
+  // What the release is to do: select this row alone, which was pressed while selected among others; click.
+  TListItem* FCollapse = nullptr;
+  bool FClicks = false;
 };

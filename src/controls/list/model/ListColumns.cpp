@@ -62,6 +62,11 @@ void TListColumns::Bury(std::unique_ptr<TListColumn> column) {
   FLife->Bury(std::move(column));
 }
 
+void TListColumns::SetSorted(int index, TSortState state) {
+  for (int column = 0; column < Count(); ++column)
+    (*this)[column].SetSortState(column == index ? state : ssNone);
+}
+
 TListColumn& TListColumns::operator[](int index) const {
   if (index < 0 || index >= Count()) throw EListError("TListColumns: index out of range");
   return *FColumns[static_cast<size_t>(index)];

@@ -1,6 +1,7 @@
 // The columns of a list, in display order. Plain objects that need no window; main thread.
 #pragma once
 
+#include "controls/list/ListTypes.h"
 #include "controls/list/model/EventScope.h"
 
 #include <QString>
@@ -44,6 +45,11 @@ class TListColumn {
   [[nodiscard]] int ImageIndex() const { return FImageIndex; }
   void SetImageIndex(int index) { Set(FImageIndex, index); }
 
+  // How the rows are sorted by this column, for a screen reader and for headers that draw an arrow of their
+  // own. The list sorts nothing by it.
+  [[nodiscard]] TSortState SortState() const { return FSortState; }
+  void SetSortState(TSortState state) { Set(FSortState, state); }
+
   // Where a text that is too long is cut. Paths read best with the cut in the middle.
   [[nodiscard]] Qt::TextElideMode Elide() const { return FElide; }
   void SetElide(Qt::TextElideMode elide) { Set(FElide, elide); }
@@ -72,6 +78,7 @@ class TListColumn {
   int FMaxWidth = 0;
   TAlignment FAlignment = TAlignment::LeftJustify;
   int FImageIndex = -1;
+  TSortState FSortState = ssNone;
   Qt::TextElideMode FElide = Qt::ElideRight;
   bool FGone = false;
 };
@@ -94,6 +101,9 @@ class TListColumns {
   TListColumn& Add(const QString& caption, int width, TAlignment alignment = TAlignment::LeftJustify);
   void Delete(int index);
   void Clear();
+
+  // The rows are sorted by this column, and by no other; -1 is none.
+  void SetSorted(int index, TSortState state);
 
   [[nodiscard]] int Count() const { return static_cast<int>(FColumns.size()); }
   [[nodiscard]] TListColumn& operator[](int index) const;

@@ -39,17 +39,18 @@ TRdHeaderSection TRdHeader::Section(int column, const QRect& rect) const {
 }
 
 TRdHeaderState TRdHeader::State() const {
-  const THeaderInput& mouse = FList.HeaderInput();
+  const THeaderBar& mouse = FList.Header();
   TRdHeaderState state = FState;
   state.HeaderHotColumn = mouse.HotColumn();
   state.HeaderDownColumn = mouse.DownColumn();
   state.HeaderPressed = mouse.PressedColumn() >= 0;
   state.HeaderTracking = mouse.Tracking();
+  state.SortColumn = SortColumn();
   return state;
 }
 
 TPartState TRdHeader::StateOf(int column) const {
-  const THeaderInput& mouse = FList.HeaderInput();
+  const THeaderBar& mouse = FList.Header();
   if (mouse.Tracking()) return TPartState::Normal;
   if (column == mouse.PressedColumn()) return TPartState::Pressed;
   return column == mouse.HotColumn() ? TPartState::Hot : TPartState::Normal;
@@ -59,7 +60,7 @@ TPartState TRdHeader::StateOf(int column) const {
 int TRdHeader::ArrowOf(int column) {
   const TkListColumn* const sorted = SortColumn();
   if (sorted == nullptr || sorted != &FList.Columns()[column]) return -1;
-  if (FList.HeaderInput().HotColumn() != column || !FList.OnDrawSortColumnIcon) AskArrow(column);
+  if (FList.Header().HotColumn() != column || !FList.OnDrawSortColumnIcon) AskArrow(column);
   return FArrow;
 }
 
@@ -68,18 +69,21 @@ void TRdHeader::AskArrow(int column) {
   if (Tell(FList.EventLife(), FList.OnDrawSortColumnIcon, arrow, column, FState.SortState)) FArrow = arrow;
 }
 
+void TRdHeader::Reset() {
+  FState = {};
+  FList.Columns().SetSorted(-1, ssNone);
+}
+
 TkListColumn* TRdHeader::SortColumn() const {
   for (int column = 0; column < FList.Columns().Count(); ++column)
-    if (&FList.Columns()[column] == FState.SortColumn) return &FList.Columns()[column];
+    if (FList.Columns()[column].SortState() != ssNone) return &FList.Columns()[column];
   return nullptr;
 }
 
 void TRdHeader::SetSort(int column, TSortState state) {
-  const bool known = column >= 0 && column < FList.Columns().Count();
-  FState.SortColumn = known ? &FList.Columns()[column] : nullptr;
   FState.SortState = state;
   FArrow = state - 1;
-  FList.UpdateHeader();
+  FList.Columns().SetSorted(column, state);
 }
 
 QRect TRdHeader::CheckBoxRect(const QSize& header) const {
@@ -113,7 +117,7 @@ void TRdHeader::Release(const QPoint& pos, const QSize& header) {
     if (inBox) ToggleCheckAll();
     return;
   }
-  const int down = FList.HeaderInput().DownColumn();
+  const int down = FList.Header().DownColumn();
   FReleasedInBox = inBox && down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
 }
 
@@ -121,14 +125,13 @@ bool TRdHeader::SortByClick(int column) {
   if (std::exchange(FReleasedInBox, false)) return true;
   const TEventScope scope(FList.EventLife());
   TkListColumn& clicked = FList.Columns()[column];
-  FState.SortColumn = clicked.AutoClickSort ? &clicked : nullptr;
-  if (clicked.AutoClickSort) {
-    FState.SortState = FState.SortState == ssUp ? ssDown : ssUp;
-    AskArrow(column);
-    if (scope.ListGone()) return false;
+  if (!clicked.AutoClickSort) {
+    FList.Columns().SetSorted(-1, ssNone);
+    return true;
   }
-  FList.UpdateHeader();
-  return true;
+  SetSort(column, FState.SortState == ssUp ? ssDown : ssUp);
+  AskArrow(column);
+  return !scope.ListGone();
 }
 
 void TRdHeader::ToggleCheckAll() {

@@ -19,7 +19,7 @@ class TRdHeader {
 
   // The header's mouse is that of every list; what it is at there comes with the state.
   [[nodiscard]] TRdHeaderState State() const;
-  void Reset() { FState = {}; }
+  void Reset();
 
   void Paint(QPainter& painter, QWidget& header);
 

@@ -33,13 +33,11 @@ class TkListGroup;
 class TkListItem;
 struct TRdCell;
 
-enum TSortState { ssNone, ssUp, ssDown };
-
 using TOnButtonClick = std::function<void(TListItem* item, int columnIndex)>;
 using TOnLabelClick = std::function<void(TListItem* item, int columnIndex)>;
 using TOnSubItemChecking = std::function<void(TkListItem* item, int columnIndex, bool& checked)>;
 
-// A handler may change or delete rows, but not the list itself.
+// A handler may do anything to the list (model/EventScope.h).
 struct TRdListEvents {
   TOnButtonClick OnButtonClick;
   TOnLabelClick OnLabelClick;

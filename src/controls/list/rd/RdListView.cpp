@@ -1,5 +1,6 @@
 #include "controls/list/rd/RdListView.h"
 
+#include "controls/list/HeaderBar.h"
 #include "controls/list/accessible/ListAccessible.h"
 
 #include <QHelpEvent>
@@ -371,10 +372,11 @@ bool TRdListView::PressRows(const QPoint& pos, Qt::MouseButton button, Qt::Keybo
 }
 
 void TRdListView::mouseMoveEvent(QMouseEvent* event) {
-  if (!FOpenOwnerDraw) TCustomListView::mouseMoveEvent(event);
-  FTip->Follow(event->position().toPoint());
-  if (FOpenOwnerDraw)
-    FMouse.Move(event->position().toPoint(), event->timestamp(), event->buttons().testFlag(Qt::LeftButton));
+  const QPoint pos = event->position().toPoint();
+  FTip->Follow(pos);
+  if (!FOpenOwnerDraw) return TCustomListView::mouseMoveEvent(event);
+  if (event->buttons() == Qt::NoButton) LosePress();
+  FMouse.Move(pos, event->timestamp(), event->buttons().testFlag(Qt::LeftButton));
 }
 
 void TRdListView::mouseReleaseEvent(QMouseEvent* event) {
@@ -557,8 +559,6 @@ bool TRdListView::ActOnCell(int row, int column, TCellAct act) {
 
 TCellFacts TRdListView::DescribeHeader(int column) const {
   TCellFacts facts = TCustomListView::DescribeHeader(column);
-  const TSortState sort = column == SortColumnIndex() ? FHeaderPart.State().SortState : ssNone;
-  if (sort != ssNone) facts.Value = sort == ssUp ? FProperties.SortedUpText : FProperties.SortedDownText;
   facts.HasCheckBox = column == 0 && FProperties.CheckBoxOnColumnHeader;
   facts.Checked = facts.HasCheckBox && CheckAll();
   return facts;

@@ -9,7 +9,7 @@
 //
 // The header is always drawn by the header skin. Rows and cells are, with OpenOwnerDraw; otherwise they look
 // and react as on any list, and all cells show their texts. With OpenGroupDraw too, groups have header rows.
-// What the keys do stands in input/CellKeys.h, the order of events in RdListEvents.h. Main thread.
+// What the keys do stands in input/RdCellKeys.h, the order of events in RdListEvents.h. Main thread.
 #pragma once
 
 #include "controls/list/ListView.h"
@@ -33,12 +33,9 @@ struct TRdListProperties {
   bool CheckBoxOnColumnHeader = false;  // a box for all rows in the first header cell
   bool ShowToolTip = true;              // tips of cells that show only part of their text
   TColor FrameColor = clNone;           // of a frame of one pixel in place of the border
-  // What a screen reader says of the sorted column.
-  QString SortedUpText = u"ascending"_qs;
-  QString SortedDownText = u"descending"_qs;
-  TImageList* SortImage = nullptr;    // the sort arrows: up, down
-  TImageList* IconImgList = nullptr;  // icons of the cells of columns without a list of their own
-  TImageList* GroupImages = nullptr;  // title images of groups
+  TImageList* SortImage = nullptr;      // the sort arrows: up, down
+  TImageList* IconImgList = nullptr;    // icons of the cells of columns without a list of their own
+  TImageList* GroupImages = nullptr;    // title images of groups
 };
 
 class TRdListView : public TCustomListView, public TRdListEvents, private TkListOwner, private TSkinOwner {

@@ -44,14 +44,11 @@ TEST(LayoutGroup, TextStandsBehindBoxAndButton) {
     EXPECT_EQ(parts.Button.isNull() ? -1 : parts.Button.left(), row.ButtonX);
     EXPECT_EQ(parts.Button.top(), row.ButtonX < 0 ? 0 : 7);
   }
-}
-
-TEST(LayoutGroup, TitleImageMovesTheText) {
+  TListSkin moved;
+  moved.Group.GroupLeftOffSet = 6;
   TGroupRowContent content = Content(tkgNone, false, false);
   content.TitleImage = QSize(24, 24);
-  TListSkin skin;
-  skin.Group.GroupLeftOffSet = 6;
-  const TGroupRowParts parts = LayoutGroupRow(kRow, content, skin);
+  const TGroupRowParts parts = LayoutGroupRow(kRow, content, moved);
   EXPECT_EQ(parts.TitleImage, QRect(16, 3, 24, 24));
   EXPECT_EQ(parts.Header.Rect.left(), 45);
 }

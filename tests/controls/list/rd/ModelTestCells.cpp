@@ -13,35 +13,25 @@ TEST(RdCells, TheTypeIsTheTextsElseTheRowsElseTheColumns) {
   TkListItem& row = *list.Add(u"a"_qs);
   row.SubItems().Add(u"x"_qs);
   const struct {
-    QString RowTypes, Text;
+    const char* RowTypes;
+    int Prefix;  // 0: none
     TListColumnType Type;
     QString Shown;
-  } cases[] = {{u""_qs, u"x"_qs, ltStar, u"x"_qs},
-               {u"1=7"_qs, u"x"_qs, ltEdit, u"x"_qs},
-               {u"1=no"_qs, u"x"_qs, ltStar, u"x"_qs},
-               {u"1=12"_qs, u"x"_qs, ltStar, u"x"_qs},
-               {u"2=7"_qs, u"x"_qs, ltStar, u"x"_qs},
-               {u"1=7"_qs,
-                u"\x05"
-                u"x"_qs,
-                ltLabel, u"x"_qs},
-               {u"1=7"_qs, u"\x01"_qs, ltNone, u""_qs},
-               {u"1=7"_qs,
-                u"\x0c"
-                u"x"_qs,
-                ltDefault, u"x"_qs},
-               {u"1=7"_qs, u"\x0d"_qs, ltEdit, u"\x0d"_qs},
-               {u"1=7"_qs, u""_qs, ltEdit, u""_qs}};
+  } cases[] = {
+      {"", 0, ltStar, u"x"_qs},     {"1=7", 0, ltEdit, u"x"_qs},     {"1=no", 0, ltStar, u"x"_qs},
+      {"1=12", 0, ltStar, u"x"_qs}, {"2=7", 0, ltStar, u"x"_qs},     {"1=7", 5, ltLabel, u"x"_qs},
+      {"1=7", 1, ltNone, u"x"_qs},  {"1=7", 12, ltDefault, u"x"_qs}, {"1=7", 13, ltEdit, u"\x0dx"_qs}};
   for (const auto& one : cases) {
     row.DropColumnTypes();
-    row.MakeColumnTypes().Add(one.RowTypes);
-    row.SubItems().Put(0, one.Text);
+    row.MakeColumnTypes().Add(QString::fromLatin1(one.RowTypes));
+    row.SubItems().Put(0, one.Prefix != 0 ? QChar(one.Prefix) + u"x"_qs : u"x"_qs);
     const TkCell cell = CellOf(row, columns[1]);
-    EXPECT_EQ(cell.Type, one.Type) << one.Text.toStdString();
+    EXPECT_EQ(cell.Type, one.Type) << one.RowTypes << ", " << one.Prefix;
     EXPECT_EQ(cell.Text, one.Shown);
   }
   EXPECT_FALSE(HasCell(row, 2));
-  EXPECT_EQ(CellText(row, 2), u"");
+  row.SubItems().Put(0, {});
+  EXPECT_EQ(CellOf(row, columns[1]).Type, ltEdit) << "an empty text has no prefix";
 }
 
 TEST(RdCells, TheLinesOfARowAreKeptByName) {

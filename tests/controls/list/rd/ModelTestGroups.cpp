@@ -69,15 +69,6 @@ TEST_F(RdGroups, CollapsingIsRefusedWhereGroupsMayNotAndExpandingIsNot) {
   EXPECT_FALSE(List.Group(0).Collapsed());
 }
 
-TEST_F(RdGroups, TheLastMemberTakesTheHeaderRowAlong) {
-  List.Fill(u"a"_qs, 0);
-  List.Fill(u"b"_qs, 1);
-  List.Log.clear();
-  List.Items.Delete(1);
-  EXPECT_EQ(List.Captions(), u"[1]b");
-  EXPECT_EQ(List.Log, QStringList(u"delete a"_qs));
-}
-
 TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
   List.Fill(u"ab"_qs, 0);
   List.Items[1]->SetGroupID(3);

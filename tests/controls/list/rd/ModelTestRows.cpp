@@ -11,21 +11,6 @@ int ByCaption(TListItem& a, TListItem& b) {
 
 }  // namespace
 
-TEST(RdListItems, BracketsNestAndASurplusCloseThrows) {
-  TPlainRdList list;
-  EXPECT_TRUE(list.Items.BeginUpdate(0));
-  EXPECT_FALSE(list.Items.BeginUpdate(0));
-  EXPECT_FALSE(list.Items.EndUpdate());
-  EXPECT_TRUE(list.Items.Updating());
-  EXPECT_TRUE(list.Items.EndUpdate());
-  try {
-    list.Items.EndUpdate();
-    FAIL() << "no error";
-  } catch (const EListError& error) {
-    EXPECT_STREQ(error.what(), "LV\\EndUpdate\\: EndUpdate Overflow call! ");
-  }
-}
-
 TEST(RdListItems, ABracketChangesTheCountOfTheHostOnceAhead) {
   const struct {
     int Delta, Added, Deleted, During;
@@ -41,6 +26,7 @@ TEST(RdListItems, ABracketChangesTheCountOfTheHostOnceAhead) {
     EXPECT_EQ(list.Items.Count(), 3 + one.Added - one.Deleted) << one.Delta;
     list.Items.EndUpdate();
     EXPECT_EQ(list.States.Count(), list.Items.Count()) << one.Delta;
+    EXPECT_THROW(list.Items.EndUpdate(), EListError);
   }
 }
 
@@ -57,15 +43,8 @@ TEST(RdListItems, TheOutermostCloseRestoresTheScrollAndRealigns) {
 TEST(RdListItems, OnlyRowsOfItsClassAreLetIn) {
   TPlainRdList list;
   list.PlainFactory = true;
-  try {
-    list.Items.Add();
-    FAIL() << "no error";
-  } catch (const EListError& error) {
-    EXPECT_STREQ(error.what(), "LV\\CreateItem\\: only allow TkListItem class");
-  }
-  EXPECT_EQ(list.Model.AllItems().Count(), 0);
-  EXPECT_EQ(list.States.Count(), 0);
-  EXPECT_THROW((void)list.Items[0], EListError);
+  EXPECT_THROW(list.Items.Add(), EListError);
+  EXPECT_EQ(list.Model.AllItems().Count() + list.States.Count(), 0);
 }
 
 TEST(RdListItems, AlphaSortGoesByOnCompareElseByCaption) {
@@ -81,11 +60,9 @@ TEST(RdListItems, AlphaSortGoesByOnCompareElseByCaption) {
 TEST(RdListItems, SortByTextLooksPastThePrefixAndTakesMissingCellsAsEmpty) {
   TPlainRdList list;
   list.Fill(u"abcd"_qs);
-  list.Items[0]->SubItems().Add(u"2"_qs);
-  list.Items[1]->SubItems().Add(
-      u"\x04"
-      u"3"_qs);
-  list.Items[2]->SubItems().Add(u"1"_qs);
+  const QString texts[] = {u"2"_qs, QChar(4) + u"3"_qs, u"1"_qs};
+  for (int row = 0; row < 3; ++row)
+    list.Items[row]->SubItems().Add(texts[row]);
   const auto ordinal = [](QStringView a, QStringView b) { return a.compare(b); };
   list.Items.SortByText(1, ordinal);
   EXPECT_EQ(list.Captions(), u"dcab");
@@ -93,7 +70,7 @@ TEST(RdListItems, SortByTextLooksPastThePrefixAndTakesMissingCellsAsEmpty) {
   EXPECT_EQ(list.Captions(), u"bacd");
 }
 
-TEST(RdListItems, DeletionIsToldOnceForEachRowShownOrHidden) {
+TEST(RdListItems, DeletionIsToldOnceForEachRow) {
   TPlainRdList list;
   list.State.OpenGroupDraw = true;
   list.AddGroups(1);
@@ -109,12 +86,8 @@ TEST(RdListItems, DeletionIsToldOnceForEachRowShownOrHidden) {
   EXPECT_EQ(list.Log, (QStringList{u"reset mouse"_qs, u"delete a"_qs, u"delete d"_qs}));
   EXPECT_EQ(list.RowsGone, 4);
   EXPECT_EQ(list.HeadersGone, 1);
-  EXPECT_EQ(list.Model.AllItems().Count(), 0);
   EXPECT_EQ(list.Group(0).Items().Count(), 0);
-}
 
-TEST(RdListItems, DeletionIsToldOnceThoughItsHandlersDeleteAndClear) {
-  TPlainRdList list;
   list.Fill(u"abcdef"_qs);
   list.Log.clear();
   list.OnDeletion = [&](TListItem& item) {
@@ -124,12 +97,9 @@ TEST(RdListItems, DeletionIsToldOnceThoughItsHandlersDeleteAndClear) {
     if (item.Caption() == u"f") list.Add(u"new"_qs);
   };
   list.Items.Clear();
-  list.Log.removeAll(u"reset mouse"_qs);
-  list.Log.sort();
-  EXPECT_EQ(list.Log, (QStringList{u"delete a"_qs, u"delete b"_qs, u"delete c"_qs, u"delete d"_qs,
-                                   u"delete e"_qs, u"delete f"_qs}));
+  EXPECT_EQ(list.Log.filter(u"delete"_qs).size(), 6) << "once, though handlers delete and clear";
+  EXPECT_EQ(list.RowsGone, 10);
   EXPECT_EQ(list.Captions(), u"new");
-  EXPECT_EQ(list.States.Count(), 1);
 }
 
 TEST(RdListItems, OnlyTheRowsThatWereSelectedAreDeleted) {

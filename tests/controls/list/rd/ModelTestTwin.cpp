@@ -166,47 +166,49 @@ void TTwinRun::ChangeAll() {
 std::string TTwinRun::RowDifference(int index) {
   const TTwinRow& row = FTwin.Row(index);
   const TkListItem& item = *FList.Items[index];
-  const std::string where = "row " + std::to_string(index) + ": ";
-  if (item.IsGroupHeader() != row.Header || item.GroupID() != row.Group) return where + "kind or group";
-  if (&item != &ItemOf(row)) return where + "item";
-  if (item.Index() != index || item.Hidden()) return where + "index";
-  if (item.Selected() != row.Selected) return where + "selected";
-  if (item.Focused() != row.Focused) return where + "focused";
-  const bool hostChecked = item.HasState(kRowChecked);
-  if (item.Checked() != row.Checked || hostChecked != row.Checked) return where + "checked";
+  const std::pair<const char*, bool> same[] = {
+      {"kind", item.IsGroupHeader() == row.Header},
+      {"group", item.GroupID() == row.Group},
+      {"item", &item == &ItemOf(row)},
+      {"index", item.Index() == index && !item.Hidden()},
+      {"selected", item.Selected() == row.Selected},
+      {"focused", item.Focused() == row.Focused},
+      {"checked", item.Checked() == row.Checked && item.HasState(kRowChecked) == row.Checked}};
+  for (const auto& [what, is] : same)
+    if (!is) return "row " + std::to_string(index) + ": " + what;
   return {};
 }
 
 std::string TTwinRun::GroupDifference(int id) {
   const TkListGroup& group = FList.Group(id);
-  const std::string where = "group " + std::to_string(id) + ": ";
-  const auto items = [](const std::vector<TTwinRow*>& rows) {
-    std::vector<const TkListItem*> list;
-    for (const TTwinRow* row : rows)
-      list.push_back(row->Item);
-    return list;
-  };
+  const TTwinGroup& twin = FTwin.Group(id);
   const std::vector<TTwinRow*> members = FTwin.Members(id);
-  const auto checked = [](const TTwinRow* row) { return row->Checked; };
-  if (!std::ranges::equal(group.Items(), items(members))) return where + "members";
-  if (!std::ranges::equal(group.HiddenItems(), items(FTwin.Group(id).Hidden))) return where + "hidden";
-  if (group.CheckedCount() != std::ranges::count_if(members, checked)) return where + "checked count";
-  if (group.GroupChecked() != FTwin.Group(id).Checked) return where + "checked";
-  if (group.Collapsed() != FTwin.Group(id).Collapsed) return where + "collapsed";
-  return (group.HeaderItem() != nullptr) == (FTwin.HeaderOf(id) >= 0) ? std::string() : where + "header";
+  const auto rows = [](const TkItemQuickList& items, const std::vector<TTwinRow*>& wanted) {
+    return std::ranges::equal(items, wanted, {}, {}, [](const TTwinRow* row) { return row->Item; });
+  };
+  const std::pair<const char*, bool> same[] = {
+      {"members", rows(group.Items(), members)},
+      {"hidden", rows(group.HiddenItems(), twin.Hidden)},
+      {"checked count", group.CheckedCount() == std::ranges::count_if(members, &TTwinRow::Checked)},
+      {"checked", group.GroupChecked() == twin.Checked},
+      {"collapsed", group.Collapsed() == twin.Collapsed},
+      {"header", (group.HeaderItem() != nullptr) == (FTwin.HeaderOf(id) >= 0)}};
+  for (const auto& [what, is] : same)
+    if (!is) return "group " + std::to_string(id) + ": " + what;
+  return {};
 }
 
 std::string TTwinRun::Difference() {
   if (FList.Items.Count() != FTwin.Count()) return "count";
-  if (FDepth == 0 && FList.States.Count() != FTwin.Count()) return "count of the host";
-  for (int row = 0; row < FTwin.Count(); ++row) {
-    if (const std::string difference = RowDifference(row); !difference.empty()) return difference;
-  }
-  for (int group = 0; group < kGroups; ++group) {
-    if (const std::string difference = GroupDifference(group); !difference.empty()) return difference;
-  }
+  std::string found;
+  for (int row = 0; row < FTwin.Count() && found.empty(); ++row)
+    found = RowDifference(row);
+  for (int group = 0; group < kGroups && found.empty(); ++group)
+    found = GroupDifference(group);
   const auto all = static_cast<int>(FTwin.All.size());
-  const auto checked = std::ranges::count_if(FTwin.All, [](const TTwinRow& row) { return row.Checked; });
+  const auto checked = std::ranges::count_if(FTwin.All, &TTwinRow::Checked);
+  if (!found.empty()) return found;
+  if (FDepth == 0 && FList.States.Count() != FTwin.Count()) return "count of the host";
   if (FList.Model.AllItems().Count() != all) return "all items";
   if (FList.Model.Checks().CheckedTotal() != checked) return "checked total";
   return FList.Model.Checks().CheckAll() == (all > 0 && checked == all) ? "" : "check all";

@@ -90,10 +90,10 @@ TEST_F(PaintCell, EditBandHasItsFrameAndColor) {
 TEST_F(PaintCell, CheckBoxPictureFollowsTheText) {
   Skin.Item.ItemPic_CheckBox = PlainPicture({16, 16}, Qt::green);
   Skin.Item.ItemPic_UnCheckBox = PlainPicture({16, 16}, Qt::red);
-  Paint(Cell(ltCheckbox, u"1"_qs));
-  EXPECT_TRUE(IsAll({10, 5, 16, 16}, Qt::green));
-  Paint(Cell(ltCheckbox, {}));
-  EXPECT_TRUE(IsAll({10, 5, 16, 16}, Qt::red));
+  for (const bool checked : {false, true}) {
+    Paint(Cell(ltCheckbox, checked ? u"1"_qs : QString()));
+    EXPECT_TRUE(IsAll({10, 5, 16, 16}, checked ? Qt::green : Qt::red));
+  }
 }
 
 TEST_F(PaintCell, ButtonPictureFollowsTheState) {

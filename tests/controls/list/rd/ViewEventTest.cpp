@@ -43,16 +43,6 @@ TEST_F(TRdEvents, ClicksOnBoxesLeaveTheSelection) {
             u"box Recorder, check Recorder, down, click, up, box Recorder, uncheck Recorder, down, up");
 }
 
-TEST_F(TRdEvents, AHandlerOfTheBoxMayDeleteTheRow) {
-  List.OnItemCheckBoxClick = [this](TListItem* item) { item->Delete(); };
-  Click(Box(1));
-  EXPECT_EQ(Name(List.Items()[1]), u"Recorder");
-  EXPECT_FALSE(List.Items()[1]->Checked());
-  List.OnButtonClick = [](TListItem* item, int) { item->Delete(); };
-  Click(Hot(1, kButtonColumn));
-  EXPECT_EQ(Name(List.Items()[1]), u"Film");
-}
-
 TEST_F(TRdEvents, ASecondPressActsOnExpandButtonsAndBoxesAlone) {
   DoubleClick(Hot(1, kButtonColumn));
   EXPECT_EQ(TakeLog(), u"+Picture, down, click, up, button Picture 1, dblclick, down, up");
@@ -85,7 +75,7 @@ TEST_F(TRdEvents, AReleaseThatWasLostIsMadeUpFor) {
   MoveTo(Hot(1, kButtonColumn));
   EXPECT_EQ(List.MouseState().CellHotState, kCellHot);
   QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, Hot(1, kButtonColumn));
-  EXPECT_EQ(TakeLog(), u"+Picture, down, click, up");
+  EXPECT_EQ(TakeLog(), u"+Picture, down, up") << "no click of row or button";
   QTest::mousePress(Header(), Qt::LeftButton, {}, {12, 10});
   QMouseEvent move(QEvent::MouseMove, QPointF(40, 10), Header()->mapToGlobal(QPointF(40, 10)), Qt::NoButton,
                    {}, {});

@@ -1,40 +1,15 @@
-// Gestures at random on the gallery's list while the handlers of all its events do anything at random:
-// nothing may dangle, no count may go wrong. TALLYSCOPE_MONKEY_STEPS asks for a longer run.
+// The monkey on the gallery's list.
 #include "GalleryList.h"
+#include "controls/list/Monkey.h"
 
-#include <gtest/gtest.h>
-
-#include <QContextMenuEvent>
-#include <QMouseEvent>
-#include <QPointer>
 #include <QTest>
 #include <QWheelEvent>
 
-#include <algorithm>
-#include <functional>
-#include <random>
-
 namespace {
 
-constexpr int kShortRun = 3000;
-constexpr Qt::Key kKeys[] = {Qt::Key_Down, Qt::Key_Up,    Qt::Key_Home,     Qt::Key_End,   Qt::Key_Space,
-                             Qt::Key_F2,   Qt::Key_Right, Qt::Key_PageDown, Qt::Key_Minus, Qt::Key_Plus,
-                             Qt::Key_0,    Qt::Key_Left,  Qt::Key_Return,   Qt::Key_A,     Qt::Key_Escape};
-constexpr Qt::KeyboardModifier kShifts[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier};
-constexpr QEvent::Type kMouse[] = {QEvent::MouseButtonPress, QEvent::MouseButtonRelease, QEvent::MouseMove,
-                                   QEvent::MouseButtonDblClick};
-
-int Steps() {
-  const int asked = qEnvironmentVariableIntValue("TALLYSCOPE_MONKEY_STEPS");
-  return asked > 0 ? asked : kShortRun;
-}
-
-class TRdMonkey : public ::testing::Test {
+class TRdMonkey : public TMonkey {
  protected:
-  int Below(int bound) { return std::uniform_int_distribution<int>(0, std::max(1, bound) - 1)(FRandom); }
-  bool Rarely(int times) { return Below(times) == 0; }
   [[nodiscard]] TRdListView& List() { return FGallery->List(); }
-  // The rows tell of their end while the list is destroyed: it is not touched any more.
   [[nodiscard]] bool Dead() const { return FGallery == nullptr || FDying; }
 
   void Make() {
@@ -75,18 +50,10 @@ class TRdMonkey : public ::testing::Test {
   }
   TkListGroup* SomeGroup() { return List().Groups().Find(Below(List().Groups().Count() + 1)); }
 
-  void Anything() {
-    if (Dead() || FDepth > 3) return;
-    ++FDepth;
-    if (Rarely(5)) ToAll();
+  void Something() override {
+    if (!Dead() && Rarely(5)) ToAll();
     if (!Dead() && Rarely(3)) ToRow(SomeRow());
     if (!Dead() && Rarely(6)) ToGroup(SomeGroup());
-    --FDepth;
-  }
-
-  // One of them, at random.
-  void Any(std::initializer_list<std::function<void()>> acts) {
-    (acts.begin() + Below(static_cast<int>(acts.size())))->operator()();
   }
 
   // The row may lack the cell that was edited; no exception may pass through Qt.
@@ -133,42 +100,19 @@ class TRdMonkey : public ::testing::Test {
 
   void Handle();
   void Gesture();
-  void Mouse(QWidget& widget);
-  void Key(QWidget& widget);
-  void Check(int step);
+  void Check();
 
-  std::mt19937 FRandom{7};
   std::unique_ptr<TGalleryList> FGallery;
-  int FDepth = 0;
-  bool FDying = false;
 };
 
 void TRdMonkey::Handle() {
   TRdListView& list = List();
+  TMonkey::Handle(list);
   const auto anything = [this](auto&&...) { Anything(); };
-  // What was told of is still whole when the handler has done its worst.
   const auto item = [this](TListItem* told, auto&&...) {
     Anything();
     (void)(told->Caption().size() + told->Index());
   };
-  list.OnSelectItem = item;
-  list.OnItemChecked = item;
-  list.OnChange = [this, item](TListItem* told, TItemChange) {
-    if (Rarely(4)) item(told);
-  };
-  list.OnDeletion = item;
-  list.OnCompare = [this](TListItem* a, TListItem* b, int& result) {
-    if (Rarely(30)) Anything();
-    result = Rarely(30) ? Below(3) - 1 : QString::compare(a->Caption(), b->Caption());
-  };
-  list.OnColumnClick = [this](TListColumn* column) {
-    Anything();
-    (void)column->Caption().size();
-  };
-  list.OnMouseDown = list.OnMouseUp = anything;
-  list.OnClick = list.OnDblClick = anything;
-  list.OnKeyDown = anything;
-  list.OnContextPopup = anything;
   list.GroupShowHide = [this](TRdListView&, TkListGroup& group, bool& show) {
     Anything();
     (void)group.Header().size();
@@ -185,21 +129,6 @@ void TRdMonkey::Handle() {
   list.OnWriteLog = anything;
 }
 
-void TRdMonkey::Mouse(QWidget& widget) {
-  const QEvent::Type type = kMouse[Below(std::size(kMouse))];
-  const QPoint pos(Below(widget.width() + 10), Below(widget.height() + 10));
-  const Qt::MouseButton button = Rarely(6) ? Qt::RightButton : Qt::LeftButton;
-  const bool moves = type == QEvent::MouseMove;
-  QMouseEvent event(type, pos, widget.mapToGlobal(pos), moves ? Qt::NoButton : button,
-                    Rarely(6) ? Qt::NoButton : button, kShifts[Below(3)]);
-  QCoreApplication::sendEvent(&widget, &event);
-}
-
-void TRdMonkey::Key(QWidget& widget) {
-  QKeyEvent event(QEvent::KeyPress, kKeys[Below(std::size(kKeys))], kShifts[Below(3)], u"5"_qs);
-  QCoreApplication::sendEvent(&widget, &event);
-}
-
 void TRdMonkey::Gesture() {
   TRdEditors& editors = List().Editors();
   if (editors.Shown() && Rarely(2)) {
@@ -208,8 +137,7 @@ void TRdMonkey::Gesture() {
   }
   switch (Below(12)) {
     case 0:
-      if (QWidget* const header = List().childAt(List().HeaderRect().center())) Mouse(*header);
-      return;
+      return Header(List());
     case 1:
       return Mouse(Rarely(2) ? List().Bars().VertBar() : List().Bars().HorzBar());
     case 2:
@@ -234,40 +162,39 @@ void TRdMonkey::Gesture() {
   }
 }
 
-void TRdMonkey::Check(int step) {
+void TRdMonkey::Check() {
+  ASSERT_NO_FATAL_FAILURE(CheckRows(List()));
   const auto& all = List().Model().AllItems();
   const auto checked = [](const TkListItem* row) { return row->Checked(); };
-  ASSERT_EQ(List().States().Count(), List().Items().Count()) << step;
-  ASSERT_EQ(List().Model().Checks().CheckedTotal(), std::count_if(all.begin(), all.end(), checked)) << step;
+  ASSERT_EQ(List().Model().Checks().CheckedTotal(), std::count_if(all.begin(), all.end(), checked));
   for (int row = 0; row < List().Items().Count(); ++row) {
     const TkListItem& item = *List().Items()[row];
-    ASSERT_TRUE(!item.Gone() && all.Contains(item) && item.Index() == row) << step;
-    ASSERT_EQ(item.HasState(kRowChecked), item.Checked()) << step;
+    ASSERT_TRUE(all.Contains(item) && item.HasState(kRowChecked) == item.Checked());
   }
   for (const auto& group : List().Groups()) {
     const TkItemQuickList& members = group->Items();
-    ASSERT_EQ(group->CheckedCount(), std::count_if(members.begin(), members.end(), checked)) << step;
+    ASSERT_EQ(group->CheckedCount(), std::count_if(members.begin(), members.end(), checked));
     for (const TkListItem* row : members)
-      ASSERT_TRUE(all.Contains(*row) && row->Group() == group.get()) << step;
+      ASSERT_TRUE(all.Contains(*row) && row->Group() == group.get());
     for (const TkListItem* row : group->HiddenItems())
-      ASSERT_TRUE(row->Hidden() && members.Contains(*row)) << step;
+      ASSERT_TRUE(row->Hidden() && members.Contains(*row));
   }
   const TkListItem* const edited = List().MouseState().EditItem;
-  ASSERT_TRUE(edited == nullptr || all.Contains(*edited)) << step;
-  ASSERT_EQ(edited != nullptr, List().Editors().Shown()) << step;
-  ASSERT_FALSE(List().EventLife()->Telling()) << step;
+  ASSERT_TRUE(edited == nullptr || all.Contains(*edited));
+  ASSERT_EQ(edited != nullptr, List().Editors().Shown());
 }
 
 }  // namespace
 
 TEST_F(TRdMonkey, NoHandlerLeavesAnythingDangling) {
   for (int step = 0; step < Steps() && !HasFatalFailure(); ++step) {
+    SCOPED_TRACE(step);
     if (FGallery == nullptr) Make();
     if (List().Items().Count() < 6 || List().Columns().Count() < 5) Refill();
     if (FGallery != nullptr) Gesture();
     if (FGallery != nullptr && step % 40 == 0) List().grab();
     if (step % 50 == 0) QCoreApplication::processEvents();
-    if (FGallery != nullptr) Check(step);
+    if (FGallery != nullptr) Check();
   }
   Destroy();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

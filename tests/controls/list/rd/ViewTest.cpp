@@ -22,16 +22,14 @@ class TRdView : public TGalleryRig {
 
 TEST_F(TRdView, OwnDrawingSetsItsOptions) {
   TRdListView list;
-  EXPECT_FALSE(list.OpenOwnerDraw());
   list.SetOptions({.RowSelect = false, .ReadOnly = false});
   const int hostHeight = list.Layout().Metrics().RowHeight;
   list.AllSkinItem().ItemHeight = 50;
-  EXPECT_EQ(list.Layout().Metrics().RowHeight, hostHeight) << "the host's rows have its own height";
-  list.SetOpenOwnerDraw(true);
+  for (const bool open : {false, true, false}) {
+    list.SetOpenOwnerDraw(open);
+    EXPECT_EQ(list.Layout().Metrics().RowHeight, open ? 50 : hostHeight) << "the host's rows have its own";
+  }
   EXPECT_TRUE(list.Options().RowSelect && list.Options().ReadOnly);
-  EXPECT_EQ(list.Layout().Metrics().RowHeight, 50);
-  list.SetOpenOwnerDraw(false);
-  EXPECT_EQ(list.Layout().Metrics().RowHeight, hostHeight);
 }
 
 TEST_F(TRdView, TheTwoBarsOfAnAxisExcludeOneAnother) {
@@ -99,40 +97,25 @@ TEST_F(TRdView, TheWheelMovesThreeRowsOfTheSkinnedBar) {
   EXPECT_EQ(wheel(240), 0);
 }
 
-TEST_F(TRdView, AutoColumnsTakeWhatTheOthersLeave) {
-  const int rest = List.Layout().TotalWidth() - List.Columns()[kEditColumn].Width();
-  EXPECT_EQ(List.Columns()[kEditColumn].Width(), List.viewport()->width() - rest);
-  List.resize(1500, 650);
-  EXPECT_EQ(List.Layout().TotalWidth(), List.viewport()->width());
-  List.resize(600, 650);
-  EXPECT_EQ(List.Columns()[kEditColumn].Width(), 120) << "its least width";
-}
-
-TEST_F(TRdView, TipsComeOnlyForTextsThatAreCut) {
-  TRdTip tip(List);
-  List.Items()[1]->SubItems().Put(kTextColumn - 1, u"a size that is far too long for its cell"_qs);
-  EXPECT_EQ(tip.TextAt(Cell(1, kTextColumn).Cell.center()), List.Items()[1]->SubItems()[kTextColumn - 1]);
-  EXPECT_EQ(tip.TextAt(Cell(2, kTextColumn).Cell.center()), QString());
-  EXPECT_EQ(tip.TextAt(Cell(1, kProgressColumn).Cell.center()), QString());
-  EXPECT_EQ(tip.TextAt(List.Layout().RowRect(0).center()), QString()) << "a group row";
-  TRdListProperties properties = List.Properties();
-  properties.ShowToolTip = false;
-  List.SetProperties(properties);
-  EXPECT_EQ(tip.TextAt(Cell(1, kTextColumn).Cell.center()), QString());
-}
-
-TEST_F(TRdView, TipsKnowTheRoomThatIsPainted) {
+TEST_F(TRdView, TipsComeOnlyForTextsThatArePaintedCut) {
+  RdTipText(kTextColumn, u"a size that is far too long for its cell"_qs, true);
+  RdTipText(kTextColumn, u"9"_qs, false);
+  RdTipText(kProgressColumn, u"72"_qs, false);
   RdTipText(kLabelColumn, u"a label that is longer than its column"_qs, true);
   RdTipText(kButtonColumn, u"a button that is longer than that"_qs, true);
-  TPicture wide(QImage(300, 20, QImage::Format_RGB32));
-  List.AllSkinItem().ButtonDisableImage = wide;
+  List.AllSkinItem().ButtonDisableImage = TPicture(QImage(300, 20, QImage::Format_RGB32));
   List.Items()[1]->SetEnabled(false);
   RdTipText(kButtonColumn, u"a button that is longer than that"_qs, false);
   List.AllSkinItem().IconCommentWordBreak = true;
   RdTipText(kNameColumn, u"many short words that are broken at the edge of the column, and so shown"_qs,
             false);
+  EXPECT_EQ(TRdTip(List).TextAt(List.Layout().RowRect(0).center()), QString()) << "a group row";
   List.SetOpenOwnerDraw(false);
   RdTipText(kTextColumn, u"too long a text for the column"_qs, true);
+  TRdListProperties properties = List.Properties();
+  properties.ShowToolTip = false;
+  List.SetProperties(properties);
+  RdTipText(kTextColumn, u"too long a text for the column"_qs, false);
 }
 
 TEST_F(TRdView, TheFocusShowsOnASelectedRow) {
@@ -233,6 +216,7 @@ TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
             QStringList(QKeySequence(Qt::CTRL | Qt::Key_Return).toString()));
   List.SetSort(kTextColumn, ssDown);
   EXPECT_EQ(table->child(kTextColumn)->text(QAccessible::Value), u"descending");
+  EXPECT_EQ(table->child(kLabelColumn)->text(QAccessible::Value), QString());
 }
 
 TEST_F(TRdView, ActionsDoWhatClicksDo) {

@@ -113,7 +113,7 @@ std::vector<TkListGroup*> TkGroupPlacing::Forget(const std::vector<TkListItem*>&
       if (group->FHeaderItem == item) group->FHeaderItem = nullptr;
       continue;
     }
-    if (item->Checked()) --group->FCheckedCount;
+    TkCheckBook::CountMember(*group, item->Checked() ? -1 : 0);
     if (groups.empty() || groups.back() != group) groups.push_back(group);
   }
   std::ranges::sort(groups);
@@ -138,7 +138,7 @@ void TkGroupPlacing::GroupAdded(TkListGroup& group) {
   const TListUpdate update(FModel.Items());
   for (TkListItem* item : rows)
     Join(*item, group);
-  group.FGroupChecked = group.FCheckedCount == group.Items().Count();
+  FModel.Checks().FollowMembers(group);
   for (TkListItem* item : rows) {
     if (!item->Hidden()) GoToShown(*item, group);
   }
