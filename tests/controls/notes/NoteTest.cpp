@@ -61,30 +61,19 @@ TEST(ImageNote, LockedBoundsComeBack) {
   EXPECT_EQ(note.size(), QSize(30, 30));
 }
 
-TEST(LabelNote, ShowsTheTextOfItsIndexAndIgnoresBadOnes) {
+TEST(LabelNote, ShowsTheTextOfItsIndexOrNameAndIgnoresBadOnes) {
   TLabelNote note;
   AddTwoTexts(note);
   EXPECT_EQ(note.TextIndex(), -1);
-  EXPECT_EQ(note.NameIndex(), QString());
-  note.SetTextIndex(0);
-  for (const int bad : {2, -1, 100}) {
-    note.SetTextIndex(bad);
-    EXPECT_EQ(note.TextIndex(), 0) << bad;
-    EXPECT_EQ(note.Caption(), u"first") << bad;
-  }
-}
-
-TEST(LabelNote, IsChosenByNameToo) {
-  TLabelNote note;
-  AddTwoTexts(note);
-  note.SetNameIndex(u"other"_qs);
-  EXPECT_EQ(note.TextIndex(), 1);
+  for (const int index : {0, 2, -1, 100})
+    note.SetTextIndex(index);
+  EXPECT_EQ(note.TextIndex(), 0);
+  EXPECT_EQ(note.Caption(), u"first");
+  for (const QString& name : {u"other"_qs, u"unknown"_qs})
+    note.SetNameIndex(name);
+  EXPECT_EQ(note.NameIndex(), u"other");
   EXPECT_EQ(note.Caption(), u"<b>second</b>");
   EXPECT_EQ(note.textFormat(), Qt::PlainText);
-  note.SetNameIndex(u"unknown"_qs);
-  EXPECT_EQ(note.NameIndex(), u"other");
-  note.SetNameIndex(u"TLabelItem1"_qs);
-  EXPECT_EQ(note.Caption(), u"first");
 }
 
 TEST(Notes, WhileLoadingTheIndexIsOnlyStored) {

@@ -32,25 +32,22 @@ TEST(ImageRect, ANewItemTakesNameAndSize) {
   control.Items().Add();
   const TImageItem& item = control.Items().Add();
   EXPECT_EQ(item.Name, u"TImageItem2");
-  EXPECT_EQ(QRect(item.Left, item.Top, item.Width, item.Height), QRect(0, 0, 30, 20));
-  EXPECT_TRUE(item.Visible);
-  EXPECT_FALSE(item.Stretch);
+  EXPECT_EQ(QRect(item.Left, item.Top, item.Width, item.Height), control.rect());
 }
 
 TEST(ImageRect, PaintsInOrderAndSkipsTheHiddenAndTheEmpty) {
   TImageRect control;
   control.resize(30, 20);
-  const auto add = [&](const TPicture& picture, bool stretch) -> TImageItem& {
+  const std::pair<TPicture, bool> pictures[] = {{PictureOf({1, 1}, Qt::red), true},
+                                                {PictureOf({4, 4}, Qt::blue), false},
+                                                {PictureOf({30, 20}, Qt::green), true},
+                                                {{}, true}};
+  for (const auto& [picture, stretch] : pictures) {
     TImageItem& item = control.Items().Add();
     item.Picture = picture;
     item.Stretch = stretch;
-    return item;
-  };
-  add(PictureOf({1, 1}, Qt::red), true);
-  add(PictureOf({4, 4}, Qt::blue), false);
-  add(PictureOf({30, 20}, Qt::green), true).Visible = false;
-  add({}, true);
-
+  }
+  control.Items()[2].Visible = false;
   const QImage image = control.grab().toImage();
   EXPECT_EQ(image.pixelColor(3, 3), QColor(Qt::blue)) << "drawn over the first, at the corner";
   EXPECT_EQ(image.pixelColor(4, 3), QColor(Qt::red)) << "in its own size";

@@ -42,14 +42,6 @@ TEST(Sheen, EachMoveFollowsFromWhereItStands) {
   }
 }
 
-TEST(Sheen, OneSweepTakesTenPixelsATick) {
-  TSheen sheen{-20, 0};
-  int ticks = 1;
-  while (MoveSheen(sheen, 300) != TSheenMove::Pause && ticks < 1000)
-    ++ticks;
-  EXPECT_EQ(ticks, 300 / 10 + 2 + 1);
-}
-
 TEST(Sheen, MovesOnlyWhileItIsOpenHoweverOftenItWasOpened) {
   TBar bar(100);
   EXPECT_TRUE(bar.Sheen.isHidden());
@@ -73,12 +65,4 @@ TEST(Sheen, ShowsItselfAfterThePauseUnlessTheBarIsFull) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return full.Sheen.x() == -20; }));
   ASSERT_TRUE(QTest::qWaitFor([&] { return full.Sheen.x() > -20; }));
   EXPECT_TRUE(full.Sheen.isHidden());
-}
-
-TEST(Sheen, StaysAtWidthZeroBeforePositionOne) {
-  TBar bar(0);
-  bar.Sheen.resize(30, 10);
-  bar.Bar.SetOpenAnimate(true);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return bar.Sheen.width() == 0; }));
-  EXPECT_EQ(bar.Sheen.x(), 0);
 }

@@ -213,16 +213,15 @@ TEST_F(RdScrollBarTest, PagesAreShadedByTheirState) {
 TEST_F(RdScrollBarTest, PicturesFillTheirPartsAndSetTheThickness) {
   Bar.SetPosition(50);
   Bar.AllSkinImage().SetAutoSize(true);
-  Picture(ScrollBgTop, {20, 30}, QColor(1, 1, 1));
-  Picture(ScrollBg, {20, 1}, QColor(2, 2, 2));
-  Picture(ScrollBgBottom, {20, 40}, QColor(3, 3, 3));
-  Picture(TrackTop, {10, 8}, QColor(4, 4, 4));
-  Picture(TrackCenter, {10, 20}, QColor(5, 5, 5));
-  Picture(TrackBottom, {6, 9}, QColor(6, 6, 6));
-  Picture(TrackCenterHot, {10, 20}, QColor(7, 7, 7));
-  Picture(BtnLeft, {12, 11}, QColor(8, 8, 8));
-  Picture(BtnLeftHot, {12, 11}, QColor(9, 9, 9));
-  Picture(BtnRight, {12, 13}, QColor(10, 10, 10));
+  const std::pair<TScrollPicture, QSize> pictures[] = {
+      {ScrollBgTop, {20, 30}}, {ScrollBg, {20, 1}},   {ScrollBgBottom, {20, 40}}, {TrackTop, {10, 8}},
+      {TrackCenter, {10, 20}}, {TrackBottom, {6, 9}}, {TrackCenterHot, {10, 20}}, {BtnLeft, {12, 11}},
+      {BtnLeftHot, {12, 11}},  {BtnRight, {12, 13}}};
+  int number = 0;
+  for (const auto& [which, size] : pictures) {
+    ++number;
+    Picture(which, size, QColor(number, number, number));
+  }
   EXPECT_EQ(Bar.width(), 20);
   const QRect thumb = Bar.Layout().ThumbRect;
   EXPECT_EQ(thumb, QRect(5, 97, 10, 37)) << "11 + round((208 - 37) / 2), centred across";
@@ -262,24 +261,21 @@ TEST_F(RdScrollBarTest, AssigningKeepsThePicturesThatTheOtherLacks) {
 TEST_F(RdScrollBarTest, OwnerDrawComesBeforeEachPartAndAfterItIfDrawn) {
   Bar.SetPosition(50);
   std::vector<std::pair<TScrollBarPos, bool>> calls;
-  Bar.OnDrawControl = [&](QPainter& painter, TScrollBarPos part, const QRect& rect, TButtonState state,
+  Bar.OnDrawControl = [&](QPainter& painter, TScrollBarPos part, const QRect& rect, TButtonState,
                           bool& draw) {
-    EXPECT_EQ(state, TButtonState::Normal);
     calls.emplace_back(part, draw);
     if (part == TScrollBarPos::PageUp) painter.fillRect(rect, Qt::yellow);
     if (part == TScrollBarPos::PageDown) draw = true;
   };
   Bar.SetOwnerDraw(true);
   calls.clear();
-  const QColor pageUp = PixelAt(CentreOf(TScrollBarPos::PageUp));
-  const std::vector<std::pair<TScrollBarPos, bool>> expected{
-      {TScrollBarPos::PageUp, false},    {TScrollBarPos::PageDown, false},
-      {TScrollBarPos::PageDown, true},   {TScrollBarPos::Thumb, false},
-      {TScrollBarPos::TopButton, false}, {TScrollBarPos::BottomButton, false}};
-  EXPECT_EQ(calls, expected);
-  EXPECT_EQ(pageUp, QColor(Qt::yellow));
-  EXPECT_EQ(PixelAt(CentreOf(TScrollBarPos::PageDown)), Shaded(kFace, 10));
-  EXPECT_EQ(PixelAt(CentreOf(TScrollBarPos::Thumb)), kFace) << "nothing but the bar's colour";
+  EXPECT_EQ(PixelAt(CentreOf(TScrollBarPos::PageUp)), QColor(Qt::yellow));
+  using enum TScrollBarPos;
+  EXPECT_THAT(calls, ElementsAre(std::pair(PageUp, false), std::pair(PageDown, false),
+                                 std::pair(PageDown, true), std::pair(Thumb, false),
+                                 std::pair(TopButton, false), std::pair(BottomButton, false)));
+  EXPECT_EQ(PixelAt(CentreOf(PageDown)), Shaded(kFace, 10));
+  EXPECT_EQ(PixelAt(CentreOf(Thumb)), kFace) << "nothing but the bar's colour";
 }
 
 TEST_F(RdScrollBarTest, AssistiveToolsReadAndSetTheValue) {
