@@ -355,6 +355,7 @@ void TRdListView::mouseDoubleClickEvent(QMouseEvent* event) {
 void TRdListView::Press(QMouseEvent& event, bool second) {
   const TEventScope scope(EventLife());
   FTip->Hide();
+  LosePress();
   const bool both = event.buttons().testFlag(Qt::MiddleButton);
   if (event.button() == Qt::LeftButton && FMouse.Press(event.position().toPoint(), both, second)) return;
   if (second)
