@@ -45,6 +45,8 @@ TEST_F(TListEvents, DoubleClicks) {
   QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(1));
   QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, QPoint(-50, -50));
   EXPECT_EQ(TakeLog(), u"+1, down, up") << "no click";
+  QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, TextOf(1));
+  EXPECT_EQ(TakeLog(), u"up") << "nor by a second release";
 }
 
 TEST_F(TListEvents, OneOfSeveralSelectedRowsIsPressed) {
