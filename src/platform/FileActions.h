@@ -38,6 +38,8 @@ class TOpenFolder {
   [[nodiscard]] TOpenFolder Below(const QString& path) const;
 
   [[nodiscard]] bool IsOpen() const { return FHandle != nullptr; }
+  // Both are open and hold one folder, whatever its path is by now.
+  [[nodiscard]] bool IsSame(const TOpenFolder& other) const;
   // Null if not open.
   [[nodiscard]] const TFolderHandle* Handle() const { return FHandle.get(); }
 

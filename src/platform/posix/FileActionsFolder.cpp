@@ -74,6 +74,14 @@ TOpenFolder TOpenFolder::Below(const QString& path) const {
   return reached;
 }
 
+bool TOpenFolder::IsSame(const TOpenFolder& other) const {
+  struct stat status;
+  struct stat otherStatus;
+  return IsOpen() && other.IsOpen() && fstat(FHandle->Folder.Get(), &status) == 0 &&
+         fstat(other.FHandle->Folder.Get(), &otherStatus) == 0 && status.st_dev == otherStatus.st_dev &&
+         status.st_ino == otherStatus.st_ino;
+}
+
 std::optional<TEntryPlace> PlaceOf(const TOpenFolder& folder, const QString& name) {
   const QByteArray bytes = NameToBytes(name);
   if (!folder.IsOpen() || !IsNameOfOne(bytes) || NameFromBytes(bytes) != name) return std::nullopt;

@@ -123,6 +123,11 @@ TOpenFolder TOpenFolder::Below(const QString& path) const {
   return reached;
 }
 
+// A folder that is held keeps its path.
+bool TOpenFolder::IsSame(const TOpenFolder& other) const {
+  return IsOpen() && other.IsOpen() && SameFolder(FHandle->Path, other.FHandle->Path);
+}
+
 TEntryKind KindOfEntry(const TOpenFolder& folder, const QString& name) {
   const TEntryLook look = LookAt(PathOf(folder, name));
   if (!look.IsThere) return TEntryKind::None;

@@ -4,7 +4,16 @@
 #include "platform/Paths.h"
 
 void TShellFileRows::HoldFolder() {
-  FFolder = FList.Path().isEmpty() ? TOpenFolder() : TOpenFolder::Open(FList.Path());
+  TOpenFolder folder = FList.Path().isEmpty() ? TOpenFolder() : TOpenFolder::Open(FList.Path());
+  const bool another = FFolder.IsOpen() && folder.IsOpen() && !folder.IsSame(FFolder);
+  FFolder = std::move(folder);
+  if (another) UncheckRows();
+}
+
+void TShellFileRows::UncheckRows() {
+  const TListUpdate update(FList.Items());
+  for (TListItem* item : FList.Items())
+    item->SetChecked(false);
 }
 
 int TShellFileRows::Count() const {
