@@ -18,35 +18,35 @@ fs::path PathOf(const std::string& text) {
   return fs::path(std::u8string(text.begin(), text.end()));
 }
 
+// Never in the place of something.
+bool Rename(const fs::path& from, const fs::path& to) {
+  std::error_code failed;
+  if (fs::exists(fs::symlink_status(to, failed))) return false;
+  fs::rename(from, to, failed);
+  return !failed;
+}
+
 bool DoOne(const std::string& what, const fs::path& path, const std::string& more) {
   std::error_code failed;
-  if (what == "write") {
-    fs::create_directories(path.parent_path(), failed);
-    return !fs::exists(fs::symlink_status(path, failed)) && (std::ofstream(path) << more).flush().good();
-  }
-  if (what == "rename")
-    fs::rename(path, PathOf(more), failed);
-  else if (what == "link")
-    fs::create_directory_symlink(PathOf(more), path, failed);
-  else
-    return what == "unlink" && fs::remove(path, failed);
-  return !failed;
+  if (what == "rename") return Rename(path, PathOf(more));
+  if (what == "unlink") return fs::is_symlink(path, failed) && fs::remove(path, failed);
+  if (what == "link") return fs::create_directory_symlink(PathOf(more), path, failed), !failed;
+  fs::create_directories(path.parent_path(), failed);
+  return !fs::exists(fs::symlink_status(path, failed)) && (std::ofstream(path) << more).flush().good();
 }
 
 // A folder gives its place to a link for a moment, and a file is away.
 void Storm(const fs::path& top) {
   std::error_code failed;
-  fs::rename(top / "root/d0", top / "hold/storm", failed);
-  if (!failed) {
+  if (Rename(top / "root/d0", top / "hold/storm")) {
     fs::create_directory_symlink("../precious", top / "root/d0", failed);
     std::this_thread::yield();
     if (!failed) fs::remove(top / "root/d0", failed);
-    fs::rename(top / "hold/storm", top / "root/d0", failed);
+    Rename(top / "hold/storm", top / "root/d0");
   }
-  fs::rename(top / "root/d1/f1", top / "hold/storm file", failed);
-  if (failed) return;
+  if (!Rename(top / "root/d1/f1", top / "hold/storm file")) return;
   std::this_thread::yield();
-  fs::rename(top / "hold/storm file", top / "root/d1/f1", failed);
+  Rename(top / "hold/storm file", top / "root/d1/f1");
 }
 
 }  // namespace

@@ -577,9 +577,8 @@ void Ledger::Replace(const QByteArray& folder) {
   const QByteArray hold =
       swapped == FSwapped.end() ? "hold/d" + QByteArray::number(++FNumber) : swapped->second;
   if (swapped != FSwapped.end()) {
-    if (!FDisturber.Do(u"unlink"_qs, At(folder)) || !FDisturber.Do(u"rename"_qs, At(hold), At(folder)))
-      ADD_FAILURE() << "a link went that nobody chose";
-    if (FHeld == At(hold)) FHeld = At(folder);
+    FDisturber.Do(u"unlink"_qs, At(folder));  // the user may have chosen that link, too
+    if (FDisturber.Do(u"rename"_qs, At(hold), At(folder)) && FHeld == At(hold)) FHeld = At(folder);
     FSwapped.erase(swapped);
   } else if (FDisturber.Do(u"rename"_qs, At(folder), At(hold))) {
     FDisturber.Do(u"link"_qs, At(folder), At("precious"));

