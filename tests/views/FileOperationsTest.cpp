@@ -1,111 +1,15 @@
 // The file commands over real files, by the rules of each tab.
-#include "views/files/FileOperations.h"
+#include "FileOperationsFixture.h"
 
-#include <gtest/gtest.h>
-
-#include <QMainWindow>
 #include <QTest>
-#include <QTimer>
 
-#include "controls/list/ListView.h"
-#include "controls/notes/PImageNote.h"
 #include "controls/shell/RzShellList.h"
-#include "fixtures/GivenDialogs.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
-#include "fixtures/TempTree.h"
-#include "fixtures/TestUser.h"
-#include "platform/FileTests.h"
-#include "views/commands/Commands.h"
 #include "views/files/ShellFileRows.h"
-#include "views/main/MainState.h"
 #include "views/rows/ListHelpers.h"
-#include "views/rows/ResultRows.h"
 
-namespace {
-
-constexpr TTabIndex kTabs[] = {kOverviewTab, kContentsTab, kTopFilesTab, kDownloadsTab};
-constexpr int kFolderImage = 0;
-
-struct TCountingRows : public TResultFileRows {
-  using TResultFileRows::TResultFileRows;
-  void Refill() override { ++Refills; }
-  int Refills = 0;
-};
-
-class FileOperations : public testing::Test, public TTabHost {
- protected:
-  FileOperations() {
-    FList.SetOptions({.CheckBoxes = true});
-    AddResultColumns(FList, kTopRules);
-    FList.OnDeletion = [forget = FRows.Forgetter()](TListItem* item) { forget(*item); };
-    FForm.setCentralWidget(&FList);
-    FForm.show();
-    FRows.SetRoots({FTree.Path("root")});
-    FTree.MakeFolder("root");
-    FTree.MakeFolder("to");
-    FDialogs.Folder = FTree.Path("to");
-    FDialogs.Yes = true;
-  }
-  ~FileOperations() override { FForm.takeCentralWidget(); }
-
-  TScanForm* ScanForm() const override { return nullptr; }
-  void ActivateAgain() override {}
-  QWidget& Window() override { return FForm; }
-
-  // A checked row of "folder/name", the selected one from now on.
-  void AddRow(const QByteArray& folder, const char* name, bool isFolder = false) {
-    TListItem* item = FList.Items().Add();
-    item->SetCaption(QLatin1String(name));
-    item->SubItems().Assign({FTree.Path(folder) + PathDelim, u"1 Byte"_qs, u"FILE"_qs});
-    item->SetImageIndex(isFolder ? kFolderImage : 5);
-    item->SetChecked(true);
-    FList.SetSelected(item);
-  }
-  void AddFileRow(const QByteArray& folder, const char* name) {
-    FTree.MakeFile(folder + '/' + name, 1);
-    AddRow(folder, name);
-  }
-  void Clear() {
-    FList.Clear();
-    FDialogs.Said.clear();
-    SetLarge(true);
-  }
-  TFileOperations On(TTabIndex tab) {
-    return TFileOperations({*this, FState, FCommands, FLine, FDialogs, FPictures, FImages}, tab, FRows);
-  }
-  void SetLarge(bool on) { FCommands.SetEnabled({"lbtnDelete", "lbtnMove"}, on); }
-  [[nodiscard]] bool LargeOn() { return FCommands.Button("lbtnDelete").Enabled(); }
-  [[nodiscard]] bool There(const QByteArray& name) const {
-    return GetFileStatus(FTree.Path(name)).has_value();
-  }
-  [[nodiscard]] QString CountPanel() const { return FBar.Panels(0).Text(); }
-  [[nodiscard]] QString LocationOf(int row) { return FList.Items()[row]->SubItems().Text(0); }
-  // How often waiting input is handled within the body.
-  static int PumpsIn(const std::function<void()>& body) {
-    int pumps = 0;
-    QTimer timer;
-    QObject::connect(&timer, &QTimer::timeout, [&pumps] { ++pumps; });
-    timer.start(0);
-    body();
-    return pumps;
-  }
-
-  TTestUser FUser;  // whose trash it is
-  TTempTree FTree;
-  QMainWindow FForm;
-  TMainCommands FCommands{FForm};
-  TImageNote FPictures;
-  TMainState FState{QString()};
-  TdxStatusBar FBar;
-  TStatusLine FLine{FBar, FPictures, FState};
-  TGivenDialogs FDialogs;
-  TFormImages FImages;
-  TListView FList;
-  TCountingRows FRows{FList, kFolderImage};
-};
-
-}  // namespace
+using FileOperations = TFileOperationsTest;
 
 TEST_F(FileOperations, WhichRowsGoAfterADeleteDiffersByTab) {
   const struct {
@@ -231,6 +135,13 @@ TEST_F(FileOperations, AMovedRowIsActedOnInItsNewFolder) {
   EXPECT_TRUE(There("root/file"));
   AddRow("root", "file");
   EXPECT_TRUE(FRows.OpenParent(0).IsOpen());
+  On(kTopFilesTab).Move();
+  FTree.Rename("to", "hold");
+  FTree.MakeFile("precious/file", 1);
+  FTree.MakeLink("to", "precious");
+  EXPECT_FALSE(FRows.OpenParent(0).IsOpen()) << "a link has the place of the folder that the user chose";
+  Clear();
+  AddRow("root", "file");
   AddRow("to", "file");
   EXPECT_FALSE(FRows.OpenParent(1).IsOpen()) << "this row was not moved here";
 }
@@ -348,6 +259,9 @@ TEST_F(FileOperations, RowsOfAFolderAreActedOnInTheFolderThatIsHeld) {
   EXPECT_EQ(refills, 1);
   EXPECT_EQ(There("root/a"), !HasDrives());
   EXPECT_FALSE(There("moved/a"));
+  list.Items()[0]->SetChecked(true);
+  rows.HoldFolder();
+  EXPECT_EQ(list.Items()[0]->Checked(), HasDrives()) << "what was checked lay in the folder before";
   list.SetPath(QString());
   rows.HoldFolder();
   ASSERT_TRUE(QTest::qWaitFor([&] { return rows.Count() > 0; }, 10000));

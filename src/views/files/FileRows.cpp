@@ -24,7 +24,7 @@ TFileRow TResultFileRows::Row(int row) const {
 TOpenFolder TResultFileRows::OpenParent(int row) const {
   const TListItem* item = FList.Items()[row];
   const QString location = item->SubItems().Text(kLocationColumn - 1);
-  if (FMoved->contains(item)) return TOpenFolder::Open(location);
+  if (const auto moved = FMoved->find(item); moved != FMoved->end()) return moved->second.Open(location);
   for (const TKnownRoot& root : FRoots)
     if (TOpenFolder folder = root.Open(location); folder.IsOpen()) return folder;
   return {};
@@ -37,5 +37,5 @@ void TResultFileRows::Remove(int row) {
 void TResultFileRows::SetLocation(int row, const QString& folder) {
   TListItem* item = FList.Items()[row];
   item->SubItems().Put(kLocationColumn - 1, folder);
-  FMoved->insert(item);
+  FMoved->insert_or_assign(item, TKnownRoot(folder));
 }

@@ -1,9 +1,9 @@
 // The rows of a list as the file commands see them. Main thread.
 #pragma once
 
-#include <QSet>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -45,7 +45,7 @@ class TFileRows {
 
 // Result rows: the path is location followed by name. The folder of a row is reached from a scanned root
 // without any link, since the scan has entered none; that of a row which was moved is the folder that the
-// user chose for it.
+// user chose for it, as it lay then.
 class TResultFileRows : public TFileRows {
  public:
   // Rows with the folder image are folders. The list outlives this.
@@ -57,7 +57,7 @@ class TResultFileRows : public TFileRows {
 
   // What the list's deletion handler does here; may be called after this has gone.
   [[nodiscard]] auto Forgetter() const {
-    return [moved = FMoved](const TListItem& item) { moved->remove(&item); };
+    return [moved = FMoved](const TListItem& item) { moved->erase(&item); };
   }
 
   [[nodiscard]] int Count() const override;
@@ -73,5 +73,6 @@ class TResultFileRows : public TFileRows {
   TCustomListView& FList;
   const std::optional<int> FFolderImage;
   std::vector<TKnownRoot> FRoots;
-  const std::shared_ptr<QSet<const TListItem*>> FMoved = std::make_shared<QSet<const TListItem*>>();
+  using TMoved = std::map<const TListItem*, TKnownRoot>;
+  const std::shared_ptr<TMoved> FMoved = std::make_shared<TMoved>();
 };

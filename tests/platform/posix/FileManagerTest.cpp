@@ -9,12 +9,23 @@
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QElapsedTimer>
+#include <QDesktopServices>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
+#include <QUrl>
 
 namespace {
+
+// Takes what the desktop is to open.
+class TOpener : public QObject {
+  Q_OBJECT
+
+ public:
+  Q_INVOKABLE void Open(const QUrl& url) { Opened = url.toEncoded(); }
+
+  QByteArray Opened;
+};
 
 // Takes every call of the file manager and notes it.
 class TFileManager : public QDBusVirtualObject {
@@ -62,6 +73,12 @@ TEST_F(FileManagerTest, ItIsAskedByUriAndWhereThereIsNoneTheCallerServes) {
   ShowPropertiesDialog(path, [&] { ++served; });
   EXPECT_EQ(served, 0) << "later, not at once";
   EXPECT_TRUE(QTest::qWaitFor([&] { return served == 1; }, 20'000));
+  TOpener opener;
+  QDesktopServices::setUrlHandler(u"file"_qs, &opener, "Open");
+  ShowInFileManager(path);
+  EXPECT_EQ(opener.Opened, QByteArray()) << "later, not at once";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !opener.Opened.isEmpty(); }, 20'000));
+  EXPECT_EQ(std::exchange(opener.Opened, {}), "file:///a") << "the folder";
 
   ASSERT_TRUE(FBus->registerService(u"org.freedesktop.FileManager1"_qs));
   ShowPropertiesDialog(path, [&] { ++served; });
@@ -72,6 +89,10 @@ TEST_F(FileManagerTest, ItIsAskedByUriAndWhereThereIsNoneTheCallerServes) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !FManager.Asked.isEmpty(); }, 20'000));
   EXPECT_EQ(FManager.Asked, u"org.freedesktop.FileManager1.ShowItems"_qs + uri);
   EXPECT_EQ(served, 1);
+  EXPECT_EQ(opener.Opened, QByteArray());
+  QDesktopServices::unsetUrlHandler(u"file"_qs);
 }
 
 }  // namespace
+
+#include "FileManagerTest.moc"

@@ -108,6 +108,7 @@ PLANNED_CALL(int, fstatat, (int a, const char* b, struct stat* c, int d), (a, b,
 PLANNED_CALL(int, fsync, (int a), (a))
 PLANNED_CALL(int, ftruncate, (int a, off_t b), (a, b))
 PLANNED_CALL(int, futimens, (int a, const timespec* b), (a, b))
+PLANNED_CALL(off_t, lseek, (int a, off_t b, int c), (a, b, c))
 PLANNED_CALL(int, mkdirat, (int a, const char* b, mode_t c), (a, b, c))
 PLANNED_CALL(int, mknodat, (int a, const char* b, mode_t c, dev_t d), (a, b, c, d))
 PLANNED_CALL(ssize_t, readlink, (const char* a, char* b, size_t c), (a, b, c))
@@ -145,11 +146,6 @@ extern "C" int __wrap_linkat(int from, const char* name, int to, const char* new
   if (Strike("linkat")) return -1;
   return gArmed && gPlan.OtherVolume && from != to ? Failed(EXDEV)
                                                    : __real_linkat(from, name, to, newName, flags);
-}
-
-extern "C" off_t __real_lseek(int file, off_t place, int from);
-extern "C" off_t __wrap_lseek(int file, off_t place, int from) {
-  return Strike("lseek") ? -1 : __real_lseek(file, place, from);
 }
 
 extern "C" ssize_t __real_read(int file, void* buffer, size_t size);
