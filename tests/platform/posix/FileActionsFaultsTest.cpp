@@ -302,7 +302,8 @@ void RunWithAnother(const std::function<void(TTempTree&)>& meanwhile,
                     const std::function<void(const TTempTree&, const std::string&)>& look) {
   for (const TAction& action : kActions) {
     if (action.Make != MakeWholeFile || action.Run != Move) continue;
-    for (int call = 1, calls = 1; call <= calls; ++call) {
+    const int calls = RunOnce(action, {}, false).Calls;
+    for (int call = 1; call <= calls; ++call) {
       TTempTree tree;
       action.Make(tree);
       {
@@ -311,7 +312,6 @@ void RunWithAnother(const std::function<void(TTempTree&)>& meanwhile,
                                      .OtherVolume = action.OtherVolume,
                                      .NoFlags = action.NoFlags});
         action.Run(tree);
-        calls = TPlannedCalls::Count();
       }
       look(tree, action.Name + std::string(" at call ") + std::to_string(call));
     }
