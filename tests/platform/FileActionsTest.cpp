@@ -65,6 +65,7 @@ TEST(FileActions, AKnownRootIsTheFolderThatItWas) {
   tree.MakeFile("other/inner/file", 1);
   tree.MakeLink("way", "above/root");
   for (const char* name : {"above/root", "way"}) {
+    if (HasDrives() && name == std::string("way")) continue;  // refused by Wine
     const TKnownRoot root(tree.Path(name));
     const QString inner = NativePath(tree.Path(QByteArray(name) + "/inner"));
     EXPECT_TRUE(root.Open(inner).IsOpen()) << name;
