@@ -5,7 +5,7 @@
 #include "FormsFixture.h"
 #include "controls/bars/BarItems.h"
 #include "fixtures/NativePath.h"
-#include "views/commands/HelpCommands.h"
+#include "views/commands/Commands.h"
 
 // Takes web addresses in place of the desktop.
 class TBrowser : public QObject {

@@ -1,5 +1,11 @@
 #include "views/commands/Commands.h"
 
+#include <QApplication>
+#include <QLibrary>
+
+#include "platform/KnownFolders.h"
+#include "support/ShellRoutines.h"
+
 namespace {
 
 using THandler = void (TResultTab::*)();
@@ -95,4 +101,27 @@ void TMainCommands::DispatchTo(const std::array<TResultTab*, kTabCount>& tabs,
       if (const char* item = row.PopupItem[index]; item != nullptr)
         OnClick(item, [&row, tab = tabs[index]] { (tab->*row.Handler)(); });
   }
+}
+
+// The Help menu.
+
+QString ColophonLibrary() {
+  return ProgramFolder() + u"Colophon"_qs;
+}
+
+// Stays loaded: the box may have left objects behind.
+void btnAboutClick(const QString& library) {
+  QLibrary colophon(library);
+  if (const auto showAbout = reinterpret_cast<void (*)(void*)>(colophon.resolve("ShowAbout")))
+    showAbout(qApp);
+}
+
+void btnHomeClick(const QString& library) {
+  QLibrary colophon(library);
+  if (const auto navigate = reinterpret_cast<void (*)()>(colophon.resolve("NavigateToHomePage"))) navigate();
+  colophon.unload();
+}
+
+void btnHelpClick() {
+  OpenWithShell(QStringLiteral(TALLYSCOPE_FORUM) + u"forumdisplay.php?f=41"_qs);
 }

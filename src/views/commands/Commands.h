@@ -2,6 +2,8 @@
 // global command runs. Main thread.
 #pragma once
 
+#include <QString>
+
 #include <array>
 #include <functional>
 #include <initializer_list>
@@ -36,3 +38,14 @@ class TMainCommands {
   TdxBarManager FBars;
   bool FHeld = false;
 };
+
+// The commands of the Help menu.
+//
+// The library behind the about box and the homepage: one of this name beside the program. One that is missing
+// makes both commands do nothing.
+void btnAboutClick(const QString& library);
+void btnHomeClick(const QString& library);
+[[nodiscard]] QString ColophonLibrary();
+
+// Opens the support forum in the browser.
+void btnHelpClick();

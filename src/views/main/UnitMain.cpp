@@ -16,7 +16,6 @@
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
 #include "views/commands/Commands.h"
-#include "views/commands/HelpCommands.h"
 #include "views/main/Looks.h"
 #include "views/main/TabSwitching.h"
 
