@@ -32,6 +32,25 @@ constexpr TDemoFile kFiles[] = {
     {"Documents/Tax 2023/receipts.pdf", 112.3},
     {"Documents/letters.odt", 1.4},
     {"Mail/archive-2019.mbox", 1890.6},
+    {"Torrents/openSUSE-Leap-15.6.iso", 4411.5},
+    {"Torrents/Big Buck Bunny 4K.mkv", 691.8},
+    {"Incoming/old radio plays.zip", 843.2},
+    {"Fetched/planet-extract.osm.pbf", 1287.6},
+    {"Fetched/fonts.tar.xz", 21.9},
+    {"gPodder/Downloads/Science hour 112.mp3", 54.3},
+    {"gPodder/Downloads/Science hour 113.mp3", 57.0},
+    {"FrostWire/Torrent Data/Concert at night.flac", 402.7},
+};
+
+// Where applications were told to put their downloads; "~" stands for the home folder.
+struct TDemoSettings {
+  const char* Path;
+  const char* Text;
+};
+constexpr TDemoSettings kSettings[] = {
+    {".config/qBittorrent/qBittorrent.conf", "[BitTorrent]\nSession\\DefaultSavePath=~/Torrents\n"},
+    {".aMule/amule.conf", "[eMule]\nIncomingDir=~/Incoming\n"},
+    {".config/aria2/aria2.conf", "dir=~/Fetched\n"},
 };
 
 }  // namespace
@@ -41,6 +60,17 @@ TDemoTree::TDemoTree() : FFolder(QDir::tempPath() + u"/demo-XXXXXX"_qs) {
   for (const TDemoFile& file : kFiles)
     AddFile(Root() + u'/' + QString::fromUtf8(file.Path),
             static_cast<qint64>(file.Megabytes * kBytesPerMegabyte));
+  for (const TDemoSettings& settings : kSettings)
+    AddSettings(Root() + u'/' + QLatin1String(settings.Path), settings.Text);
+  qputenv("HOME", Root().toLocal8Bit());
+  qunsetenv("XDG_CONFIG_HOME");
+}
+
+void TDemoTree::AddSettings(const QString& path, QByteArray text) {
+  QDir().mkpath(QFileInfo(path).path());
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly) || file.write(text.replace('~', Root().toLocal8Bit())) < 0)
+    qFatal("%s: %s", qPrintable(path), qPrintable(file.errorString()));
 }
 
 void TDemoTree::AddFile(const QString& path, qint64 bytes) {

@@ -1,4 +1,5 @@
-// A made-up home folder to take pictures of: sparse files with the names and sizes of real life.
+// A made-up home folder to take pictures of: sparse files with the names and sizes of real life, some of them
+// where the settings of five applications have their downloads.
 #pragma once
 
 #include <QDir>
@@ -7,7 +8,8 @@
 
 class TDemoTree {
  public:
-  // Makes the tree under the system's folder for temporary files; it goes with the object.
+  // Makes the tree under the system's folder for temporary files, and the program's home of it; it goes with
+  // the object.
   TDemoTree();
 
   // The folder to analyse.
@@ -15,6 +17,7 @@ class TDemoTree {
 
  private:
   void AddFile(const QString& path, qint64 bytes);
+  void AddSettings(const QString& path, QByteArray text);
 
   QTemporaryDir FFolder;
 };

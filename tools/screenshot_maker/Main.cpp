@@ -60,8 +60,9 @@ QString LargeFolder() {
 // Takes the pictures one after the other: each step runs inside the event loop of the modal wizard.
 class TPhotographer {
  public:
-  TPhotographer(QString folder, const QString& suffix, TFormMain& form, TFormWizard& wizard)
-      : FFolder(std::move(folder)), FSuffix(suffix), FForm(form), FWizard(wizard) {}
+  TPhotographer(const TDemoTree& demo, QString folder, const QString& suffix, TFormMain& form,
+                TFormWizard& wizard)
+      : FDemo(demo), FFolder(std::move(folder)), FSuffix(suffix), FForm(form), FWizard(wizard) {}
 
   void Run() {
     After(kSettleMs, [this] { TakeDrivePage(); });
@@ -152,9 +153,9 @@ class TPhotographer {
   }
 
   void TakeFolder() {
-    Contents().Items()[1]->SetChecked(true);
+    Contents().Items()[3]->SetChecked(true);
     Contents().OnClick();
-    Contents().SetSelected(Contents().Items()[5]);
+    Contents().SetSelected(Contents().Items()[12]);
     Contents().setFocus();
     After(kSettleMs, [this] {
       Save(FForm, u"contents"_qs);
@@ -189,7 +190,7 @@ class TPhotographer {
     });
   }
 
-  const TDemoTree FDemo;
+  const TDemoTree& FDemo;
   const QString FFolder;
   const QString FSuffix;
   TFormMain& FForm;
@@ -208,6 +209,7 @@ int main(int argc, char** argv) {
   if (palette == u"dark") UseDarkPalette();
   const QString suffix = u"-%1-%2x"_qs.arg(palette, QString::fromLocal8Bit(argv[3]));
 
+  const TDemoTree demo;
   const TStartParameters parameters{QStringList()};
   TSystemDialogs dialogs;
   TFormMain form(parameters, dialogs);
@@ -215,6 +217,6 @@ int main(int argc, char** argv) {
   form.SetScanForm(wizard);
   form.show();
   form.activateWindow();
-  TPhotographer(QString::fromLocal8Bit(argv[1]), suffix, form, wizard).Run();
+  TPhotographer(demo, QString::fromLocal8Bit(argv[1]), suffix, form, wizard).Run();
   return 0;
 }
