@@ -1,5 +1,5 @@
 // Tells when what one folder holds has changed: an entry came, went, got another name, length, time or
-// attributes. What lies deeper is not looked at.
+// attributes. What lies deeper is not looked at. The computer level holds the volumes, which come and go.
 #pragma once
 
 #include <QString>
@@ -7,9 +7,16 @@
 #include <functional>
 #include <memory>
 
+// Changes of one folder, kept by the system from the making of this until a TFolderWatch tells of them.
+class TFolderChanges;
+
+// The empty path is the computer level. Null if the folder can't be watched: it is not there or its file
+// system does not tell. Any thread; blocks on the file system.
+[[nodiscard]] std::shared_ptr<TFolderChanges> KeepChanges(const QString& folder);
+
 // Changes are joined: the first one is told after a fifth of a second, with all that came meanwhile, and in
 // between nothing is done for any of them, however many there are; nor is it known which they were. Main
-// thread.
+// thread; never blocks.
 class TFolderWatch {
  public:
   TFolderWatch();
@@ -22,9 +29,8 @@ class TFolderWatch {
   // Watch.
   std::function<void()> OnChange;
 
-  // This folder from now on and no other; empty for none. What has changed before is forgotten. False if the
-  // folder can't be watched: it is not there or its file system does not tell.
-  bool Watch(const QString& folder);
+  // These from now on and no others; null for none.
+  void Watch(std::shared_ptr<TFolderChanges> changes);
 
  private:
   class TImpl;

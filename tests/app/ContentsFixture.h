@@ -38,13 +38,12 @@ class TContentsTest : public TFormsTest {
   }
   // Goes to a folder of the tree by the combo, as a user does.
   [[nodiscard]] bool Pick(const QByteArray& folder) {
-    const QString path = folder.isEmpty() ? FTree.Path() : FTree.Path(folder);
-    Type(path);
-    return Shown().Path() == path && WaitForFill();
+    return Type(folder.isEmpty() ? FTree.Path() : FTree.Path(folder));
   }
-  void Type(const QString& path) {
+  [[nodiscard]] bool Type(const QString& path) {
     Combo().setEditText(path);
     QTest::keyClick(&Combo(), Qt::Key_Return);
+    return WaitFor([&] { return Shown().Path() == path; }) && WaitForFill();
   }
   // Into a folder of the list, as a double click or Enter does.
   [[nodiscard]] bool EnterRow(const char* name) {

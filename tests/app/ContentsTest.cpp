@@ -214,9 +214,7 @@ TEST_F(Contents, OpenOnAFolderRecordsTheFolderLeftAndTheOneEntered) {
 TEST_F(Contents, ARepeatIsLeftOutAndUpFromAVolumeGoesToTheComputer) {
   Enter();
   const QString root = SystemVolumeRoot();
-  Type(root);  // records the computer
-  ASSERT_TRUE(WaitForFill());
-  EXPECT_EQ(Here(), root);
+  ASSERT_TRUE(Type(root));       // records the computer
   ASSERT_TRUE(Press("lbtnUp"));  // records the volume
   EXPECT_EQ(Here(), u"computer"_qs);
   EXPECT_EQ(Ways(), u"B--"_qs);
@@ -258,7 +256,7 @@ TEST_F(Contents, KeysAndTheMouseGoTheSameWays) {
 // A stop without a navigation behind it: rows come without sizes, and the end opens the folder again.
 TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOver) {
   Enter();
-  Type(FTree.Path());
+  Shown().SetPath(FTree.Path());
   ASSERT_TRUE(Tab().Rows().Filling());
   Tab().Rows().Stop();
   ASSERT_TRUE(WaitForFill());

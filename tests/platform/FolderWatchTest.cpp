@@ -32,6 +32,11 @@ class TFolderWatchTest : public testing::Test {
       QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
 
+  [[nodiscard]] bool Watch(const QByteArray& folder) {
+    const auto changes = KeepChanges(FTree.Path(folder));
+    FWatch.Watch(changes);
+    return changes != nullptr;
+  }
   // Whether the change is told, with all that belongs to it having come.
   [[nodiscard]] bool IsTold() {
     RunFor(20'000, [this] { return FTold > 0; });
@@ -54,7 +59,7 @@ class TFolderWatchTest : public testing::Test {
 }  // namespace
 
 TEST_F(TFolderWatchTest, TellsEachKindOfChange) {
-  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  ASSERT_TRUE(Watch("shown"));
   const struct {
     const char* What;
     std::function<void()> Change;
@@ -79,7 +84,7 @@ TEST_F(TFolderWatchTest, TellsEachKindOfChange) {
 
 // Far more than the system keeps in its queue.
 TEST_F(TFolderWatchTest, ABurstIsToldOnce) {
-  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  ASSERT_TRUE(Watch("shown"));
   for (int i = 0; i < (HasDrives() ? 300 : 12'000); ++i) {
     FTree.MakeHole("shown/burst", 1);
     FTree.Rename("shown/burst", "shown/turned");
@@ -92,7 +97,7 @@ TEST_F(TFolderWatchTest, ABurstIsToldOnce) {
 }
 
 TEST_F(TFolderWatchTest, AStreamOfChangesIsToldAFewTimesASecond) {
-  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  ASSERT_TRUE(Watch("shown"));
   QTimer stream;
   QObject::connect(&stream, &QTimer::timeout, [this] { FTree.MakeHole("shown/stream", 1); });
   stream.start(0);
@@ -105,7 +110,7 @@ TEST_F(TFolderWatchTest, TheEndOfTheFolderIsToldOnce) {
   if (HasDrives()) GTEST_SKIP() << "Wine tells nothing of the end of a watched folder";
   for (const bool renamed : {false, true}) {
     FTree.MakeFolder("ending");
-    ASSERT_TRUE(FWatch.Watch(FTree.Path("ending")));
+    ASSERT_TRUE(Watch("ending"));
     if (renamed)
       FTree.Rename("ending", "ended");
     else
@@ -117,15 +122,15 @@ TEST_F(TFolderWatchTest, TheEndOfTheFolderIsToldOnce) {
 }
 
 TEST_F(TFolderWatchTest, WatchesOneFolderAtATime) {
-  EXPECT_FALSE(FWatch.Watch(FTree.Path("missing")));
-  EXPECT_FALSE(FWatch.Watch(FTree.Path("shown/old")));
-  ASSERT_TRUE(FWatch.Watch(FTree.Path("shown")));
+  EXPECT_FALSE(Watch("missing"));
+  EXPECT_FALSE(Watch("shown/old"));
+  ASSERT_TRUE(Watch("shown"));
   FTree.MakeFile("shown/new", 1);
-  ASSERT_TRUE(FWatch.Watch(FTree.Path("other")));
+  ASSERT_TRUE(Watch("other"));
   EXPECT_TRUE(IsSilent());
   FTree.MakeFile("other/new", 1);
   EXPECT_TRUE(IsTold());
-  EXPECT_FALSE(FWatch.Watch(QString()));
+  FWatch.Watch(nullptr);
   FTree.MakeFile("other/newer", 1);
   EXPECT_TRUE(IsSilent());
 }
@@ -134,7 +139,7 @@ TEST_F(TFolderWatchTest, AFolderWithAnyNameAtAnyDepthIsWatched) {
   const QByteArray deep = FTree.MakeChain(QByteArray(250, 'd'), HasDrives() ? 3 : 18) +
                           (HasDrives() ? "/caf\xc3\xa9" : "/caf\xe9");
   FTree.MakeFolder(deep);
-  ASSERT_TRUE(FWatch.Watch(FTree.Path(deep)));
+  ASSERT_TRUE(Watch(deep));
   FTree.MakeFile(deep + "/new", 1);
   EXPECT_TRUE(IsTold());
 }

@@ -4,7 +4,6 @@
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
-#include "platform/Volumes.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -13,6 +12,7 @@
 namespace {
 
 constexpr int kMostRows = 25;
+constexpr int kPatience = 40;  // milliseconds that a user does not feel
 
 // Readable on a light and on a dark background.
 QColor WarningColor(const QPalette& palette) {
@@ -39,7 +39,10 @@ TRzShellCombo::TRzShellCombo(QWidget* parent)
   setMaxVisibleItems(kMostRows);
   connect(this, &QComboBox::activated, this, [this](int row) { Go(itemData(row).toString()); });
   connect(lineEdit(), &QLineEdit::returnPressed, this, [this] { GoToTyped(); });
-  connect(lineEdit(), &QLineEdit::textEdited, this, [this] { MarkNotFound(false); });
+  connect(lineEdit(), &QLineEdit::textEdited, this, [this] {
+    FTypedLook.Abandon();
+    MarkNotFound(false);
+  });
   ShowPath();
 }
 
@@ -67,6 +70,7 @@ void TRzShellCombo::SetTexts(const QString& computer, const QString& notFound) {
 // The rows are made when they are asked for; until then the box holds what its arrow keys need, the ways up.
 void TRzShellCombo::ShowPath() {
   const QSignalBlocker quiet(this);
+  FTypedLook.Abandon();
   clear();
   AddPlace(FComputer, QString(), 0);
   AddAncestors();
@@ -101,32 +105,32 @@ void TRzShellCombo::AddAncestors() {
   }
 }
 
+// As they are now; those that do not answer, and what is looked up behind them, are left out.
 void TRzShellCombo::AddShortcuts() {
-  QList<std::pair<QString, QString>> places;
-  for (const TVolume& volume : ListFixedVolumes())
-    places.append({volume.Label.isEmpty() ? VolumeName(volume.Root) : volume.Label, volume.Root});
-  for (const TOtherVolume& volume : ListOtherVolumes())
-    places.append({VolumeName(volume.Root), volume.Root});
-  for (const QString& folder :
-       {GetKnownFolder(TSpecialFolder::Profile), GetKnownFolder(TSpecialFolder::Desktop),
-        GetKnownFolder(TSpecialFolder::Personal), GetDownloadsFolder()})
-    if (DirectoryExists(folder)) places.append({ExtractFileName(folder), folder});
-  QStringList shown;
-  for (const auto& [name, path] : std::as_const(places)) {
-    if (shown.contains(path)) continue;
-    shown << path;
-    AddPlace(name.isEmpty() ? path : name, path, 0);
-  }
+  FShortcuts.clear();
+  FShortcutLook.Start([this](TDetachedTask::TLine& line) {
+    ListShortcuts([this, &line](const std::vector<TShellPlace>& places) {
+      line.Tell([this, places] { FShortcuts = places; });
+    });
+  });
+  FShortcutLook.WaitFor(kPatience);
+  FShortcutLook.Abandon();
+  for (const TShellPlace& place : FShortcuts)
+    AddPlace(place.Name, place.Path, 0);
 }
 
 void TRzShellCombo::GoToTyped() {
   const QString typed = lineEdit()->text();
   if (typed.trimmed().isEmpty() || typed == FComputer) return Go(QString());
-  const QString path = Meant(DirectoryExists(typed) ? typed : typed.trimmed(), Path());
-  if (DirectoryExists(path))
-    Go(path);
-  else
-    MarkNotFound(true);
+  FTypedLook.Start([this, typed, here = Path()](TDetachedTask::TLine& line) {
+    const QString path = Meant(DirectoryExists(typed) ? typed : typed.trimmed(), here);
+    line.Tell([this, path, found = DirectoryExists(path)] {
+      if (found)
+        Go(path);
+      else
+        MarkNotFound(true);
+    });
+  });
 }
 
 void TRzShellCombo::Go(const QString& path) {

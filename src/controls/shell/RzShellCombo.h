@@ -5,8 +5,11 @@
 // folder and those for the desktop, documents and downloads as far as they are there. Enter goes to the typed
 // path, "~" being the home folder and a relative one beginning at the folder shown. A path that is no folder
 // stays as typed, in another colour and marked as not found, and the list stays where it is; Escape shows the
-// list's path again.
+// list's path again. What is there is looked up on threads: Enter is answered a moment later, or never by a
+// server that is gone, and whatever the user or the list does meanwhile calls it off.
 #pragma once
+
+#include "controls/shell/ShellListing.h"
 
 #include <QComboBox>
 #include <QString>
@@ -54,4 +57,7 @@ class TRzShellCombo : public QComboBox {
   QString FComputer;
   QString FNotFoundText;
   bool FNotFound = false;
+  std::vector<TShellPlace> FShortcuts;  // of the popup
+  TDetachedTask FShortcutLook;
+  TDetachedTask FTypedLook;
 };

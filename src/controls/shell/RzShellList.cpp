@@ -19,7 +19,7 @@ namespace {
 constexpr int kImageSide = 16;
 constexpr qint64 kSlice = 6;          // milliseconds that the window does not answer
 constexpr int kRowsPerLook = 32;      // between two looks at the clock
-constexpr qint64 kLongestRest = 300;  // milliseconds
+constexpr qint64 kLongestRest = 500;  // milliseconds
 constexpr int kSizeColumn = 0;        // as sub-items, in a folder
 constexpr int kDateColumn = 2;
 constexpr int kColumnWidths[] = {320, 110, 160, 150};
@@ -61,8 +61,46 @@ class TRzShellList::TItem : public TListItem {
   TRzShellListData Shell;
 };
 
+// Rows that leave all together leave at once; telling of their end and freeing them takes long where they are
+// very many, and is done one by one.
+class TRzShellList::TRows : public TListItems {
+ public:
+  using TListItems::TListItems;
+
+  void LeaveAll() {
+    for (TListItem* const item : TakeAll())
+      FLeft.emplace_back(item);
+  }
+
+  // False if none is left. The handler may be the end of the list.
+  bool EndOne() {
+    if (FLeft.empty()) return false;
+    std::unique_ptr<TListItem> row = std::move(FLeft.back());
+    FLeft.pop_back();
+    const TListLifePtr life = Owner().Life();
+    const TEventScope scope(life);
+    Owner().ItemDeleting(*row);
+    life->Bury(std::move(row));
+    return true;
+  }
+
+  void Clear() override {
+    const TEventScope scope(Owner().Life());
+    TListItems::Clear();
+    while (!scope.ListGone() && EndOne()) {
+    }
+  }
+
+ private:
+  std::vector<std::unique_ptr<TListItem>> FLeft;
+};
+
 TRzShellList::TRzShellList(QWidget* parent)
-    : TListView(parent), FImages({kImageSide, kImageSide}), FNotice(new QLabel(viewport())) {
+    : TListView(parent),
+      FImages({kImageSide, kImageSide}),
+      FRows(new TRows(*this)),
+      FNotice(new QLabel(viewport())) {
+  ReplaceCollections(std::unique_ptr<TListItems>(FRows), std::make_unique<TListColumns>());
   setAccessibleName(u"Contents"_qs);
   SetOptions({.CheckBoxes = true, .RowSelect = true, .ReadOnly = true});
   SetSmallImages(&FImages);
@@ -75,16 +113,9 @@ TRzShellList::TRzShellList(QWidget* parent)
   layout->addWidget(FNotice);
   ShowUnreadable(false);
   TListView::OnDblClick = [this] { OpenSelected(); };
-  FListing.OnFirst = [this](std::vector<TShellEntry> entries) {
-    if (Items().Count() == 0) Merge(std::move(entries), false);
-  };
-  FListing.OnDone = [this](std::vector<TShellEntry> entries, bool readable) {
-    FIsListing = false;
-    ShowUnreadable(!readable);
-    Merge(std::move(entries), true);
-  };
   FWatch.OnChange = [this] { Refresh(); };
   QObject::connect(&FStep, &QTimer::timeout, this, [this] { Step(); });
+  QObject::connect(&FLeaving, &QTimer::timeout, this, [this] { FreeLeftRows(); });
   FRest.setSingleShot(true);
   QObject::connect(&FRest, &QTimer::timeout, this, [this] {
     if (FStale) Refresh();
@@ -95,6 +126,7 @@ TRzShellList::TRzShellList(QWidget* parent)
 TRzShellList::~TRzShellList() {
   FListing.Abandon();
   FStep.stop();
+  FLeaving.stop();
   Clear();  // the rows know the list
   SetSmallImages(nullptr);
 }
@@ -107,18 +139,17 @@ void TRzShellList::ItemGone(TListItem& item) {
 
 void TRzShellList::SetPath(const QString& path) {
   FListing.Abandon();
+  FWatch.Watch(nullptr);
   FStep.stop();
   FRest.stop();
   FPath = ExcludeTrailingPathDelimiter(path);
-  FEntries.clear();
+  FFolder = {};
   FByName.clear();
   FMerging = false;
   FSorted = false;
   FAnnounced = false;
-  {
-    const TListUpdate update(Items());
-    Clear();
-  }
+  FRows->LeaveAll();
+  FLeaving.start(0);
   SetTopIndex(0);
   ShowUnreadable(false);
   FState = TState::Filling;
@@ -127,12 +158,39 @@ void TRzShellList::SetPath(const QString& path) {
   if (OnPathChanged) OnPathChanged();
 }
 
+void TRzShellList::FreeLeftRows() {
+  QElapsedTimer clock;
+  clock.start();
+  const TListLifePtr life = EventLife();
+  bool more = true;
+  for (int done = 1; more && (done % kRowsPerLook != 0 || clock.elapsed() < kSlice); ++done) {
+    more = FRows->EndOne();
+    if (life->Gone()) return;
+  }
+  if (!more) FLeaving.stop();
+}
+
+// What was listed before and is not merged yet takes long to free, and goes with the thread.
 void TRzShellList::List() {
-  if (FState != TState::Complete) FWatch.Watch(FPath);  // before the listing, so that no change is missed
   FIsListing = true;
   FStale = false;
-  FListed.start();
-  FListing.Start(FPath);
+  FClock.start();
+  FListing.Start([this, path = FPath, left = std::exchange(FListed, {})](TDetachedTask::TLine& line) {
+    ListShell(path, line, [this](TShellListed listed) { Listed(std::move(listed)); });
+  });
+}
+
+// A list that has rows waits for all. The new watch has kept what the former one would have told from here
+// on, and is on the folder that is there now.
+void TRzShellList::Listed(TShellListed listed) {
+  if (!listed.IsAll && Items().Count() > 0) return;
+  FListed = std::move(listed);
+  if (FListed.IsAll) {
+    FIsListing = false;
+    if (FListed.Changes) FWatch.Watch(std::move(FListed.Changes));
+    ShowUnreadable(!FListed.Readable);
+  }
+  Merge();
 }
 
 // One at a time, and with a rest behind each, so that a folder that changes all the time leaves room for all
@@ -161,9 +219,8 @@ TRzShellList::TItem* TRzShellList::ItemAt(int row) const {
   return static_cast<TItem*>(Items().Item(row));
 }
 
-void TRzShellList::Merge(std::vector<TShellEntry> entries, bool isAll) {
-  FEntries = std::move(entries);
-  FMergeIsAll = isAll;
+void TRzShellList::Merge() {
+  if (!FAnnounced) FFolder = FListed.Folder;
   FMerging = true;
   FChanged = false;
   FCount = -1;
@@ -208,19 +265,19 @@ void TRzShellList::BeginMerge() {
 // False when all is done.
 bool TRzShellList::MergeInOrder() {
   TItem* const row = ItemAt(FRow);
-  const bool listed = FNext < FEntries.size();
+  const bool listed = FNext < FListed.Entries.size();
   if (row == nullptr && !listed) return false;
-  if (row != nullptr && (!listed || ComesBefore(row->Shell.FEntry, FEntries[FNext]))) {
-    if (!FMergeIsAll)
+  if (row != nullptr && (!listed || ComesBefore(row->Shell.FEntry, FListed.Entries[FNext]))) {
+    if (!FListed.IsAll)
       ++FRow;
     else
       DeleteRow(FRow);
     return true;
   }
-  if (row != nullptr && !ComesBefore(FEntries[FNext], row->Shell.FEntry))
-    Update(*row, FEntries[FNext]);
+  if (row != nullptr && !ComesBefore(FListed.Entries[FNext], row->Shell.FEntry))
+    Update(*row, FListed.Entries[FNext]);
   else
-    Insert(FRow, FEntries[FNext]);
+    Insert(FRow, FListed.Entries[FNext]);
   ++FRow;
   ++FNext;
   return true;
@@ -228,15 +285,15 @@ bool TRzShellList::MergeInOrder() {
 
 // First what was listed, then from the last row up the rows that were not.
 bool TRzShellList::MergeByName() {
-  if (FNext < FEntries.size()) {
-    const TShellEntry& entry = FEntries[FNext++];
+  if (FNext < FListed.Entries.size()) {
+    const TShellEntry& entry = FListed.Entries[FNext++];
     if (TItem* const item = FByName.take(entry.Path))
       Update(*item, entry);
     else
       Insert(Items().Count(), entry);
     return true;
   }
-  if (!FMergeIsAll || FByName.isEmpty() || FRow == 0) return false;
+  if (!FListed.IsAll || FByName.isEmpty() || FRow == 0) return false;
   --FRow;
   if (FByName.contains(ItemAt(FRow)->Shell.FEntry.Path)) DeleteRow(FRow);
   return true;
@@ -255,8 +312,9 @@ void TRzShellList::Insert(int row, const TShellEntry& entry) {
 
 void TRzShellList::Update(TItem& item, const TShellEntry& entry) {
   TShellEntry& shown = item.Shell.FEntry;
-  if (shown.Size == entry.Size && shown.Modified == entry.Modified) return;
+  if (shown.Size == entry.Size && shown.Modified == entry.Modified && shown.Name == entry.Name) return;
   shown = entry;
+  item.SetCaption(entry.Name);
   if (!entry.IsFolder()) item.SubItems().Put(kSizeColumn, entry.SizeText);
   item.SubItems().Put(kDateColumn, entry.DateText);
   if (OnFillItem) OnFillItem(&item);
@@ -269,13 +327,25 @@ void TRzShellList::DeleteRow(int row) {
   FChanged = true;
 }
 
+// What was checked were files of the same names in the folder that has gone.
+void TRzShellList::UncheckRows() {
+  const TListUpdate update(Items());
+  for (TListItem* item : Items())
+    item->SetChecked(false);
+}
+
 void TRzShellList::EndMerge() {
-  FEntries = {};
+  const bool another = FFolder.IsOpen() && FListed.Folder.IsOpen() && !FListed.Folder.IsSame(FFolder);
+  FFolder = FListed.Folder;
+  const TListLifePtr life = EventLife();
+  if (another) UncheckRows();
+  if (life->Gone()) return;
+  FListed.Entries = {};
   FByName.clear();
   FTypedRows = 0;
   TypeVisible();
-  if (!FMergeIsAll) return;
-  FRest.start(static_cast<int>(std::min(2 * FListed.elapsed(), kLongestRest)));
+  if (!FListed.IsAll) return;
+  FRest.start(static_cast<int>(std::min(3 * FClock.elapsed(), kLongestRest)));
   if (FState == TState::Filling) FState = TState::Complete;
   const bool isFirst = !std::exchange(FAnnounced, true);
   if (isFirst && OnFolderChanged) OnFolderChanged();

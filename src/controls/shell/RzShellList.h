@@ -5,9 +5,11 @@
 //   list.SetPath(folder);
 //
 // SetPath shows the folder at once without rows; they come from a thread, some at first and then all, in
-// slices between which the window answers. Subfolders stand above files, both by name, until the program
-// sorts. Changes on disk are followed: rows come, go and get new texts, and all others keep selection, check
-// marks and their place on the screen. A list that was sorted gets new rows at its end.
+// slices between which the window answers. The rows of the folder before are gone at once, and OnDeletion
+// tells of them in slices too; they have no index then. The main thread never touches a folder. Subfolders
+// stand above files, both by name, until the program sorts. Changes on disk are followed: rows come, go and
+// get new texts, and all others keep selection, check marks and their place on the screen. A list that was
+// sorted gets new rows at its end.
 //
 // Columns, from 0: at the computer level name, type and two that the program writes; in a folder name, size,
 // type and date. A folder's size is the program's to write. The columns are made once and keep their widths.
@@ -76,6 +78,10 @@ class TRzShellList : public TListView {
   void Refresh();
   [[nodiscard]] TState State() const { return FState; }
 
+  // The folder shown as its rows were listed, held open since; not open before there are any, nor at the
+  // computer level.
+  [[nodiscard]] const TOpenFolder& Folder() const { return FFolder; }
+
   void SetTexts(const TRzShellTexts& texts) { FTexts = texts; }
 
   // The data of a row, which goes with it.
@@ -85,7 +91,7 @@ class TRzShellList : public TListView {
 
   // The same as OnPathChanged and before it, for the combo that is linked with the list.
   std::function<void()> OnLink;
-  // The path is another one; the rows of the former are gone.
+  // The path is another one; the rows of the former are gone, though not all have been told of.
   std::function<void()> OnPathChanged;
   // A row has its texts and needs the program's; it is not in the list yet. Comes again, for the row in the
   // list, when its file has changed.
@@ -107,14 +113,18 @@ class TRzShellList : public TListView {
 
  private:
   class TItem;
+  class TRows;
 
   void List();
-  void Merge(std::vector<TShellEntry> entries, bool isAll);
+  void Listed(TShellListed listed);
+  void FreeLeftRows();
+  void Merge();
   void Step();
   void StepMerge();
   void BeginMerge();
   [[nodiscard]] bool MergeInOrder();
   [[nodiscard]] bool MergeByName();
+  void UncheckRows();
   void EndMerge();
   void Insert(int row, const TShellEntry& entry);
   void Update(TItem& item, const TShellEntry& entry);
@@ -140,26 +150,29 @@ class TRzShellList : public TListView {
   TImageList FImages;
   std::map<QString, TType> FTypes;
   std::map<QString, int> FImageOf;  // by the icon's name
-  TShellListing FListing;
+  TRows* const FRows;               // the list's
+  TDetachedTask FListing;
   TFolderWatch FWatch;
+  TOpenFolder FFolder;
   QLabel* const FNotice;  // owned as a child of the viewport
   QTimer FStep;
-  QTimer FRest;           // between two refreshes
-  QElapsedTimer FListed;  // since the listing under way began
+  QTimer FLeaving;       // rows of former folders are still to be told of and freed
+  QTimer FRest;          // between two refreshes
+  QElapsedTimer FClock;  // since the listing under way began
   bool FIsListing = false;
   bool FStale = false;      // a change came that the listing under way may have missed
   bool FAnnounced = false;  // OnFolderChanged has come for this path
 
-  // The rows are brought to what was listed. In their order of origin both are gone through side by side, row
-  // FRow and entry FNext being the next ones; rows that were sorted are found by their paths. Handlers may
-  // change the rows between two slices, after which it begins anew: what is right already stays.
-  std::vector<TShellEntry> FEntries;
+  // The rows are brought to what was listed, and if that is all, those that were not go. In their order of
+  // origin both are gone through side by side, row FRow and entry FNext being the next ones; rows that were
+  // sorted are found by their paths. Handlers may change the rows between two slices, after which it begins
+  // anew: what is right already stays.
+  TShellListed FListed;
   size_t FNext = 0;
   int FRow = 0;
   TItem* FTop = nullptr;  // the row at the top of a scrolled list, within a slice
   int FCount = 0;         // of rows as the last slice left them
   bool FMerging = false;
-  bool FMergeIsAll = false;        // rows that were not listed go
   bool FSorted = false;            // rows stand in another order than that of origin
   bool FChanged = false;           // by this merge
   QHash<QString, TItem*> FByName;  // rows not met yet; filled only while sorted rows are merged

@@ -12,19 +12,12 @@
 #include <QLocale>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 #include <utility>
 
 namespace {
 
-constexpr unsigned kProgress = 1;
 constexpr size_t kFirstEntries = 400;
 constexpr int kPatience = 30;  // milliseconds before the first entries are told
-constexpr std::chrono::milliseconds kLongestWait{100};
 
 using TEntries = std::vector<TShellEntry>;
 
@@ -71,6 +64,63 @@ TEntries ListPlaces() {
   return places;
 }
 
+TEntries Sorted(TEntries entries) {
+  std::sort(entries.begin(), entries.end(), ComesBefore);
+  return entries;
+}
+
+// Reads the entries of one folder; the thread's.
+class TFolderReader {
+ public:
+  explicit TFolderReader(const QString& folder) : FFolder(IncludeTrailingPathDelimiter(folder)) {
+    FClock.start();
+  }
+
+  // By name, or some of them if nobody hears any more. If it takes long, the first are told meanwhile.
+  [[nodiscard]] TEntries Read(const TDetachedTask::TLine& line,
+                              const std::function<void(TEntries first)>& tellFirst) {
+    TEntries entries;
+    TFileEnumeration enumeration;
+    TFoundFile found;
+    bool told = false;
+    for (bool more = enumeration.First(FFolder, found); more && !line.Abandoned();
+         more = enumeration.Next(found)) {
+      entries.push_back(EntryOf(found));
+      if (told || entries.size() % 64 != 0 || FClock.elapsed() < kPatience) continue;
+      told = true;
+      tellFirst(Sorted({entries.begin(), entries.begin() + FirstOf(entries.size())}));
+    }
+    return Sorted(std::move(entries));
+  }
+
+ private:
+  static std::ptrdiff_t FirstOf(size_t count) {
+    return static_cast<std::ptrdiff_t>(std::min(count, kFirstEntries));
+  }
+
+  [[nodiscard]] TShellEntry EntryOf(const TFoundFile& found) {
+    TShellEntry entry;
+    entry.Kind = found.IsDirectory() ? TShellKind::Folder : TShellKind::File;
+    entry.Name = found.Name;
+    entry.Path = FFolder + found.Name;
+    entry.Size = found.Size;
+    entry.Modified = found.Modified;
+    if (!found.IsDirectory()) entry.SizeText = SizeToText(static_cast<qint64>(found.Size));
+    entry.DateText = FDates.Of(found.Modified);
+    return entry;
+  }
+
+  const QString FFolder;
+  QElapsedTimer FClock;
+  TDateTexts FDates;
+};
+
+using TTold = std::function<void(TShellListed listed)>;
+
+void Tell(TDetachedTask::TLine& line, const TTold& told, TShellListed listed) {
+  line.Tell([told, listed = std::move(listed)]() mutable { told(std::move(listed)); });
+}
+
 }  // namespace
 
 bool ComesBefore(const TShellEntry& a, const TShellEntry& b) {
@@ -80,122 +130,38 @@ bool ComesBefore(const TShellEntry& a, const TShellEntry& b) {
   return order != 0 ? order < 0 : a.Name < b.Name;
 }
 
-// What the thread and its listing have in common; goes with the last of the two.
-class TShellListing::TJob {
- public:
-  TJob(QString path, TMessageWindow* window) : FPath(std::move(path)), FLine(window) {}
-
-  void Run() {
-    bool readable = true;
-    TEntries entries = FPath.isEmpty() ? ListPlaces() : ListFolder(readable);
-    if (!FPath.isEmpty()) std::sort(entries.begin(), entries.end(), ComesBefore);
-    const std::lock_guard lock(FLock);
-    FEntries = std::move(entries);
-    FReadable = readable;
-    FDone = true;
-    FEnded.notify_all();
-    FLine.Post(kProgress, 0, 0);
+void ListShell(const QString& path, TDetachedTask::TLine& line, const TTold& told) {
+  TShellListed listed;
+  listed.Changes = KeepChanges(path);
+  if (path.isEmpty()) {
+    listed.Entries = ListPlaces();
+  } else {
+    listed.Folder = TOpenFolder::Open(path);
+    listed.Entries = TFolderReader(path).Read(line, [&](TEntries first) {
+      Tell(line, told, {std::move(first), false, true, listed.Folder, nullptr});
+    });
+    listed.Readable = !listed.Entries.empty() || DirectoryReadable(path);
   }
-
-  // What is new since the last call; whether that is all.
-  [[nodiscard]] bool Take(TEntries& entries, bool& readable) {
-    const std::lock_guard lock(FLock);
-    entries = std::move(FEntries);
-    readable = FReadable;
-    return FDone;
-  }
-
-  void Abandon() {
-    FAbandoned.store(true);
-    FLine.Close();
-  }
-
-  void WaitForEnd() {
-    std::unique_lock lock(FLock);
-    FEnded.wait_for(lock, kLongestWait, [this] { return FDone; });
-  }
-
- private:
-  [[nodiscard]] TEntries ListFolder(bool& readable) {
-    QElapsedTimer clock;
-    clock.start();
-    TEntries entries;
-    const QString folder = IncludeTrailingPathDelimiter(FPath);
-    TFileEnumeration enumeration;
-    TFoundFile found;
-    bool told = false;
-    for (bool more = enumeration.First(folder, found); more && !FAbandoned; more = enumeration.Next(found)) {
-      entries.push_back(EntryOf(folder, found));
-      if (!told && entries.size() % 64 == 0 && clock.elapsed() >= kPatience) {
-        told = true;
-        TellFirst(entries);
-      }
-    }
-    readable = !entries.empty() || DirectoryReadable(FPath);
-    return entries;
-  }
-
-  [[nodiscard]] TShellEntry EntryOf(const QString& folder, const TFoundFile& found) {
-    TShellEntry entry;
-    entry.Kind = found.IsDirectory() ? TShellKind::Folder : TShellKind::File;
-    entry.Name = found.Name;
-    entry.Path = folder + found.Name;
-    entry.Size = found.Size;
-    entry.Modified = found.Modified;
-    if (!found.IsDirectory()) entry.SizeText = SizeToText(static_cast<qint64>(found.Size));
-    entry.DateText = FDates.Of(found.Modified);
-    return entry;
-  }
-
-  void TellFirst(const TEntries& entries) {
-    const size_t count = std::min(entries.size(), kFirstEntries);
-    TEntries first(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(count));
-    std::sort(first.begin(), first.end(), ComesBefore);
-    const std::lock_guard lock(FLock);
-    FEntries = std::move(first);
-    FLine.Post(kProgress, 0, 0);
-  }
-
-  const QString FPath;
-  TMessageLine FLine;
-  std::atomic<bool> FAbandoned{false};
-  TDateTexts FDates;  // the thread's
-  std::mutex FLock;
-  std::condition_variable FEnded;
-  // Under FLock.
-  TEntries FEntries;
-  bool FReadable = true;
-  bool FDone = false;
-};
-
-TShellListing::TShellListing() : FWindow({{kProgress, [this](const TMessage&) { Take(); }}}) {}
-
-TShellListing::~TShellListing() {
-  const std::shared_ptr<TJob> job = FJob;
-  Abandon();
-  if (job) job->WaitForEnd();
+  Tell(line, told, std::move(listed));
 }
 
-void TShellListing::Start(const QString& path) {
-  Abandon();
-  FJob = std::make_shared<TJob>(path, &FWindow);
-  std::thread([job = FJob] { job->Run(); }).detach();
-}
-
-void TShellListing::Abandon() {
-  if (FJob) FJob->Abandon();
-  FJob.reset();
-}
-
-// The handlers may start another listing.
-void TShellListing::Take() {
-  if (!FJob) return;
-  std::vector<TShellEntry> entries;
-  bool readable = true;
-  if (!FJob->Take(entries, readable)) {
-    if (!entries.empty() && OnFirst) OnFirst(std::move(entries));
-    return;
+void ListShortcuts(const std::function<void(const std::vector<TShellPlace>& places)>& told) {
+  std::vector<TShellPlace> places;
+  const auto add = [&places](const QString& name, const QString& path) {
+    const auto same = [&path](const TShellPlace& place) { return place.Path == path; };
+    if (std::none_of(places.begin(), places.end(), same))
+      places.push_back({name.isEmpty() ? path : name, path});
+  };
+  for (const TVolume& volume : ListFixedVolumes())
+    add(volume.Label.isEmpty() ? VolumeName(volume.Root) : volume.Label, volume.Root);
+  for (const TOtherVolume& volume : ListOtherVolumes())
+    add(VolumeName(volume.Root), volume.Root);
+  told(places);
+  for (const QString& folder :
+       {GetKnownFolder(TSpecialFolder::Profile), GetKnownFolder(TSpecialFolder::Desktop),
+        GetKnownFolder(TSpecialFolder::Personal), GetDownloadsFolder()}) {
+    if (!DirectoryExists(folder)) continue;
+    add(ExtractFileName(folder), folder);
+    told(places);
   }
-  FJob.reset();
-  if (OnDone) OnDone(std::move(entries), readable);
 }

@@ -1,10 +1,12 @@
-// What a folder or the computer level holds, listed by a thread that nobody waits for.
+// What a folder or the computer level holds, listed on a thread that nobody waits for.
 //
 // The computer level lists the fixed volumes, the removable and network ones and the home folder, in this
 // order; a folder its subfolders and then its files, both by name. Names of any bytes come as they are.
 #pragma once
 
-#include "platform/Messages.h"
+#include "platform/FileActions.h"
+#include "platform/FolderWatch.h"
+#include "support/DetachedTask.h"
 
 #include <QString>
 
@@ -29,30 +31,26 @@ struct TShellEntry {
 // The order of rows: true if the first comes before the second. Equal only for entries of one path.
 [[nodiscard]] bool ComesBefore(const TShellEntry& a, const TShellEntry& b);
 
-// One listing at a time. Main thread.
-class TShellListing {
- public:
-  TShellListing();
-  // Waits a tenth of a second at most for the thread.
-  ~TShellListing();
-  TShellListing(const TShellListing&) = delete;
-  TShellListing& operator=(const TShellListing&) = delete;
-
-  // A listing that takes long tells some entries first, in their order, so that there is something to see.
-  std::function<void(std::vector<TShellEntry> entries)> OnFirst;
-  // All entries; readable is false for a folder that is not there or can't be opened.
-  std::function<void(std::vector<TShellEntry> entries, bool readable)> OnDone;
-
-  // The listing before is abandoned: it tells nothing any more. An empty path is the computer level. Returns
-  // at once.
-  void Start(const QString& path);
-  void Abandon();
-
- private:
-  class TJob;
-
-  void Take();
-
-  TMessageWindow FWindow;
-  std::shared_ptr<TJob> FJob;  // with its thread; null if none is under way
+// What a listing tells.
+struct TShellListed {
+  std::vector<TShellEntry> Entries;
+  bool IsAll = true;     // false: some, in their order, so that there is something to see
+  bool Readable = true;  // false for a folder that is not there or can't be opened
+  TOpenFolder Folder;    // held open since before its entries were read; not open for the computer level
+  std::shared_ptr<TFolderChanges> Changes;  // since then; null if they can't be kept. Told with all entries.
 };
+
+// Lists a folder, or for an empty path the computer level, and tells the entries: some at first if it takes
+// long, and then all. All that touches the folder is done here, on the thread of the task.
+void ListShell(const QString& path, TDetachedTask::TLine& line,
+               const std::function<void(TShellListed listed)>& told);
+
+struct TShellPlace {
+  QString Name;
+  QString Path;
+};
+
+// Tells the places that can be gone to from anywhere, again and again as one more is found: the fixed,
+// removable and network volumes, then the home folder and those for the desktop, documents and downloads as
+// far as they are there; each once. Any thread.
+void ListShortcuts(const std::function<void(const std::vector<TShellPlace>& places)>& told);

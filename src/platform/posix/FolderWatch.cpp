@@ -10,6 +10,7 @@
 #include <sys/inotify.h>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -27,44 +28,24 @@ bool AddWatch(int watch, const QString& folder) {
 
 }  // namespace
 
-class TFolderWatch::TImpl {
+// Of a folder the events of an inotify instance. Of the computer level the kernel's table of mounts, which is
+// never read here: its file is in an exceptional state from a change of the table until the next look at that
+// state.
+class TFolderChanges {
  public:
-  explicit TImpl(TFolderWatch& owner) : FOwner(owner) {
-    FTimer.setSingleShot(true);
-    FTimer.setInterval(kJoinedMilliseconds);
-    QObject::connect(&FTimer, &QTimer::timeout, [this] { Tell(); });
+  TFolderChanges(TFileDescriptor source, QSocketNotifier::Type signal)
+      : FSource(std::move(source)), FSignal(signal) {}
+
+  [[nodiscard]] std::unique_ptr<QSocketNotifier> Notifier() const {
+    return std::make_unique<QSocketNotifier>(FSource.Get(), FSignal);
   }
 
-  bool Watch(const QString& folder) {
-    End();
-    if (folder.isEmpty()) return false;
-    FWatch = TFileDescriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-    if (!FWatch.IsOpen() || !AddWatch(FWatch.Get(), folder)) return false;
-    FNotifier = std::make_unique<QSocketNotifier>(FWatch.Get(), QSocketNotifier::Read);
-    QObject::connect(FNotifier.get(), &QSocketNotifier::activated, [this] { Join(); });
-    return true;
-  }
-
- private:
-  // What comes until the timer fires stays where it is, in the system's queue.
-  void Join() {
-    FNotifier->setEnabled(false);
-    FTimer.start();
-  }
-
-  void Tell() {
-    if (ReadAll())
-      End();
-    else
-      FNotifier->setEnabled(true);
-    if (FOwner.OnChange) FOwner.OnChange();
-  }
-
-  // Takes all that waits. True if the watch has come to its end.
-  [[nodiscard]] bool ReadAll() const {
+  // Takes all that waits. True if nothing more will come.
+  [[nodiscard]] bool TakeAll() const {
     std::array<char, 64 * 1024> buffer;
     uint32_t seen = 0;
-    for (ssize_t got = 0; (got = read(FWatch.Get(), buffer.data(), buffer.size())) > 0;) {
+    if (FSignal == QSocketNotifier::Exception) return false;
+    for (ssize_t got = 0; (got = read(FSource.Get(), buffer.data(), buffer.size())) > 0;) {
       inotify_event event;
       for (size_t at = 0; at < static_cast<size_t>(got); at += sizeof event + event.len) {
         std::memcpy(&event, buffer.data() + at, sizeof event);
@@ -74,14 +55,56 @@ class TFolderWatch::TImpl {
     return (seen & kEnds) != 0;
   }
 
-  void End() {
+ private:
+  const TFileDescriptor FSource;
+  const QSocketNotifier::Type FSignal;
+};
+
+std::shared_ptr<TFolderChanges> KeepChanges(const QString& folder) {
+  if (folder.isEmpty()) {
+    TFileDescriptor mounts = OpenPath("/proc/self/mountinfo", O_RDONLY);
+    if (!mounts.IsOpen()) return nullptr;
+    return std::make_shared<TFolderChanges>(std::move(mounts), QSocketNotifier::Exception);
+  }
+  TFileDescriptor watch(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+  if (!watch.IsOpen() || !AddWatch(watch.Get(), folder)) return nullptr;
+  return std::make_shared<TFolderChanges>(std::move(watch), QSocketNotifier::Read);
+}
+
+class TFolderWatch::TImpl {
+ public:
+  explicit TImpl(TFolderWatch& owner) : FOwner(owner) {
+    FTimer.setSingleShot(true);
+    FTimer.setInterval(kJoinedMilliseconds);
+    QObject::connect(&FTimer, &QTimer::timeout, [this] { Tell(); });
+  }
+
+  void Watch(std::shared_ptr<TFolderChanges> changes) {
     FTimer.stop();
-    FNotifier.reset();
-    FWatch = {};
+    FNotifier.reset();  // before the file that it looks at
+    FChanges = std::move(changes);
+    if (!FChanges) return;
+    FNotifier = FChanges->Notifier();
+    QObject::connect(FNotifier.get(), &QSocketNotifier::activated, [this] { Join(); });
+  }
+
+ private:
+  // What comes until the timer fires stays where it is, with the system.
+  void Join() {
+    FNotifier->setEnabled(false);
+    FTimer.start();
+  }
+
+  void Tell() {
+    if (FChanges->TakeAll())
+      Watch(nullptr);
+    else
+      FNotifier->setEnabled(true);
+    if (FOwner.OnChange) FOwner.OnChange();
   }
 
   TFolderWatch& FOwner;
-  TFileDescriptor FWatch;
+  std::shared_ptr<TFolderChanges> FChanges;
   std::unique_ptr<QSocketNotifier> FNotifier;
   QTimer FTimer;
 };
@@ -90,6 +113,6 @@ TFolderWatch::TFolderWatch() : FImpl(std::make_unique<TImpl>(*this)) {}
 
 TFolderWatch::~TFolderWatch() = default;
 
-bool TFolderWatch::Watch(const QString& folder) {
-  return FImpl->Watch(folder);
+void TFolderWatch::Watch(std::shared_ptr<TFolderChanges> changes) {
+  FImpl->Watch(std::move(changes));
 }

@@ -199,8 +199,6 @@ std::optional<TMountPlace> MountPlaceOf(int descriptor) {
   TMountPlace place;
   if ((status.stx_mask & STATX_MNT_ID) != 0) place.MountId = status.stx_mnt_id;
   place.Device = makedev(status.stx_dev_major, status.stx_dev_minor);
-  place.MayBeMountRoot = (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) == 0 ||
-                         (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
   return place;
 }
 

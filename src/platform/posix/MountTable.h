@@ -61,11 +61,8 @@ using TFixedDeviceOf = std::function<std::optional<dev_t>(const TMount&)>;
 struct TMountPlace {
   quint64 MountId = 0;  // 0 where the kernel does not tell
   dev_t Device = 0;
-  bool MayBeMountRoot = false;  // false: surely not the top of a mount
 
-  bool operator==(const TMountPlace& other) const {
-    return MountId == other.MountId && Device == other.Device;
-  }
+  bool operator==(const TMountPlace&) const = default;
 };
 
 // The place of an open file; nothing if it can't be told.

@@ -15,16 +15,17 @@ QString ExcludeTrailingPathDelimiter(const QString& path) {
   return WithoutDelimitersAtEnd(path);
 }
 
-// Only a path that is the top of some mount is looked up among the volumes.
+// The path itself is looked at only if it is where a fixed volume is mounted: at the top of another one there
+// may be a server that does not answer.
 bool IsVolumeRoot(const QString& path) {
   if (!IsAbsolutePath(path)) return false;
   const QByteArray bytes = NameToBytes(WithoutDelimitersAtEnd(path));
+  const auto isPlace = [&](const TMount& mount) { return mount.Point == bytes; };
   if (bytes == "/") return true;
-  const TFileDescriptor folder = OpenPath(bytes, O_PATH | O_DIRECTORY | O_NOFOLLOW);
-  const auto place = MountPlaceOf(folder.Get());
-  if (!place || !place->MayBeMountRoot) return false;
-  const QVector<TMount> mounts = FixedMounts();
-  return std::any_of(mounts.begin(), mounts.end(), [&](const TMount& mount) { return mount.Point == bytes; });
+  const QVector<TMount> mounts = ReadMountTable();
+  if (std::none_of(mounts.begin(), mounts.end(), isPlace)) return false;
+  const QVector<TMount> fixed = ChooseFixedMounts(mounts, FixedDeviceOf);
+  return std::any_of(fixed.begin(), fixed.end(), isPlace);
 }
 
 bool IsAbsolutePath(const QString& path) {

@@ -1,58 +1,87 @@
 #include "platform/FolderWatch.h"
 
-#include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/windows/LongPath.h"
 
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
 #include <QTimer>
 #include <QWinEventNotifier>
 
 #include <windows.h>
+
+#include <dbt.h>
 
 #include <utility>
 
 namespace {
 
 constexpr int kJoinedMilliseconds = 200;
+constexpr DWORD kContent = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME |
+                           FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE |
+                           FILE_NOTIFY_CHANGE_ATTRIBUTES;
 
-// One change handle of the system and what waits for it; does nothing where the system gives none.
+// One change handle of the system, which is signalled from the first change on; does nothing where the system
+// gives none.
 class TChangeHandle {
  public:
-  TChangeHandle(const QString& folder, DWORD changes, const std::function<void()>& onChange)
-      : FHandle(FindFirstChangeNotificationW(LongPath(folder).c_str(), FALSE, changes)) {
-    if (!IsOpen()) return;
-    FNotifier = std::make_unique<QWinEventNotifier>(FHandle);
-    QObject::connect(FNotifier.get(), &QWinEventNotifier::activated, [this, onChange] {
-      FNotifier->setEnabled(false);
-      FChanged = true;
-      onChange();
-    });
-  }
+  TChangeHandle() = default;
+  TChangeHandle(const QString& folder, DWORD changes)
+      : FHandle(FindFirstChangeNotificationW(LongPath(folder).c_str(), FALSE, changes)) {}
   TChangeHandle(const TChangeHandle&) = delete;
   TChangeHandle& operator=(const TChangeHandle&) = delete;
   ~TChangeHandle() {
-    FNotifier.reset();
     if (IsOpen()) FindCloseChangeNotification(FHandle);
   }
 
   [[nodiscard]] bool IsOpen() const { return FHandle != INVALID_HANDLE_VALUE; }
+  [[nodiscard]] HANDLE Get() const { return FHandle; }
 
-  // Whether there was a change since the last call; goes on waiting for the next one.
-  [[nodiscard]] bool TakeChange() {
-    if (!std::exchange(FChanged, false)) return false;
-    if (FindNextChangeNotification(FHandle) != 0) FNotifier->setEnabled(true);
-    return true;
+ private:
+  const HANDLE FHandle = INVALID_HANDLE_VALUE;
+};
+
+// Hears that a volume has come or gone, which the system tells every window of the program.
+class TVolumeNews : public QAbstractNativeEventFilter {
+ public:
+  explicit TVolumeNews(std::function<void()> onNews) : FOnNews(std::move(onNews)) {
+    QCoreApplication::instance()->installNativeEventFilter(this);
+  }
+
+  bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
+    const MSG& told = *static_cast<const MSG*>(message);
+    const bool isNews = told.message == WM_DEVICECHANGE &&
+                        (told.wParam == DBT_DEVICEARRIVAL || told.wParam == DBT_DEVICEREMOVECOMPLETE);
+    if (isNews) FOnNews();
+    return false;
   }
 
  private:
-  const HANDLE FHandle;
-  std::unique_ptr<QWinEventNotifier> FNotifier;
-  bool FChanged = false;
+  const std::function<void()> FOnNews;
 };
 
 }  // namespace
 
-// The folder above is watched as well: it alone tells that the folder got another name.
+// The folder above is watched as well: it alone tells that the folder got another name. Neither handle is
+// open for the computer level.
+class TFolderChanges {
+ public:
+  explicit TFolderChanges(const QString& folder)
+      : Content(folder, kContent),
+        Above(IsVolumeRoot(folder) ? QString() : ExtractFilePath(WithoutDelimitersAtEnd(folder)),
+              FILE_NOTIFY_CHANGE_DIR_NAME) {}
+  TFolderChanges() = default;
+
+  const TChangeHandle Content;
+  const TChangeHandle Above;
+};
+
+std::shared_ptr<TFolderChanges> KeepChanges(const QString& folder) {
+  if (folder.isEmpty()) return std::make_shared<TFolderChanges>();
+  auto changes = std::make_shared<TFolderChanges>(folder);
+  return changes->Content.IsOpen() ? changes : nullptr;
+}
+
 class TFolderWatch::TImpl {
  public:
   explicit TImpl(TFolderWatch& owner) : FOwner(owner) {
@@ -61,40 +90,50 @@ class TFolderWatch::TImpl {
     QObject::connect(&FTimer, &QTimer::timeout, [this] { Tell(); });
   }
 
-  bool Watch(const QString& folder) {
-    End();
-    FFolder = folder;
-    if (folder.isEmpty()) return false;
-    constexpr DWORD kContent = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME |
-                               FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE |
-                               FILE_NOTIFY_CHANGE_ATTRIBUTES;
-    FContent = std::make_unique<TChangeHandle>(folder, kContent, [this] { FTimer.start(); });
-    if (!IsVolumeRoot(folder))
-      FAbove = std::make_unique<TChangeHandle>(ExtractFilePath(ExcludeTrailingPathDelimiter(folder)),
-                                               FILE_NOTIFY_CHANGE_DIR_NAME, [this] { FTimer.start(); });
-    if (!FContent->IsOpen()) End();
-    return FContent != nullptr;
+  void Watch(std::shared_ptr<TFolderChanges> changes) {
+    FTimer.stop();
+    FContent.reset();  // before the handle that it waits for
+    FAbove.reset();
+    FVolumes.reset();
+    FChanges = std::move(changes);
+    if (!FChanges) return;
+    FContent = WaitFor(FChanges->Content);
+    FAbove = WaitFor(FChanges->Above);
+    if (!FContent) FVolumes = std::make_unique<TVolumeNews>([this] { FTimer.start(); });
   }
 
  private:
-  void Tell() {
-    const bool changed = FContent->TakeChange();
-    (void)(FAbove && FAbove->TakeChange());
-    const bool gone = !DirectoryExists(FFolder);
-    if (gone) End();
-    if ((changed || gone) && FOwner.OnChange) FOwner.OnChange();
+  using TNotifier = std::unique_ptr<QWinEventNotifier>;
+
+  TNotifier WaitFor(const TChangeHandle& handle) {
+    if (!handle.IsOpen()) return nullptr;
+    auto notifier = std::make_unique<QWinEventNotifier>(handle.Get());
+    QObject::connect(notifier.get(), &QWinEventNotifier::activated,
+                     [this, waiting = notifier.get()] { Join(*waiting); });
+    return notifier;
   }
 
-  void End() {
-    FTimer.stop();
-    FContent.reset();
-    FAbove.reset();
+  // Nothing is asked of the system until the timer fires.
+  void Join(QWinEventNotifier& notifier) {
+    notifier.setEnabled(false);
+    FTimer.start();
+  }
+
+  // That another folder beside this one came or went is told too: which it was would have to be asked of the
+  // file system.
+  void Tell() {
+    for (const TNotifier* const notifier : {&FContent, &FAbove}) {
+      if (!*notifier || (*notifier)->isEnabled()) continue;
+      if (FindNextChangeNotification((*notifier)->handle()) != 0) (*notifier)->setEnabled(true);
+    }
+    if (FOwner.OnChange) FOwner.OnChange();
   }
 
   TFolderWatch& FOwner;
-  QString FFolder;
-  std::unique_ptr<TChangeHandle> FContent;
-  std::unique_ptr<TChangeHandle> FAbove;
+  std::shared_ptr<TFolderChanges> FChanges;
+  TNotifier FContent;
+  TNotifier FAbove;
+  std::unique_ptr<TVolumeNews> FVolumes;
   QTimer FTimer;
 };
 
@@ -102,6 +141,6 @@ TFolderWatch::TFolderWatch() : FImpl(std::make_unique<TImpl>(*this)) {}
 
 TFolderWatch::~TFolderWatch() = default;
 
-bool TFolderWatch::Watch(const QString& folder) {
-  return FImpl->Watch(folder);
+void TFolderWatch::Watch(std::shared_ptr<TFolderChanges> changes) {
+  FImpl->Watch(std::move(changes));
 }

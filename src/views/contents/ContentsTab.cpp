@@ -74,10 +74,7 @@ void TContentsTab::BuildList() {
   list.OnPathChanged = [this] { ShellListContentPathChanged(); };
   list.OnFillItem = [this](TListItem* item) { FFill.FillItem(*item); };
   list.OnFolderChanged = [this] { ShellListContentFolderChanged(); };
-  list.OnRefreshed = [this] {
-    FFileRows.HoldFolder();
-    ShowCount();
-  };
+  list.OnRefreshed = [this] { ShowCount(); };
   list.OnDeletion = [this](TListItem* item) { FFill.Forget(*item); };
   list.OnColumnClick = [this](TListColumn* column) { FSort.ColumnClick(*column); };
   list.OnSelectItem = [this](TListItem* item, bool selected) { ShellListContentSelectItem(*item, selected); };
@@ -196,7 +193,6 @@ int TContentsTab::PictureOf(const QString& path) const {
 
 // No event tells of a selection that went with the rows.
 void TContentsTab::ShellListContentPathChanged() {
-  FFileRows.HoldFolder();
   FFill.Begin();
   ShellListContent->setAccessibleDescription(Subject().Name);
   if (!OnTop()) return;
@@ -205,7 +201,6 @@ void TContentsTab::ShellListContentPathChanged() {
 }
 
 void TContentsTab::ShellListContentFolderChanged() {
-  FFileRows.HoldFolder();
   FFill.End();
   ShowCount();
 }
@@ -236,6 +231,25 @@ void TContentsTab::ShowRow(TListItem& item) {
   else
     FParts.StatusLine.SetIcon(GetFileIconHandle(row.Path()));
   FParts.StatusLine.SetLines(item.Caption(), ShellListContent->TypeText(item), SizeLineOf(item));
+  if (row.Kind() == TShellKind::Folder) LookAtFolder(row.Path());
+}
+
+// One look at a time, however many rows are gone through meanwhile.
+void TContentsTab::LookAtFolder(const QString& path) {
+  if (std::exchange(FLooking, true)) return;
+  FLook.Start([this, path](TDetachedTask::TLine& line) {
+    line.Tell([this, path, found = DirectoryExists(path)] { FolderLookedAt(path, found); });
+  });
+}
+
+// A folder that is gone has no size. Another row may be the one to ask for by now.
+void TContentsTab::FolderLookedAt(const QString& path, bool found) {
+  FLooking = false;
+  const TListItem* const item = ShellListContent->Selected();
+  if (item == nullptr || !OnTop()) return;
+  const TRzShellListData& row = TRzShellList::ShellData(*item);
+  if (row.Path() != path && row.Kind() == TShellKind::Folder) return LookAtFolder(row.Path());
+  if (row.Path() == path && !found) FParts.StatusLine.HideSizeLine();
 }
 
 // Of a drive its capacity, and nothing of other places that stand beside the drives.
@@ -244,7 +258,7 @@ std::optional<QString> TContentsTab::SizeLineOf(const TListItem& item) const {
   const TStatusLine& line = FParts.StatusLine;
   if (!row.IsFolder()) return line.SizeLine(row.SizeText());
   if (row.Kind() == TShellKind::Folder && !IsVolumeRoot(row.Path()))
-    return DirectoryExists(row.Path()) ? std::optional(line.SizeLine(item.SubItems().Text(0))) : std::nullopt;
+    return line.SizeLine(item.SubItems().Text(0));
   const int index = FParts.State.FDrives.IndexOf(row.Path());
   if (index < 0) return std::nullopt;
   return line.SizeLine(SizeToText(FParts.State.FDrives.Drives()[static_cast<size_t>(index)].Size));

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include "support/DetachedTask.h"
 #include "views/contents/ContentsFill.h"
 #include "views/contents/ContentsSort.h"
 #include "views/contents/Navigation.h"
@@ -63,12 +64,15 @@ class TContentsTab : public QObject, public TResultTab {
   void ShellListContentFolderChanged();
   void ShellListContentSelectItem(TListItem& item, bool selected);
   void ShowRow(TListItem& item);
+  void LookAtFolder(const QString& path);
+  void FolderLookedAt(const QString& path, bool found);
   [[nodiscard]] std::optional<QString> SizeLineOf(const TListItem& item) const;
   void ShellListContentClick();
   void ShellListContentDblClick();
   template <typename TMark>
   void MarkRows(const TMark& mark);
   void ShowCount();
+
   TTabParts FParts;
   QWidget& FPanel;
   TRzShellCombo* RzShellCombo1;
@@ -78,6 +82,8 @@ class TContentsTab : public QObject, public TResultTab {
   TNavigation FNavigation;
   TShellFileRows FFileRows;
   TFileOperations FFileOperations;
+  TDetachedTask FLook;  // whether the folder of the selected row is there still
+  bool FLooking = false;
   bool FContentsPending = false;  // a result is there that the tab has not shown
   bool FFitted = false;           // the columns have been given the width of the window
   bool FMarking = false;          // a command changes the check marks

@@ -3,19 +3,6 @@
 #include "controls/shell/RzShellList.h"
 #include "platform/Paths.h"
 
-void TShellFileRows::HoldFolder() {
-  TOpenFolder folder = FList.Path().isEmpty() ? TOpenFolder() : TOpenFolder::Open(FList.Path());
-  const bool another = FFolder.IsOpen() && folder.IsOpen() && !folder.IsSame(FFolder);
-  FFolder = std::move(folder);
-  if (another) UncheckRows();
-}
-
-void TShellFileRows::UncheckRows() {
-  const TListUpdate update(FList.Items());
-  for (TListItem* item : FList.Items())
-    item->SetChecked(false);
-}
-
 int TShellFileRows::Count() const {
   return FList.Items().Count();
 }
@@ -36,7 +23,7 @@ TFileRow TShellFileRows::Row(int row) const {
 
 TOpenFolder TShellFileRows::OpenParent(int row) const {
   const TShellKind kind = TRzShellList::ShellData(*FList.Items()[row]).Kind();
-  return kind == TShellKind::Folder || kind == TShellKind::File ? FFolder : TOpenFolder();
+  return kind == TShellKind::Folder || kind == TShellKind::File ? FList.Folder() : TOpenFolder();
 }
 
 void TShellFileRows::Remove(int row) {

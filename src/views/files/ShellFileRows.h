@@ -17,11 +17,6 @@ class TShellFileRows : public TFileRows {
   // Writes the program's cells of all rows anew.
   std::function<void()> OnRefill;
 
-  // Holds the folder shown. To be called when the path has changed, and whenever rows were listed anew, so
-  // that a folder which was put in its place is held as soon as its rows show. Its rows are unchecked: what
-  // was checked were files of the same names in the folder before.
-  void HoldFolder();
-
   [[nodiscard]] int Count() const override;
   [[nodiscard]] int Selected() const override;
   [[nodiscard]] bool Checked(int row) const override;
@@ -32,8 +27,5 @@ class TShellFileRows : public TFileRows {
   void Refill() override;
 
  private:
-  void UncheckRows();
-
   TRzShellList& FList;
-  TOpenFolder FFolder;
 };

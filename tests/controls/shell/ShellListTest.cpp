@@ -232,6 +232,25 @@ TEST_F(TShellListTest, ANavigationDuringAFillTakesOver) {
   }
 }
 
+TEST_F(TShellListTest, RowsThatAreLeftAreToldOfLittleByLittle) {
+  const int count = HasDrives() ? 1500 : 3000;
+  MakeFiles(count);
+  Tree.MakeFolder("sub");
+  int ended = 0;
+  List.OnDeletion = [&ended](TListItem* item) { ended += item->Gone() ? 1 : 2 * item->Index(); };
+  ASSERT_TRUE(GoTo(Tree.Path()));
+  List.Items()[7]->SetSelected(true);
+  List.SetPath(Tree.Path("sub"));
+  EXPECT_EQ(List.Items().Count() + List.SelCount(), 0);
+  EXPECT_EQ(ended, 0);
+  EXPECT_TRUE(WaitUntil([&] { return ended == count + 1; }));
+  ASSERT_TRUE(GoTo(Tree.Path()));
+  List.SetPath(Tree.Path("sub"));
+  ended = 0;
+  List.Clear();
+  EXPECT_EQ(ended, count + 1) << "as at the end of the list";
+}
+
 TEST_F(TShellListTest, RowsMayGoAndBeSortedDuringAFill) {
   const int count = HasDrives() ? 1500 : 3000;
   MakeFiles(count);

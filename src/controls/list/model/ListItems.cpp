@@ -41,10 +41,14 @@ bool TListItems::TellDeletion(TListItem& item) {
   return !scope.ListGone() && !item.Gone();
 }
 
-void TListItems::Bury(TListItem& item) {
+void TListItems::MarkGone(TListItem& item) {
   item.FLife = TListItem::TLife::Gone;
   item.FIndex = -1;
   FOwner.ItemGone(item);
+}
+
+void TListItems::Bury(TListItem& item) {
+  MarkGone(item);
   FOwner.Life()->Bury(std::unique_ptr<TListItem>(&item));
 }
 
@@ -79,25 +83,32 @@ void TListItems::Clear() {
   }
 }
 
-// All whose deletion was told, in one pass, whoever told it.
-void TListItems::TakeOutLeaving() {
+// In one pass.
+std::vector<TListItem*> TListItems::TakeOut(TListItem::TLife life) {
   std::vector<int> places;
-  std::vector<TListItem*> leaving;
+  std::vector<TListItem*> taken;
   size_t kept = 0;
   for (size_t row = 0; row < FRows.size(); ++row) {
-    if (FRows[row]->FLife == TListItem::TLife::Staying) {
+    if (FRows[row]->FLife != life) {
       FRows[kept++] = FRows[row];
       continue;
     }
     places.push_back(static_cast<int>(row));
-    leaving.push_back(FRows[row]);
+    taken.push_back(FRows[row]);
   }
-  if (leaving.empty()) return;
+  if (taken.empty()) return taken;
   FRows.resize(kept);
   FOwner.RowStates().Remove(places);
-  for (TListItem* item : leaving)
-    Bury(*item);
+  for (TListItem* item : taken)
+    MarkGone(*item);
   NoteRowsChanged();
+  return taken;
+}
+
+// All whose deletion was told, whoever told it.
+void TListItems::TakeOutLeaving() {
+  for (TListItem* item : TakeOut(TListItem::TLife::Leaving))
+    FOwner.Life()->Bury(std::unique_ptr<TListItem>(item));
 }
 
 void TListItems::ChangeState(TListItem& item, unsigned bits, unsigned mask) {

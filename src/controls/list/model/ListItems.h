@@ -108,6 +108,9 @@ class TListItems {
   // Tells the deletion of a row, which stands in the list meanwhile. False if it is not the caller's to take
   // out: its deletion was told before, or it or the list is gone.
   bool TellDeletion(TListItem& item);
+  // All rows leave the list at once and are gone. Their deletion is told, and they are buried, by whoever
+  // took them; not those whose deletion is under way.
+  [[nodiscard]] std::vector<TListItem*> TakeAll() { return TakeOut(TListItem::TLife::Staying); }
   // The row has no place any more: it is marked gone and freed as soon as no event is being told.
   void Bury(TListItem& item);
 
@@ -116,6 +119,8 @@ class TListItems {
   std::vector<TListItem*> FRows;
 
  private:
+  [[nodiscard]] std::vector<TListItem*> TakeOut(TListItem::TLife life);
+  void MarkGone(TListItem& item);
   void TakeOutLeaving();
 
   TListItemsOwner& FOwner;
