@@ -51,6 +51,7 @@ constexpr TDemoSettings kSettings[] = {
     {".config/qBittorrent/qBittorrent.conf", "[BitTorrent]\nSession\\DefaultSavePath=~/Torrents\n"},
     {".aMule/amule.conf", "[eMule]\nIncomingDir=~/Incoming\n"},
     {".config/aria2/aria2.conf", "dir=~/Fetched\n"},
+    {".frostwire5/frostwire.props", "DEFAULT_TORRENT_DATA_DIR_SETTING=~/FrostWire/Torrent Data\n"},
 };
 
 }  // namespace

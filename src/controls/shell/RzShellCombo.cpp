@@ -5,6 +5,7 @@
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPalette>
@@ -28,12 +29,58 @@ QString Meant(const QString& typed, const QString& folder) {
   return IsAbsolutePath(path) || folder.isEmpty() ? path : IncludeTrailingPathDelimiter(folder) + path;
 }
 
+// A combo of Qt bears its text for a name, so that nobody hears what it is for. This one has a name, and
+// tells its text as its value and, unless there is something else to say, as its description.
+class TComboAccessible : public QAccessibleWidget {
+ public:
+  explicit TComboAccessible(TRzShellCombo& combo)
+      : QAccessibleWidget(&combo, QAccessible::ComboBox), FCombo(combo) {}
+
+  [[nodiscard]] QString text(QAccessible::Text kind) const override {
+    if (kind == QAccessible::Value) return FCombo.currentText();
+    const QString text = QAccessibleWidget::text(kind);
+    return kind == QAccessible::Description && text.isEmpty() ? FCombo.currentText() : text;
+  }
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state = QAccessibleWidget::state();
+    state.editable = state.expandable = state.hasPopup = true;
+    return state;
+  }
+  [[nodiscard]] QStringList actionNames() const override {
+    return QStringList{showMenuAction()} + QAccessibleWidget::actionNames();
+  }
+  void doAction(const QString& name) override {
+    if (name == showMenuAction())
+      FCombo.showPopup();
+    else
+      QAccessibleWidget::doAction(name);
+  }
+
+ private:
+  TRzShellCombo& FCombo;
+};
+
+QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
+  auto* const combo = dynamic_cast<TRzShellCombo*>(object);
+  return combo != nullptr ? new TComboAccessible(*combo) : nullptr;
+}
+
+void InstallComboAccessibility() {
+  static const bool installed = [] {
+    QAccessible::installFactory(MakeInterface);
+    return true;
+  }();
+  Q_UNUSED(installed);
+}
+
 }  // namespace
 
 TRzShellCombo::TRzShellCombo(QWidget* parent)
     : QComboBox(parent), FComputer(u"My Computer"_qs), FNotFoundText(u"Folder not found"_qs) {
+  InstallComboAccessibility();
   setAccessibleName(u"Folder"_qs);
   setEditable(true);
+  lineEdit()->setAccessibleName(accessibleName());
   setInsertPolicy(QComboBox::NoInsert);
   setCompleter(nullptr);
   setMaxVisibleItems(kMostRows);

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QLineEdit>
 
 namespace {
@@ -48,7 +49,10 @@ class TShellComboTest : public testing::Test, protected TShownFolder {
 }  // namespace
 
 TEST_F(TShellComboTest, FollowsTheListInSilence) {
-  EXPECT_EQ(FCombo.accessibleName(), u"Folder"_qs);
+  const QAccessibleInterface& heard = *QAccessible::queryAccessibleInterface(&FCombo);
+  EXPECT_EQ(heard.role(), QAccessible::ComboBox);
+  EXPECT_EQ(heard.text(QAccessible::Name), u"Folder"_qs);
+  EXPECT_EQ(heard.text(QAccessible::Description), u"My Computer"_qs);
   EXPECT_EQ(FCombo.currentText(), u"My Computer"_qs);
   List.SetPath(Tree.Path("a"));
   EXPECT_EQ(FCombo.currentText(), Tree.Path("a"));
