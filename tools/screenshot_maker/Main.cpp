@@ -157,10 +157,15 @@ class TPhotographer {
     Contents().OnClick();
     Contents().SetSelected(Contents().Items()[12]);
     Contents().setFocus();
-    After(kSettleMs, [this] {
-      Save(FForm, u"contents"_qs);
-      TakeDownloads();
-    });
+    After(kSettleMs, [this] { TakeFolderWithSizes(); });
+  }
+
+  // The folders of the picture before stand first in the queue.
+  void TakeFolderWithSizes() {
+    for (const TListItem* item : Contents().Items())
+      if (item->SubItems().Text(0) == u"...") return After(kSettleMs, [this] { TakeFolderWithSizes(); });
+    Save(FForm, u"contents"_qs);
+    TakeDownloads();
   }
 
   void TakeDownloads() {
