@@ -28,6 +28,8 @@ struct TFoundFile {
   quint64 Size = 0;         // bytes; 0 for a folder
   // The last change of the content, in milliseconds since the beginning of 1970 in UTC; before it below 0.
   qint64 Modified = 0;
+  bool IsFolderLink =
+      false;  // Windows: a folder that may be a junction or a symbolic link, not kept in a cloud
 
   [[nodiscard]] bool IsDirectory() const { return (Attributes & kAttributeDirectory) != 0; }
 };
@@ -50,6 +52,10 @@ class TFileEnumeration {
   // if it leads to a folder of root's volume that lies neither in nor above root or the folder of a link that
   // was entered already; any other link is an empty folder.
   void ConfineTo(const QString& root);
+
+  // From now on confined as the other object is, and what one of them has listed or entered holds for both.
+  // Both may then be used at the same time, each by its own thread, until one is confined anew.
+  void ConfineLike(const TFileEnumeration& other);
 
   // From now on a folder among the entries may come with kAttributeDirectory as its only attribute and
   // without a time, which saves a status call for each where the listing itself tells what is a folder.

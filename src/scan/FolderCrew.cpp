@@ -1,126 +1,221 @@
 #include "scan/FolderCrew.h"
 
 #include <algorithm>
-#include <iterator>
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <map>
+#include <mutex>
+#include <thread>
 #include <utility>
 
 namespace {
 
-bool ComesLater(const TFolderTask& a, const TFolderTask& b) {
-  return a.Turn > b.Turn;
-}
+constexpr std::chrono::milliseconds kLongestEnd{50};
+
+// The folders that wait, by their turns.
+class TWaitingFolders {
+ public:
+  [[nodiscard]] bool Empty() const { return FTurns.empty(); }
+  [[nodiscard]] quint64 FirstTurn() const { return FTurns.begin()->first; }
+
+  void Put(TFolderTask task) { FTurns[task.Turn].Folders.push_back(std::move(task)); }
+
+  [[nodiscard]] TFolderTask Take() {
+    TTurn& first = FTurns.begin()->second;
+    TFolderTask task = std::move(first.Folders[first.Next]);
+    if (++first.Next == first.Folders.size()) FTurns.erase(FTurns.begin());
+    return task;
+  }
+
+ private:
+  struct TTurn {
+    std::vector<TFolderTask> Folders;
+    size_t Next = 0;  // the ones before it were taken
+  };
+
+  std::map<quint64, TTurn> FTurns;
+};
 
 }  // namespace
 
-TFolderCrew::TFolderCrew(unsigned threads) {
-  const unsigned wanted = threads != 0 ? threads : std::max(std::thread::hardware_concurrency(), 1U);
-  for (unsigned thread = 1; thread < wanted; ++thread)
-    FThreads.emplace_back([this, thread] { Serve(thread); });
+// What the crew's object and its threads have in common; goes with the last of them.
+class TFolderCrew::TCore {
+ public:
+  explicit TCore(unsigned threads) : Size(threads), FLiving(threads) {}
+
+  void Serve(unsigned thread);
+  void Begin(TFolderTask root, std::shared_ptr<TFolderVisitor> visitor);
+  void Add(TFolderTask task);
+  bool Finish();
+  void Wake();
+  void Stop();
+  void WaitForThreads();
+  [[nodiscard]] bool Stopped() const { return FStopped.load(std::memory_order_relaxed); }
+
+  const unsigned Size;
+
+ private:
+  struct TReader {
+    TFileEnumeration Enumeration;
+    quint64 Run = 0;  // that it is confined for
+    TFoundFile Found;
+    std::vector<TFolderTask> Next;
+  };
+
+  [[nodiscard]] bool MayTake() const;
+  [[nodiscard]] bool IsOver() const { return FWaiting.Empty() && FReading == 0; }
+  void Confine(TReader& reader);
+  void Read(unsigned thread, TReader& reader, const TFolderTask& task);
+  void Done(std::vector<TFolderTask>& next);
+
+  std::atomic<bool> FStopped{false};  // written under FLock
+  std::mutex FLock;
+  std::condition_variable FWork;  // there is something to take, or the end
+  std::condition_variable FOver;  // the run is over, or a thread has ended, or the end
+  // Under FLock; FVisitor, FRoot and FRun change between runs only, FConfined with a run's first folder.
+  TWaitingFolders FWaiting;
+  unsigned FReading = 0;   // folders that are being read
+  unsigned FSleeping = 0;  // threads
+  unsigned FLiving;        // threads
+  std::shared_ptr<TFolderVisitor> FVisitor;
+  QString FRoot;
+  quint64 FRun = 0;
+  quint64 FConfinedRun = 0;
+  TFileEnumeration FConfined;  // lists nothing: confined to the root, as a model for the threads
+};
+
+bool TFolderCrew::TCore::MayTake() const {
+  return !FWaiting.Empty() && (FWaiting.FirstTurn() == TFolderTask::kAtOnce || FVisitor->HasRoom());
+}
+
+void TFolderCrew::TCore::Serve(unsigned thread) {
+  TReader reader;
+  reader.Enumeration.SkipFolderDetails();
+  std::unique_lock lock(FLock);
+  for (;;) {
+    ++FSleeping;
+    FWork.wait(lock, [this] { return Stopped() || MayTake(); });
+    --FSleeping;
+    if (Stopped()) break;
+    TFolderTask task = FWaiting.Take();
+    ++FReading;
+    lock.unlock();
+    Read(thread, reader, task);
+    task = {};
+    lock.lock();
+    Done(reader.Next);
+  }
+  --FLiving;
+  FOver.notify_all();
+}
+
+// The calling thread takes the next folder itself.
+void TFolderCrew::TCore::Done(std::vector<TFolderTask>& next) {
+  --FReading;
+  for (TFolderTask& task : next)
+    FWaiting.Put(std::move(task));
+  if (FSleeping != 0 && next.size() > 1) FWork.notify_all();
+  next.clear();
+  if (IsOver()) FOver.notify_all();
+}
+
+// A run's first folder is its only one, so whoever reads it is alone with the model.
+void TFolderCrew::TCore::Confine(TReader& reader) {
+  if (FConfinedRun != FRun) FConfined.ConfineTo(FRoot);
+  FConfinedRun = FRun;
+  reader.Enumeration.ConfineLike(FConfined);
+  reader.Run = FRun;
+}
+
+void TFolderCrew::TCore::Read(unsigned thread, TReader& reader, const TFolderTask& task) {
+  if (!FVisitor->FolderBegins(task)) return;
+  if (reader.Run != FRun) Confine(reader);
+  for (bool more = reader.Enumeration.First(task.Path, reader.Found);
+       more && !Stopped() && FVisitor->EntryFound(thread, task, reader.Found);
+       more = reader.Enumeration.Next(reader.Found)) {
+  }
+  reader.Enumeration.Close();
+  FVisitor->FolderRead(thread, task, reader.Next);
+}
+
+void TFolderCrew::TCore::Begin(TFolderTask root, std::shared_ptr<TFolderVisitor> visitor) {
+  {
+    const std::lock_guard lock(FLock);
+    FRoot = root.Path;
+    FVisitor = std::move(visitor);
+    ++FRun;
+  }
+  Add(std::move(root));
+}
+
+void TFolderCrew::TCore::Add(TFolderTask task) {
+  const std::lock_guard lock(FLock);
+  FWaiting.Put(std::move(task));
+  FWork.notify_one();
+}
+
+bool TFolderCrew::TCore::Finish() {
+  std::unique_lock lock(FLock);
+  FOver.wait(lock, [this] { return IsOver() || Stopped(); });
+  return !Stopped();
+}
+
+void TFolderCrew::TCore::Wake() {
+  const std::lock_guard lock(FLock);
+  FWork.notify_all();
+}
+
+void TFolderCrew::TCore::Stop() {
+  const std::lock_guard lock(FLock);
+  FStopped.store(true, std::memory_order_relaxed);
+  FWork.notify_all();
+  FOver.notify_all();
+}
+
+void TFolderCrew::TCore::WaitForThreads() {
+  std::unique_lock lock(FLock);
+  FOver.wait_for(lock, kLongestEnd, [this] { return FLiving == 0; });
+}
+
+TFolderCrew::TFolderCrew(unsigned threads) : FCore(std::make_shared<TCore>(SizeFor(threads))) {
+  for (unsigned thread = 0; thread < Size(); ++thread)
+    std::thread([core = FCore, thread] { core->Serve(thread); }).detach();
 }
 
 TFolderCrew::~TFolderCrew() {
   Stop();
+  FCore->WaitForThreads();
 }
 
-void TFolderCrew::Begin(const QString& root, TFolderVisitor& visitor) {
-  std::vector<TFolderTask> first{{root, 0}};
-  {
-    const std::lock_guard lock(FLock);
-    FRoot = root;
-    FVisitor = &visitor;
-    ++FRun;
-  }
-  Add(first);
+unsigned TFolderCrew::SizeFor(unsigned threads) {
+  return threads != 0 ? threads : std::max(std::thread::hardware_concurrency(), 1U);
 }
 
-void TFolderCrew::Add(std::vector<TFolderTask>& tasks) {
-  if (tasks.empty()) return;
-  {
-    const std::lock_guard lock(FLock);
-    for (TFolderTask& task : tasks) {
-      FTasks.push_back(std::move(task));
-      std::push_heap(FTasks.begin(), FTasks.end(), ComesLater);
-    }
-  }
-  tasks.clear();
-  FChanged.notify_all();
+unsigned TFolderCrew::Size() const {
+  return FCore->Size;
 }
 
-// With FLock held and a task there.
-TFolderTask TFolderCrew::Take() {
-  std::pop_heap(FTasks.begin(), FTasks.end(), ComesLater);
-  TFolderTask task = std::move(FTasks.back());
-  FTasks.pop_back();
-  ++FReading;
-  return task;
+void TFolderCrew::Begin(TFolderTask root, std::shared_ptr<TFolderVisitor> visitor) {
+  FCore->Begin(std::move(root), std::move(visitor));
 }
 
-void TFolderCrew::ReadUntil(const std::function<bool()>& done) {
-  std::unique_lock lock(FLock);
-  for (;;) {
-    FChanged.wait(lock, [&] { return !FTasks.empty() || FReading == 0 || Stopped() || done(); });
-    if (Stopped()) return AwaitStop(lock);
-    if (done() || FTasks.empty()) return;
-    const TFolderTask task = Take();
-    lock.unlock();
-    Read(0, FOwn, task);
-    lock.lock();
-  }
+void TFolderCrew::Add(TFolderTask task) {
+  FCore->Add(std::move(task));
 }
 
-void TFolderCrew::AwaitStop(std::unique_lock<std::mutex>& lock) {
-  FTasks.clear();
-  FChanged.wait(lock, [this] { return FReading == 0; });
-  FTasks.clear();
+bool TFolderCrew::Finish() {
+  return FCore->Finish();
 }
 
-void TFolderCrew::Serve(unsigned thread) {
-  TReader reader;
-  std::unique_lock lock(FLock);
-  for (;;) {
-    FChanged.wait(lock, [this] { return (!FTasks.empty() && !FPaused) || Stopped(); });
-    if (Stopped()) return;
-    const TFolderTask task = Take();
-    lock.unlock();
-    Read(thread, reader, task);
-    lock.lock();
-  }
-}
-
-void TFolderCrew::Read(unsigned thread, TReader& reader, const TFolderTask& task) {
-  if (std::exchange(reader.Run, FRun) != FRun) {
-    reader.Enumeration.ConfineTo(FRoot);
-    reader.Enumeration.SkipFolderDetails();
-  }
-  TFoundFile found;
-  for (bool more = reader.Enumeration.First(task.Path, found); more && !Stopped();
-       more = reader.Enumeration.Next(found))
-    FVisitor->EntryFound(thread, task, found);
-  reader.Enumeration.Close();
-  FVisitor->FolderRead(thread, task);
-  Done();
-}
-
-void TFolderCrew::Done() {
-  {
-    const std::lock_guard lock(FLock);
-    --FReading;
-  }
-  FChanged.notify_all();
-}
-
-void TFolderCrew::Pause(bool paused) {
-  {
-    const std::lock_guard lock(FLock);
-    FPaused = paused;
-  }
-  FChanged.notify_all();
+void TFolderCrew::Wake() {
+  FCore->Wake();
 }
 
 void TFolderCrew::Stop() {
-  {
-    const std::lock_guard lock(FLock);
-    FStopped.store(true, std::memory_order_relaxed);
-  }
-  FChanged.notify_all();
+  FCore->Stop();
+}
+
+bool TFolderCrew::Stopped() const {
+  return FCore->Stopped();
 }

@@ -51,20 +51,19 @@ class TReachedTrees {
 
 class TSum : public TFolderVisitor {
  public:
-  TSum(TFolderCrew& crew, const QString& root) : FCrew(crew), FTrees(root), FParts(crew.Size()) {}
+  TSum(unsigned threads, const QString& root) : FTrees(root), FParts(threads) {}
 
-  void EntryFound(unsigned thread, const TFolderTask& folder, TFoundFile& found) override {
+  bool EntryFound(unsigned thread, const TFolderTask& folder, TFoundFile& found) override {
     TPart& part = FParts[thread];
     if (found.IsDirectory())
-      AddFolder(part, folder.Path % found.Name, (found.Attributes & kAttributeReparse) != 0);
+      AddFolder(part, folder, folder.Path % found.Name, found.IsFolderLink);
     else
       part.Size += found.Size;
+    return true;
   }
 
-  void FolderRead(unsigned thread, const TFolderTask&) override {
-    for (TFolderTask& task : FParts[thread].Subfolders)
-      task.Turn = FNextTurn.fetch_sub(1, std::memory_order_relaxed);
-    FCrew.Add(FParts[thread].Subfolders);
+  void FolderRead(unsigned thread, const TFolderTask&, std::vector<TFolderTask>& next) override {
+    FParts[thread].Subfolders.swap(next);
   }
 
   [[nodiscard]] quint64 Total() const {
@@ -81,17 +80,15 @@ class TSum : public TFolderVisitor {
     std::vector<TFolderTask> Subfolders;  // of the folder that is read
   };
 
-  // What only looks like a link, as a folder that is kept in a cloud does, lies where its path says.
-  void AddFolder(TPart& part, const QString& path, bool mayBeLink) {
+  // What only looks like a link lies where its path says. Deeper folders come first.
+  void AddFolder(TPart& part, const TFolderTask& parent, const QString& path, bool mayBeLink) {
     const QString folder = IncludeTrailingPathDelimiter(path);
     const QString entered = mayBeLink && RealFolder(path) != folder ? FTrees.Enter(path) : folder;
     if (!entered.isEmpty() && !(entered == folder && FTrees.IsTop(folder)))
-      part.Subfolders.push_back({entered, 0});
+      part.Subfolders.push_back({entered, parent.Turn - 1, nullptr});
   }
 
-  TFolderCrew& FCrew;
   TReachedTrees FTrees;
-  std::atomic<quint64> FNextTurn{~quint64{0}};
   std::vector<TPart> FParts;  // by thread
 };
 
@@ -103,10 +100,9 @@ quint64 GetFolderSize(const QString& path, TFolderCrew& crew) {
   if (path.isEmpty()) return 0;
   const QString real = RealFolder(path);
   const QString root = real.isEmpty() ? IncludeTrailingPathDelimiter(path) : real;
-  TSum sum(crew, root);
-  crew.Begin(root, sum);
-  crew.Finish();
-  return sum.Total();
+  const auto sum = std::make_shared<TSum>(crew.Size(), root);
+  crew.Begin({root, ~quint64{0}, nullptr}, sum);
+  return crew.Finish() ? sum->Total() : 0;
 }
 
 // What the form's object and the thread have in common; goes with the last of the two.

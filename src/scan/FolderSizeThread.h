@@ -23,7 +23,7 @@ struct TFolderSizeInfo {
   QString Path;      // as it stood in the queue
 };
 
-// The sum of one folder, with all threads of the crew. Blocks; what was found so far if the crew is stopped.
+// The sum of one folder, with all threads of the crew. Blocks; 0 if the crew is stopped.
 [[nodiscard]] quint64 GetFolderSize(const QString& path, TFolderCrew& crew);
 
 // Owned by the form, whose thread calls everything. Made suspended: the thread works while the queue holds

@@ -134,7 +134,7 @@ void TTallyscopeScan::RunScan() {
 // The cut comes before the sort: of the walk's records the first ones are taken, whatever their size.
 void TTallyscopeScan::ScanFolder(const QString& path) {
   FWalker.Scan(path);
-  const TList<TFileInfo>& files = FWalker.Files();
+  const TFileList& files = FWalker.Files();
   for (int i = 0; i < files.Count() && i < kRowsPerPath && !FStopped; ++i) {
     FFiles.Add(ResultRow(files[i]));
     PostPhase(kPhaseFiles + i + 1);
@@ -205,12 +205,11 @@ void TTallyscopeScan::ScanDownloadFolders(int total, int first, const QStringLis
 
 // All files of one location, with a post at every hundredth of them.
 void TTallyscopeScan::TakeDownloadFiles() {
-  TList<TFileInfo> files = FWalker.TakeFiles();
+  const TFileList files = FWalker.TakeFiles();
   const int step = std::max(files.Count() / 100, 1);
   int posts = 0;
   for (int i = 0; i < files.Count() && !FStopped;) {
-    TFileInfo& file = files[i];
-    FDownloadFiles.Add({std::move(file.Path), std::move(file.Name), file.Size});
+    FDownloadFiles.Add(ResultRow(files[i]));
     if (++i % step == 0) PostPhase(kPhaseFiles + ++posts);
   }
 }

@@ -5,7 +5,6 @@
 
 #include <QStringBuilder>
 
-#include <deque>
 #include <utility>
 
 namespace {
@@ -13,9 +12,12 @@ namespace {
 // One path text per so many entries, so that the status label doesn't flood the queue.
 constexpr int kEntriesPerPost = 20;
 
+constexpr int kSubfolder = -1;  // in the place of a file's index
+
 }  // namespace
 
-TTallyscope::TTallyscope(TMessageWindow* statusWnd) : FStatusWnd(statusWnd) {}
+TTallyscope::TTallyscope(TMessageWindow* statusWnd, const TReadAheadLimits& limits)
+    : FStatusWnd(statusWnd), FLimits(limits) {}
 
 void TTallyscope::SetProgressTarget(TMessageWindow* progressWnd, unsigned progressMsg) {
   FProgressWnd = progressWnd;
@@ -40,74 +42,79 @@ bool TTallyscope::Walk() {
   FStopped.store(false);
   PostPercent(1);
   FPath = IncludeTrailingPathDelimiter(FPath);
-  FEnumeration.ConfineTo(FPath);
-  FEnumeration.SkipFolderDetails();
   PostPathText(FPath);
-  const TNames subfolders = WalkRoot();
+  TReadAhead ahead(FPath, FStopped, FLimits);
+  TFolders subfolders = WalkRoot(ahead);
   PostPercent(3);
   const auto count = static_cast<qint64>(subfolders.size());
   for (qint64 i = 0; i != count && !FStopped; ++i) {
-    WalkSubfolder(subfolders[static_cast<size_t>(i)]);
+    WalkSubfolder(ahead, std::exchange(subfolders[static_cast<size_t>(i)], nullptr));
     if (const auto percent = static_cast<int>(i * 99 / count); percent > FPercent) PostPercent(percent);
   }
   return !FStopped;
 }
 
-// The root's own files belong to no folder record. A system file here (a page file, a hibernation file) stays
-// out of all totals; one level down it counts like any other.
-TTallyscope::TNames TTallyscope::WalkRoot() {
-  TNames subfolders;
+// The root's own files belong to no folder record.
+TTallyscope::TFolders TTallyscope::WalkRoot(TReadAhead& ahead) {
+  TFolders subfolders;
   int entries = 0;
-  ListFolder(FPath, [&](TFoundFile& found) {
-    if (!found.IsDirectory() && (found.Attributes & kAttributeSystem) != 0) return;
-    if (++entries % kEntriesPerPost == 0) PostPathText(FPath + found.Name);
-    if (found.IsDirectory()) {
-      ++FFolderCount;
-      subfolders.push_back(std::move(found.Name));
-    } else {
-      AddFile(FPath, found);
-    }
+  TakeFolder(ahead, ahead.Root(), subfolders, [&](const TListingPart& part, int file) {
+    if (++entries % kEntriesPerPost != 0) return;
+    PostPathText(file == kSubfolder ? subfolders.back()->Path.chopped(1) : FPath % part.Files.NameOf(file));
   });
   return subfolders;
 }
 
 // A folder leaves the work list when its turn comes, so that the list holds only what is still to visit.
-void TTallyscope::WalkSubfolder(const QString& name) {
-  FFolders.Add({FPath, name, 0});
+void TTallyscope::WalkSubfolder(TReadAhead& ahead, const TListedFolderPtr& subfolder) {
+  FFolders.Add({FPath, subfolder->Path.mid(FPath.size()).chopped(1), 0});
   quint64& size = FFolders[FFolders.Count() - 1].Size;
-  std::deque<QString> work{FPath % name % PathDelim};
+  TFolders work{subfolder};
   int entries = 0;
   while (!work.empty() && !FStopped) {
-    const QString folder = std::move(work.front());
+    const TListedFolderPtr folder = std::move(work.front());
     work.pop_front();
-    ListFolder(folder, [&](TFoundFile& found) {
-      if (found.IsDirectory()) {
-        ++FFolderCount;
-        work.push_back(folder % found.Name % PathDelim);
-      } else {
-        size += found.Size;
-        AddFile(folder, found);
-      }
-      if (++entries % kEntriesPerPost == 0) PostPathText(folder);
+    size += TakeFolder(ahead, folder, work, [&](const TListingPart&, int) {
+      if (++entries % kEntriesPerPost == 0) PostPathText(folder->Path);
     });
   }
 }
 
-template <typename TEntry>
-void TTallyscope::ListFolder(const QString& folder, const TEntry& entry) {
-  TFoundFile found;
-  if (!FEnumeration.First(folder, found)) return;
-  do {
-    entry(found);
-  } while (FEnumeration.Next(found) && !FStopped);
-  FEnumeration.Close();
+// Tells each entry of the folder by its part and, for a file, its index there. The bytes of the files.
+template <typename TSeen>
+quint64 TTallyscope::TakeFolder(TReadAhead& ahead, const TListedFolderPtr& folder, TFolders& found,
+                                const TSeen& seen) {
+  quint64 bytes = 0;
+  for (bool more = true; more && !FStopped;) {
+    more = ahead.Take(folder, FParts);
+    for (TListingPart& part : FParts)
+      bytes += TakePart(part, found, seen);
+  }
+  return bytes;
 }
 
-// The name moves into its record: a walk makes one text per file and no copy of it.
-void TTallyscope::AddFile(const QString& folder, TFoundFile& found) {
-  FFiles.Add({folder, std::move(found.Name), found.Size});
-  FTotalSize += found.Size;
-  ++FFileCount;
+// Of a stop, what came before it is kept.
+template <typename TSeen>
+quint64 TTallyscope::TakePart(TListingPart& part, TFolders& found, const TSeen& seen) {
+  quint64 bytes = 0;
+  int files = 0;
+  for (auto subfolder = part.Subfolders.begin(); !FStopped;) {
+    if (subfolder != part.Subfolders.end() && subfolder->FilesBefore == files) {
+      found.push_back(std::move(subfolder++->Folder));
+      ++FFolderCount;
+      seen(part, kSubfolder);
+    } else if (files != part.Files.Count()) {
+      bytes += part.Files.SizeOf(files);
+      seen(part, files++);
+    } else {
+      break;
+    }
+  }
+  part.Files.Truncate(files);
+  FFiles.Add(std::move(part.Files));
+  FFileCount += files;
+  FTotalSize += bytes;
+  return bytes;
 }
 
 void TTallyscope::PostPercent(int value) {

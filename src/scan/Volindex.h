@@ -3,17 +3,19 @@
 //
 // The walk has two levels. The first one lists the root; the second one takes the root's subfolders one at a
 // time and empties each breadth-first, without recursion, so that no depth is too deep. It stays on the file
-// system of its root and enters nothing twice. What can't be read counts for nothing, in silence.
+// system of its root and enters nothing twice. What can't be read counts for nothing, in silence. The folders
+// are read ahead of it by threads of its own; a thread that hangs in the file system holds up no Stop.
 #pragma once
 
-#include "platform/FileEnumeration.h"
 #include "platform/Messages.h"
 #include "platform/PathText.h"
+#include "scan/ReadAhead.h"
 #include "scan/ScanRecords.h"
 
 #include <QString>
 
 #include <atomic>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -21,7 +23,7 @@
 class TTallyscope {
  public:
   // The status window receives path texts, whose buffer is the walker's own; a null window drops them.
-  explicit TTallyscope(TMessageWindow* statusWnd);
+  explicit TTallyscope(TMessageWindow* statusWnd, const TReadAheadLimits& limits = {});
   TTallyscope(const TTallyscope&) = delete;
   TTallyscope& operator=(const TTallyscope&) = delete;
 
@@ -41,23 +43,24 @@ class TTallyscope {
 
   // What the last walk has found: all files in the order of discovery, one record per direct subfolder of
   // the root in enumeration order, the folders at every depth, and the bytes of all files.
-  [[nodiscard]] const TList<TFileInfo>& Files() const { return FFiles; }
+  [[nodiscard]] const TFileList& Files() const { return FFiles; }
   // Hands the files over, so that none is copied.
-  [[nodiscard]] TList<TFileInfo> TakeFiles() { return std::move(FFiles); }
+  [[nodiscard]] TFileList TakeFiles() { return std::exchange(FFiles, {}); }
   [[nodiscard]] const TList<TFolderInfo>& Folders() const { return FFolders; }
   [[nodiscard]] int FileCount() const { return FFileCount; }
   [[nodiscard]] int FolderCount() const { return FFolderCount; }
   [[nodiscard]] quint64 TotalSize() const { return FTotalSize; }
 
  private:
-  using TNames = std::vector<QString>;
+  using TFolders = std::deque<TListedFolderPtr>;
 
   bool Walk();
-  [[nodiscard]] TNames WalkRoot();
-  void WalkSubfolder(const QString& name);
-  template <typename TEntry>
-  void ListFolder(const QString& folder, const TEntry& entry);
-  void AddFile(const QString& folder, TFoundFile& found);
+  [[nodiscard]] TFolders WalkRoot(TReadAhead& ahead);
+  void WalkSubfolder(TReadAhead& ahead, const TListedFolderPtr& subfolder);
+  template <typename TSeen>
+  quint64 TakeFolder(TReadAhead& ahead, const TListedFolderPtr& folder, TFolders& found, const TSeen& seen);
+  template <typename TSeen>
+  quint64 TakePart(TListingPart& part, TFolders& found, const TSeen& seen);
 
   void PostProgress(quintptr code, int value);
   void PostPercent(int value);
@@ -74,6 +77,7 @@ class TTallyscope {
   int FFolderCount = 0;
   quint64 FTotalSize = 0;
   TList<TFolderInfo> FFolders;
-  TList<TFileInfo> FFiles;
-  TFileEnumeration FEnumeration;
+  TFileList FFiles;
+  const TReadAheadLimits FLimits;
+  std::vector<TListingPart> FParts;  // of the folder at hand
 };

@@ -1,5 +1,5 @@
-// What lies below a folder by another way than a walk of ours: on Linux the system's find, on Windows Qt's
-// own listing.
+// What lies below a folder by the standard library's listing, in the order of a walk by one thread: the
+// root's files, then one direct subfolder after the other, each breadth-first.
 #pragma once
 
 #include <QByteArray>
@@ -9,7 +9,7 @@
 #include <vector>
 
 struct TTruth {
-  std::vector<std::pair<QByteArray, quint64>> Files;  // full path and size, sorted
+  std::vector<std::pair<QByteArray, quint64>> Files;  // full path and size
   int Folders = 0;
 
   [[nodiscard]] quint64 Bytes() const {
@@ -20,5 +20,5 @@ struct TTruth {
   }
 };
 
-// Without the root's own entries that have kAttributeSystem.
+// Without the root's own devices, sockets and pipes.
 [[nodiscard]] TTruth AskSystem(const QString& root);

@@ -1,17 +1,21 @@
 // What one walk finds, counts and posts, on real trees, and how it is stopped.
 #include "ScanRecorder.h"
+#include "Truth.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
+#include "scan/FolderSizeThread.h"
 #include "scan/ScanMessages.h"
 #include "scan/Volindex.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
+#include <QElapsedTimer>
+
+#include <functional>
 #include <map>
-#include <system_error>
+#include <random>
 #include <thread>
 
 namespace {
@@ -33,15 +37,6 @@ class TWalkerTest : public testing::Test {
       FTree.MakeHole(folder + QByteArray::number(i), 1);
   }
 
-  // Size by name below the tree's root, as TTempTree names it; all names of a file list are different paths.
-  [[nodiscard]] TSizes Found() const {
-    TSizes found;
-    const qsizetype root = FTree.Path().size() + 1;
-    for (const TFileInfo& file : FWalker.Files())
-      found[NameToBytes((file.Path + file.Name).mid(root).replace(PathDelim, u'/'))] = file.Size;
-    return found;
-  }
-
   [[nodiscard]] TSizes FoundFolders() const {
     TSizes found;
     for (const TFolderInfo& folder : FWalker.Folders()) {
@@ -61,6 +56,7 @@ class TWalkerTest : public testing::Test {
       EXPECT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= 2; }));
       FWalker.Stop();
       walk.join();
+      EXPECT_EQ(FWalker.Files().Count(), FWalker.FileCount());
       if (FWalker.FileCount() + FWalker.FolderCount() < entries) return true;
     }
     return false;
@@ -68,40 +64,120 @@ class TWalkerTest : public testing::Test {
 
   TTempTree FTree;
   TScanRecorder FRecorder;
-  TTallyscope FWalker{FRecorder.Window()};
+  TTallyscope FWalker{FRecorder.Window(), {.EntriesPerPart = 50}};
 };
 
+using TDraw = std::function<unsigned(unsigned below)>;
+
+// Folders of every width and depth, names of every kind, and kinds of files that are not counted alike.
+void MakeHostileTree(TTempTree& tree, const TDraw& draw) {
+  std::vector<QByteArray> folders{""};
+  QByteArray last;
+  const unsigned kinds = draw(2) == 0 ? 4 : 12;  // every second tree has mostly folders
+  for (unsigned i = 0, count = draw(60); i < count; ++i) {
+    const QByteArray name =
+        folders[draw(static_cast<unsigned>(folders.size()))] + QByteArray::number(i) + "\xe6\x97\xa5";
+    const unsigned kind = draw(kinds);
+    if (kind < 3)
+      tree.MakeFolder(name), folders.push_back(name + '/');
+    else if (kind == 4 && !last.isEmpty())
+      tree.MakeHardLink(name, last);
+    else if (kind == 5 && !HasDrives())
+      tree.MakeLink(name + '\xff', "..");
+    else if (kind == 6 && !HasDrives())
+      tree.MakeSystemEntry(name);
+    else if (kind == 7)
+      tree.MakeHole(name, 5'000'000'000);
+    else
+      tree.MakeFile(last = name, draw(3000));
+    if (kind == 8) last = tree.Hide(name);
+    if (kind == 9) tree.MakeReadOnly(name);
+  }
+}
+
 }  // namespace
+
+// Whatever the threads and however little they may read ahead.
+TEST(Walk, OfManyThreadsSeesWhatAWalkOfOneSees) {
+  std::mt19937 random(20260101);
+  const TDraw draw = [&](unsigned below) { return static_cast<unsigned>(random() % below); };
+  for (int round = 0; round < 200; ++round) {
+    TTempTree tree;
+    MakeHostileTree(tree, draw);
+    const TTruth truth = AskSystem(tree.Path());
+    TTallyscope walker(nullptr, {1 + draw(4), draw(3000), 1 + static_cast<int>(draw(5))});
+    walker.Scan(tree.Path());
+    std::vector<std::pair<QByteArray, quint64>> files;
+    for (const TFileInfo& file : walker.Files())
+      files.emplace_back(NameToBytes(file.Path + file.Name), file.Size);
+    ASSERT_EQ(files, truth.Files) << "round " << round;
+    ASSERT_EQ(walker.FolderCount(), truth.Folders);
+    ASSERT_EQ(walker.FileCount(), walker.Files().Count());
+    ASSERT_EQ(walker.TotalSize(), truth.Bytes());
+    TFolderCrew crew(1 + draw(4));
+    ASSERT_EQ(GetFolderSize(tree.Path() + PathDelim, crew), truth.Bytes());
+  }
+}
+
+// Nobody takes what the threads read.
+TEST(Walk, ReadsOnlySoMuchAhead) {
+  TTempTree tree;
+  for (int folder = 0; folder < 20; ++folder)
+    for (int file = 0; file < 40; ++file)
+      tree.MakeHole(QByteArray::number(folder) + '/' + QByteArray::number(file), 1);
+  for (const size_t bytes : {size_t{3000}, size_t{1} << 20}) {
+    const std::atomic<bool> stop{false};
+    TReadAhead ahead(tree.Path() + PathDelim, stop, {3, bytes, 10});
+    std::vector<TListingPart> parts;
+    std::vector<TListedFolderPtr> folders;
+    for (bool more = true; more;) {
+      more = ahead.Take(ahead.Root(), parts);
+      for (const TListingPart& part : parts)
+        for (const auto& subfolder : part.Subfolders)
+          folders.push_back(subfolder.Folder);
+    }
+    int files = 0;
+    for (const TListedFolderPtr& folder : folders) {
+      std::this_thread::yield();
+      for (bool more = true; more;) {
+        more = ahead.Take(folder, parts);
+        for (const TListingPart& part : parts)
+          files += part.Files.Count();
+      }
+    }
+    EXPECT_EQ(files, 800);
+    EXPECT_GT(ahead.MostAhead(), bytes == 3000 ? 1000U : 8000U) << "it does read ahead";
+    EXPECT_TRUE(bytes != 3000 || ahead.MostAhead() < 4 * bytes) << "and a part of each thread beyond";
+  }
+}
 
 TEST_F(TWalkerTest, KeepsEachFileAndTheTotalOfEachDirectSubfolder) {
   Walk();
   EXPECT_EQ(FRecorder.Log, QStringList({u"phase 1"_qs, u"path"_qs, u"phase 3"_qs}));
   EXPECT_EQ(FRecorder.Paths.last(), FTree.Path() + PathDelim);
   EXPECT_EQ(FWalker.Files().Count() + FWalker.Folders().Count(), 0);
-  for (const QByteArray branch : {"a/p", "a/q"}) {
-    FTree.MakeFile(branch + "/x/third", 3);
-    FTree.MakeFile(branch + "/second", 2);
-  }
-  FTree.MakeFile("a/first", 1);
-  FTree.MakeFile("own", 0);
+  FTree.MakeFile("a/q/x/third", 3);
+  FTree.MakeFile("a/q/second", 2);
+  FTree.MakeFile("own", 1);
   FTree.MakeFolder("empty");
   FWalker.Stop();  // a request before a walk has no effect on it
-  Walk();
-  QString sizes;
-  for (const TFileInfo& file : FWalker.Files())
-    sizes += QString::number(file.Size);
-  EXPECT_EQ(sizes, u"012233"_qs) << "the root's files come first and a subfolder's level by level";
-  EXPECT_EQ(FoundFolders(), (TSizes{{"a", 11}, {"empty", 0}}));
-  EXPECT_EQ(std::tuple(FWalker.FileCount(), FWalker.FolderCount(), FWalker.TotalSize()),
-            std::tuple(6, 6, 11U));
+  for (int round = 0; round < 2; ++round) {
+    Walk();
+    EXPECT_EQ(FWalker.Files()[1].Path + FWalker.Files()[1].Name, FTree.Path("a/q/second"));
+    EXPECT_EQ(FWalker.Files()[0].Size, 1U);
+    EXPECT_EQ(FoundFolders(), (TSizes{{"a", 5}, {"empty", 0}}));
+    EXPECT_EQ(std::tuple(FWalker.FileCount(), FWalker.FolderCount(), FWalker.TotalSize()),
+              std::tuple(3, 4, 6U));
+  }
+  EXPECT_THROW((void)FWalker.Files()[3], std::out_of_range);
+  EXPECT_THROW((void)FWalker.Files()[-1], std::out_of_range);
 }
 
 TEST_F(TWalkerTest, PostsEachIncreaseOfThePercentageOnce) {
   std::vector<int> allTo98 = {1};
   for (int percent = 3; percent <= 98; ++percent)
     allTo98.push_back(percent);
-  const std::map<int, std::vector<int>> expected = {
-      {0, {1, 3}}, {1, {1, 3}}, {5, {1, 3, 19, 39, 59, 79}}, {200, allTo98}};
+  const std::map<int, std::vector<int>> expected = {{1, {1, 3}}, {5, {1, 3, 19, 39, 59, 79}}, {200, allTo98}};
   int made = 0;
   for (const auto& [subfolders, phases] : expected) {
     for (; made < subfolders; ++made)
@@ -111,22 +187,8 @@ TEST_F(TWalkerTest, PostsEachIncreaseOfThePercentageOnce) {
   }
 }
 
-TEST_F(TWalkerTest, LeavesSystemEntriesOutInTheRootOnly) {
-  for (const QByteArray folder : {"", "sub/"}) {
-    FTree.MakeSystemEntry(folder + "system");
-    FTree.MakeFile(folder + "file", 7);
-  }
-  MakeFiles("z", 17);
-  Walk();
-  EXPECT_EQ(FRecorder.Paths.size(), 1) << "nor do they reach the tick: nineteen entries";
-  EXPECT_EQ(FWalker.FileCount(), 20);
-  EXPECT_TRUE(Found().contains("sub/system"));
-  EXPECT_FALSE(Found().contains("system"));
-  EXPECT_EQ(FWalker.TotalSize(), 7U + 7 + 17);
-}
-
 // The root's text is the entry, that of a subfolder the folder; a folder is an entry of the one that holds
-// it.
+// it, and a system entry of the root is none.
 TEST_F(TWalkerTest, PostsAPathTextEachTwentyEntries) {
   struct {
     QByteArray Folder;
@@ -135,38 +197,43 @@ TEST_F(TWalkerTest, PostsAPathTextEachTwentyEntries) {
   } const cases[] = {{"", 19, 1, {}},
                      {"", 20, 2, {}},
                      {"", 40, 3, {}},
-                     {"sub/", 19, 1, {}},
-                     {"sub/", 20, 2, u"sub/"_qs},
-                     {"sub/x/", 19, 2, u"sub/x/"_qs}};
+                     {"sub/", 18, 1, {}},
+                     {"sub/", 19, 2, u"sub/"_qs},
+                     {"sub/x/", 18, 2, u"sub/x/"_qs}};
   for (const auto& [folder, files, texts, last] : cases) {
     FTree.Remove("");
+    FTree.MakeSystemEntry(folder + "system");
     MakeFiles(folder, files);
     Walk();
     EXPECT_EQ(FRecorder.Paths.size(), texts) << folder.constData() << files;
-    const TFileInfo& file = FWalker.Files()[files - 1];
+    EXPECT_EQ(FWalker.FileCount(), files + (folder.isEmpty() ? 0 : 1));
+    const TFileInfo file = FWalker.Files()[FWalker.FileCount() - 1];
     const QString shown = last.isEmpty() ? file.Path + file.Name : FTree.Path(last.toUtf8());
     EXPECT_TRUE(texts == 1 || FRecorder.Paths.last() == shown) << qPrintable(shown);
   }
   EXPECT_EQ(FWalker.Files()[0].Path.constData(), FWalker.Files()[1].Path.constData())
       << "one text per folder";
+  FTree.Remove("");
+  for (int i = 0; i < 20; ++i)
+    FTree.MakeFolder(QByteArray::number(i));
+  Walk();
+  EXPECT_EQ(FRecorder.Paths.last(), FTree.Path() + PathDelim + FWalker.Folders()[19].Name);
 }
 
-// A link has its own length where it is an entry like any other; on Windows it is none at all, or a folder.
-TEST_F(TWalkerTest, CountsEveryNameAndEntersNothingTwice) {
-  TSizes expected = {{"sub/file", 5}, {"sub/again", 5}, {"hole", 5'000'000'000}, {"caf\xc3\xa9", 3}};
-  FTree.MakeFile("sub/file", 5);
-  FTree.MakeHardLink("sub/again", "sub/file");
-  FTree.MakeLink("sub/up", "..");
-  FTree.MakeHole("hole", 5'000'000'000);
-  FTree.MakeFile("caf\xc3\xa9", 3);
-  if (!HasDrives()) {
-    FTree.MakeFile("bad\xff\xfe", 4);
-    FTree.MakeLink("dangling", "nowhere");
-    expected.merge(TSizes{{"bad\xff\xfe", 4}, {"dangling", 7}, {"sub/up", 2}});
+// Where links to folders are entered, the first one in the walk's order is, and no other.
+TEST_F(TWalkerTest, EntersNothingTwice) {
+  FTree.MakeFile("outside/file", 100);
+  FTree.MakeLink("top/a/up", "..");
+  for (const QByteArray folder : {"a", "b", "c"}) {
+    FTree.MakeLink("top/" + folder + "/out", "../../outside");
+    FTree.MakeFile("top/" + folder + "/file", 1);
   }
-  Walk();
-  EXPECT_EQ(Found(), expected);
-  EXPECT_EQ(FWalker.FolderCount(), HasDrives() ? 2 : 1);
+  for (int round = 0; round < 20; ++round) {
+    Walk("top");
+    EXPECT_EQ(FWalker.FileCount(), HasDrives() ? 4 : 7);
+    EXPECT_EQ(FWalker.Folders()[0].Size,
+              HasDrives() ? 101U : 1 + 13 + (FWalker.Folders()[0].Name == u"a" ? 2 : 0));
+  }
 }
 
 TEST_F(TWalkerTest, WhatCantBeReadIsCountedAndPassedOver) {
@@ -178,10 +245,11 @@ TEST_F(TWalkerTest, WhatCantBeReadIsCountedAndPassedOver) {
   {
     const TOrdinaryUser user;
     Walk();
+    TFolderCrew crew;
+    EXPECT_EQ(GetFolderSize(FTree.Path(), crew), 1U);
   }
   EXPECT_EQ(FoundFolders(), (TSizes{{"shut", 0}, {"sub", 1}}));
   EXPECT_EQ(FWalker.FolderCount(), 3);
-  EXPECT_EQ(FWalker.FileCount(), 1);
   for (const QByteArray root : {"missing", "sub/file"}) {
     Walk(root);
     EXPECT_EQ(FRecorder.Phases, (std::vector{1, 3})) << root.constData();
@@ -196,46 +264,17 @@ TEST_F(TWalkerTest, NoDepthAndNoPathIsTooLong) {
   const QByteArray bottom = FTree.MakeChain(QByteArray(HasDrives() ? 150 : 30, 'n'), depth);
   FTree.MakeFile(bottom + "/file", 11);
   Walk();
-  EXPECT_EQ(Found(), (TSizes{{bottom + "/file", 11}}));
+  ASSERT_EQ(FWalker.FileCount(), 1);
+  EXPECT_EQ(FWalker.Files()[0].Path + FWalker.Files()[0].Name, FTree.Path(bottom + "/file"));
   EXPECT_EQ(FRecorder.Paths.last().size(), 259) << "a path text is cut";
   EXPECT_TRUE(StopCutsShort(depth + 1)) << "of folders with one entry each";
 }
 
 TEST_F(TWalkerTest, AStopEndsTheListingOfAFolder) {
-  MakeFiles("sub/", 2000);
-  EXPECT_TRUE(StopCutsShort(2001));
-  EXPECT_EQ(FWalker.Files().Count(), FWalker.FileCount());
+  MakeFiles("sub/", 3000);
+  EXPECT_TRUE(StopCutsShort(3001));
   FTree.Remove("sub");
-  for (int i = 0; i < 1000; ++i)
+  for (int i = 0; i < 2000; ++i)
     FTree.MakeFolder(QByteArray::number(i));
-  EXPECT_TRUE(StopCutsShort(1000));
-  EXPECT_EQ(FWalker.Folders().Count(), 0) << "while the root is listed no subfolder is begun";
-}
-
-TEST_F(TWalkerTest, FoldersThatComeAndGoLeaveTheCountersTrue) {
-  for (int i = 0; i < 20; ++i)
-    MakeFiles("sub" + QByteArray::number(i) + "/x/", 3);
-  std::atomic<bool> ended{false};
-  std::thread mover([&] {
-    while (!ended) {
-      for (const auto& [from, to] : {std::pair("sub7", "gone"), {"gone", "sub7"}}) {
-        try {
-          FTree.Rename(from, to);
-        } catch (const std::system_error&) {
-          // Windows moves no folder that is just being listed.
-        }
-      }
-    }
-  });
-  for (int round = 0; round < 50; ++round) {
-    FWalker.Scan(FTree.Path());
-    quint64 total = 0;
-    for (const TFolderInfo& folder : FWalker.Folders())
-      total += folder.Size;
-    EXPECT_EQ(FWalker.TotalSize(), total);
-    EXPECT_EQ(FWalker.Files().Count(), FWalker.FileCount());
-    EXPECT_GE(FWalker.FileCount(), 57);
-  }
-  ended = true;
-  mover.join();
+  EXPECT_TRUE(StopCutsShort(2000));
 }

@@ -66,6 +66,7 @@ std::vector<TMountPlace> PlacesOfFileSystem(int folder) {
 class TFileEnumeration::TImpl {
  public:
   void ConfineTo(const QString& root);
+  void ConfineLike(const TImpl& other);
   void SkipFolderDetails() { FFolderDetails = false; }
   bool Open(const QString& folder);
   bool Next(TFoundFile& found);
@@ -95,6 +96,11 @@ void TFileEnumeration::TImpl::ConfineTo(const QString& root) {
   if (!folder.IsOpen()) return;
   FConfinedTo = PlacesOfFileSystem(folder.Get());
   FConfinedToPseudo = IsOnPseudoFileSystem(folder.Get());
+}
+
+void TFileEnumeration::TImpl::ConfineLike(const TImpl& other) {
+  FConfinedTo = other.FConfinedTo;
+  FConfinedToPseudo = other.FConfinedToPseudo;
 }
 
 // A confined walk asks for the mount only: what lies on the root's own mount is of the root's kind.
@@ -166,6 +172,10 @@ TFileEnumeration::~TFileEnumeration() = default;
 
 void TFileEnumeration::ConfineTo(const QString& root) {
   FImpl->ConfineTo(root);
+}
+
+void TFileEnumeration::ConfineLike(const TFileEnumeration& other) {
+  FImpl->ConfineLike(*other.FImpl);
 }
 
 void TFileEnumeration::SkipFolderDetails() {

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <mutex>
 
 namespace {
 
@@ -42,29 +43,23 @@ QString VolumeOf(const QString& realFolder) {
   return realFolder.section(PathDelim, 0, isShare ? 5 : 3) + PathDelim;
 }
 
-// Tells which links a confined walk may follow.
+// Tells which links a confined walk may follow. Any thread.
 class TConfinement {
  public:
-  void Begin(const QString& root);
+  explicit TConfinement(const QString& root) : FReached{RealFolder(root)} {}
   void NoteLink(const QString& path) {
-    if (FConfined) FLinks.insert(path);
+    const std::lock_guard lock(FLock);
+    FLinks.insert(path);
   }
   [[nodiscard]] bool MayEnter(const QString& folder);
 
  private:
   [[nodiscard]] bool IsNew(const QString& real) const;
 
-  bool FConfined = false;
+  std::mutex FLock;
   QStringList FReached;  // the real folders whose trees the walk reaches, the root's first
   QSet<QString> FLinks;
 };
-
-void TConfinement::Begin(const QString& root) {
-  FConfined = !root.isEmpty();
-  FLinks.clear();
-  FReached.clear();
-  if (FConfined) FReached << RealFolder(root);
-}
 
 bool TConfinement::IsNew(const QString& real) const {
   if (real.isEmpty() || FReached.front().isEmpty() || !IsWithin(real, VolumeOf(FReached.front())))
@@ -75,6 +70,7 @@ bool TConfinement::IsNew(const QString& real) const {
 }
 
 bool TConfinement::MayEnter(const QString& folder) {
+  const std::lock_guard lock(FLock);
   if (FLinks.isEmpty() || !FLinks.contains(ExcludeTrailingPathDelimiter(folder))) return true;
   const QString real = RealFolder(folder);
   if (!IsNew(real)) return false;
@@ -86,7 +82,10 @@ bool TConfinement::MayEnter(const QString& folder) {
 
 class TFileEnumeration::TImpl {
  public:
-  void ConfineTo(const QString& root) { FConfinement.Begin(root); }
+  void ConfineTo(const QString& root) {
+    FConfinement = root.isEmpty() ? nullptr : std::make_shared<TConfinement>(root);
+  }
+  void ConfineLike(const TImpl& other) { FConfinement = other.FConfinement; }
   bool First(const QString& folder, TFoundFile& found);
   bool Next(TFoundFile& found);
   void Close() { FSearch.reset(); }
@@ -95,15 +94,15 @@ class TFileEnumeration::TImpl {
   [[nodiscard]] bool NextEntry();
   [[nodiscard]] bool TakeOrNext(TFoundFile& found);
 
-  TConfinement FConfinement;
-  QString FFolder;  // with its delimiter
+  std::shared_ptr<TConfinement> FConfinement;  // null: not confined
+  QString FFolder;                             // with its delimiter
   TSearchHandle FSearch;
   WIN32_FIND_DATAW FEntry;
 };
 
 bool TFileEnumeration::TImpl::First(const QString& folder, TFoundFile& found) {
   Close();
-  if (folder.isEmpty() || !FConfinement.MayEnter(folder)) return false;
+  if (folder.isEmpty() || (FConfinement && !FConfinement->MayEnter(folder))) return false;
   FFolder = IncludeTrailingPathDelimiter(folder);
   FSearch = OpenSearch(FFolder, FEntry);
   return FSearch && TakeOrNext(found);
@@ -129,7 +128,8 @@ bool TFileEnumeration::TImpl::TakeOrNext(TFoundFile& found) {
   found.Attributes = FEntry.dwFileAttributes;
   found.Size = SizeOf(FEntry);
   found.Modified = MillisecondsOf(FEntry.ftLastWriteTime);
-  if (IsLinkToFolder(FEntry)) FConfinement.NoteLink(FFolder + found.Name);
+  found.IsFolderLink = IsLinkToFolder(FEntry);
+  if (found.IsFolderLink && FConfinement) FConfinement->NoteLink(FFolder + found.Name);
   return true;
 }
 
@@ -139,6 +139,10 @@ TFileEnumeration::~TFileEnumeration() = default;
 
 void TFileEnumeration::ConfineTo(const QString& root) {
   FImpl->ConfineTo(root);
+}
+
+void TFileEnumeration::ConfineLike(const TFileEnumeration& other) {
+  FImpl->ConfineLike(*other.FImpl);
 }
 
 // The details come with the listing.
