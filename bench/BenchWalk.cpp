@@ -128,6 +128,7 @@ int main(int argc, char** argv) {
   parser.addHelpOption();
   parser.addPositionalArgument(u"FOLDER"_qs, u"The folder to walk."_qs);
   parser.addOptions({
+      {u"once"_qs, u"Only walks, once: for other programs to be measured beside it."_qs},
       {u"rounds"_qs, u"Rounds of each way."_qs, u"N"_qs, u"7"_qs},
       {u"max-ratio"_qs, u"The most that a walk may take, in bare loops."_qs, u"R"_qs, u"1.15"_qs},
       {u"max-bytes"_qs, u"The most memory per file kept."_qs, u"B"_qs, u"120"_qs},
@@ -135,6 +136,10 @@ int main(int argc, char** argv) {
   parser.process(application);
   const int rounds = parser.value(u"rounds"_qs).toInt();
   if (parser.positionalArguments().size() != 1 || rounds < 1) parser.showHelp(2);
+  if (parser.isSet(u"once"_qs)) {
+    TSamples once;
+    return MeasureWalk(parser.positionalArguments().first(), once).Totals.Files > 0 ? 0 : 1;
+  }
   return Measure(parser.positionalArguments().first(), rounds, parser.value(u"max-ratio"_qs).toDouble(),
                  parser.value(u"max-bytes"_qs).toDouble());
 }

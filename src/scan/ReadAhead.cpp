@@ -15,7 +15,7 @@ namespace {
 
 // How long the walk sleeps when what it needs isn't there, the longer the less comes. It is much faster than
 // the threads: woken for each folder, it would take their processors more often than it needs them.
-constexpr std::chrono::microseconds kFirstPause{500};
+constexpr std::chrono::microseconds kFirstPause{2000};
 constexpr std::chrono::microseconds kLongestPause{8000};
 
 // Breadth-first within a branch, the branches one after the other. Within a level the crew goes by the order

@@ -24,19 +24,27 @@ TFileBlock TFileBlockMaker::Take(const QString& path) {
   const size_t texts = FTexts.size() * sizeof(QChar);
   block.FPath = path;
   block.FBytes = sizes + ends + texts;
-  block.FMemory = std::make_unique_for_overwrite<std::byte[]>(block.FBytes);
+  block.FMemory = Allocate(block.FBytes);
   std::memcpy(block.FMemory.get(), FSizes.data(), sizes);
   std::memcpy(block.FMemory.get() + sizes, FEnds.data(), ends);
   std::memcpy(block.FMemory.get() + sizes + ends, FTexts.data(), texts);
   block.FMade = block.FCount = Count();
-  Clear();
-  return block;
-}
-
-void TFileBlockMaker::Clear() {
   FSizes.clear();
   FEnds.clear();
   FTexts.clear();
+  return block;
+}
+
+std::shared_ptr<std::byte> TFileBlockMaker::Allocate(size_t bytes) {
+  constexpr size_t kChunk = size_t{256} << 10;
+  if (FChunkSize - FChunkUsed < bytes) {
+    FChunkSize = std::max(kChunk, bytes);
+    FChunkUsed = 0;
+    FChunk = std::make_shared_for_overwrite<std::byte[]>(FChunkSize);
+  }
+  std::byte* const place = FChunk.get() + FChunkUsed;
+  FChunkUsed = std::min((FChunkUsed + bytes + alignof(quint64) - 1) & ~(alignof(quint64) - 1), FChunkSize);
+  return {FChunk, place};
 }
 
 void TFileList::Add(TFileBlock block) {

@@ -78,22 +78,27 @@ class TFileBlock {
   [[nodiscard]] const QChar* Texts() const { return reinterpret_cast<const QChar*>(Ends() + FMade); }
 
   QString FPath;
-  std::unique_ptr<std::byte[]> FMemory;
+  std::shared_ptr<std::byte> FMemory;  // a place in a chunk that blocks share
   size_t FBytes = 0;
   int FMade = 0;  // files that the block was made with
   int FCount = 0;
 };
 
-// Gathers the files of a block; keeps its memory from block to block.
+// Gathers the files of a block. Blocks made one after the other lie in one chunk of memory, since the system
+// takes its time over many small pieces; a chunk goes with the last of its blocks.
 class TFileBlockMaker {
  public:
   void Add(QStringView name, quint64 size);
   [[nodiscard]] int Count() const { return static_cast<int>(FSizes.size()); }
   // The files added since the last block.
   [[nodiscard]] TFileBlock Take(const QString& path);
-  void Clear();
 
  private:
+  [[nodiscard]] std::shared_ptr<std::byte> Allocate(size_t bytes);
+
+  std::shared_ptr<std::byte[]> FChunk;
+  size_t FChunkSize = 0;
+  size_t FChunkUsed = 0;
   std::vector<quint64> FSizes;
   std::vector<quint32> FEnds;
   std::vector<QChar> FTexts;

@@ -62,15 +62,6 @@ class TScanThreadTest : public testing::Test {
   TOwnedThread<TTallyscopeScan> FScan;
 };
 
-// What a pass over a location of so many files posts.
-std::vector<int> PhasesOfLocation(int posts) {
-  std::vector<int> phases = {1, 3};
-  for (int i = 1; i <= posts; ++i)
-    phases.push_back(100 + i);
-  phases.push_back(300);
-  return phases;
-}
-
 }  // namespace
 
 TEST_F(TScanThreadTest, EachRoutePostsItsMessagesInThisOrder) {
@@ -148,15 +139,17 @@ TEST_F(TScanThreadTest, PhasesAndRowsFollowTheNumberOfRecords) {
   }
 }
 
-// Both halves count and the highest bit is no sign.
+// Both halves of a size count and the highest bit is no sign. The longest path of the system fits.
 TEST_F(TScanThreadTest, TheRowsOfSeveralVolumesAreSortedBySizesOf64Bits) {
   constexpr quint64 kTop = quint64{1} << 63;
+  const QString longest(kLongestPath - 1, u'p');
   MakeVolume(0);
-  FakeVolindex().Files = {{u"a"_qs, kTop + 1},
+  FakeVolindex().Files = {{u"a"_qs, kTop + 1, false, longest},
                           {u"b"_qs, 0x1'0000'0000},
                           {u"c"_qs, 0xFFFF'FFFF},
                           {u"d"_qs, 3'000'000'000},
-                          {u"e"_qs, 1}};
+                          {u"e"_qs, 1},
+                          {u"f"_qs, 9, false, longest + u'p'}};
   FakeVolindex().Folders = FakeVolindex().Files;
   Scan({u"/v/"_qs, u"/w/"_qs}, false);
   for (const TList<TFileInfoEx>* list : {&FScan->Files(), &FScan->Folders()}) {
@@ -165,16 +158,8 @@ TEST_F(TScanThreadTest, TheRowsOfSeveralVolumesAreSortedBySizesOf64Bits) {
       names += row.Name;
     EXPECT_EQ(names, u"aabbccddee"_qs);
     EXPECT_EQ((*list)[0].Size, kTop + 1);
+    EXPECT_EQ((*list)[0].Path, longest);
   }
-}
-
-TEST_F(TScanThreadTest, TheLongestPathOfTheSystemFits) {
-  const QString longest(kLongestPath - 1, u'p');
-  MakeVolume(0);
-  FakeVolindex().Files = {{u"a"_qs, 2, false, longest}, {u"b"_qs, 1, false, longest + u'p'}};
-  Scan({u"/v/"_qs}, false);
-  ASSERT_EQ(FScan->Files().Count(), 1);
-  EXPECT_EQ(FScan->Files()[0].Path, longest);
 }
 
 TEST_F(TScanThreadTest, EveryFileOfADownloadLocationIsTaken) {
@@ -185,7 +170,11 @@ TEST_F(TScanThreadTest, EveryFileOfADownloadLocationIsTaken) {
     MakeFiles("dl/sub/", files);
     FLocations = {FTree.Path("dl/")};
     Scan({}, false);
-    EXPECT_EQ(FRecorder.Phases, PhasesOfLocation(posts)) << files;
+    std::vector<int> phases = {1, 3};
+    for (int i = 1; i <= posts; ++i)
+      phases.push_back(100 + i);
+    phases.push_back(300);
+    EXPECT_EQ(FRecorder.Phases, phases) << files;
     ASSERT_EQ(FScan->DownloadFiles().Count(), files);
     EXPECT_EQ(FScan->DownloadFiles()[0].Name.toInt(), files - 1) << "largest first";
     EXPECT_EQ(FScan->DownloadFiles()[0].Path, FTree.Path("dl/sub/"));
@@ -234,75 +223,34 @@ TEST_F(TScanThreadTest, AStopCutsTheWalkShort) {
   EXPECT_TRUE(cut);
 }
 
-TEST_F(TScanThreadTest, TheTickerShowsPathsWhileAVolumeIsRead) {
-  const QByteArray hidden = (FTree.MakeFile("veiled/inside", 1), FTree.Hide("veiled"));
-  FTree.MakeFile("file", 1);
+// The whole wander would take 20 seconds; the second volume ends the first one's.
+TEST_F(TScanThreadTest, TheTickerShowsPathsWhileEachVolumeIsRead) {
+  FTree.MakeFile("veiled/inside", 1);
+  const QByteArray hidden = FTree.Hide("veiled");
   FTree.MakeFile("folder/inside", 1);
+  MakeFiles("folder/deep/", 1000);
   MakeVolume(1);
   Make();
+  std::counting_semaphore<2> shown{0};
   QElapsedTimer clock;
-  std::binary_semaphore shown{0};
   qint64 begun = 0;
   FakeVolindex().DuringScan = [&] {
     begun = clock.elapsed();
     (void)shown.try_acquire_for(std::chrono::seconds(20));
   };
   clock.start();
-  FScan->Start({FTree.Path()}, false);
+  FScan->Start({FTree.Path(), FTree.Path()}, false);
   ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.contains(FTree.Path("folder/inside")); }));
-  EXPECT_GE(clock.elapsed(), 500 + 3 * 20) << "it pauses before the first entry and after each";
+  EXPECT_GE(begun, 500);
+  EXPECT_GE(clock.elapsed(), 500 + 2 * 20) << "it pauses before the first entry and after each";
+  EXPECT_TRUE(FRecorder.Paths.contains(FTree.Path(hidden)));
+  EXPECT_FALSE(FRecorder.Paths.contains(FTree.Path(hidden + "/inside"))) << "shown and not entered";
+  EXPECT_FALSE(FRecorder.Paths.contains(FTree.Path("folder"))) << "entered and not shown";
+  shown.release();
+  ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Log.contains(u"row 1"_qs); }));
+  const qsizetype before = FRecorder.Paths.size();
+  ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= before + 2; }));
   shown.release();
   ASSERT_TRUE(FRecorder.WaitForEnd());
-  EXPECT_GE(begun, 500);
-  FRecorder.Paths.sort();
-  QStringList expected{FTree.Path(hidden), FTree.Path("file"), FTree.Path("folder/inside")};
-  expected.sort();
-  EXPECT_EQ(FRecorder.Paths, expected) << "a hidden folder is shown and not entered";
-}
-
-// The whole wander would take 20 seconds.
-TEST_F(TScanThreadTest, ASecondVolumeStartsTheTickerAgain) {
-  MakeFiles("", 1000);
-  MakeVolume(1);
-  Make();
-  std::counting_semaphore<2> shown{0};
-  FakeVolindex().DuringScan = [&] { (void)shown.try_acquire_for(std::chrono::seconds(20)); };
-  QElapsedTimer clock;
-  clock.start();
-  FScan->Start({FTree.Path(), FTree.Path()}, false);
-  for (const char16_t* row : {u"row 0", u"row 1"}) {
-    ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Log.contains(QString::fromUtf16(row)); }));
-    const qsizetype before = FRecorder.Paths.size();
-    ASSERT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= before + 2; }));
-    shown.release();
-  }
-  ASSERT_TRUE(FRecorder.WaitForEnd());
   EXPECT_LT(clock.elapsed(), 15'000);
-}
-
-// As on a mount whose server is gone. What the scan uses stays until it comes back, and it tells nobody.
-TEST_F(TScanThreadTest, AReadThatHangsDoesNotHoldItsOwner) {
-  MakeVolume(3);
-  std::binary_semaphore hangs{0};
-  std::binary_semaphore answers{0};
-  FakeVolindex().DuringScan = [&] {
-    hangs.release();
-    (void)answers.try_acquire_for(std::chrono::seconds(30));
-  };
-  auto window = std::make_unique<TScanRecorder>();
-  auto token = std::make_shared<int>();
-  const std::weak_ptr<int> lives = token;
-  FScan.reset(new TTallyscopeScan(window->Window(),
-                                  [token = std::move(token)](const QStringList&) { return QStringList(); }));
-  FScan->SetProgressTarget(window->Window(), WM_SCANPROGRESS);
-  FScan->Start({FTree.Path()}, false);
-  ASSERT_TRUE(hangs.try_acquire_for(std::chrono::seconds(30)));
-  QElapsedTimer clock;
-  clock.start();
-  FScan.reset();
-  EXPECT_LT(clock.elapsed(), 15'000);
-  EXPECT_FALSE(lives.expired());
-  window.reset();
-  answers.release();
-  EXPECT_TRUE(FRecorder.WaitUntil([&] { return lives.expired(); }));
 }
