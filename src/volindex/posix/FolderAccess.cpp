@@ -134,7 +134,8 @@ struct TFolderListing::TBatch {
   int Folder = kNone;
   std::vector<TPlaceInBuffer> Entries;
   size_t Next = 0;
-  bool IsFolder = false;  // of the entry handed out last, as far as it is known
+  uint64_t Number = 0;  // of the entry handed out last
+  uint8_t Type = DT_UNKNOWN;
 };
 
 TAccess TFolderListing::TBatch::Fill(uint64_t& bytesRead) {
@@ -173,15 +174,22 @@ TAccess TFolderListing::Next() {
   while (batch.Next == batch.Entries.size()) {
     if (const TAccess access = batch.Fill(FBytesRead); access != TAccess::Ok) return access;
   }
+  batch.Number = batch.Entries[batch.Next].Number;
   const char* entry = batch.Buffer.get() + batch.Entries[batch.Next++].Offset;
   FName = entry + kNameOffset;
-  batch.IsFolder = static_cast<uint8_t>(entry[kTypeOffset]) == DT_DIR;
+  batch.Type = static_cast<uint8_t>(entry[kTypeOffset]);
   return TAccess::Ok;
+}
+
+bool TFolderListing::Listed(TEntryFacts& facts) const {
+  facts.Number = FBatch->Number;
+  facts.IsFolder = FBatch->Type == DT_DIR;
+  return FBatch->Type != DT_UNKNOWN;
 }
 
 // Of a folder what is on disk need not be asked for, the place is enough.
 TAccess TFolderListing::Facts(TEntryFacts& facts) const {
-  return Ask(FBatch->Folder, FName.data(), FBatch->IsFolder ? AT_STATX_DONT_SYNC : 0, facts);
+  return Ask(FBatch->Folder, FName.data(), FBatch->Type == DT_DIR ? AT_STATX_DONT_SYNC : 0, facts);
 }
 
 void TFolderListing::CountLinks(TEntryFacts&) const {}

@@ -170,12 +170,12 @@ std::optional<TScanRoot> DescribeScanRoot(const std::string& path) {
   root.DeviceMajor = major(facts.st_dev);
   root.DeviceMinor = minor(facts.st_dev);
   const std::vector<TMount> mounts = ReadMounts();
+  root.MountsBelow = PointsBelow(mounts, root.Path);
   const TMount* mount = MountAt(mounts, root.Path);
   if (mount == nullptr || mount->Root != "/") return root;
   root.IsVolumeRoot = true;
   root.FileSystem = mount->FileSystem;
   root.Device = DeviceOf(*mount);
-  root.MountsBelow = PointsBelow(mounts, root.Path);
   return root;
 }
 

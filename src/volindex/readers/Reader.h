@@ -19,7 +19,8 @@ struct TScanRoot {
   uint32_t DeviceMajor = 0;
   uint32_t DeviceMinor = 0;
 
-  // False when Path is no mount point, or a bind mount of a part of its volume: the rest is then empty.
+  // False when Path is no mount point, or a bind mount of a part of its volume: FileSystem and Device are
+  // then empty.
   bool IsVolumeRoot = false;
   std::string FileSystem;  // the system's type name: "ext4", "ntfs3", "fuseblk" …
   std::string Device;      // path of the block device, "/dev/…"; empty when there is none

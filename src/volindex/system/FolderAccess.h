@@ -76,6 +76,8 @@ class TFolderListing {
   [[nodiscard]] TAccess Next();
   [[nodiscard]] std::string_view Name() const { return FName; }
 
+  // Number and IsFolder of the entry, as far as the listing tells them: false when it does not.
+  [[nodiscard]] bool Listed(TEntryFacts& facts) const;
   // Of the entry; no symbolic link is followed and nothing is mounted.
   [[nodiscard]] TAccess Facts(TEntryFacts& facts) const;
   // Fills in the entry's Links where Facts has not; they stay 0 if it can't be asked for.

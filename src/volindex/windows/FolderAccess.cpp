@@ -298,6 +298,10 @@ TAccess TFolderListing::Facts(TEntryFacts& facts) const {
   return TAccess::Ok;
 }
 
+bool TFolderListing::Listed(TEntryFacts& facts) const {
+  return Facts(facts) == TAccess::Ok;
+}
+
 void TFolderListing::CountLinks(TEntryFacts& facts) const {
   if (facts.Links != 0) return;
   TFolderHandle file;

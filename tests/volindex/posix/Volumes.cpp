@@ -60,7 +60,7 @@ bool TMountedVolume::TryHere(const std::string& command) {
 
 void TMountedVolume::ExpectSame(const std::string& reader) const {
   const TAnswer truth = AnswerOfDisk(FRoot);
-  for (const char* each : {"ext4", "ntfs", "folders"})
+  for (const char* each : {"ext4", "xfs", "btrfs", "ntfs", "folders"})
     EXPECT_EQ(AnswerOfReader(each, FRoot),
               each == reader || each == std::string("folders") ? truth : TAnswer())
         << each;

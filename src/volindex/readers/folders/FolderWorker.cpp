@@ -9,6 +9,12 @@ namespace {
 
 constexpr unsigned kFoldersBetweenLooks = 16;
 
+TAccess StaysInPlace(const TFolderScan& scan, const TFolderHandle& folder) {
+  TEntryFacts facts;
+  const TAccess access = folder.Facts(facts);
+  return access == TAccess::Ok && facts.Place != scan.RootFacts.Place ? TAccess::Gone : access;
+}
+
 }  // namespace
 
 void TFolderProgress::Add(double share) {
@@ -62,7 +68,10 @@ void TFolderWorker::ReadFolder(const TFolderTask& task) {
 TAccess TFolderWorker::Open(const TFolderTask& task, TFolderHandle& folder) {
   if (task.Folder == kRootFolder) return folder.OpenAgain(FScan.Root);
   if (task.Parent == nullptr) return OpenFromRoot(FScan, task.Folder, folder);
-  return folder.OpenBelow(task.Parent->Handle, std::string(FScan.Builder.FolderName(task.Folder)));
+  const std::string name(FScan.Builder.FolderName(task.Folder));
+  const TAccess access = folder.OpenBelow(task.Parent->Handle, name);
+  // Who was not asked for the folder's facts can't have told what is mounted there.
+  return access == TAccess::Ok && FScan.Known != nullptr ? StaysInPlace(FScan, folder) : access;
 }
 
 TAccess OpenFromRoot(const TFolderScan& scan, TFolderId id, TFolderHandle& folder) {
@@ -81,9 +90,7 @@ TAccess OpenFromRoot(const TFolderScan& scan, TFolderId id, TFolderHandle& folde
     from = &folder;
     piece.clear();
   }
-  TEntryFacts facts;
-  const TAccess access = folder.Facts(facts);
-  return access == TAccess::Ok && facts.Place != scan.RootFacts.Place ? TAccess::Gone : access;
+  return StaysInPlace(scan, folder);
 }
 
 TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
@@ -92,7 +99,7 @@ TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
   TAccess access = FListing.Next();
   for (; access == TAccess::Ok && !Stopped(); access = FListing.Next()) {
     TEntryFacts facts;
-    const TAccess known = FListing.Facts(facts);
+    const TAccess known = AskFor(facts);
     refused = refused || known == TAccess::Unreadable;
     if (known != TAccess::Ok) continue;
     if (facts.IsFolder)
@@ -101,6 +108,13 @@ TAccess TFolderWorker::ReadEntries(TFolderId id, const TFolderHandle& folder) {
       AddFile(id, facts);
   }
   return refused ? TAccess::Unreadable : access;
+}
+
+TAccess TFolderWorker::AskFor(TEntryFacts& facts) const {
+  if (FScan.Known == nullptr || !FListing.Listed(facts)) return FListing.Facts(facts);
+  facts.Place = FScan.RootFacts.Place;
+  const auto known = FScan.Known->Find(facts);
+  return known ? *known : FListing.Facts(facts);
 }
 
 void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {

@@ -4,6 +4,7 @@
 #include "volindex/index/IndexBuilder.h"
 #include "volindex/readers/Reader.h"
 #include "volindex/readers/folders/FolderQueue.h"
+#include "volindex/readers/folders/KnownFiles.h"
 #include "volindex/readers/folders/SeenFiles.h"
 #include "volindex/system/FolderAccess.h"
 
@@ -37,6 +38,7 @@ struct TFolderScan {
   TFolderProgress Progress;
   unsigned OpenLimit;
   std::vector<TSeenFiles> Seen;  // per thread
+  TKnownFiles* Known = nullptr;  // may be null
 };
 
 [[nodiscard]] inline TLinkKey LinkKeyOf(const TEntryFacts& facts) {
@@ -60,6 +62,7 @@ class TFolderWorker {
   void InviteOthers();
   // The answer of TFolderListing that ended it: Gone at the regular end.
   [[nodiscard]] TAccess ReadEntries(TFolderId id, const TFolderHandle& folder);
+  [[nodiscard]] TAccess AskFor(TEntryFacts& facts) const;
   void AddFolder(TFolderId parent, const TEntryFacts& facts);
   void AddFile(TFolderId parent, TEntryFacts& facts);
   void QueueSubfolders(const TFolderTask& task, TFolderHandle folder);

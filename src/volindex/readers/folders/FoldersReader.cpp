@@ -42,10 +42,11 @@ TReadResult TFoldersReader::Read(const TScanRoot& root, TIndexBuilder& builder, 
                    control,
                    folder,
                    facts,
-                   TFolderQueue({kRootFolder, nullptr, 1.0}, atOnce),
+                   TFolderQueue({{kRootFolder, nullptr, 1.0}}, atOnce),
                    TFolderProgress(control),
                    FOpenLimit != 0 ? FOpenLimit : OpenFolderLimit(),
-                   std::vector<TSeenFiles>(threads)};
+                   std::vector<TSeenFiles>(threads),
+                   FKnown};
   RunThreads(threads, [&scan](unsigned thread) { RunWorker(scan, thread); });
   TLinkSearch(scan).Run(atOnce);
   return builder.Finish(control.Stop) == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;

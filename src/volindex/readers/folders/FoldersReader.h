@@ -3,12 +3,15 @@
 #pragma once
 
 #include "volindex/readers/Reader.h"
+#include "volindex/readers/folders/KnownFiles.h"
 
 namespace volindex {
 
 class TFoldersReader : public TReader {
  public:
   TFoldersReader() = default;
+  // Asks the system only for those files that are not known; `known` must outlive the reader.
+  explicit TFoldersReader(TKnownFiles& known) : FKnown(&known) {}
   // With a fixed number of threads and of folders held open, for tests.
   TFoldersReader(unsigned threads, unsigned openLimit) : FThreads(threads), FOpenLimit(openLimit) {}
 
@@ -20,6 +23,7 @@ class TFoldersReader : public TReader {
  private:
   unsigned FThreads = 0;  // 0: one per processor, and more while these wait for the disk
   unsigned FOpenLimit = 0;
+  TKnownFiles* FKnown = nullptr;
 };
 
 }  // namespace volindex

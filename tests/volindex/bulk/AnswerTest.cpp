@@ -1,0 +1,284 @@
+// The two readers on answers in memory: what they take from them, and that nothing in them does any harm.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "Answers.h"
+#include "volindex/IndexAnswer.h"
+
+namespace volindex {
+namespace {
+
+using enum TReadResult;
+
+bool ReadTable(xfs::TMemoryInodes& source, xfs::TInodeTable& table) {
+  return table.Read(2, [](int) {}) && !source.Stop;
+}
+
+struct TSomeInodes : xfs::TMemoryInodes {
+  TSomeInodes() {
+    xfs::AddChunk(Chunks, 128, 0x8000'0000'0000'001F);
+    xfs::AddChunk(Chunks, (1 << 20) + 64, 3);  // of another group
+    xfs::AddInode(Inodes, 128, 0100644, 5);
+    xfs::AddInode(Inodes, 129, 0120777, 6, 2);
+    xfs::AddInode(Inodes, 130, 0010644, 7);
+    xfs::AddInode(Inodes, 131, 0040755, 8, 3);
+    xfs::AddInode(Inodes, 132, 0100644, std::uint64_t{1} << 62);
+    xfs::AddInode(Inodes, 191, 0100644, 9);
+    xfs::AddInode(Inodes, (1 << 20) + 65, 0100644, (std::uint64_t{1} << 61) - 1);
+  }
+};
+
+TEST(XfsTable, KnowsWhatWasToldAndEachFileOnce) {
+  TSomeInodes source;
+  xfs::TInodeTable table(source, source.Stop);
+  ASSERT_TRUE(ReadTable(source, table));
+  const struct {
+    std::uint64_t Number;
+    bool IsFolder;
+    std::optional<TAccess> Access;
+    std::uint64_t Size = 0;
+    std::uint32_t Links = 1;
+  } kRows[] = {{128, false, TAccess::Ok, 5},
+               {128, false, TAccess::Gone, 5},
+               {129, false, TAccess::Ok, 6, 2},
+               {129, false, TAccess::Ok, 6, 2},
+               {130, false, TAccess::Ok, 0},
+               {131, true, TAccess::Ok, 0},
+               {131, true, TAccess::Ok, 0},
+               {191, false, TAccess::Ok, 9},
+               {(1 << 20) + 65, false, TAccess::Ok, (std::uint64_t{1} << 61) - 1},
+               {131, false, {}},  // no folder any more
+               {191, true, {}},
+               {132, false, {}},             // too large to be kept
+               {(1 << 20) + 64, false, {}},  // gone between the two questions
+               {133, false, {}},
+               {127, false, {}},
+               {192, false, {}},
+               {1 << 20, false, {}}};
+  for (const auto& row : kRows) {
+    TEntryFacts facts;
+    facts.IsFolder = row.IsFolder;
+    facts.Number = row.Number;
+    EXPECT_EQ(table.Find(facts), row.Access) << row.Number;
+    if (!row.Access) continue;
+    EXPECT_TRUE(facts.Size == row.Size && facts.Links == row.Links) << row.Number;
+  }
+}
+
+TEST(XfsTable, AnswersThatDoNotHoldTogetherAreRefused) {
+  const struct {
+    const char* What;
+    void (*Change)(TSomeInodes&);
+  } kRows[] = {
+      {"a chunk within another", [](auto& source) { Put(source.Chunks, 24, std::uint64_t{191}); }},
+      {"a chunk at the end of all numbers", [](auto& source) { Put(source.Chunks, 24, ~std::uint64_t{60}); }},
+      {"more inodes than have room",
+       [](auto& source) {
+         for (std::uint64_t i = 0; i < 2000; ++i)
+           xfs::AddChunk(source.Chunks, (1 << 21) + i * 64, ~std::uint64_t{0});
+       }},
+      {"more chunks than have room",
+       [](auto& source) {
+         for (std::uint64_t i = 0; i < 100'000; ++i)
+           xfs::AddChunk(source.Chunks, (1 << 21) + i * 64, 0);
+       }},
+      {"more records than asked for", [](auto& source) { source.Lie = 3000; }},
+      {"another layout", [](auto& source) { Put(source.Inodes, 124, std::uint16_t{4}); }},
+      {"an inode twice", [](auto& source) { Put(source.Inodes, 192, std::uint64_t{128}); }},
+      {"no right to list chunks", [](auto& source) { source.Refuses = 1; }},
+      {"no right to list inodes", [](auto& source) { source.Refuses = 3; }},
+      {"a stop", [](auto& source) { source.StopAt = 1; }},
+  };
+  for (const auto& row : kRows) {
+    TSomeInodes source;
+    row.Change(source);
+    xfs::TInodeTable table(source, source.Stop);
+    EXPECT_FALSE(ReadTable(source, table)) << row.What;
+  }
+}
+
+TEST(XfsTable, FlippedBytesAreSurvived) {
+  std::mt19937 random(7);
+  int outcomes[2]{};
+  for (int round = 0; round < 3000; ++round) {
+    TSomeInodes source;
+    for (auto flips = 1 + random() % 4; flips > 0; --flips) {
+      TBuffer& bytes = random() % 2 == 0 ? source.Chunks : source.Inodes;
+      bytes[random() % bytes.size()] = static_cast<std::byte>(random());
+    }
+    xfs::TInodeTable table(source, source.Stop);
+    const bool read = ReadTable(source, table);
+    ++outcomes[read];
+    for (std::uint64_t number = 120; read && number < 200; ++number) {
+      TEntryFacts facts;
+      facts.Number = number;
+      (void)table.Find(facts);
+    }
+  }
+  EXPECT_TRUE(outcomes[0] > 0 && outcomes[1] > 0);
+}
+
+struct TOutcome {
+  TReadResult Result;
+  TAnswer Answer;
+};
+
+TOutcome ReadTree(const btrfs::TMemoryTree& source, unsigned threads = 2) {
+  TIndexBuilder builder;
+  std::atomic<int> progress{0};
+  const TScanControl control{source.Stop, [&](int percent) {
+                               EXPECT_TRUE(percent >= 1 && percent <= 99);
+                               progress = percent;
+                             }};
+  const TReadResult result = btrfs::TSubvolumeScan(source, builder, control, 1, threads).Run();
+  return {result, result == Done ? AnswerOf(builder.TakeIndex()) : TAnswer()};
+}
+
+struct TSmallTree : btrfs::TMemoryTree {
+  TSmallTree() { Tree = btrfs::SmallTree(); }
+};
+
+TEST(BtrfsTree, EveryNameIsToldInItsFolder) {
+  const TOutcome outcome = ReadTree(TSmallTree());
+  ASSERT_EQ(outcome.Result, Done);
+  EXPECT_EQ(outcome.Answer.Files,
+            (std::vector<TListed>{{11, "d/e/link"}, {7, "d/e/b"}, {5, "file"}, {0, "d/pipe"}}));
+  EXPECT_EQ(outcome.Answer.Folders, (std::vector<TListed>{{18, "d"}, {18, "d/e"}, {0, "snapshot"}}));
+}
+
+// More of one size than are kept before paths are known, so that they are told twice, and by several threads.
+TEST(BtrfsTree, LargestAreFoundAmongManyEqualOnes) {
+  TSmallTree source;
+  source.Tree.clear();
+  btrfs::AddInode(source.Tree, 256, 0040755, 0);
+  std::vector<TPlainFile> files;
+  for (std::uint64_t number = 257; number < 257 + 6000; ++number) {
+    const std::string name = "file " + std::to_string(number * 7919 % 6007);
+    btrfs::AddInode(source.Tree, number, 0100644, 50, number % 3 == 0 ? 2 : 1);
+    btrfs::AddItem(source.Tree, {number, btrfs::kNames, 256}, btrfs::NameOf(name));
+    files.push_back({name, 50});
+  }
+  const TOutcome outcome = ReadTree(source, 3);
+  EXPECT_EQ(outcome.Result, HandedOver) << "names that the folder does not list";
+  TBuffer tree;
+  btrfs::AddInode(tree, 256, 0040755, 0);
+  for (std::uint64_t number = 257; number < 257 + 6000; ++number)
+    btrfs::AddEntry(tree, 256, number, number, files[number - 257].Path);
+  tree.insert(tree.end(), source.Tree.begin() + btrfs::kHeadSize + 160, source.Tree.end());
+  source.Tree = tree;
+  const TOutcome whole = ReadTree(source, 3);
+  ASSERT_EQ(whole.Result, Done);
+  EXPECT_EQ(whole.Answer, AnswerOf(files, {}));
+}
+
+TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
+  using namespace btrfs;
+  const struct {
+    const char* What;
+    void (*Change)(TSmallTree&);
+    TReadResult Result = HandedOver;
+  } kRows[] = {
+      {"no right to search", [](auto& source) { source.Refuses = 1; }},
+      {"a failing disk", [](auto& source) { source.Refuses = 70; }},
+      {"a stop while the last number is looked for", [](auto& source) { source.StopAt = 10; }, Stopped},
+      {"a stop later", [](auto& source) { source.StopAt = 70; }, Stopped},
+      {"more items than bytes", [](auto& source) { source.Lie = 1; }},
+      {"a cut item", [](auto& source) { source.Tree.pop_back(); }},
+      {"a cut inode",
+       [](auto& source) {
+         AddItem(source.Tree, {400, kInode, 0}, TBuffer(159));
+       }},
+      {"an inode of no kind", [](auto& source) { AddInode(source.Tree, 400, 0, 0); }},
+      {"a length below 0", [](auto& source) { AddInode(source.Tree, 400, 0100644, ~std::uint64_t{0}); }},
+      {"a name with a delimiter",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         AddItem(source.Tree, {400, kNames, 256}, NameOf("a/b"));
+       }},
+      {"a cut name",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         TBuffer name = NameOf("abc");
+         name.pop_back();
+         AddItem(source.Tree, {400, kNames, 256}, name);
+       }},
+      {"a folder that is the file system's own",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         AddItem(source.Tree, {400, kNames, 255}, NameOf("a"));
+       }},
+      {"two names where one is told",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         AddItem(source.Tree, {400, kNames, 256}, NameOf("a"));
+         AddItem(source.Tree, {400, kNames, 300}, NameOf("a"));
+       }},
+      {"entries of what is no folder", [](auto& source) { AddEntry(source.Tree, 301, 9, 257, "file"); }},
+      {"a name that its folder does not list",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         AddItem(source.Tree, {400, kNames, 258}, NameOf("a"));
+       }},
+      {"a file that is deleted but open", [](auto& source) { AddInode(source.Tree, 400, 0100644, 1, 0); },
+       Done},
+      {"names of an inode that is gone",
+       [](auto& source) {
+         AddItem(source.Tree, {400, kNames, 999}, NameOf("a"));
+       },
+       Done},
+      {"something in a folder that is gone",
+       [](auto& source) {
+         AddInode(source.Tree, 400, 0100644, 1);
+         AddItem(source.Tree, {400, kNames, 350}, NameOf("a"));
+       },
+       Done},
+  };
+  for (const auto& row : kRows) {
+    TSmallTree source;
+    row.Change(source);
+    EXPECT_EQ(ReadTree(source).Result, row.Result) << row.What;
+  }
+}
+
+// The number of searches until the highest number is known is that of its bits, about.
+TEST(BtrfsTree, ChangesInTheMeantimeAreNoDamage) {
+  using namespace btrfs;
+  TSmallTree source;
+  source.LaterFrom = 64;
+  // A new folder above the last number, into which a new folder, and into that a file that was there, moved.
+  TBuffer changed;
+  AddInode(changed, 256, 0040755, 0, 1, 11);
+  AddEntry(changed, 256, 7, 500, "new");
+  AddInode(changed, 257, 0100644, 5);
+  AddItem(changed, {257, kNames, 501}, NameOf("file"));
+  AddInode(changed, 500, 0040755, 0, 1, 11);
+  AddItem(changed, {500, kNames, 256}, NameOf("new"));
+  AddEntry(changed, 500, 2, 501, "inner");
+  AddInode(changed, 501, 0040755, 0, 1, 11);
+  AddItem(changed, {501, kNames, 500}, NameOf("inner"));
+  AddEntry(changed, 501, 2, 257, "file");
+  source.Later = changed;
+  const TOutcome outcome = ReadTree(source);
+  ASSERT_EQ(outcome.Result, Done);
+  EXPECT_EQ(outcome.Answer.Files, (std::vector<TListed>{{5, "new/inner/file"}}));
+  EXPECT_EQ(outcome.Answer.FolderCount, 2U);
+}
+
+TEST(BtrfsTree, FlippedBytesAreSurvived) {
+  const TBuffer good = btrfs::SmallTree();
+  std::mt19937 random(3);
+  int outcomes[2]{};
+  for (int round = 0; round < 1000; ++round) {
+    TSmallTree source;
+    for (auto flips = 1 + random() % 3; flips > 0; --flips)
+      source.Tree[random() % good.size()] = static_cast<std::byte>(random());
+    const TReadResult result = ReadTree(source, 1).Result;
+    ASSERT_NE(result, Stopped) << round;
+    ++outcomes[result == Done];
+  }
+  EXPECT_TRUE(outcomes[0] > 0 && outcomes[1] > 0);
+}
+
+}  // namespace
+}  // namespace volindex
