@@ -52,7 +52,6 @@ TScanProgressPage::~TScanProgressPage() = default;
 void TScanProgressPage::BuildRows(TImageList& images) {
   lvAnalyze = new TListView(this);
   lvAnalyze->setObjectName(u"lvAnalyze"_qs);
-  lvAnalyze->setAccessibleName(lblSelLoc->text());
   TListViewOptions options;
   options.ColumnClick = false;
   lvAnalyze->SetOptions(options);
@@ -66,7 +65,6 @@ void TScanProgressPage::BuildRows(TImageList& images) {
 void TScanProgressPage::BuildBar() {
   imgPgBar = new TImageProgress(this);
   imgPgBar->setObjectName(u"imgPgBar"_qs);
-  imgPgBar->setAccessibleName(lblSelLoc->text());
   imgPgBar->setFixedHeight(kBarHeight);
   for (const char* name : {"bg_mid", "bg_l", "bg_r", "fg_mid", "fg_l", "fg_r"}) {
     TImageItem& item = imgPgBar->Items().Add();

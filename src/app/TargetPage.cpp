@@ -85,7 +85,6 @@ void TTargetPage::BuildDriveChoice(TImageList& images) {
 
   lvDrive = new TListView(this);
   lvDrive->setObjectName(u"lvDrive"_qs);
-  lvDrive->setAccessibleName(rbScanDrive->text());
   TListViewOptions options;
   options.CheckBoxes = true;
   options.ColumnClick = false;
@@ -107,7 +106,6 @@ void TTargetPage::BuildFolderChoice() {
   rbScanFolder->setObjectName(u"rbScanFolder"_qs);
   edtBtnFolder = new QLineEdit(this);
   edtBtnFolder->setObjectName(u"edtBtnFolder"_qs);
-  edtBtnFolder->setAccessibleName(rbScanFolder->text());
   edtBtnFolder->setEnabled(false);
   Button_Browse = new QPushButton(u"Browse..."_qs, this);
   Button_Browse->setObjectName(u"Button_Browse"_qs);

@@ -18,6 +18,7 @@
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
 #include "support/PLanguage.h"
+#include "views/language/FormComponents.h"
 #include "views/main/Looks.h"
 
 namespace {
@@ -28,6 +29,11 @@ constexpr QSize kClientSize(595, 382);
 constexpr int kBottomHeight = 49;
 constexpr int kTargetTab = 0;
 constexpr int kProgressTab = 1;
+
+constexpr TSpokenRow kSpoken[] = {{"lvDrive", "rbScanDrive"},
+                                  {"edtBtnFolder", "rbScanFolder"},
+                                  {"lvAnalyze", "lblSelLoc"},
+                                  {"imgPgBar", "lblSelLoc"}};
 
 // A page of the page control, filled by one widget.
 template <typename TPage>
@@ -88,7 +94,11 @@ void TFormWizard::BuildPages(TImageList& images) {
   column->setSpacing(0);
   column->addWidget(pgntScan, 1);
   column->addWidget(BuildBottom());
+  FitHeight();
+}
 
+// As drawn, or as high as the texts of both pages need it.
+void TFormWizard::FitHeight() {
   const int pageHeight = std::max(FTargetPage->layout()->totalHeightForWidth(kClientSize.width()),
                                   FProgressPage->layout()->totalHeightForWidth(kClientSize.width()));
   setFixedSize(kClientSize.width(), std::max(kClientSize.height(), pageHeight + kBottomHeight));
@@ -107,6 +117,15 @@ QWidget* TFormWizard::BuildBottom() {
   connect(btnAnalyze, &QPushButton::clicked, this, [this] { btnAnalyzeClick(); });
   connect(btnClose, &QPushButton::clicked, this, [this] { close(); });
   return bottom;
+}
+
+void TFormWizard::ApplyLanguage() {
+  const TLanguage& language = FResults.Language();
+  ApplyToForm(language, *this);
+  ApplyToLabels(language, *this, {"lbl_Warning_Content", "lblWait", "lblSelLoc"});
+  ApplySpokenNames(language, *this, kSpoken);
+  HoldFormCaptions(*this, 0);
+  FitHeight();
 }
 
 void TFormWizard::ShowModal() {

@@ -28,6 +28,7 @@ class TFormWizard : public QDialog, public TScanForm {
   [[nodiscard]] const QStringList& Targets() const override { return FTargets; }
   void AddTarget(const QString& path) override { FTargets.append(path); }
   void ClearTargets() override { FTargets.clear(); }
+  void ApplyLanguage() override;
   void ShowModal() override;
   [[nodiscard]] bool Showing() const override { return isVisible(); }
   [[nodiscard]] const TTallyscopeScan* Result() const override {
@@ -48,6 +49,7 @@ class TFormWizard : public QDialog, public TScanForm {
 
  private:
   void BuildPages(TImageList& images);
+  void FitHeight();
   [[nodiscard]] QWidget* BuildBottom();
   void FormShow();
   void BeginAutomaticScan();

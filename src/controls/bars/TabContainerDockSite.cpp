@@ -44,6 +44,11 @@ TdxTabContainerDockSite::~TdxTabContainerDockSite() {
   delete FTabs;
 }
 
+void TdxTabContainerDockSite::SetCaption(const QString& caption) {
+  setAccessibleName(caption);
+  FTabs->setAccessibleName(caption);
+}
+
 int TdxTabContainerDockSite::ChildCount() const {
   return FTabs->count();
 }

@@ -48,7 +48,7 @@ class TdxTabContainerDockSite : public QWidget {
 
   // The container's own caption is told to assistive tools only.
   [[nodiscard]] QString Caption() const { return accessibleName(); }
-  void SetCaption(const QString& caption) { setAccessibleName(caption); }
+  void SetCaption(const QString& caption);
 
  private:
   friend class TdxDockPanel;

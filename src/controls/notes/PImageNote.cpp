@@ -10,6 +10,16 @@ void TImageNote::SetImageIndex(int index) {
   SetPicture(index == -1 ? TPicture() : FItems[index].Picture);
 }
 
+void TImageNote::SetHint(const QString& hint) {
+  FHint = hint;
+  setToolTip(FShowHint ? hint : QString());
+}
+
+void TImageNote::SetShowHint(bool show) {
+  FShowHint = show;
+  SetHint(FHint);
+}
+
 void TImageNote::SetLocked(bool locked) {
   FLocked = locked;
   FLockedBounds = geometry();

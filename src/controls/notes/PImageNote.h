@@ -26,6 +26,12 @@ class TImageNote : public TImage {
   [[nodiscard]] int ImageIndex() const { return FImageIndex; }
   void SetImageIndex(int index);
 
+  // Shown when the mouse rests on the control, with ShowHint on, which it is not at first.
+  [[nodiscard]] const QString& Hint() const { return FHint; }
+  void SetHint(const QString& hint);
+  [[nodiscard]] bool ShowHint() const { return FShowHint; }
+  void SetShowHint(bool show);
+
   // While the form is loading, ImageIndex is stored and shows nothing yet.
   void SetLoading(bool loading) { FLoading = loading; }
 
@@ -39,6 +45,8 @@ class TImageNote : public TImage {
  private:
   TPictureCollection FItems;
   int FImageIndex = -1;
+  QString FHint;
+  bool FShowHint = false;
   bool FLoading = false;
   bool FLocked = false;
   QRect FLockedBounds;

@@ -6,15 +6,15 @@ using enum TBarItemKind;
 
 // Bars and popups, then one row per command; which bar shows it stands below.
 constexpr TBarItemRow kItems[] = {
-    {"dxbrManager1Bar", MenuBar, "Menu"},
-    {"dxbrManager1Bar1", ToolBar, "Tool bar"},
+    {"dxbrManager1Bar", MenuBar},
+    {"dxbrManager1Bar1", ToolBar},
     {"SubItemFile", SubItem, "File(&F)"},
     {"SubItemEdit", SubItem, "Edit(&E)"},
     {"SubItemHelp", SubItem, "Help(&H)"},
-    {"pmTop10", Popup, "Largest folders and files"},
-    {"pmContent", Popup, "Contents"},
-    {"pmTop100", Popup, "Top 100 Files"},
-    {"pmDownloadFiles", Popup, "Download Directory"},
+    {"pmTop10", Popup},
+    {"pmContent", Popup},
+    {"pmTop100", Popup},
+    {"pmDownloadFiles", Popup},
 
     {"btnScan", Button, "Analyze", true, "analyze16"},
     {"btnOpen", Button, "Open", false, "open16"},
@@ -57,7 +57,7 @@ constexpr TBarItemRow kItems[] = {
     {"mniTDeselAll", Button, "Deselect All", true, "deselectall16"},
     {"mniTInvSel", Button, "Invert Selection", true, "invert16"},
     {"mniTMove", Button, "Move...", false, "move16"},
-    {"mniTDel", Button, "Delete", false, "delete16"},
+    {"mniTDel", Button, "New Separator", false, "delete16"},
     {"mniTOFF", Button, "Open File Folder", false, "openfolder16"},
     {"mniTPPT", Button, "Properties", false, "properties16"},
 

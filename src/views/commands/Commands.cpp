@@ -90,6 +90,11 @@ void TMainCommands::SetEnabled(std::initializer_list<const char*> names, bool en
     Button(name).SetEnabled(enabled);
 }
 
+void TMainCommands::CopyCaptions() {
+  for (const TDispatchRow& row : kDispatch)
+    Button(row.PopupItem[kDownloadsTab]).SetCaption(Button(row.PopupItem[kTopFilesTab]).Caption());
+}
+
 void TMainCommands::DispatchTo(const std::array<TResultTab*, kTabCount>& tabs,
                                std::function<int()> activeIndex) {
   for (const TDispatchRow& row : kDispatch) {

@@ -27,6 +27,9 @@ class TMainCommands {
   void OnClick(const char* name, std::function<void()> handler);
   void SetEnabled(std::initializer_list<const char*> names, bool enabled);
 
+  // Gives the items of the download list's popup the captions of their namesakes of the largest files.
+  void CopyCaptions();
+
   // While held, no command runs: a click on one is lost, whatever way it came. This is how nothing meets a
   // list on which a delete or move is at work.
   void SetHeld(bool held) { FHeld = held; }

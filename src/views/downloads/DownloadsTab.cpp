@@ -38,7 +38,6 @@ TDownloadsTab::TDownloadsTab(const TTabParts& parts, QWidget& panel)
 
 void TDownloadsTab::BuildList() {
   lvDownloadsFile->setObjectName(u"lvDownloadsFile"_qs);
-  lvDownloadsFile->setAccessibleName(u"Download Directory"_qs);
   lvDownloadsFile->SetOptions({.CheckBoxes = true});
   lvDownloadsFile->SetSmallImages(&FParts.Images.cxmglstdownloadfiles);
   AddResultColumns(*lvDownloadsFile, kDownloadRules);
@@ -76,7 +75,6 @@ void TDownloadsTab::DressList() {
 
 void TDownloadsTab::BuildHeaderBox() {
   CheckBox_Downloads = new THeaderCheckBox(*lvDownloadsFile, u"CheckBox_Downloads"_qs);
-  CheckBox_Downloads->setAccessibleName(FParts.Commands.Button("dxDownloadFilesSelectAll").Caption());
   CheckBox_Downloads->OnClick = [this](bool checked) {
     ApplyEnableRules(FParts.Commands, kDownloadsTab, TTabEvent::HeaderBox, checked);
   };

@@ -46,6 +46,9 @@ class TScanForm {
   virtual void AddTarget(const QString& path) = 0;
   virtual void ClearTargets() = 0;
 
+  // Puts the user's language onto the form, before it is first shown.
+  virtual void ApplyLanguage() = 0;
+
   // Shows the form over the main form and returns when it has closed.
   virtual void ShowModal() = 0;
   [[nodiscard]] virtual bool Showing() const = 0;

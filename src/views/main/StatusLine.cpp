@@ -26,7 +26,7 @@ QLabel* AddLine(const QString& name, QWidget* parent) {
 
 TStatusLine::TStatusLine(TdxStatusBar& bar, const TImageNote& pictures, const TMainState& state)
     : dxstsbr1(bar), ImageNote1(pictures), FState(state) {
-  dxstsbr1.AddTextPanel(kTextPanelWidth).SetText(u"My Computer"_qs);
+  dxstsbr1.AddTextPanel(kTextPanelWidth);
   QWidget* details = dxstsbr1.AddContainerPanel().Container();
   imgFile = new TImage(details);
   imgFile->setObjectName(u"imgFile"_qs);
@@ -50,6 +50,11 @@ void TStatusLine::ShowCount(int rows) {
   dxstsbr1.Panels(kDetailPanel).SetVisible(false);
   dxstsbr1.Panels(kTextPanel).SetText(CountText(rows));
   dxstsbr1.Panels(kTextPanel).SetVisible(true);
+}
+
+void TStatusLine::NameTextPanel() {
+  if (dxstsbr1.Panels(kTextPanel).Text().isEmpty())
+    SetCountText(FState.FLanguage.GetMessage(u"M_PC"_qs, u"My Computer"_qs));
 }
 
 void TStatusLine::SetCountText(const QString& text) {

@@ -30,6 +30,9 @@ class TStatusLine {
   // Panel 0 with the number of rows, as CountText has it.
   void ShowCount(int rows);
 
+  // The computer's name in panel 0, unless it has a text.
+  void NameTextPanel();
+
   // The text of panel 0, whichever panel shows.
   void SetCountText(const QString& text);
 

@@ -10,12 +10,15 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "controls/bars/StatusBar.h"
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/notes/PImageNote.h"
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
 #include "views/commands/Commands.h"
+#include "views/language/FormComponents.h"
 #include "views/main/Looks.h"
 #include "views/main/TabSwitching.h"
 
@@ -24,13 +27,31 @@ namespace {
 constexpr QSize kClientSize(812, 572);
 constexpr QSize kMinimumSize(820, 599);  // with the frame
 constexpr int kActivationMs = 500;
+constexpr int kListRoom = 780;  // pixels that the columns of a list have in the form as it opens
+
+constexpr TSpokenRow kSpoken[] = {
+    {"dxbrManager1Bar", "M_Menu", "Menu"},
+    {"dxbrManager1Bar1", "M_Tool_Bar", "Tool bar"},
+    {"pmTop10", "M_Largest", "Largest folders and files"},
+    {"pmContent", "DockPnlcontent"},
+    {"pmTop100", "DockPnlFile"},
+    {"pmDownloadFiles", "dxDockPnlDownloads"},
+    {"lvOverview", "M_PC", "My Computer"},
+    {"lvTop", "M_Largest", "Largest folders and files"},
+    {"RzShellCombo1", "M_Location", "Location"},
+    {"ShellListContent", "DockPnlcontent"},
+    {"lvTopFile", "DockPnlFile"},
+    {"CheckBox_All", "mniTSelAll"},
+    {"lvDownloadsFile", "dxDockPnlDownloads"},
+    {"CheckBox_Downloads", "dxDownloadFilesSelectAll"},
+};
 
 }  // namespace
 
-TFormMain::TFormMain(TStartParameters parameters, TDialogs& dialogs)
+TFormMain::TFormMain(TStartParameters parameters, TDialogs& dialogs, const QString& languageFolder)
     : FParameters(std::move(parameters)),
       FDialogs(dialogs),
-      FState(ProgramFolder() + u"Toolbox_Language"_qs),
+      FState(languageFolder.isEmpty() ? ProgramFolder() + u"Toolbox_Language"_qs : languageFolder),
       ImageNote1(new TImageNote(this)) {
   setObjectName(u"FormMain"_qs);
   setWindowTitle(u"Korvel Tallyscope"_qs);
@@ -75,8 +96,6 @@ void TFormMain::BuildWindow() {
     item.Picture = TPicture::FromResource(item.Name);
   }
   FCommands = std::make_unique<TMainCommands>(*this);
-  for (const char* name : {"lbtnAnalyze", "lbtnBack", "lbtnForward", "lbtnUp"})
-    FCommands->Button(name).SetHint(FCommands->Button(name).Caption());
 
   setMenuBar(&FCommands->Bars().MenuBar(u"dxbrManager1Bar"_qs));
   addToolBar(&FCommands->Bars().ToolBar(u"dxbrManager1Bar1"_qs));
@@ -137,12 +156,26 @@ void TFormMain::HoldMinimumSize() {
 
 void TFormMain::FormShow() {
   HoldMinimumSize();
+  ApplyLanguage();
   dxTabContainerDockSite1->SetActiveChildIndex(kOverviewTab);
   for (TResultTab* tab : FTabSwitching->Tabs())
     tab->FormShow();
   TrimWorkingSet();
   // Where no window manager activates windows, showing counts.
   QTimer::singleShot(kActivationMs, this, [this] { FormActivate(); });
+}
+
+// Once: the texts that it leaves are not those that it starts from. The wizard has a second turn of its own.
+void TFormMain::ApplyLanguage() {
+  if (std::exchange(FLanguageApplied, true)) return;
+  const TLanguage& language = FState.FLanguage;
+  ApplyToAllForms(language);
+  ApplyToLabels(language, *this, {"lblStcSize", "lblStcFiles", "lblstcUsed", "lblStcFolders"});
+  FCommands->CopyCaptions();
+  if (FScanForm != nullptr) FScanForm->ApplyLanguage();
+  FStatusLine->NameTextPanel();
+  ApplySpokenNames(language, *this, kSpoken);
+  HoldFormCaptions(*this, kListRoom);
 }
 
 bool TFormMain::event(QEvent* event) {

@@ -22,8 +22,9 @@ class TdxTabContainerDockSite;
 
 class TFormMain : public QMainWindow, public TResultForm, public TTabHost {
  public:
-  // The dialogs outlive the form.
-  TFormMain(TStartParameters parameters, TDialogs& dialogs);
+  // The dialogs outlive the form. The language files lie in "Toolbox_Language" beside the program, if no
+  // other folder is named.
+  TFormMain(TStartParameters parameters, TDialogs& dialogs, const QString& languageFolder = {});
   ~TFormMain() override;
 
   // Joins the wizard to the form before the form is shown; the wizard must outlive its use.
@@ -65,6 +66,7 @@ class TFormMain : public QMainWindow, public TResultForm, public TTabHost {
   void WireCommands();
 
   void FormShow();
+  void ApplyLanguage();
   void HoldMinimumSize();
   void FormActivate();
   void FormResize();
@@ -89,5 +91,6 @@ class TFormMain : public QMainWindow, public TResultForm, public TTabHost {
   std::unique_ptr<TTabSwitching> FTabSwitching;
 
   bool FActivated = false;
+  bool FLanguageApplied = false;
   int FBaseWidth = 0;  // the form's width at its making, pixels
 };

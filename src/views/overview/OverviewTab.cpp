@@ -193,7 +193,6 @@ void TOverviewTab::BuildLists(QWidget& panel) {
 void TOverviewTab::BuildDriveList(QWidget& panel) {
   lvOverview = new TListView(&panel);
   lvOverview->setObjectName(u"lvOverview"_qs);
-  lvOverview->setAccessibleName(Text(u"M_PC"_qs, u"My Computer"_qs));
   TListViewOptions options;
   options.MultiSelect = true;
   options.ColumnClick = false;
@@ -213,7 +212,6 @@ void TOverviewTab::BuildDriveList(QWidget& panel) {
 
 void TOverviewTab::BuildTopList() {
   lvTop->setObjectName(u"lvTop"_qs);
-  lvTop->setAccessibleName(Text(u"M_Largest"_qs, u"Largest folders and files"_qs));
   lvTop->SetSmallImages(&FParts.Images.cxmglstdock);
   AddResultColumns(*lvTop, kTopRules);
   NameSortDirections(*lvTop, FParts.State.FLanguage);

@@ -23,6 +23,26 @@ void FitLastColumn(TCustomListView& list) {
   if (width > others) list.Columns()[last].SetWidth(std::max(width - others, kLeastWidth));
 }
 
+void HoldCaptions(TCustomListView& list, int room) {
+  const TListMetrics metrics;
+  const TImageList* marks = list.Options().ColumnClick ? list.SmallImages() : nullptr;
+  const int beside = 2 * metrics.Margin + metrics.Gap + (marks == nullptr ? 0 : marks->Size().width());
+  int before = 0;
+  int after = 0;
+  for (int index = 0; index < list.Columns().Count(); ++index) {
+    TListColumn& column = list.Columns()[index];
+    const int need = list.fontMetrics().horizontalAdvance(column.Caption()) + beside;
+    before += column.Width();
+    if (need > column.Width()) column.SetMinWidth(need);
+    after += column.Width();
+  }
+  const int excess = after - std::max(before, room);
+  if (excess <= 0) return;
+  TListColumn& first = list.Columns()[0];
+  first.SetMinWidth(std::min(first.MinWidth(), first.Width() - excess));
+  first.SetWidth(first.Width() - excess);
+}
+
 // The list tells the place of the mouse, or of the focused row. Some systems make no request of Shift+F10.
 void AssignPopup(TCustomListView& list, TdxBarPopupMenu& popup) {
   list.OnContextPopup = [&list, &popup](const QPoint& pos, bool& handled) {

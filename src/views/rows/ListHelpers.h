@@ -13,6 +13,10 @@ class TdxBarPopupMenu;
 // none. A list without rows keeps the width of a vertical scroll bar free, one with rows does not.
 void FitLastColumn(TCustomListView& list);
 
+// Widens the columns that would cut their captions, a sort mark beside them, and keeps them so wide. The
+// first one gives way as far as they would take more than `room` pixels together and more than before.
+void HoldCaptions(TCustomListView& list, int room);
+
 // Gives the list its popup menu: where the mouse is, whatever row is under it, and by the menu key or
 // Shift+F10 at the focused row. Takes the list's OnContextPopup and OnKeyDown.
 void AssignPopup(TCustomListView& list, TdxBarPopupMenu& popup);

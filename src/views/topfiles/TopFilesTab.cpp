@@ -29,7 +29,6 @@ TTopFilesTab::TTopFilesTab(const TTabParts& parts, QWidget& panel)
 
 void TTopFilesTab::BuildList() {
   lvTopFile->setObjectName(u"lvTopFile"_qs);
-  lvTopFile->setAccessibleName(u"Top 100 Files"_qs);
   lvTopFile->SetOptions({.CheckBoxes = true});
   lvTopFile->SetSmallImages(&FParts.Images.cxmglstlvFile);
   AddResultColumns(*lvTopFile, kTopFileRules);
@@ -53,7 +52,6 @@ void TTopFilesTab::BuildList() {
 
 void TTopFilesTab::BuildHeaderBox() {
   CheckBox_All = new THeaderCheckBox(*lvTopFile, u"CheckBox_All"_qs);
-  CheckBox_All->setAccessibleName(FParts.Commands.Button("mniTSelAll").Caption());
   CheckBox_All->OnClick = [this](bool checked) { CheckBox_AllClick(checked); };
   CheckBox_All->OnSpace = [this] { CountBoxes(); };
 }
