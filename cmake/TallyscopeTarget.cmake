@@ -100,13 +100,18 @@ set(tallyscope_test_environment
 )
 
 # A GoogleTest program, one CTest test per test program. Widget tests run on the offscreen platform.
-# Its main() comes from test_main (a QCoreApplication) or, with GUI, from test_main_gui.
+# Its main() comes from test_main (a QCoreApplication) or, with GUI, from test_main_gui, or with OWN_MAIN from its sources.
 function(tallyscope_test name)
-  cmake_parse_arguments(ARG "GUI" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "GUI;OWN_MAIN" "" "SOURCES;LINKS" ${ARGN})
   if(ARG_GUI)
-    list(APPEND ARG_LINKS test_main_gui Qt6::Widgets Qt6::Test)
+    list(APPEND ARG_LINKS Qt6::Widgets Qt6::Test)
+    set(main test_main_gui)
   else()
-    list(APPEND ARG_LINKS test_main Qt6::Core)
+    list(APPEND ARG_LINKS Qt6::Core)
+    set(main test_main)
+  endif()
+  if(NOT ARG_OWN_MAIN)
+    list(APPEND ARG_LINKS ${main})
   endif()
   tallyscope_executable(${name} SOURCES ${ARG_SOURCES}
     LINKS ${ARG_LINKS} GTest::gtest GTest::gmock)

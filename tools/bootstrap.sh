@@ -1,6 +1,6 @@
 # Sourced by run, test and bench/run: installs the Debian packages that are missing, configures and builds.
 
-build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpng-dev libxml2-dev fonts-dejavu-core shared-mime-info)
+build_packages=(g++ cmake ninja-build ccache qt6-base-dev libpng-dev libxcb1-dev libxml2-dev fonts-dejavu-core shared-mime-info)
 test_packages=(libgtest-dev libgmock-dev findutils coreutils e2fsprogs mount ntfs-3g dbus-daemon python3-jsonschema xfsprogs btrfs-progs)
 windows_packages=(g++ ccache g++-mingw-w64-x86-64-posix libz-mingw-w64-dev cmake ninja-build dpkg-dev qt6-base-dev libpng-dev googletest wine64 fonts-wine locales xvfb xauth x11-utils zip unzip)
 

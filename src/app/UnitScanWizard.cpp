@@ -4,6 +4,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShowEvent>
 #include <QThread>
 
@@ -242,10 +243,13 @@ void TFormWizard::ScanDone() {
   FHasResult = true;
   btnAnalyze->hide();
   FCanClose = false;
+  // Also when the fill fails: a window that refuses to close would hold the program.
+  const auto finish = qScopeGuard([this] {
+    FCanClose = true;
+    FTargets.clear();
+    accept();
+  });
   FResults.FillResults(*FScanThread, FTargets);
-  FCanClose = true;
-  FTargets.clear();
-  accept();
 }
 
 void TFormWizard::ScanStatus(const TMessage& message) {

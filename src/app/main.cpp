@@ -1,7 +1,9 @@
-// The entry point: makes the main form, then the wizard, joins them and runs the message loop.
-#include <QApplication>
+// The entry point: ends a second copy, makes the main form, then the wizard, joins them and runs the message
+// loop.
 #include <QIcon>
 
+#include "app/FaultFilter.h"
+#include "app/UniqueInstance.h"
 #include "app/UnitScanWizard.h"
 #include "platform/Process.h"
 #include "scan/UnitScan.h"
@@ -30,7 +32,8 @@ int main(int argc, char** argv) {
     return std::fflush(stdout) == 0 ? 0 : 1;
   }
   MakeProcessDpiAware();  // before any window, and before Qt asks the system for its screens
-  QApplication application(argc, argv);
+  TUniqueInstance instance;
+  TGuardedApplication application(argc, argv);
   QApplication::setApplicationName(u"Tallyscope"_qs);
   QApplication::setApplicationDisplayName(u"Tallyscope"_qs);
   QApplication::setDesktopFileName(u"tallyscope"_qs);
@@ -43,6 +46,8 @@ int main(int argc, char** argv) {
   TFormMain formMain(parameters, dialogs);
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);
   formMain.SetScanForm(formWizard);
+  application.ReportOn(formMain, formMain.Language());
+  instance.Serve(formMain);
   formMain.show();
   const int exitCode = QApplication::exec();
   EndProcess(exitCode);  // a scan that hangs on a dead mount must not keep the process

@@ -40,5 +40,6 @@ enum class TBrowser { Firefox, Chrome };
 // these names, and on Windows all names, compare without regard to case.
 [[nodiscard]] QString ExpandEnvironment(const QString& text);
 
-// The folder of the running program's file, with its delimiter.
+// The running program's file, and its folder with its delimiter.
+[[nodiscard]] QString ProgramFile();
 [[nodiscard]] QString ProgramFolder();

@@ -9,8 +9,8 @@
 // '\\' on Windows, '/' elsewhere.
 extern const QChar PathDelim;
 
-// UTF-16 units that hold the longest path that the system's calls take, its NUL included: 260 on Windows, 4096
-// elsewhere, where a path is as many bytes and no byte makes more than one unit.
+// UTF-16 units that hold the longest path that the system's calls take, its NUL included: 260 on Windows,
+// 4096 elsewhere, where a path is as many bytes and no byte makes more than one unit.
 extern const int kLongestPath;
 
 [[nodiscard]] QString IncludeTrailingPathDelimiter(const QString& path);

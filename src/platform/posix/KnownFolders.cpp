@@ -128,8 +128,12 @@ QString ExpandEnvironment(const QString& text) {
   }
 }
 
-QString ProgramFolder() {
+QString ProgramFile() {
   std::array<char, 4096> target;
   const ssize_t length = readlink("/proc/self/exe", target.data(), target.size());
-  return length > 0 ? ExtractFilePath(NameFromBytes(QByteArrayView(target.data(), length))) : QString();
+  return length > 0 ? NameFromBytes(QByteArrayView(target.data(), length)) : QString();
+}
+
+QString ProgramFolder() {
+  return ExtractFilePath(ProgramFile());
 }

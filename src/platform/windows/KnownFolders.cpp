@@ -66,13 +66,17 @@ QString ExpandEnvironment(const QString& text) {
   }
 }
 
-QString ProgramFolder() {
+QString ProgramFile() {
   constexpr size_t kLongestProgramPath = 32768;
   for (std::wstring path(MAX_PATH, L'\0'); path.size() <= kLongestProgramPath; path.resize(path.size() * 2)) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length == 0) return {};
     if (length < path.size())
-      return ExtractFilePath(QString::fromWCharArray(path.data(), static_cast<qsizetype>(length)));
+      return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
   }
   return {};
+}
+
+QString ProgramFolder() {
+  return ExtractFilePath(ProgramFile());
 }

@@ -1,6 +1,7 @@
 #include "views/downloads/DownloadsTab.h"
 
 #include <QHash>
+#include <QScopeGuard>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -97,9 +98,11 @@ void TDownloadsTab::FillRows(const TList<TFileInfoEx>& records, const QStringLis
   lvDownloadsFile->Clear();
   FFileRows.SetRoots(roots);
   lvDownloadsFile->Items().BeginUpdate(kCountDelta);
-  DropImagesFrom(FParts.Images.cxmglstdownloadfiles, kDownloadRules.OwnImages);
-  AddRows(records);
-  lvDownloadsFile->Items().EndUpdate();
+  {
+    const auto end = qScopeGuard([this] { lvDownloadsFile->Items().EndUpdate(); });
+    DropImagesFrom(FParts.Images.cxmglstdownloadfiles, kDownloadRules.OwnImages);
+    AddRows(records);
+  }
   FDownloadSort.SetStartFlag();
   lvDownloadsFileColumnClick(lvDownloadsFile->Columns()[kSizeColumn]);
 }

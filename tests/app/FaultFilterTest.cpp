@@ -1,0 +1,111 @@
+// What becomes of exceptions that leave a handler, in the program's own application object.
+#include "app/FaultFilter.h"
+
+#include <gtest/gtest.h>
+
+#include <QClipboard>
+#include <QDialog>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include "fixtures/QtPrinters.h"
+#include "platform/Messages.h"
+
+namespace {
+
+QDialog* OpenReport() {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->objectName() == u"FormFault" && window->isVisible()) return static_cast<QDialog*>(window);
+  return nullptr;
+}
+
+QString ReportText() {
+  QTest::qWait(0);
+  return OpenReport() == nullptr ? QString() : OpenReport()->findChild<QPlainTextEdit*>()->toPlainText();
+}
+
+void CloseReport() {
+  if (OpenReport() != nullptr) OpenReport()->findChildren<QPushButton*>().last()->click();
+  QTest::qWait(0);
+}
+
+class TThrower : public QWidget {
+ public:
+  std::function<void()> OnKey;
+
+ protected:
+  void keyPressEvent(QKeyEvent*) override { OnKey(); }
+};
+
+}  // namespace
+
+TEST(FaultFilter, IsSilentForATextThatLiesInAKnownOne) {
+  const struct {
+    const char* Text;
+    bool Handled;
+  } rows[] = {{"Not enough storage is available", true},
+              {"Not enough storage is available to process this command.", false},
+              {"enheten", true},
+              {"Sistem belirtilen", true},
+              {"sistem", false},
+              {"", false}};
+  for (const auto& row : rows)
+    for (const bool before : {false, true}) {
+      bool handled = before;
+      mdxcptnhndlr1Exception(row.Text, handled);
+      EXPECT_EQ(handled, row.Handled || before) << row.Text;
+    }
+}
+
+TEST(FaultFilter, AnExceptionFromAnywhereIsReportedAndTheProgramGoesOn) {
+  TThrower widget;
+  TMessageWindow window({{1, [](const TMessage&) { throw std::runtime_error("of a message"); }}});
+  const struct {
+    const char* Text;
+    std::function<void()> Throw;
+  } rows[] = {
+      {"of an event", [&] { QTest::keyClick(&widget, Qt::Key_A); }},
+      {"of a message", [&] { PostMessage(&window, 1, 0, 0); }},
+      {"of a timer", [&] { QTimer::singleShot(0, [] { throw std::runtime_error("of a timer"); }); }},
+      {"another kind", [&] { QTimer::singleShot(0, [] { throw 5; }); }},
+  };
+  widget.OnKey = [] { throw std::runtime_error("of an event"); };
+  for (const auto& row : rows) {
+    row.Throw();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return ReportText().contains(QLatin1String(row.Text)); })) << row.Text;
+    CloseReport();
+    EXPECT_EQ(OpenReport(), nullptr);
+  }
+}
+
+TEST(FaultFilter, AReportTakesWhatHappensMeanwhileOnceAndIsCopiedWhole) {
+  TThrower widget;
+  for (const char* text : {"first", "second", "second"}) {
+    widget.OnKey = [text] { throw std::runtime_error(text); };
+    QTest::keyClick(&widget, Qt::Key_A);
+    QTest::qWait(0);
+  }
+  const QString report = ReportText();
+  EXPECT_TRUE(report.startsWith(u"first\n"_qs));
+  EXPECT_EQ(report.count(u"second"_qs), 1);
+  EXPECT_TRUE(report.contains(u"runtime_error"_qs) && report.contains(u"KeyPress"_qs));
+  OpenReport()->findChildren<QPushButton*>().first()->click();
+  EXPECT_EQ(QApplication::clipboard()->text(), report);
+  CloseReport();
+}
+
+TEST(FaultFilter, AKnownFaultHasNoReport) {
+  TThrower widget;
+  widget.OnKey = [] { throw std::runtime_error("Not enough storage"); };
+  QTest::keyClick(&widget, Qt::Key_A);
+  EXPECT_EQ(ReportText(), QString());
+}
+
+int main(int argc, char** argv) {
+  TGuardedApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  ::testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
