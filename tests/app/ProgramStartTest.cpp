@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr int kWaitMs = 60000;
+constexpr int kWaitMs = 120000;
 
 // The program under a name that nobody else uses, so that copies which run on this machine have no say.
 class TProgram {
@@ -35,7 +35,6 @@ class TProgram {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_RUNTIME_DIR"_qs, FTree.Path("run"));
     process->setProcessEnvironment(environment);
-    process->setProcessChannelMode(QProcess::ForwardedChannels);
     process->start(FFile, {});
     return process;
   }

@@ -1,0 +1,111 @@
+#include "platform/SingleInstance.h"
+
+#include "fixtures/TempTree.h"
+#include "fixtures/Variables.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QElapsedTimer>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+const QString kIdentity = u"{1}TALLYSCOPE"_qs;
+
+// Copies are objects in one process: each opens the lock for itself, as programs do.
+class SingleInstance : public testing::Test {
+ protected:
+  SingleInstance() { SetMode(0700); }
+
+  void SetMode(mode_t mode) { EXPECT_EQ(chmod(qPrintable(FTree.Path()), mode), 0); }
+
+  // The tokens that have come to the first copy, with a bar before each.
+  QByteArray Calls(TSingleInstance& first) {
+    QByteArray calls;
+    first.OnCall([&](const QByteArray& token) { calls += '|' + token; });
+    const QDeadlineTimer deadline(10000);
+    while (calls.isEmpty() && !deadline.hasExpired())
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    first.OnCall([](const QByteArray&) {});
+    return calls;
+  }
+
+  TTempTree FTree;
+  TVariables FVariables{{"XDG_RUNTIME_DIR", qPrintable(FTree.Path())},
+                        {"XDG_ACTIVATION_TOKEN", nullptr},
+                        {"DESKTOP_STARTUP_ID", nullptr}};
+};
+
+}  // namespace
+
+TEST_F(SingleInstance, ALaterCopyHandsOverItsTokenAndTheNextIsTheFirstAgain) {
+  {
+    TSingleInstance first(kIdentity);
+    EXPECT_TRUE(first.IsFirst());
+    EXPECT_TRUE(TSingleInstance(u"{1}OTHER"_qs).IsFirst());
+    const struct {
+      const char *Token, *StartupId, *Handed;
+    } rows[] = {{"new", "old", "|new"}, {nullptr, "old_TIME5", "|old_TIME5"}, {nullptr, nullptr, "|"}};
+    for (const auto& row : rows) {
+      const TVariables tokens{{"XDG_ACTIVATION_TOKEN", row.Token}, {"DESKTOP_STARTUP_ID", row.StartupId}};
+      EXPECT_FALSE(TSingleInstance(kIdentity).IsFirst());
+      EXPECT_EQ(Calls(first), row.Handed);
+    }
+  }
+  TSingleInstance next(kIdentity);
+  EXPECT_TRUE(next.IsFirst());
+  EXPECT_FALSE(TSingleInstance(kIdentity).IsFirst());
+  EXPECT_EQ(Calls(next), "|") << "the socket of the one before is in the way";
+}
+
+TEST_F(SingleInstance, WithoutAFolderOfThisUserAloneThereIsNoGuard) {
+  for (const mode_t mode : {0750, 0705, 0701}) {
+    SetMode(mode);
+    const TSingleInstance first(kIdentity);
+    EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst()) << mode;
+  }
+  SetMode(0700);
+  const TVariables missing{{"XDG_RUNTIME_DIR", nullptr}};
+  const TSingleInstance first(kIdentity);
+  EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst());
+  EXPECT_EQ(QDir(FTree.Path()).entryList(QDir::Files | QDir::System), QStringList());
+  if (geteuid() != 0) return;
+  EXPECT_EQ(chown(qPrintable(FTree.Path()), 12345, 12345), 0);
+  const TVariables foreign{{"XDG_RUNTIME_DIR", qPrintable(FTree.Path())}};
+  const TSingleInstance stranger(kIdentity);
+  EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst());
+}
+
+TEST_F(SingleInstance, AFirstCopyThatHangsDelaysForTwoSecondsAtMost) {
+  const TSingleInstance hung(kIdentity);
+  QElapsedTimer time;
+  for (int copies = 0; copies < 5000; ++copies) {
+    time.start();
+    EXPECT_FALSE(TSingleInstance(kIdentity).IsFirst());
+    if (time.elapsed() > 500) break;
+  }
+  EXPECT_GE(time.elapsed(), TSingleInstance::kCallMs);
+  EXPECT_LT(time.elapsed(), TSingleInstance::kCallMs + 1000);
+}
+
+TEST_F(SingleInstance, WhoWaitsForACopyOnItsWayDownBecomesTheFirst) {
+  { const TSingleInstance gone(kIdentity); }
+  const QString lock = QDir(FTree.Path()).entryList({u"*.lock"_qs}, QDir::Files).value(0);
+  const int file = open(qPrintable(FTree.Path(lock.toUtf8())), O_RDWR);
+  EXPECT_EQ(flock(file, LOCK_EX), 0);
+  std::thread ending([file] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    close(file);
+  });
+  EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst());
+  ending.join();
+}
