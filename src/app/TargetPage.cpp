@@ -21,11 +21,13 @@
 #include "views/main/FormLinks.h"
 #include "views/main/Looks.h"
 #include "views/rows/DriveList.h"
+#include "views/rows/ListHelpers.h"
 #include "views/rows/Pictures.h"
 
 namespace {
 
 constexpr int kDriveListHeight = 96;  // pixels, at least
+constexpr int kNameWidth = 340;
 
 }  // namespace
 
@@ -95,10 +97,16 @@ void TTargetPage::BuildDriveChoice(TImageList& images) {
   const auto addColumn = [this](const QString& caption, int width, TAlignment alignment) {
     lvDrive->Columns().Add(caption, width, alignment).SetMinWidth(width);
   };
-  addColumn(u"Name"_qs, 340, TAlignment::LeftJustify);
+  addColumn(u"Name"_qs, kNameWidth, TAlignment::LeftJustify);
   addColumn(u"Capacity"_qs, 95, TAlignment::RightJustify);
   addColumn(u"Free Space"_qs, 100, TAlignment::RightJustify);
   lvDrive->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
+}
+
+// With many drives there is a scroll bar beside the columns.
+void TTargetPage::FitColumns() {
+  lvDrive->Columns()[0].SetMinWidth(kNameWidth);
+  FitFirstColumn(*lvDrive, lvDrive->ClientWidth());
 }
 
 void TTargetPage::BuildFolderChoice() {

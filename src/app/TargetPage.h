@@ -28,6 +28,9 @@ class TTargetPage : public QWidget {
   // Enables the radio buttons and the controls of the one that is checked.
   void EnableChoice();
 
+  // Keeps the columns within the list, as it shows now.
+  void FitColumns();
+
   // True if a drive is checked, or the folder exists, by the radio button that is checked.
   [[nodiscard]] bool CanAnalyze() const;
 

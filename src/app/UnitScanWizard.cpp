@@ -148,6 +148,7 @@ void TFormWizard::showEvent(QShowEvent* event) {
 void TFormWizard::FormShow() {
   const TLanguage& language = FResults.Language();
   FTargetPage->EnableChoice();
+  FTargetPage->FitColumns();
   btnClose->setText(language.GetMessage(u"M_Close"_qs, u"Close"_qs));
   ShowTargetPage();
   btnAnalyze->show();

@@ -21,7 +21,9 @@
 
 namespace {
 
-constexpr int kGap = 5;  // pixels between combo and list
+constexpr int kGap = 5;        // pixels between combo and list
+constexpr int kCellRoom = 14;  // pixels beside the text of a cell
+constexpr int kTypeAtComputer = 1;
 
 struct TKeyRow {
   QKeyCombination Key;
@@ -71,6 +73,7 @@ void TContentsTab::BuildList() {
   texts.Home = Text(u"M_Home_Folder"_qs, texts.Home);
   texts.Unreadable = Text(u"M_Unreadable"_qs, texts.Unreadable);
   list.SetTexts(texts);
+  HoldTypes(texts);
   list.OnPathChanged = [this] { ShellListContentPathChanged(); };
   list.OnFillItem = [this](TListItem* item) { FFill.FillItem(*item); };
   list.OnFolderChanged = [this] { ShellListContentFolderChanged(); };
@@ -89,6 +92,17 @@ void TContentsTab::BuildList() {
   FFill.OnSized = [this](TListItem& item) {
     if (item.Selected() && OnTop()) ShowRow(item);
   };
+}
+
+// The kinds of places are words of the language, and at the computer level they stand in the narrow column.
+void TContentsTab::HoldTypes(const TRzShellTexts& texts) {
+  TListColumns& columns = ShellListContent->Columns();
+  const int before = columns[kTypeAtComputer].Width();
+  int width = before;
+  for (const QString& text : {texts.FixedVolume, texts.RemovableVolume, texts.NetworkVolume, texts.Home})
+    width = std::max(width, ShellListContent->fontMetrics().horizontalAdvance(text) + kCellRoom);
+  columns[kTypeAtComputer].SetWidth(width);
+  columns[0].SetWidth(columns[0].Width() - (width - before));
 }
 
 void TContentsTab::BuildCombo() {

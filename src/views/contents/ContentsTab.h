@@ -53,6 +53,7 @@ class TContentsTab : public QObject, public TResultTab {
 
  private:
   void BuildList();
+  void HoldTypes(const TRzShellTexts& texts);
   void BuildCombo();
   void WireNavigation();
   void FitColumnsOnce();

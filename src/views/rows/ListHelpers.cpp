@@ -23,24 +23,28 @@ void FitLastColumn(TCustomListView& list) {
   if (width > others) list.Columns()[last].SetWidth(std::max(width - others, kLeastWidth));
 }
 
+void FitFirstColumn(TCustomListView& list, int room) {
+  int excess = -room;
+  for (int index = 0; index < list.Columns().Count(); ++index)
+    excess += list.Columns()[index].Width();
+  if (excess <= 0) return;
+  TListColumn& first = list.Columns()[0];
+  first.SetMinWidth(std::min(first.MinWidth(), first.Width() - excess));
+  first.SetWidth(first.Width() - excess);
+}
+
 void HoldCaptions(TCustomListView& list, int room) {
   const TListMetrics metrics;
   const TImageList* marks = list.Options().ColumnClick ? list.SmallImages() : nullptr;
   const int beside = 2 * metrics.Margin + metrics.Gap + (marks == nullptr ? 0 : marks->Size().width());
   int before = 0;
-  int after = 0;
   for (int index = 0; index < list.Columns().Count(); ++index) {
     TListColumn& column = list.Columns()[index];
     const int need = list.fontMetrics().horizontalAdvance(column.Caption()) + beside;
     before += column.Width();
     if (need > column.Width()) column.SetMinWidth(need);
-    after += column.Width();
   }
-  const int excess = after - std::max(before, room);
-  if (excess <= 0) return;
-  TListColumn& first = list.Columns()[0];
-  first.SetMinWidth(std::min(first.MinWidth(), first.Width() - excess));
-  first.SetWidth(first.Width() - excess);
+  FitFirstColumn(list, std::max(before, room));
 }
 
 // The list tells the place of the mouse, or of the focused row. Some systems make no request of Shift+F10.

@@ -13,6 +13,9 @@ class TdxBarPopupMenu;
 // none. A list without rows keeps the width of a vertical scroll bar free, one with rows does not.
 void FitLastColumn(TCustomListView& list);
 
+// Takes from the first column what the columns exceed that many pixels by.
+void FitFirstColumn(TCustomListView& list, int room);
+
 // Widens the columns that would cut their captions, a sort mark beside them, and keeps them so wide. The
 // first one gives way as far as they would take more than `room` pixels together and more than before.
 void HoldCaptions(TCustomListView& list, int room);
