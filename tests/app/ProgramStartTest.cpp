@@ -1,4 +1,4 @@
-// The program as it is started by a user: one copy stays, every other ends with 0 before it has a window.
+// The program as a user starts it: one copy stays, every other ends with 0 before it has a window.
 #include "fixtures/TempTree.h"
 #include "platform/KnownFolders.h"
 
@@ -17,81 +17,63 @@ namespace {
 
 constexpr int kWaitMs = 120000;
 
-// The program under a name that nobody else uses, so that copies which run on this machine have no say.
-class TProgram {
- public:
-  TProgram()
-      : FFile(ProgramFolder() + u"ts"_qs + QUuid::createUuid().toString(QUuid::Id128).left(8) + kSuffix) {
-    EXPECT_TRUE(QFile::copy(ProgramFolder() + u"tallyscope"_qs + kSuffix, FFile));
-    FTree.MakeFolder("run");
-    QFile::setPermissions(FTree.Path("run"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  }
-  ~TProgram() { QFile::remove(FFile); }
-  TProgram(const TProgram&) = delete;
-  TProgram& operator=(const TProgram&) = delete;
+using TCopy = std::unique_ptr<QProcess>;
 
-  [[nodiscard]] std::unique_ptr<QProcess> Start() const {
-    auto process = std::make_unique<QProcess>();
+// The program under a name of its own, so that copies which run on this machine have no say.
+struct TProgram {
+  TProgram() {
+    EXPECT_TRUE(QFile::copy(ProgramFolder() + u"tallyscope"_qs + Suffix, File));
+    QFile::setPermissions(Tree.Path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  }
+  ~TProgram() { QFile::remove(File); }
+
+  [[nodiscard]] TCopy Start() const {
+    auto copy = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"XDG_RUNTIME_DIR"_qs, FTree.Path("run"));
-    process->setProcessEnvironment(environment);
-    process->start(FFile, {});
-    return process;
+    environment.insert(u"XDG_RUNTIME_DIR"_qs, Tree.Path());
+    copy->setProcessEnvironment(environment);
+    copy->start(File, {});
+    return copy;
   }
 
- private:
-  static inline const QString kSuffix = ProgramFile().endsWith(u".exe"_qs) ? u".exe"_qs : QString();
-  TTempTree FTree;
-  const QString FFile;
+  const QString Suffix = ProgramFile().endsWith(u".exe"_qs) ? u".exe"_qs : QString();
+  const QString File =
+      ProgramFolder() + u"ts"_qs + QUuid::createUuid().toString(QUuid::Id128).left(8) + Suffix;
+  const TTempTree Tree;
 };
 
-bool Runs(const QProcess& process) {
-  return process.state() != QProcess::NotRunning;
+bool Runs(const TCopy& copy) {
+  return copy->state() != QProcess::NotRunning;
+}
+
+void Kill(const TCopy& copy) {
+  copy->kill();
+  EXPECT_TRUE(copy->waitForFinished(kWaitMs));
 }
 
 }  // namespace
 
-TEST(ProgramStart, OfManyAtOnceOneStaysAndALaterOneEndsToo) {
-  const int count = qEnvironmentVariable("TALLYSCOPE_STARTS", u"12"_qs).toInt();
-  const TProgram program;
-  std::vector<std::unique_ptr<QProcess>> copies;
-  for (int i = 0; i < count; ++i)
-    copies.push_back(program.Start());
-  const QDeadlineTimer deadline(kWaitMs);
-  const auto running = [&] {
-    return std::count_if(copies.begin(), copies.end(), [](const auto& copy) { return Runs(*copy); });
-  };
-  while (running() > 1 && !deadline.hasExpired())
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
-  ASSERT_EQ(running(), 1);
-  const auto later = program.Start();
-  EXPECT_TRUE(later->waitForFinished(kWaitMs));
-  EXPECT_EQ(later->exitCode(), 0);
-  EXPECT_EQ(running(), 1);
-  for (const auto& copy : copies) {
-    if (Runs(*copy)) {
-      copy->kill();
-      EXPECT_TRUE(copy->waitForFinished(kWaitMs));
-    } else {
-      EXPECT_TRUE(copy->exitStatus() == QProcess::NormalExit && copy->exitCode() == 0);
-    }
-  }
-}
-
-TEST(ProgramStart, ACopyUnderAnotherNameAndOneAfterADeathStay) {
+TEST(ProgramStart, OneCopyStaysUntilItsDeath) {
   const TProgram program;
   const TProgram other;
-  const auto first = program.Start();
-  const auto beside = other.Start();
-  ASSERT_TRUE(first->waitForStarted(kWaitMs) && beside->waitForStarted(kWaitMs));
-  EXPECT_TRUE(program.Start()->waitForFinished(kWaitMs));
-  first->kill();
-  ASSERT_TRUE(first->waitForFinished(kWaitMs));
-  const auto next = program.Start();
-  EXPECT_FALSE(next->waitForFinished(1000));
-  EXPECT_TRUE(Runs(*beside));
-  for (QProcess* copy : {next.get(), beside.get()}) {
-    copy->kill();
-    EXPECT_TRUE(copy->waitForFinished(kWaitMs));
-  }
+  const TCopy beside = other.Start();
+  std::vector<TCopy> copies(qEnvironmentVariable("TALLYSCOPE_STARTS", u"12"_qs).toUInt());
+  for (TCopy& copy : copies)
+    copy = program.Start();
+  const auto running = [&] { return std::count_if(copies.begin(), copies.end(), &Runs); };
+  const QDeadlineTimer deadline(kWaitMs);
+  while (running() > 1 && !deadline.hasExpired())
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
+  const TCopy later = program.Start();
+  EXPECT_TRUE(later->waitForFinished(kWaitMs));
+  ASSERT_EQ(running(), 1);
+  std::partition(copies.begin(), copies.end(), &Runs);
+  Kill(copies[0]);
+  copies[0] = program.Start();
+  EXPECT_FALSE(copies[0]->waitForFinished(1000)) << "the next one is not the first";
+  EXPECT_TRUE(Runs(beside)) << "a copy of another name";
+  Kill(copies[0]);
+  Kill(beside);
+  for (size_t i = 1; i < copies.size(); ++i)
+    EXPECT_TRUE(copies[i]->exitStatus() == QProcess::NormalExit && copies[i]->exitCode() == 0);
 }
