@@ -11,7 +11,7 @@ namespace {
 
 using TFolders = std::deque<fs::path>;
 
-QByteArray BytesOf(const std::string& native) {
+[[maybe_unused]] QByteArray BytesOf(const std::string& native) {
   return QByteArray::fromStdString(native);
 }
 [[maybe_unused]] QByteArray BytesOf(const std::wstring& native) {
