@@ -118,6 +118,7 @@ void TRzShellCombo::SetTexts(const QString& computer, const QString& notFound) {
 void TRzShellCombo::ShowPath() {
   const QSignalBlocker quiet(this);
   FTypedLook.Abandon();
+  FShortcutLook.Abandon();
   clear();
   AddPlace(FComputer, QString(), 0);
   AddAncestors();
@@ -152,18 +153,19 @@ void TRzShellCombo::AddAncestors() {
   }
 }
 
-// As they are now; those that do not answer, and what is looked up behind them, are left out.
+// Those that are slow to answer come while the rows are dropped down.
 void TRzShellCombo::AddShortcuts() {
-  FShortcuts.clear();
+  FShortcuts = 0;
   FShortcutLook.Start([this](TDetachedTask::TLine& line) {
     ListShortcuts([this, &line](const std::vector<TShellPlace>& places) {
-      line.Tell([this, places] { FShortcuts = places; });
+      line.Tell([this, places] {
+        const QSignalBlocker quiet(this);
+        for (; FShortcuts < places.size(); ++FShortcuts)
+          AddPlace(places[FShortcuts].Name, places[FShortcuts].Path, 0);
+      });
     });
   });
   FShortcutLook.WaitFor(kPatience);
-  FShortcutLook.Abandon();
-  for (const TShellPlace& place : FShortcuts)
-    AddPlace(place.Name, place.Path, 0);
 }
 
 void TRzShellCombo::GoToTyped() {

@@ -57,7 +57,7 @@ class TRzShellCombo : public QComboBox {
   QString FComputer;
   QString FNotFoundText;
   bool FNotFound = false;
-  std::vector<TShellPlace> FShortcuts;  // of the popup
+  size_t FShortcuts = 0;  // that have a row
   TDetachedTask FShortcutLook;
   TDetachedTask FTypedLook;
 };
