@@ -1,6 +1,6 @@
 #include "volindex/posix/BtrfsVolume.h"
 
-#include "volindex/posix/Descriptor.h"
+#include "volindex/posix/OpenFolder.h"
 #include "volindex/system/ScanRoot.h"
 
 #include <linux/btrfs.h>
@@ -21,7 +21,7 @@ using TArguments = btrfs_ioctl_search_args_v2;
 
 class TMountedTree : public TTreeSource {
  public:
-  TMountedTree(TDescriptor folder, std::string path) : FFolder(std::move(folder)), FPath(std::move(path)) {}
+  TMountedTree(TOpenFolder folder, std::string path) : FFolder(std::move(folder)), FPath(std::move(path)) {}
 
   // A tree of 0 is the one of the open folder. The kernel wants the arguments right in front of the room.
   [[nodiscard]] std::optional<TFound> Search(const TKey& from, std::uint64_t last, std::uint32_t most,
@@ -53,11 +53,11 @@ class TMountedTree : public TTreeSource {
   [[nodiscard]] bool Flush(const std::atomic<bool>& stop) const override { return FlushVolume(FPath, stop); }
 
  private:
-  TDescriptor FFolder;
+  TOpenFolder FFolder;
   std::string FPath;
 };
 
-[[nodiscard]] bool IsSubvolume(const TDescriptor& folder, const TScanRoot& root) {
+[[nodiscard]] bool IsSubvolume(const TOpenFolder& folder, const TScanRoot& root) {
   struct stat status {};
   struct statfs volume {};
   return ::fstat(folder.Number(), &status) == 0 && status.st_ino == kRootNumber &&
@@ -68,7 +68,7 @@ class TMountedTree : public TTreeSource {
 }  // namespace
 
 std::unique_ptr<TTreeSource> OpenBtrfs(const TScanRoot& root) {
-  TDescriptor folder(root.Path);
+  TOpenFolder folder(root.Path);
   if (folder.Number() < 0 || !IsSubvolume(folder, root)) return nullptr;
   auto source = std::make_unique<TMountedTree>(std::move(folder), root.Path);
   std::array<std::byte, 1024> room;

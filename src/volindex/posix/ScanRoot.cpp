@@ -149,6 +149,12 @@ std::string DeviceOf(const TMount& mount) {
   return {};
 }
 
+// A subvolume is a volume of its own, wherever it lies in the one that is mounted.
+bool ShowsAll(const TMount& mount, const struct stat& facts) {
+  constexpr ino_t kSubvolumeRoot = 256;
+  return mount.Root == "/" || (mount.FileSystem == "btrfs" && facts.st_ino == kSubvolumeRoot);
+}
+
 std::vector<std::string> PointsBelow(const std::vector<TMount>& mounts, const std::string& path) {
   const std::string prefix = path == "/" ? path : path + '/';
   std::vector<std::string> points;
@@ -172,7 +178,7 @@ std::optional<TScanRoot> DescribeScanRoot(const std::string& path) {
   const std::vector<TMount> mounts = ReadMounts();
   root.MountsBelow = PointsBelow(mounts, root.Path);
   const TMount* mount = MountAt(mounts, root.Path);
-  if (mount == nullptr || mount->Root != "/") return root;
+  if (mount == nullptr || !ShowsAll(*mount, facts)) return root;
   root.IsVolumeRoot = true;
   root.FileSystem = mount->FileSystem;
   root.Device = DeviceOf(*mount);

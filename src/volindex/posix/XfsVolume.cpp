@@ -1,6 +1,6 @@
 #include "volindex/posix/XfsVolume.h"
 
-#include "volindex/posix/Descriptor.h"
+#include "volindex/posix/OpenFolder.h"
 
 #include <linux/magic.h>
 #include <sys/ioctl.h>
@@ -52,7 +52,7 @@ constexpr unsigned long kTellGeometry = _IOR('X', 126, TGeometry);
 
 class TMountedInodes : public TInodeSource {
  public:
-  explicit TMountedInodes(TDescriptor root) : FRoot(std::move(root)) {}
+  explicit TMountedInodes(TOpenFolder root) : FRoot(std::move(root)) {}
 
   // Whether it is a volume that answers. The right to ask is checked with each question.
   [[nodiscard]] bool Open() {
@@ -82,11 +82,11 @@ class TMountedInodes : public TInodeSource {
   }
 
  private:
-  TDescriptor FRoot;
+  TOpenFolder FRoot;
   TGeometry FGeometry{};
 };
 
-[[nodiscard]] bool LiesOn(const TDescriptor& folder, const TScanRoot& root) {
+[[nodiscard]] bool LiesOn(const TOpenFolder& folder, const TScanRoot& root) {
   struct stat status {};
   struct statfs volume {};
   return ::fstat(folder.Number(), &status) == 0 &&
@@ -98,7 +98,7 @@ class TMountedInodes : public TInodeSource {
 
 std::unique_ptr<TInodeSource> OpenXfs(const TScanRoot& root) {
   if (!root.IsVolumeRoot || root.FileSystem != "xfs") return nullptr;
-  TDescriptor folder(root.Path);
+  TOpenFolder folder(root.Path);
   if (folder.Number() < 0 || !LiesOn(folder, root)) return nullptr;
   auto source = std::make_unique<TMountedInodes>(std::move(folder));
   return source->Open() ? std::move(source) : nullptr;

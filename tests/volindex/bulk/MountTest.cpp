@@ -125,6 +125,7 @@ TEST(BtrfsMountTest, SubvolumesAreVolumesOfTheirOwn) {
     EXPECT_EQ(AnswerOfReader("btrfs", root + below), AnswerOfDisk(root + below)) << below;
   ASSERT_EQ(mount((root + "/main").c_str(), (root + "/mounted").c_str(), nullptr, MS_BIND, nullptr), 0);
   EXPECT_EQ(AnswerOfReader("btrfs", root + "/mounted"), AnswerOfDisk(root + "/main"));
+  EXPECT_TRUE(DescribeScanRoot(root + "/mounted")->IsVolumeRoot);
   EXPECT_EQ(AnswerOfReader("btrfs", root + "/main/in"), TAnswer()) << "no root of a subvolume";
   umount((root + "/mounted").c_str());
 }
