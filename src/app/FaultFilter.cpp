@@ -100,6 +100,8 @@ void TGuardedApplication::OpenReport() {
   auto* buttons = new QDialogButtonBox(dialog);
   auto* copy = buttons->addButton(Text(u"M_Copy"_qs, u"Copy"_qs), QDialogButtonBox::ActionRole);
   auto* shut = buttons->addButton(Text(u"M_Close"_qs, u"Close"_qs), QDialogButtonBox::RejectRole);
+  copy->setObjectName(u"btnCopy"_qs);
+  shut->setObjectName(u"btnClose"_qs);
   shut->setDefault(true);
   connect(copy, &QPushButton::clicked, FReport, [this] { clipboard()->setText(FReport->toPlainText()); });
   connect(shut, &QPushButton::clicked, dialog, &QDialog::reject);

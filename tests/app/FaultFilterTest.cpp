@@ -27,7 +27,7 @@ QString ReportText() {
 }
 
 void CloseReport() {
-  if (OpenReport() != nullptr) OpenReport()->findChildren<QPushButton*>().last()->click();
+  if (OpenReport() != nullptr) OpenReport()->findChild<QPushButton*>(u"btnClose"_qs)->click();
   QTest::qWait(0);
 }
 
@@ -91,7 +91,7 @@ TEST(FaultFilter, AReportTakesWhatHappensMeanwhileOnceAndIsCopiedWhole) {
   EXPECT_TRUE(report.startsWith(u"first\n"_qs));
   EXPECT_EQ(report.count(u"second"_qs), 1);
   EXPECT_TRUE(report.contains(u"runtime_error"_qs) && report.contains(u"KeyPress"_qs));
-  OpenReport()->findChildren<QPushButton*>().first()->click();
+  OpenReport()->findChild<QPushButton*>(u"btnCopy"_qs)->click();
   EXPECT_EQ(QApplication::clipboard()->text(), report);
   CloseReport();
 
