@@ -98,7 +98,7 @@ void TInodeTable::MakeGroups() {
   for (std::size_t begin = 0, end = 0; begin < FChunks.size(); begin = end) {
     while (end < FChunks.size() && FChunks[end].First >> bits == FChunks[begin].First >> bits)
       ++end;
-    FGroups.push_back(std::make_unique<TGroup>(end, begin));
+    FGroups.push_back(std::make_unique<TGroup>(begin, end));
   }
 }
 

@@ -70,6 +70,8 @@ class TInodeTable : public TKnownFiles {
   };
   // An allocation group's chunks, and the next that nobody has asked for.
   struct TGroup {
+    TGroup(std::size_t begin, std::size_t end) : End(end), Next(begin) {}
+
     std::size_t End;
     std::atomic<std::size_t> Next;
   };
