@@ -14,6 +14,9 @@
 
 #include "FormsFixture.h"
 #include "controls/bars/TabContainerDockSite.h"
+#include "controls/buttons/RdImageButton.h"
+#include "controls/buttons/RdImageButtonEx.h"
+#include "controls/fold/RdFoldPanel.h"
 #include "controls/list/rd/RdListView.h"
 #include "controls/notes/EllipsisLabel.h"
 #include "controls/notes/PImageNote.h"
@@ -237,6 +240,8 @@ TEST_F(FormLanguage, TheWalkKnowsTheClassesOfEveryForm) {
   choices->addItem(u"choice"_qs);
   auto* item = new QAction(&form);
   auto* shell = new TRzShellList(&form);
+  add(new TRdImageButton(&form), "Button"), add(new TRdImageButtonEx(&form), "ButtonEx");
+  add(new TRdFoldPanel(&form), "Fold");
   add(note, "Note"), add(image, "Image"), add(box, "Box"), add(tree, "Tree"), add(choices, "Choices");
   add(item, "Item"), add(shell, "Shell"), add(new TLabel(&form), "Label"), add(new QGroupBox(&form), "Group");
   add(new QToolButton(&form), "Tool"), add(new QLabel(u"plain"_qs, &form), "Plain");
@@ -244,6 +249,7 @@ TEST_F(FormLanguage, TheWalkKnowsTheClassesOfEveryForm) {
       "L/L.lng",
       "[T_F]\nNote.Items[0].Caption=n\nImage.Hint=h\nBox.Items[1].Caption=b\nTree.Items[1].Caption=t\n"
       "Choices.Items[0].Caption=c\nItem.Caption=i\nShell.Columns[0].Caption=s\nLabel.Caption=l\n"
+      "Button.Caption=u\nButtonEx.Caption=e\nFold.Caption=f\n"
       "Group.Caption=g\nTool.Caption=\nPlain.Caption=p\n[T_]\nLabel.Caption=x\n");
   TLanguage language(u"T"_qs, FTree.Path("L"));
   language.LoadLanguage(u"L"_qs);
@@ -259,6 +265,9 @@ TEST_F(FormLanguage, TheWalkKnowsTheClassesOfEveryForm) {
                                                        {u"Tree.Items[1].Caption"_qs, u"t"_qs},
                                                        {u"Choices.Items[0].Caption"_qs, u"c"_qs},
                                                        {u"Item.Caption"_qs, u"i"_qs},
+                                                       {u"Button.Caption"_qs, u"u"_qs},
+                                                       {u"ButtonEx.Caption"_qs, u"e"_qs},
+                                                       {u"Fold.Caption"_qs, u"f"_qs},
                                                        {u"Label.Caption"_qs, u"l"_qs},
                                                        {u"Group.Caption"_qs, u"g"_qs},
                                                        {u"Tool.Caption"_qs, u""_qs}}));

@@ -20,6 +20,9 @@
 #include "controls/bars/BarItems.h"
 #include "controls/bars/StatusBar.h"
 #include "controls/bars/TabContainerDockSite.h"
+#include "controls/buttons/RdImageButton.h"
+#include "controls/buttons/RdImageButtonEx.h"
+#include "controls/fold/RdFoldPanel.h"
 #include "controls/list/ListView.h"
 #include "controls/list/rd/RdListView.h"
 #include "controls/notes/PImageNote.h"
@@ -46,6 +49,8 @@ template <class T>
 QString CaptionOf(const T& component) {
   if constexpr (requires { component.Caption(); })
     return component.Caption();
+  else if constexpr (requires { component.Caption.Get(); })
+    return component.Caption.Get();
   else if constexpr (requires { component.title(); })
     return component.title();
   else
@@ -56,6 +61,8 @@ template <class T>
 void PutCaption(T& component, const QString& caption) {
   if constexpr (requires { component.SetCaption(caption); })
     component.SetCaption(caption);
+  else if constexpr (requires { component.Caption.Get(); })
+    component.Caption = caption;
   else if constexpr (requires { component.setTitle(caption); })
     component.setTitle(caption);
   else
@@ -123,6 +130,15 @@ bool CheckListBox(QObject& object, TTexts& texts) {
   return list != nullptr;
 }
 
+// Its header is a button of its own, without a name.
+bool FoldPanel(QObject& object, TTexts& texts) {
+  auto* panel = dynamic_cast<TRdFoldPanel*>(&object);
+  if (panel != nullptr)
+    texts.push_back({u".Caption"_qs, panel->ButtonCaption.Get(),
+                     [panel](const QString& text) { panel->ButtonCaption = text; }});
+  return panel != nullptr;
+}
+
 // A box without a selected entry stays so: the text of an entry is all that changes.
 bool ComboBox(QObject& object, TTexts& texts) {
   auto* box = As<QComboBox, TRzShellCombo>(object);
@@ -170,6 +186,9 @@ constexpr TClassRow kClasses[] = {
     {"TToolButton", &Caption<QToolButton>},
     {"TTabSheet", &TabSheet},
     {"TCheckListBox", &CheckListBox},
+    {"TRdImageButtonEx", &Caption<TRdImageButtonEx>},
+    {"TRdFoldPanel", &FoldPanel},
+    {"TRdImageButton", &Caption<TRdImageButton>},
     {"TdxBarSubItem", &Caption<TdxBarSubItem>},
     {"TdxBarButton", &Caption<TdxBarButton>},
     {"TdxDockPanel", &Caption<TdxDockPanel>},
