@@ -324,8 +324,9 @@ void Ledger::Look() {
   const auto go = [&](const QString& to) {
     combo.setEditText(QDir::toNativeSeparators(to));
     QTest::keyClick(&combo, Qt::Key_Return);
-    EXPECT_EQ(QDir::fromNativeSeparators(list.Path()), to);
-    EXPECT_TRUE(WaitFor([&list] { return list.State() != TRzShellList::TState::Filling; }));
+    EXPECT_TRUE(WaitFor([&] {
+      return QDir::fromNativeSeparators(list.Path()) == to && list.State() != TRzShellList::TState::Filling;
+    })) << to.toStdString();
   };
   if (QDir::fromNativeSeparators(list.Path()) == folder) go(At("to"));
   go(folder);
