@@ -84,10 +84,7 @@ void TContentsTab::BuildList() {
   list.OnItemChecked = [this](TListItem*) { ShellListContentClick(); };
   list.OnClick = [this] { ShellListContentClick(); };
   list.OnDblClick = [this] { ShellListContentDblClick(); };
-  list.OnContextPopup = [this](const QPoint&, bool& handled) {
-    FParts.Commands.Bars().Popup(u"pmContent"_qs).PopupFromCursorPos();
-    handled = true;
-  };
+  AssignPopup(list, FParts.Commands.Bars().Popup(u"pmContent"_qs));
   FFileRows.OnRefill = [this] { FillAgain(); };
   FFill.OnSized = [this](TListItem& item) {
     if (item.Selected() && OnTop()) ShowRow(item);
