@@ -22,7 +22,6 @@ TRdEditors::TRdEditors(TRdListView& list)
       FComboBox(std::make_unique<TkInplaceComboBox>(&list)) {
   FEdit->setObjectName(u"InplaceEdit"_qs);
   FComboBox->setObjectName(u"InplaceComboBox"_qs);
-  FEdit->OnEnter = [this] { (void)Tell(FList.EventLife(), FList.EditOnEnter, FState.EditItem, FColumn); };
   FEdit->OnExit = [this] { Guarded([this] { ExitEdit(); }); };
   FEdit->OnKey = [this](QKeyEvent& event) { return EditKey(event); };
   QObject::connect(FEdit.get(), &QLineEdit::textChanged, FEdit.get(), [this] { EditChanged(); });
@@ -31,7 +30,7 @@ TRdEditors::TRdEditors(TRdListView& list)
 
 // An editor that is telling of itself is up the stack: it goes when the program comes back to its event loop.
 TRdEditors::~TRdEditors() {
-  FEdit->OnEnter = FEdit->OnExit = FComboBox->OnCloseUp = nullptr;
+  FEdit->OnExit = FComboBox->OnCloseUp = nullptr;
   FEdit->OnKey = nullptr;
   QObject::disconnect(FEdit.get(), &QLineEdit::textChanged, nullptr, nullptr);
   FEdit->hide();
@@ -104,6 +103,8 @@ void TRdEditors::OpenEdit(const QRect& band, const QString& text, int alignment)
   FEdit->selectAll();
   FEdit->show();
   FEdit->setFocus(Qt::OtherFocusReason);
+  if (TkListItem* const item = FState.EditItem)
+    (void)Tell(FList.EventLife(), FList.EditOnEnter, item, FColumn);
 }
 
 bool TRdEditors::OpenComboBox(const QRect& band, const QString& text) {

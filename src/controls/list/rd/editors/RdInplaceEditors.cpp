@@ -19,16 +19,17 @@ TkInplaceEdit::TkInplaceEdit(QWidget* parent) : QLineEdit(parent) {
   hide();
 }
 
-void TkInplaceEdit::focusInEvent(QFocusEvent* event) {
-  QLineEdit::focusInEvent(event);
-  if (event->reason() != Qt::PopupFocusReason && OnEnter) OnEnter();
-}
-
 // The editor's own menu leaves the cell in editing.
 void TkInplaceEdit::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
-  const bool stays = event->reason() == Qt::PopupFocusReason;
-  if (!stays && OnExit) OnExit();
+  if (event->reason() == Qt::ActiveWindowFocusReason) {
+    const auto exit = [this] {
+      if (!hasFocus() && OnExit) OnExit();
+    };
+    QMetaObject::invokeMethod(this, exit, Qt::QueuedConnection);
+  } else if (event->reason() != Qt::PopupFocusReason && OnExit) {
+    OnExit();
+  }
 }
 
 void TkInplaceEdit::keyPressEvent(QKeyEvent* event) {

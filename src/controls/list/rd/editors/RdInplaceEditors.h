@@ -13,14 +13,13 @@ class TkInplaceEdit : public QLineEdit {
  public:
   explicit TkInplaceEdit(QWidget* parent);
 
-  std::function<void()> OnEnter;
-  // The focus has gone elsewhere.
+  // The focus has gone elsewhere. Where it goes with the whole window this comes from the event loop: within
+  // a change of the active window nobody may destroy that.
   std::function<void()> OnExit;
   // A key before the editor takes it; true keeps it from the editor.
   std::function<bool(QKeyEvent& event)> OnKey;
 
  protected:
-  void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool event(QEvent* event) override;
