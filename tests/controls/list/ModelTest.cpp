@@ -25,6 +25,19 @@ void Fill(TPlainList& list, const QString& captions) {
 
 }  // namespace
 
+TEST(EventScope, WhatIsBuriedIsFreedWithTheOutermostScope) {
+  const auto life = std::make_shared<TListLife>();
+  const auto watched = std::make_shared<int>(0);
+  {
+    const TEventScope outer(life);
+    auto inner = std::make_unique<TEventScope>(life);
+    life->Bury(std::make_unique<std::shared_ptr<int>>(watched));
+    inner.reset();
+    EXPECT_EQ(watched.use_count(), 2);
+  }
+  EXPECT_EQ(watched.use_count(), 1);
+}
+
 TEST(RowStates, UniqueBitsMoveAndSingleSelectionDeselectsFirst) {
   TPlainList list;
   Fill(list, u"abc"_qs);
