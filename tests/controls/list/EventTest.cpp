@@ -63,6 +63,12 @@ TEST_F(TListEvents, OneOfSeveralSelectedRowsIsPressed) {
   EXPECT_EQ(TakeLog(), u"-1, -3, click, up");
   Click(TextOf(2), Qt::LeftButton, Qt::ControlModifier);
   EXPECT_EQ(TakeLog(), u"-2, down, click, up");
+  List.Items()[1]->SetSelected(true);
+  List.Items()[2]->SetSelected(true);
+  QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(2));
+  List.Items().Add()->SetCaption(u"row 10"_qs);
+  QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, TextOf(2));
+  EXPECT_EQ(TakeLog(), u"+1, +2, down, click, up") << "the rows are others: the selection stays";
 }
 
 TEST_F(TListEvents, Keys) {

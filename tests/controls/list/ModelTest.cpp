@@ -77,7 +77,10 @@ TEST(ListItems, BitsStayWithTheirItems) {
 
 TEST(ListItems, DeletionTellsInOrderAndHandsTheFocusOn) {
   TPlainList list;
-  Fill(list, u"abc"_qs);
+  Fill(list, u"xabc"_qs);
+  list.Items[0]->SetFocused(true);
+  list.Items.Delete(0);
+  EXPECT_EQ(list.Having(kRowFocused), u"a");
   list.Items[1]->SetSelected(true);
   list.Items[1]->SetFocused(true);
   list.Log.clear();

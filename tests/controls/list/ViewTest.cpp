@@ -218,5 +218,6 @@ TEST_F(TListViewTest, AChangeRepaintsItsRowAlone) {
   const QRect painted = watch.Take().boundingRect();
   EXPECT_EQ(painted.top(), row.top());
   EXPECT_EQ(painted.bottom(), row.bottom());
+  List.Items()[2]->SetCaption(u"new"_qs);
   EXPECT_TRUE(watch.Take().isEmpty());
 }

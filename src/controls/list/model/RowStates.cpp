@@ -36,14 +36,8 @@ void TRowStateList::Insert(int row, int count) {
 
 void TRowStateList::Remove(int row, int count) {
   const auto first = FStates.begin() + row;
-  bool focused = false;
-  for (auto place = first; place != first + count; ++place) {
-    focused = focused || (*place & kRowFocused) != 0;
-    Recount(*place, 0);
-  }
+  std::for_each(first, first + count, [this](unsigned state) { Recount(state, 0); });
   FStates.erase(first, first + count);
-  const int heir = std::min(row, Count() - 1);
-  if (focused) Put(heir, State(heir) | kRowFocused);
 }
 
 void TRowStateList::Remove(const std::vector<int>& rows) {

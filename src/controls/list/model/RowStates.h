@@ -29,10 +29,11 @@ class TRowStates {
   // Replaces all bits of a row without a word; used when rows move.
   virtual void Put(int row, unsigned state) = 0;
 
-  // New rows have no bits. Removing the focused row hands the focus to its successor, without a word.
+  // New rows have no bits. None of the rows that are removed has the focus.
   virtual void Insert(int row, int count) = 0;
   virtual void Remove(int row, int count) = 0;
-  // The same for any rows, in ascending order, in one pass.
+  // Any rows, in ascending order, in one pass. The focused row hands the focus to its successor, without a
+  // word.
   virtual void Remove(const std::vector<int>& rows) = 0;
 
   // The first row after the given one (-1 for the first of all) that has all the bits, or -1.
