@@ -51,7 +51,8 @@ class TMemoryInodes : public TInodeSource {
     while (at + size <= records.size() && Load<std::uint64_t>(records, at) < from)
       at += size;
     const std::size_t count = std::min<std::size_t>(most, (records.size() - at) / size);
-    std::memcpy(answer.data() + kHeaderSize, records.data() + at, count * size);
+    std::copy_n(records.begin() + static_cast<std::ptrdiff_t>(at), count * size,
+                answer.begin() + kHeaderSize);
     const std::uint32_t told = Lie != 0 ? Lie : static_cast<std::uint32_t>(count);
     std::memcpy(answer.data() + 16, &told, sizeof told);
     return true;
