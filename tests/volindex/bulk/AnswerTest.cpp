@@ -23,7 +23,7 @@ struct TSomeInodes : xfs::TMemoryInodes {
     xfs::AddInode(Inodes, 129, 0120777, 6, 2);
     xfs::AddInode(Inodes, 130, 0010644, 7);
     xfs::AddInode(Inodes, 131, 0040755, 8, 3);
-    xfs::AddInode(Inodes, 132, 0100644, std::uint64_t{1} << 62);
+    xfs::AddInode(Inodes, 132, 0100644, std::uint64_t{1} << 61);
     xfs::AddInode(Inodes, 191, 0100644, 9);
     xfs::AddInode(Inodes, (1 << 20) + 65, 0100644, (std::uint64_t{1} << 61) - 1);
   }
