@@ -131,7 +131,7 @@ TOutcome ReadTree(const btrfs::TMemoryTree& source, unsigned threads = 2) {
                                EXPECT_TRUE(percent >= 1 && percent <= 99);
                                progress = percent;
                              }};
-  const TReadResult result = btrfs::TSubvolumeScan(source, builder, control, 1, threads).Run();
+  const TReadResult result = btrfs::TSubvolumeScan(source, builder, control, threads, threads).Run();
   return {result, result == Done ? AnswerOf(builder.TakeIndex()) : TAnswer()};
 }
 
@@ -140,11 +140,15 @@ struct TSmallTree : btrfs::TMemoryTree {
 };
 
 TEST(BtrfsTree, EveryNameIsToldInItsFolder) {
-  const TOutcome outcome = ReadTree(TSmallTree());
-  ASSERT_EQ(outcome.Result, Done);
-  EXPECT_EQ(outcome.Answer.Files,
-            (std::vector<TListed>{{11, "d/e/link"}, {7, "d/e/b"}, {5, "file"}, {0, "d/pipe"}}));
-  EXPECT_EQ(outcome.Answer.Folders, (std::vector<TListed>{{18, "d"}, {18, "d/e"}, {0, "snapshot"}}));
+  for (const std::uint32_t atOnce : {1, 3, 1000}) {
+    TSmallTree source;
+    source.AtOnce = atOnce;
+    const TOutcome outcome = ReadTree(source);
+    ASSERT_EQ(outcome.Result, Done) << atOnce;
+    EXPECT_EQ(outcome.Answer.Files,
+              (std::vector<TListed>{{11, "d/e/link"}, {7, "d/e/b"}, {5, "file"}, {0, "d/pipe"}}));
+    EXPECT_EQ(outcome.Answer.Folders, (std::vector<TListed>{{18, "d"}, {18, "d/e"}, {0, "snapshot"}}));
+  }
 }
 
 // More of one size than are kept before paths are known, so that they are told twice, and by several threads.
@@ -166,10 +170,23 @@ TEST(BtrfsTree, LargestAreFoundAmongManyEqualOnes) {
   for (std::uint64_t number = 257; number < 257 + 6000; ++number)
     btrfs::AddEntry(tree, 256, number, number, files[number - 257].Path);
   tree.insert(tree.end(), source.Tree.begin() + btrfs::kHeadSize + 160, source.Tree.end());
-  source.Tree = tree;
+  std::vector<std::string> folders;  // far above, with numbers that are kept together
+  for (std::uint64_t number = 64'000; number < 64'000 + 64 * 40; number += 64) {
+    folders.push_back("folder " + std::to_string(number));
+    btrfs::AddInode(tree, number, 0040755, 0);
+    btrfs::AddItem(tree, {number, btrfs::kNames, 256}, btrfs::NameOf(folders.back()));
+  }
+  TBuffer root;
+  btrfs::AddInode(root, 256, 0040755, 0);
+  for (std::size_t i = 0; i < folders.size(); ++i)
+    btrfs::AddEntry(root, 256, i, 64'000 + 64 * i, folders[i]);
+  root.insert(root.end(), tree.begin() + btrfs::kHeadSize + 160, tree.end());
+  source.Tree = root;
+  source.AtOnce = 50;
+  source.Searches = 0;
   const TOutcome whole = ReadTree(source, 3);
   ASSERT_EQ(whole.Result, Done);
-  EXPECT_EQ(whole.Answer, AnswerOf(files, {}));
+  EXPECT_EQ(whole.Answer, AnswerOf(files, folders));
 }
 
 TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
@@ -184,6 +201,7 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
       {"a stop while the last number is looked for", [](auto& source) { source.StopAt = 10; }, Stopped},
       {"a stop later", [](auto& source) { source.StopAt = 70; }, Stopped},
       {"more items than bytes", [](auto& source) { source.Lie = 1; }},
+      {"an item behind its place", [](auto& source) { AddInode(source.Tree, 257, 0100644, 5); }},
       {"a cut item", [](auto& source) { source.Tree.pop_back(); }},
       {"a cut inode",
        [](auto& source) {
@@ -224,7 +242,7 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
        Done},
       {"names of an inode that is gone",
        [](auto& source) {
-         AddItem(source.Tree, {400, kNames, 999}, NameOf("a"));
+         AddItem(source.Tree, {400, kNames, 256}, NameOf("a"));
        },
        Done},
       {"something in a folder that is gone",
@@ -238,6 +256,7 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
     TSmallTree source;
     row.Change(source);
     EXPECT_EQ(ReadTree(source).Result, row.Result) << row.What;
+    EXPECT_TRUE(row.Result != Stopped || source.Searches <= source.StopAt + 4) << row.What;
   }
 }
 

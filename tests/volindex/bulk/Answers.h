@@ -122,6 +122,7 @@ class TMemoryTree : public TTreeSource {
     if (++Searches == StopAt) Stop = true;
     if (Searches == Refuses) return std::nullopt;
     const TBytes tree = Searches > LaterFrom ? Later : Tree;
+    most = std::min(most, AtOnce);
     std::uint64_t items = 0;
     std::size_t filled = 0;
     for (std::size_t at = 0; tree.size() - at >= kHeadSize && items < most;) {
@@ -145,8 +146,9 @@ class TMemoryTree : public TTreeSource {
   TBuffer Tree;
   TBuffer Later;  // what the tree is after so many searches
   int LaterFrom = 1'000'000'000;
-  std::uint64_t Lie = 0;  // added to the number of items
-  int Refuses = 0;        // this search, from 1 on
+  std::uint32_t AtOnce = 1'000'000'000;  // items that a search hands out at most
+  std::uint64_t Lie = 0;                 // added to the number of items
+  int Refuses = 0;                       // this search, from 1 on
   int StopAt = 0;
   mutable std::atomic<int> Searches{0};
   mutable std::atomic<bool> Stop{false};
@@ -164,7 +166,7 @@ inline TBuffer SmallTree() {
   AddEntry(tree, 256, 5, 259, "z name");
   AddInode(tree, 257, 0100644, 5);
   AddItem(tree, {257, kNames, 256}, NameOf("file"));
-  AddInode(tree, 258, 0040755, 100);
+  AddInode(tree, 258, 0040755, 100, 1, 10);
   AddItem(tree, {258, kNames, 300}, NameOf("e"));
   AddEntry(tree, 258, 2, 259, "b");
   AddEntry(tree, 258, 3, 259, "c");
