@@ -147,7 +147,8 @@ TEST(BtrfsTree, EveryNameIsToldInItsFolder) {
     ASSERT_EQ(outcome.Result, Done) << atOnce;
     EXPECT_EQ(outcome.Answer.Files,
               (std::vector<TListed>{{11, "d/e/link"}, {7, "d/e/b"}, {5, "file"}, {0, "d/pipe"}}));
-    EXPECT_EQ(outcome.Answer.Folders, (std::vector<TListed>{{18, "d"}, {18, "d/e"}, {0, "snapshot"}}));
+    EXPECT_EQ(outcome.Answer.Folders,
+              (std::vector<TListed>{{18, "d"}, {18, "d/e"}, {0, "d/last"}, {0, "snapshot"}}));
   }
 }
 
@@ -228,9 +229,13 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
        }},
       {"two names where one is told",
        [](auto& source) {
+         AddEntry(source.Tree, 310, 2, 400, "a");
+         AddEntry(source.Tree, 310, 3, 400, "b");
          AddInode(source.Tree, 400, 0100644, 1);
-         AddItem(source.Tree, {400, kNames, 256}, NameOf("a"));
-         AddItem(source.Tree, {400, kNames, 300}, NameOf("a"));
+         TBuffer names = NameOf("a");
+         const TBuffer second = NameOf("b");
+         names.insert(names.end(), second.begin(), second.end());
+         AddItem(source.Tree, {400, kNames, 310}, names);
        }},
       {"entries of what is no folder", [](auto& source) { AddEntry(source.Tree, 301, 9, 257, "file"); }},
       {"a name that its folder does not list",

@@ -155,7 +155,7 @@ class TMemoryTree : public TTreeSource {
 };
 
 // Folders "d" (300) and "d/e" (258, older than the one that it was moved to), files of 5, 7 and 11 bytes, one
-// of them by three names, a link, a pipe and a subvolume.
+// of them by three names, a link, a pipe, a subvolume, and an empty folder as the last of all.
 inline TBuffer SmallTree() {
   TBuffer tree;
   AddInode(tree, 256, 0040755, 0);
@@ -183,8 +183,11 @@ inline TBuffer SmallTree() {
   AddItem(tree, {300, kNames, 256}, NameOf("d"));
   AddEntry(tree, 300, 2, 258, "e");
   AddEntry(tree, 300, 3, 301, "pipe");
+  AddEntry(tree, 300, 4, 310, "last");
   AddInode(tree, 301, 0010644, 13);
   AddItem(tree, {301, kNames, 300}, NameOf("pipe"));
+  AddInode(tree, 310, 0040755, 0);
+  AddItem(tree, {310, kNames, 300}, NameOf("last"));
   return tree;
 }
 
