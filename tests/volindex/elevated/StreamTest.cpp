@@ -72,7 +72,7 @@ std::string File(uint32_t folder, uint64_t bytes, const std::string& name) {
 }
 const std::string kMark(kStreamMark);
 const std::string kRoot = Folder(0, 0, 0, "");
-const std::string kEnd = 'E' + Number(0, 16);
+const std::string kEnd = 'E' + Number(0, 8) + Number(0, 8);
 
 TEST(VolumeStream, CarriesAnIndexWholeHoweverItIsCut) {
   TTestTree tree;
