@@ -19,6 +19,7 @@ namespace {
 constexpr int kImageSide = 16;
 constexpr qint64 kSlice = 6;          // milliseconds that the window does not answer
 constexpr int kRowsPerLook = 32;      // between two looks at the clock
+constexpr qint64 kRestPerWork = 5;    // times as long as the refresh before it took
 constexpr qint64 kLongestRest = 500;  // milliseconds
 constexpr int kSizeColumn = 0;        // as sub-items, in a folder
 constexpr int kDateColumn = 2;
@@ -345,7 +346,7 @@ void TRzShellList::EndMerge() {
   FTypedRows = 0;
   TypeVisible();
   if (!FListed.IsAll) return;
-  FRest.start(static_cast<int>(std::min(3 * FClock.elapsed(), kLongestRest)));
+  FRest.start(static_cast<int>(std::min(kRestPerWork * FClock.elapsed(), kLongestRest)));
   if (FState == TState::Filling) FState = TState::Complete;
   const bool isFirst = !std::exchange(FAnnounced, true);
   if (isFirst && OnFolderChanged) OnFolderChanged();
