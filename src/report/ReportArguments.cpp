@@ -22,6 +22,8 @@ bool TakeOption(const QString& option, TReportArguments& result) {
     result.Elevate = true;
   else if (option == u"--folder")
     result.Folder = true;
+  else if (option == u"--unreadable")
+    result.Unreadable = true;
   else if (option == u"--help" || option == u"-h")
     result.Action = TReportAction::Help;
   else if (option == u"--version")
@@ -51,19 +53,21 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
 }
 
 QString ReportUsageLine() {
-  return u"Usage: tallyscope-report [--json | --csv] [--elevate] [--folder] PATH...\n"_qs;
+  return u"Usage: tallyscope-report [--json | --csv] [--elevate] [--folder] [--unreadable] PATH...\n"_qs;
 }
 
 QString ReportHelp() {
   return ReportUsageLine() +
          u"Shows what takes the space below each path: totals, the largest folders and files.\n"
+         u"For a whole volume it also tells how what is used there adds up.\n"
          u"\n"
-         u"  --json     print one JSON object instead of text\n"
-         u"  --csv      print a table for spreadsheets: kind, bytes, files, folders, path\n"
-         u"  --elevate  ask for the administrator's consent to read volumes in bulk\n"
-         u"  --folder   PATH is one folder to be walked, not a list of drives\n"
-         u"  --version  print the version\n"
-         u"  --help     print this help\n"
+         u"  --json        print one JSON object instead of text\n"
+         u"  --csv         print a table for spreadsheets: kind, sizes and counts, path\n"
+         u"  --elevate     ask for the administrator's consent to read volumes in bulk\n"
+         u"  --folder      PATH is one folder to be walked, not a list of drives\n"
+         u"  --unreadable  list the folders that could not be read\n"
+         u"  --version     print the version\n"
+         u"  --help        print this help\n"
          u"\n"
          u"Exit status: 0 done, 1 a path can't be scanned, 2 wrong usage, 130 stopped by Ctrl-C.\n"_qs;
 }

@@ -11,9 +11,10 @@ struct TReportArguments {
   TReportAction Action = TReportAction::Scan;
   QString Complaint;  // what is wrong, for TReportAction::Wrong
   TReportFormat Format = TReportFormat::Text;
-  bool Elevate = false;  // ask for the right to read volumes in bulk
-  bool Folder = false;   // one folder instead of drives
-  QStringList Paths;     // as given; never empty for TReportAction::Scan
+  bool Elevate = false;     // ask for the right to read volumes in bulk
+  bool Folder = false;      // one folder instead of drives
+  bool Unreadable = false;  // list the folders that could not be read
+  QStringList Paths;        // as given; never empty for TReportAction::Scan
 };
 
 // The arguments without the program's name. "--" ends the options.

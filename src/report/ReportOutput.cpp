@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "report/TextColumns.h"
+#include "report/VolumeBalance.h"
 #include "support/Korvel_Routine_New.h"
 
 #include <algorithm>
@@ -16,10 +17,24 @@ QByteArray SizeText(quint64 bytes) {
   return SizeToText(static_cast<qint64>(bytes)).toUtf8();
 }
 
+QByteArray BytesText(quint64 bytes) {
+  return Counted(bytes, "byte", "bytes") + " (" + SizeText(bytes) + ')';
+}
+
+// What is unreadable stands in a volume's balance, or else behind the sums.
+QByteArray UsageText(const TPathTotals& totals) {
+  if (!totals.Usage) return {};
+  const QByteArray onDisk = ", " + BytesText(totals.Usage->Allocated) + " on disk";
+  if (const auto balance = BalanceOf(totals)) return onDisk + "\n  " + balance->Text().toUtf8();
+  const quint32 unreadable = totals.Usage->Unreadable;
+  if (unreadable == 0) return onDisk;
+  return onDisk + ", " + Counted(unreadable, "unreadable folder", "unreadable folders");
+}
+
 QByteArray TotalsText(const QString& path, const TPathTotals& totals) {
   return NameToBytes(path) + "\n  " + Counted(totals.Files, "file", "files") + ", " +
-         Counted(totals.Folders, "folder", "folders") + ", " + Counted(totals.Bytes, "byte", "bytes") + " (" +
-         SizeText(totals.Bytes) + ")\n";
+         Counted(totals.Folders, "folder", "folders") + ", " + BytesText(totals.Bytes) + UsageText(totals) +
+         '\n';
 }
 
 // Nothing at all for an empty list.
@@ -33,6 +48,13 @@ QByteArray SectionText(const char* heading, std::span<const TFileInfoEx> rows) {
     text += "  " + SizeText(row.Size).rightJustified(width) + "  " + NameToBytes(row.Path) +
             NameToBytes(row.Name) + '\n';
   return text;
+}
+
+QByteArray PathsText(const char* heading, const QStringList& paths) {
+  QByteArray text;
+  for (const QString& path : paths)
+    text += "  " + NameToBytes(path) + '\n';
+  return text.isEmpty() ? text : QByteArray("\n") + heading + '\n' + text;
 }
 
 // Names of Windows are text, those of Linux any bytes.
@@ -61,10 +83,18 @@ QByteArray JsonRow(const TFileInfoEx& row) {
          ", \"size\": " + QByteArray::number(row.Size) + '}';
 }
 
+// What is not known is left out.
+QByteArray JsonUsage(const std::optional<TPathUsage>& usage) {
+  if (!usage) return {};
+  QByteArray json = ", \"allocated\": " + QByteArray::number(usage->Allocated);
+  if (usage->VolumeUsed) json += ", \"volumeUsed\": " + QByteArray::number(*usage->VolumeUsed);
+  return json + ", \"unreadable\": " + QByteArray::number(usage->Unreadable);
+}
+
 QByteArray JsonPath(const QString& path, const TPathTotals& totals) {
   return "{\"path\": " + JsonText(path) + ", \"files\": " + QByteArray::number(totals.Files) +
          ", \"folders\": " + QByteArray::number(totals.Folders) +
-         ", \"bytes\": " + QByteArray::number(totals.Bytes) + '}';
+         ", \"bytes\": " + QByteArray::number(totals.Bytes) + JsonUsage(totals.Usage) + '}';
 }
 
 // "name": [ ... ] with one line for each of the count elements.
@@ -80,15 +110,27 @@ QByteArray JsonRows(const char* name, std::span<const TFileInfoEx> rows) {
   return JsonArray(name, rows.size(), [rows](size_t i) { return JsonRow(rows[i]); });
 }
 
-QByteArray CsvRow(const char* kind, quint64 bytes, const QByteArray& counts, const QString& path) {
+constexpr const char* kNoCounts = ",,,,";
+
+// Files, folders, allocated, volumeUsed, unreadable; empty where it is not known.
+QByteArray CsvCounts(const TPathTotals& totals) {
+  const QByteArray counts = QByteArray::number(totals.Files) + ',' + QByteArray::number(totals.Folders);
+  if (!totals.Usage) return counts + ",,,";
+  const TPathUsage& usage = *totals.Usage;
+  const QByteArray used = usage.VolumeUsed ? QByteArray::number(*usage.VolumeUsed) : QByteArray();
+  return counts + ',' + QByteArray::number(usage.Allocated) + ',' + used + ',' +
+         QByteArray::number(usage.Unreadable);
+}
+
+QByteArray CsvRow(const char* kind, const QByteArray& bytes, const QByteArray& counts, const QString& path) {
   const QByteArray quoted = EscapedName(path).toUtf8().replace('"', "\"\"");
-  return QByteArray(kind) + ',' + QByteArray::number(bytes) + ',' + counts + ",\"" + quoted + "\"\n";
+  return QByteArray(kind) + ',' + bytes + ',' + counts + ",\"" + quoted + "\"\n";
 }
 
 QByteArray CsvRows(const char* kind, std::span<const TFileInfoEx> rows) {
   QByteArray csv;
   for (const TFileInfoEx& row : rows)
-    csv += CsvRow(kind, row.Size, ",", row.Path + row.Name);
+    csv += CsvRow(kind, QByteArray::number(row.Size), kNoCounts, row.Path + row.Name);
   return csv;
 }
 
@@ -99,29 +141,36 @@ QByteArray ReportAsText(const TReport& report) {
   for (size_t i = 0; i < report.PathTotals.size(); ++i)
     text += TotalsText(report.Paths[static_cast<qsizetype>(i)], report.PathTotals[i]);
   return text + SectionText("Largest folders", report.Folders) + SectionText("Largest files", report.Files) +
-         SectionText("Download files", report.DownloadFiles);
+         SectionText("Download files", report.DownloadFiles) +
+         PathsText("Unreadable folders", report.Unreadable.value_or(QStringList()));
 }
 
 QByteArray ReportAsJson(const TReport& report) {
   const auto path = [&report](size_t i) {
     return JsonPath(report.Paths[static_cast<qsizetype>(i)], report.PathTotals[i]);
   };
+  const QStringList unreadable = report.Unreadable.value_or(QStringList());
+  const auto folder = [&unreadable](size_t i) { return JsonText(unreadable[static_cast<qsizetype>(i)]); };
   return "{\n" + JsonArray("paths", report.PathTotals.size(), path) +
          JsonRows("largestFolders", report.Folders) + JsonRows("largestFiles", report.Files) +
          JsonRows("downloadFiles", report.DownloadFiles) +
+         (report.Unreadable ? JsonArray("unreadableFolders", static_cast<size_t>(unreadable.size()), folder)
+                            : QByteArray()) +
          "  \"stopped\": " + (report.Stopped ? "true" : "false") +
          ",\n  \"seconds\": " + QByteArray::number(static_cast<double>(report.Milliseconds) / 1000, 'f', 3) +
          "\n}\n";
 }
 
 QByteArray ReportAsCsv(const TReport& report) {
-  QByteArray csv = "kind,bytes,files,folders,path\n";
+  QByteArray csv = "kind,bytes,files,folders,allocated,volumeUsed,unreadable,path\n";
   for (size_t i = 0; i < report.PathTotals.size(); ++i) {
     const TPathTotals& totals = report.PathTotals[i];
-    csv += CsvRow("path", totals.Bytes,
-                  QByteArray::number(totals.Files) + ',' + QByteArray::number(totals.Folders),
+    csv += CsvRow("path", QByteArray::number(totals.Bytes), CsvCounts(totals),
                   report.Paths[static_cast<qsizetype>(i)]);
   }
-  return csv + CsvRows("folder", report.Folders) + CsvRows("file", report.Files) +
+  csv += CsvRows("folder", report.Folders) + CsvRows("file", report.Files) +
          CsvRows("download", report.DownloadFiles);
+  for (const QString& folder : report.Unreadable.value_or(QStringList()))
+    csv += CsvRow("unreadable", {}, kNoCounts, folder);
+  return csv;
 }

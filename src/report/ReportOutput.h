@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <optional>
 #include <span>
 
 // The results of one scan. Views: the scan that owns the lists must outlive it.
@@ -15,14 +16,15 @@ struct TReport {
   std::span<const TFileInfoEx> Folders;
   std::span<const TFileInfoEx> Files;
   std::span<const TFileInfoEx> DownloadFiles;
+  std::optional<QStringList> Unreadable = {};  // folders; only if they are to be listed
   bool Stopped = false;
   qint64 Milliseconds = 0;
 };
 
 // All are the same bytes on every system but for the paths: lines end in a line feed alone.
 
-// Lines for people: totals per path, then the lists, sizes aligned. Names come out as their raw bytes, on
-// Windows in UTF-8.
+// Lines for people: totals per path, for a whole volume with its balance, then the lists, sizes aligned.
+// Names come out as their raw bytes, on Windows in UTF-8.
 [[nodiscard]] QByteArray ReportAsText(const TReport& report);
 
 // One JSON object in UTF-8 with exact integers. Names of any bytes are escaped by EscapeUndecodable; those of
@@ -30,7 +32,7 @@ struct TReport {
 // Its schema is docs/report.schema.json.
 [[nodiscard]] QByteArray ReportAsJson(const TReport& report);
 
-// A table in UTF-8 after RFC 4180: a heading, then a row for each path, folder, file and download file. The
-// path comes last and whole, escaped as in JSON: as it begins with a delimiter or a drive, no name can pass
-// for a formula.
+// A table in UTF-8 after RFC 4180: a heading, then a row for each path, folder, file, download file and
+// unreadable folder. The path comes last and whole, escaped as in JSON: as it begins with a delimiter or a
+// drive, no name can pass for a formula.
 [[nodiscard]] QByteArray ReportAsCsv(const TReport& report);

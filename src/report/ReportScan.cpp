@@ -60,6 +60,7 @@ TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
           .Folders = Rows(FScan->Folders()),
           .Files = Rows(FScan->Files()),
           .DownloadFiles = Rows(FScan->DownloadFiles()),
+          .Unreadable = ListUnreadable ? std::optional(FScan->UnreadableFolders()) : std::nullopt,
           .Stopped = FStopped,
           .Milliseconds = FClock.elapsed()};
 }

@@ -67,6 +67,7 @@ bool CheckPaths(const QStringList& paths) {
 
 int Report(const TReportArguments& arguments, const QStringList& paths) {
   if (arguments.Elevate) AskForElevation = TALLYSCOPE_ASK_ON_TERMINAL_TOO;
+  ListUnreadable = arguments.Unreadable;
   TReportScan scan(StdErrIsTerminal());
   SetInterruptTarget(&scan);
   const TReport report = scan.Run(paths, arguments.Folder);

@@ -52,6 +52,15 @@ quint64 VolumeBytes(const QString& path) {
   return Joined(high, low);
 }
 
+// Nothing after a stop.
+std::optional<TPathUsage> VolumeUsage() {
+  TTallyscopeUsage usage{};
+  if (Tallyscope_GetUsage(&usage) == 0) return std::nullopt;
+  return TPathUsage{usage.Allocated,
+                    usage.IsVolume != 0 ? std::optional<quint64>(usage.VolumeUsed) : std::nullopt,
+                    usage.Unreadable};
+}
+
 void PostToWindow(void* window, unsigned message, uintptr_t wparam, intptr_t lparam) {
   PostMessage(static_cast<TMessageWindow*>(window), message, wparam, lparam);
 }
@@ -83,6 +92,7 @@ void TTallyscopeScan::Start(const QStringList& paths, bool folderMode) {
   FFiles.Clear();
   FDownloadFiles.Clear();
   FPathTotals.Clear();
+  FUnreadable.clear();
   FPaths = paths;
   FFolderMode = folderMode;
   FStopped.store(false);
@@ -170,7 +180,8 @@ void TTallyscopeScan::ScanVolume(const QString& path) {
   PullRecords(kPhaseFiles, kRowsPerPath, TALLYSCOPE_FILES, FFiles);
   PullRecords(kPhaseFolders, kRowsPerPath, TALLYSCOPE_FOLDERS, FFolders);
   Tallyscope_GetRecordCount(&FFileCount, &FFolderCount);
-  FPathTotals.Add({FFileCount, FFolderCount, VolumeBytes(path)});
+  FPathTotals.Add({FFileCount, FFolderCount, VolumeBytes(path), VolumeUsage()});
+  if (ListUnreadable) PullUnreadable();
   Tallyscope_Free();
   if (ticks) FTicker->Stop();
 }
@@ -190,6 +201,16 @@ void TTallyscopeScan::PullRecords(int base, int limit, int kind, TList<TFileInfo
     if (++accepted % step == 0) PostPhase(base + ++posts);
   }
   PostPhase(base + 100);
+}
+
+// A path may be longer than any record's.
+void TTallyscopeScan::PullUnreadable() {
+  TTallyscopeUsage usage{};
+  if (Tallyscope_GetUsage(&usage) == 0) return;
+  std::vector<char16_t> path(size_t{1} << 16);
+  for (quint32 i = 0; i < usage.Unreadable && !FStopped; ++i)
+    if (Tallyscope_GetUnreadable(i, path.data(), static_cast<quint32>(path.size())) != 0)
+      FUnreadable.append(QString::fromUtf16(path.data()));
 }
 
 void TTallyscopeScan::ScanDownloadFolders(int total, int first, const QStringList& locations) {

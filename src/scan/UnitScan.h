@@ -9,11 +9,13 @@
 #include "support/TWorkerThread.h"
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_usage.h"
 
 #include <QStringList>
 
 #include <atomic>
 #include <functional>
+#include <optional>
 
 // True while the first scan is to begin by itself; cleared at the end of every scan. The window's own flag.
 inline std::atomic<bool> AutoScan{false};
@@ -25,11 +27,22 @@ inline std::atomic<bool> CountDownloads{false};
 // for one scan.
 inline std::atomic<int> AskForElevation{TALLYSCOPE_ASK_NEVER};
 
+// Whether a scan takes the names of the folders that the volume index library could not read.
+inline std::atomic<bool> ListUnreadable{false};
+
+// What a path takes on its volume; see volindex_usage.h.
+struct TPathUsage {
+  quint64 Allocated = 0;
+  std::optional<quint64> VolumeUsed;  // of a whole volume
+  quint32 Unreadable = 0;             // folders
+};
+
 // What one scanned path held.
 struct TPathTotals {
   quint32 Files = 0;
   quint32 Folders = 0;
   quint64 Bytes = 0;
+  std::optional<TPathUsage> Usage = {};  // not of a path that was walked
 };
 Q_DECLARE_TYPEINFO(TPathTotals, Q_RELOCATABLE_TYPE);
 
@@ -79,6 +92,8 @@ class TTallyscopeScan : public TWorkerThread {
 
   // Of each path that was scanned, in order.
   [[nodiscard]] const TList<TPathTotals>& PathTotals() const { return FPathTotals; }
+  // Of all paths, if they were asked for by ListUnreadable.
+  [[nodiscard]] const QStringList& UnreadableFolders() const { return FUnreadable; }
 
  protected:
   ~TTallyscopeScan() override;
@@ -93,6 +108,7 @@ class TTallyscopeScan : public TWorkerThread {
   void ScanDrives(int total, int first);
   void ScanVolume(const QString& path);
   void PullRecords(int base, int limit, int kind, TList<TFileInfoEx>& list);
+  void PullUnreadable();
   void TakeDownloadFiles();
   void SortResults();
 
@@ -106,6 +122,7 @@ class TTallyscopeScan : public TWorkerThread {
   quint32 FFolderCount = 0;
   quint64 FTotalSize = 0;
   TList<TPathTotals> FPathTotals;
+  QStringList FUnreadable;
   bool FFolderMode = false;
   TList<TFileInfoEx> FFolders;
   TList<TFileInfoEx> FFiles;

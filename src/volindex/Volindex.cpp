@@ -2,6 +2,7 @@
 // who runs out of memory gets an empty scan.
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_usage.h"
 
 #include "volindex/index/ProgressPost.h"
 #include "volindex/index/VolumeScan.h"
@@ -12,6 +13,7 @@
 #include <atomic>
 #include <limits>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -164,6 +166,26 @@ void Tallyscope_GetFolderSize(const char16_t* path, uint32_t* sizeHigh, uint32_t
   uint64_t size = 0;
   if (path != nullptr && !Guarded([&] { size = TotalOf(Session(), path); })) size = 0;
   PutSize(size, sizeHigh, sizeLow);
+}
+
+uint8_t Tallyscope_GetUsage(TTallyscopeUsage* usage) {
+  const TVolumeIndex& index = Session().Index;
+  if (usage == nullptr || index.FolderEnd() == 0) return 0;
+  const std::optional<uint64_t> used = index.VolumeUsed();
+  *usage = {index.FolderAllocated(volindex::kRootFolder), used.value_or(0), used.has_value() ? 1U : 0U,
+            Clamped(index.Unreadable().size())};
+  return 1;
+}
+
+uint8_t Tallyscope_GetUnreadable(uint32_t index, char16_t* path, uint32_t capacity) {
+  const TSession& session = Session();
+  if (path == nullptr || index >= session.Index.Unreadable().size()) return 0;
+  std::u16string text;
+  bool fits = false;
+  if (!Guarded([&] { fits = MakePath(session, session.Index.Unreadable()[index], capacity, text); }) || !fits)
+    return 0;
+  PutText(text, path);
+  return 1;
 }
 
 void Tallyscope_Stop(void) {

@@ -2,6 +2,7 @@
 
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_usage.h"
 
 #include <algorithm>
 
@@ -63,6 +64,12 @@ uint8_t Tallyscope_GetRecordByIndex(int32_t index, char16_t* name, uint32_t name
 void Tallyscope_GetFolderSize(const char16_t*, uint32_t* sizeHigh, uint32_t* sizeLow) {
   *sizeHigh = 1;
   *sizeLow = 2;
+}
+uint8_t Tallyscope_GetUsage(TTallyscopeUsage*) {
+  return 0;
+}
+uint8_t Tallyscope_GetUnreadable(uint32_t, char16_t*, uint32_t) {
+  return 0;
 }
 void Tallyscope_SetElevation(int32_t ask) {
   FakeElevation = ask;

@@ -6,4 +6,5 @@ _arguments \
   '--csv[print a table for spreadsheets]' \
   "--elevate[ask for the administrator's consent to read volumes in bulk]" \
   '--folder[walk one folder instead of reading drives]' \
+  '--unreadable[list the folders that could not be read]' \
   '*:folder:_files -/'

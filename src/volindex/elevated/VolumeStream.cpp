@@ -11,9 +11,10 @@ namespace volindex {
 namespace {
 
 constexpr size_t kProgressLength = 2;
-constexpr size_t kFolderHead = 1 + 4 + 8 + 4 + 2;
+constexpr size_t kFolderHead = 1 + 4 + 8 + 8 + 4 + 2;
 constexpr size_t kFileHead = 1 + 4 + 8 + 2;
-constexpr size_t kEndLength = 1 + 8 + 8;
+constexpr size_t kUnreadableLength = 1 + 4;
+constexpr size_t kEndLength = 1 + 8;
 constexpr size_t kNameLengthSize = 2;
 constexpr size_t kSendAtOnce = size_t{64} << 10;
 constexpr uint64_t kMostBytes = std::numeric_limits<int64_t>::max();
@@ -53,14 +54,20 @@ class TFrames {
   bool FSent = true;
 };
 
-// What lies directly in each folder beside the largest files; folders that don't count have nothing.
-std::vector<uint64_t> OwnBytes(const TVolumeIndex& index) {
+// What lies directly in each folder; folders that don't count have nothing.
+std::vector<uint64_t> OwnPart(const TVolumeIndex& index, uint64_t (TVolumeIndex::*total)(TFolderId) const) {
   std::vector<uint64_t> own(index.FolderEnd(), 0);
   for (TFolderId id = 0; id < index.FolderEnd(); ++id) {
     if (!index.HasFolder(id)) continue;
-    own[id] += index.FolderTotal(id);
-    if (id != kRootFolder) own[index.FolderParent(id)] -= index.FolderTotal(id);
+    own[id] += (index.*total)(id);
+    if (id != kRootFolder) own[index.FolderParent(id)] -= (index.*total)(id);
   }
+  return own;
+}
+
+// The lengths of the largest files are told with these.
+std::vector<uint64_t> OwnBytes(const TVolumeIndex& index) {
+  std::vector<uint64_t> own = OwnPart(index, &TVolumeIndex::FolderTotal);
   for (const TFileRecord& file : index.TopFiles())
     own[file.Folder] -= file.Size;
   return own;
@@ -82,6 +89,7 @@ class TFolderSender {
       : FIndex(index),
         FFrames(frames),
         FBytes(OwnBytes(index)),
+        FAllocated(OwnPart(index, &TVolumeIndex::FolderAllocated)),
         FFiles(OwnFiles(index)),
         FNumbers(index.FolderEnd(), kNoFolder) {}
 
@@ -102,13 +110,14 @@ class TFolderSender {
  private:
   void SendOne(TFolderId id) {
     FNumbers[id] = FSent++;
-    FFrames.Letter('D').Number(FNumbers[FIndex.FolderParent(id)]).Number(FBytes[id]).Number(FFiles[id]);
-    FFrames.Name(FIndex.FolderName(id));
+    FFrames.Letter('D').Number(FNumbers[FIndex.FolderParent(id)]).Number(FBytes[id]);
+    FFrames.Number(FAllocated[id]).Number(FFiles[id]).Name(FIndex.FolderName(id));
   }
 
   const TVolumeIndex& FIndex;
   TFrames& FFrames;
   const std::vector<uint64_t> FBytes;
+  const std::vector<uint64_t> FAllocated;
   const std::vector<uint32_t> FFiles;
   std::vector<uint32_t> FNumbers;
   std::vector<TFolderId> FPath;
@@ -142,8 +151,13 @@ bool SendIndex(const TStreamSink& sink, const TVolumeIndex& index) {
     if (index.HasFolder(id)) folders.Send(id);
   for (const TFileRecord& file : index.TopFiles())
     frames.Letter('F').Number(folders.NumberOf(file.Folder)).Number(file.Size).Name(file.Name);
-  const TVolumeIndex::TStatistics& statistics = index.Statistics();
-  return frames.Letter('E').Number(statistics.Unreadable).Number(statistics.BytesRead).Flush();
+  std::vector<uint32_t> unreadable;
+  for (const TFolderId id : index.Unreadable())
+    unreadable.push_back(folders.NumberOf(id));
+  std::sort(unreadable.begin(), unreadable.end());
+  for (const uint32_t number : unreadable)
+    frames.Letter('U').Number(number);
+  return frames.Letter('E').Number(index.BytesRead()).Flush();
 }
 
 TStreamParser::TStreamParser(TIndexBuilder& builder, uint64_t mostFolders, std::function<void(int)> progress)
@@ -176,7 +190,10 @@ size_t TStreamParser::FrameLength(TBytes bytes) {
   const auto letter = static_cast<char>(bytes.front());
   const size_t head = letter == 'D' ? kFolderHead : letter == 'F' ? kFileHead : 0;
   if (head == 0) {
-    const size_t length = letter == 'P' ? kProgressLength : letter == 'E' ? kEndLength : 1;
+    const size_t length = letter == 'P'   ? kProgressLength
+                          : letter == 'U' ? kUnreadableLength
+                          : letter == 'E' ? kEndLength
+                                          : 1;
     return bytes.size() < length ? 0 : length;
   }
   if (bytes.size() < head) return 0;
@@ -195,9 +212,10 @@ bool TStreamParser::Take(TBytes frame) {
       return TakeFolder(frame);
     case 'F':
       return TakeFile(frame);
+    case 'U':
+      return TakeUnreadable(frame);
     case 'E':
-      FBuilder.Shard(0).CountUnreadable(Load<uint64_t>(frame, 1));
-      FBuilder.Shard(0).CountBytesRead(Load<uint64_t>(frame, 9));
+      FBuilder.Shard(0).CountBytesRead(Load<uint64_t>(frame, 1));
       FState = TStreamState::Done;
       return FFolders != 0;
     default:
@@ -208,6 +226,7 @@ bool TStreamParser::Take(TBytes frame) {
 bool TStreamParser::TakeFolder(TBytes frame) {
   const auto parent = Load<uint32_t>(frame, 1);
   const auto bytes = Load<uint64_t>(frame, 5);
+  const auto allocated = Load<uint64_t>(frame, 13);
   const std::string_view name = NameIn(frame, kFolderHead);
   TIndexShard& shard = FBuilder.Shard(0);
   TFolderId id = kRootFolder;
@@ -219,8 +238,8 @@ bool TStreamParser::TakeFolder(TBytes frame) {
     if (!shard.SetFolder(id, parent, name)) return false;
   }
   ++FFolders;
-  if (!Count(bytes)) return false;
-  shard.AddUnlisted(id, bytes, Load<uint32_t>(frame, 13));
+  if (!Count(bytes, FBytes) || !Count(allocated, FAllocated)) return false;
+  shard.AddUnlisted(id, bytes, Load<uint32_t>(frame, 21), allocated);
   return true;
 }
 
@@ -228,16 +247,24 @@ bool TStreamParser::TakeFile(TBytes frame) {
   const auto folder = Load<uint32_t>(frame, 1);
   const auto bytes = Load<uint64_t>(frame, 5);
   const std::string_view name = NameIn(frame, kFileHead);
-  if (folder >= FFolders || FFiles >= kTopCount || !IsName(name) || !Count(bytes)) return false;
+  if (folder >= FFolders || FFiles >= kTopCount || !IsName(name) || !Count(bytes, FBytes)) return false;
   ++FFiles;
   FBuilder.Shard(0).AddFile(folder, name, bytes);
   return true;
 }
 
-// No disk holds more, so that sums can't overflow.
-bool TStreamParser::Count(uint64_t bytes) {
-  if (bytes > kMostBytes - FBytes) return false;
-  FBytes += bytes;
+// By rising numbers, so that none comes twice.
+bool TStreamParser::TakeUnreadable(TBytes frame) {
+  const auto folder = Load<uint32_t>(frame, 1);
+  if (folder >= FFolders || folder < FUnreadableEnd) return false;
+  FUnreadableEnd = uint64_t{folder} + 1;
+  FBuilder.Shard(0).AddUnreadable(folder);
+  return true;
+}
+
+bool TStreamParser::Count(uint64_t bytes, uint64_t& sum) {
+  if (bytes > kMostBytes - sum) return false;
+  sum += bytes;
   return true;
 }
 

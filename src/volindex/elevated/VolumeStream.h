@@ -4,10 +4,14 @@
 // All numbers are little-endian, nothing is padded. First the eight bytes of kStreamMark, then frames, each
 // with a letter first:
 //
-//   'P'  u8 percent                                              progress; 0 says no more than that the
-//   sender lives 'D'  u32 parent, u64 bytes, u32 files, u16 length, name      a folder and what lies in it
-//   beside its 'F' frames 'F'  u32 folder, u64 bytes, u16 length, name                 one of the largest
-//   files 'E'  u64 unreadable folders, u64 bytes read                  the end; nothing follows
+//   'P'  u8 percent                        progress; 0 says no more than that the sender lives
+//   'D'  u32 parent, u64 bytes, u64 allocated, u32 files, u16 length, name
+//                                          a folder and what lies directly in it: bytes and files beside
+//                                          its 'F' frames, allocated with them
+//   'F'  u32 folder, u64 bytes, u16 length, name
+//                                          one of the largest files
+//   'U'  u32 folder                        a folder that could not be read; by rising numbers
+//   'E'  u64 bytes read                    the end; nothing follows
 //
 // Folders are numbered as they come, each behind its parent; number 0 is the root, with an empty name and
 // itself as parent. A sender that can't read the volume closes the pipe without an 'E'.
@@ -22,7 +26,7 @@
 
 namespace volindex {
 
-inline constexpr std::string_view kStreamMark{"TSVOL\0\0\1", 8};
+inline constexpr std::string_view kStreamMark{"TSVOL\0\0\2", 8};
 
 // Takes the next bytes to be sent; false when the receiver is gone. May be called while another thread is in
 // it.
@@ -30,7 +34,7 @@ using TStreamSink = std::function<bool(TBytes bytes)>;
 
 [[nodiscard]] bool SendMark(const TStreamSink& sink);
 [[nodiscard]] bool SendProgress(const TStreamSink& sink, int percent);
-// Takes 12 bytes per folder while it runs.
+// Takes 20 bytes per folder while it runs.
 [[nodiscard]] bool SendIndex(const TStreamSink& sink, const TVolumeIndex& index);
 
 enum class TStreamState { Reading, Done, Wrong };
@@ -54,7 +58,9 @@ class TStreamParser {
   [[nodiscard]] bool Take(TBytes frame);
   [[nodiscard]] bool TakeFolder(TBytes frame);
   [[nodiscard]] bool TakeFile(TBytes frame);
-  [[nodiscard]] bool Count(uint64_t bytes);
+  [[nodiscard]] bool TakeUnreadable(TBytes frame);
+  // Adds to a sum; false if it is more than any disk holds, so that no sum can overflow.
+  [[nodiscard]] static bool Count(uint64_t bytes, uint64_t& sum);
 
   TIndexBuilder& FBuilder;
   const uint64_t FMostFolders;
@@ -65,6 +71,8 @@ class TStreamParser {
   uint64_t FFolders = 0;
   uint64_t FFiles = 0;
   uint64_t FBytes = 0;
+  uint64_t FAllocated = 0;
+  uint64_t FUnreadableEnd = 0;  // the number behind that of the last unreadable folder
 };
 
 }  // namespace volindex

@@ -95,20 +95,27 @@ bool TFolderTable::Set(TFolderId id, TFolderId parent, const char* storedName) {
   return true;
 }
 
-void TFolderTable::AddContent(TFolderId id, uint64_t size, uint32_t files) {
+void TFolderTable::AddContent(TFolderId id, uint64_t size, uint32_t files, uint64_t allocated) {
   TRecord& folder = At(id);
   folder.Size.fetch_add(size, std::memory_order_relaxed);
+  folder.Allocated.fetch_add(allocated, std::memory_order_relaxed);
   folder.Files.fetch_add(files, std::memory_order_relaxed);
 }
 
-void TFolderTable::RemoveContent(TFolderId id, uint64_t size, uint32_t files) {
+// What a file occupies is asked for anew when it is taken back, and may have grown meanwhile.
+void TFolderTable::RemoveContent(TFolderId id, uint64_t size, uint32_t files, uint64_t allocated) {
   TRecord& folder = At(id);
+  uint64_t before = folder.Allocated.load(std::memory_order_relaxed);
+  while (!folder.Allocated.compare_exchange_weak(before, before - std::min(before, allocated),
+                                                 std::memory_order_relaxed)) {
+  }
   folder.Size.fetch_sub(size, std::memory_order_relaxed);
   folder.Files.fetch_sub(files, std::memory_order_relaxed);
 }
 
 void TFolderTable::ClearContent(TFolderId id) {
   At(id).Size.store(0, std::memory_order_relaxed);
+  At(id).Allocated.store(0, std::memory_order_relaxed);
   At(id).Files.store(0, std::memory_order_relaxed);
 }
 

@@ -1,4 +1,4 @@
-// The folders of a volume: 32 bytes each and their names. Grows without moving, so that threads may fill and
+// The folders of a volume: 40 bytes each and their names. Grows without moving, so that threads may fill and
 // read different folders at the same time.
 #pragma once
 
@@ -46,10 +46,11 @@ class TFolderTable {
 
   // Any thread, `storedName` from a TNameArena that outlives the table. False when it is set already.
   [[nodiscard]] bool Set(TFolderId id, TFolderId parent, const char* storedName);
-  // Any thread. Both sums are of what lies directly in the folder until totals are made.
-  void AddContent(TFolderId id, uint64_t size, uint32_t files);
-  // Of what has been or will be added.
-  void RemoveContent(TFolderId id, uint64_t size, uint32_t files);
+  // Any thread. The sums are of what lies directly in the folder until totals are made. `allocated` is what
+  // the files occupy on the disk.
+  void AddContent(TFolderId id, uint64_t size, uint32_t files, uint64_t allocated = 0);
+  // Of what has been or will be added; of what is allocated no more than has been.
+  void RemoveContent(TFolderId id, uint64_t size, uint32_t files, uint64_t allocated = 0);
 
   // Places a set folder below its parent, which must be placed; the path functions need it.
   void Place(TFolderId id);
@@ -58,6 +59,9 @@ class TFolderTable {
   [[nodiscard]] TFolderId Parent(TFolderId id) const { return At(id).Parent; }
   [[nodiscard]] std::string_view Name(TFolderId id) const;
   [[nodiscard]] uint64_t Size(TFolderId id) const { return At(id).Size.load(std::memory_order_relaxed); }
+  [[nodiscard]] uint64_t Allocated(TFolderId id) const {
+    return At(id).Allocated.load(std::memory_order_relaxed);
+  }
   [[nodiscard]] uint32_t Files(TFolderId id) const { return At(id).Files.load(std::memory_order_relaxed); }
   void ClearContent(TFolderId id);
 
@@ -78,6 +82,7 @@ class TFolderTable {
   struct TRecord {
     std::atomic<const char*> Name;
     std::atomic<uint64_t> Size;
+    std::atomic<uint64_t> Allocated;
     std::atomic<uint32_t> Files;
     TFolderId Parent;
     uint32_t Depth;

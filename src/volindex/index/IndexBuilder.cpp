@@ -72,7 +72,7 @@ bool TIndexShard::SetFolder(TFolderId id, TFolderId parent, std::string_view nam
   return true;
 }
 
-void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size) {
+void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size, uint64_t allocated) {
   if (FSecondPass != nullptr) {
     if ((*FSecondPass)[parent] == TFolderState::Counted) FTop.Add(parent, name, size);
     return;
@@ -82,21 +82,23 @@ void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size
     FPendingFolder = parent;
   }
   FPendingSize += size;
+  FPendingAllocated += allocated;
   ++FPendingFiles;
   FTop.Add(parent, name, size);
 }
 
-void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key) {
-  if (FSecondPass == nullptr) return FLinks.Add(parent, name, size, key);
+void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key,
+                                uint64_t allocated) {
+  if (FSecondPass == nullptr) return FLinks.Add(parent, name, size, key, allocated);
   if ((*FSecondPass)[parent] != TFolderState::Counted) return;
   FOpenLinks->Note(FFolders, parent, name, key.File);
   FTop.Add(parent, name, size, key.File + 1);
 }
 
 void TIndexShard::FlushPending() {
-  if (FPendingFiles != 0) FFolders.AddContent(FPendingFolder, FPendingSize, FPendingFiles);
+  if (FPendingFiles != 0) FFolders.AddContent(FPendingFolder, FPendingSize, FPendingFiles, FPendingAllocated);
   FPendingFolder = kNoFolder;
-  FPendingSize = 0;
+  FPendingSize = FPendingAllocated = 0;
   FPendingFiles = 0;
 }
 
@@ -142,6 +144,7 @@ TFinish TIndexBuilder::Finish(const std::atomic<bool>& stop) {
     return TFinish::TopListAgain;
   }
   FOpenLinks.Settle(*FFolders);
+  SortUnreadable();
   return MakeTotals(stop) ? TFinish::Done : FinishStopped();
 }
 
@@ -153,9 +156,10 @@ TFinish TIndexBuilder::FinishStopped() {
 void TIndexBuilder::FlushShards() {
   for (const auto& shard : FShards) {
     shard->FlushPending();
-    FIndex.FStatistics.Unreadable += shard->FUnreadable;
-    FIndex.FStatistics.BytesRead += shard->FBytesRead;
-    shard->FUnreadable = shard->FBytesRead = 0;
+    FIndex.FUnreadable.insert(FIndex.FUnreadable.end(), shard->FUnreadable.begin(), shard->FUnreadable.end());
+    FIndex.FBytesRead += shard->FBytesRead;
+    shard->FUnreadable.clear();
+    shard->FBytesRead = 0;
   }
 }
 
@@ -250,14 +254,21 @@ void TIndexBuilder::AddLinks(std::span<TLinkedName> sorted) {
 void TIndexBuilder::AddLink(std::span<TLinkedName> names) {
   const TLinkedName first = names.front();
   if (std::all_of(names.begin(), names.end(), [](const TLinkedName& name) { return name.HasText; })) {
-    FFolders->AddContent(first.Parent, first.Size, 1);
+    FFolders->AddContent(first.Parent, first.Size, 1, first.Allocated);
     FLinkedTop->Add(first.Parent, first.Text, first.Size);
     return;
   }
   const TFolderId folder = FOpenLinks.FirstFolder(*FFolders, names);
   if (folder == kNoFolder) return;
-  FFolders->AddContent(folder, first.Size, 1);
+  FFolders->AddContent(folder, first.Size, 1, first.Allocated);
   FLinkedTop->NoteDropped(first.Size);
+}
+
+void TIndexBuilder::SortUnreadable() {
+  std::erase_if(FIndex.FUnreadable,
+                [this](TFolderId folder) { return FStates[folder] != TFolderState::Counted; });
+  std::sort(FIndex.FUnreadable.begin(), FIndex.FUnreadable.end(),
+            [this](TFolderId a, TFolderId b) { return FFolders->ComparePaths(a, {}, b, {}) < 0; });
 }
 
 // Bottom-up without recursion: a folder is added to its parent when all folders in it have been added.
@@ -284,7 +295,7 @@ bool TIndexBuilder::MakeTotals(const std::atomic<bool>& stop) {
     for (size_t step = 1; id != kRootFolder && open[id] == 0; id = FFolders->Parent(id), ++step) {
       if (StopSeen(stop, step)) return false;
       top.Add(id, {}, FFolders->Size(id));
-      FFolders->AddContent(FFolders->Parent(id), FFolders->Size(id), 0);
+      FFolders->AddContent(FFolders->Parent(id), FFolders->Size(id), 0, FFolders->Allocated(id));
       open[id] = kNoFolder;
       --open[FFolders->Parent(id)];
     }

@@ -4,7 +4,8 @@
 // folders and Shard(t) for files, in any order. When all is said it calls Finish, and if that answers
 // TopListAgain, repeats the calls that add files (only these; others are ignored) and calls Finish again.
 //
-// Names are bytes without a delimiter, at most 65,535 long; sizes are bytes. No file name is kept unless it
+// Names are bytes without a delimiter, at most 65,535 long; sizes are bytes, `allocated` those that a file
+// occupies on its volume. No file name is kept unless it
 // may get into the top list or belongs to a file with several names; of these a few megabytes, then no more.
 #pragma once
 
@@ -49,25 +50,38 @@ class TIndexShard {
   [[nodiscard]] bool SetFolder(TFolderId id, TFolderId parent, std::string_view name);
 
   // A file with one name. The parent, here and below, is the root or was reserved.
-  void AddFile(TFolderId parent, std::string_view name, uint64_t size);
+  void AddFile(TFolderId parent, std::string_view name, uint64_t size, uint64_t allocated = 0);
+
+  // Adds to what the files in a folder occupy, for a reader that hears of it after the file itself.
+  void AddAllocated(TFolderId parent, uint64_t allocated) {
+    if (parent == FPendingFolder)
+      FPendingAllocated += allocated;
+    else if (FSecondPass == nullptr)
+      FFolders.AddContent(parent, 0, 0, allocated);
+  }
 
   // Takes a file back that was added, by whichever shard, when MayList had refused its size.
-  void WithdrawFile(TFolderId parent, uint64_t size) { FFolders.RemoveContent(parent, size, 1); }
+  void WithdrawFile(TFolderId parent, uint64_t size, uint64_t allocated) {
+    FFolders.RemoveContent(parent, size, 1, allocated);
+  }
 
   // Whether AddFile looks at the name of a file of that size.
   [[nodiscard]] bool MayList(uint64_t size) const { return FTop.MayTake(size); }
 
   // One of the names of a file with several. The file will count once, under that of its added names in
   // folders not left out whose full path sorts first.
-  void AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key);
+  void AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key,
+                     uint64_t allocated = 0);
 
   // What lies in a folder and is too small for the list, told as a sum.
-  void AddUnlisted(TFolderId folder, uint64_t bytes, uint32_t files) {
-    FFolders.AddContent(folder, bytes, files);
+  void AddUnlisted(TFolderId folder, uint64_t bytes, uint32_t files, uint64_t allocated) {
+    FFolders.AddContent(folder, bytes, files, allocated);
   }
 
+  // A folder that could not be read, or not all of it; at most once for each.
+  void AddUnreadable(TFolderId folder) { FUnreadable.push_back(folder); }
+
   // For the trace line only.
-  void CountUnreadable(uint64_t folders = 1) { FUnreadable += folders; }
   void CountBytesRead(uint64_t bytes) { FBytesRead += bytes; }
 
  private:
@@ -86,8 +100,9 @@ class TIndexShard {
   // The running sum of the folder that got the last file, so that a folder's files cost one addition.
   TFolderId FPendingFolder = kNoFolder;
   uint64_t FPendingSize = 0;
+  uint64_t FPendingAllocated = 0;
   uint32_t FPendingFiles = 0;
-  uint64_t FUnreadable = 0;
+  std::vector<TFolderId> FUnreadable;
   uint64_t FBytesRead = 0;
 };
 
@@ -140,6 +155,7 @@ class TIndexBuilder {
   void ResolveFolder(TFolderId id, std::vector<TFolderId>& path);
   void AddLinks(std::span<TLinkedName> sorted);
   void AddLink(std::span<TLinkedName> names);
+  void SortUnreadable();
   // These answer false when the stop flag was seen.
   [[nodiscard]] bool ApplyCovers(const std::atomic<bool>& stop);
   [[nodiscard]] bool ResolveFolders(const std::atomic<bool>& stop);

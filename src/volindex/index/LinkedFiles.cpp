@@ -13,7 +13,7 @@ namespace {
 constexpr size_t kFirstBlock = 512;
 constexpr size_t kLargestBlock = 16 * 1024;
 constexpr size_t kLongestNumber = 10;  // bytes
-constexpr size_t kNumbers = 5;
+constexpr size_t kNumbers = 6;
 constexpr size_t kAnyText = std::numeric_limits<size_t>::max();
 
 // Sorts before any name, so that it stands for all of a folder.
@@ -40,6 +40,7 @@ TLinkedName TakeName(const char*& at) {
   name.Device = static_cast<uint32_t>(TakeNumber(at));
   name.Parent = static_cast<TFolderId>(TakeNumber(at));
   name.Size = TakeNumber(at);
+  name.Allocated = TakeNumber(at);
   const size_t length = TakeNumber(at);
   name.HasText = length != 0;
   name.Text = {at, name.HasText ? length - 1 : 0};
@@ -52,10 +53,11 @@ TLinkedName TakeName(const char*& at) {
 TLinkedFiles::TLinkedFiles(const TFolderTable& folders, bool pathsKnown, size_t textRoom)
     : FFolders(folders), FPathsKnown(pathsKnown), FTextRoom(pathsKnown ? kAnyText : textRoom / kParts) {}
 
-void TLinkedFiles::Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key) {
+void TLinkedFiles::Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key,
+                       uint64_t allocated) {
   TPart& part = FParts[key.File % kParts];
   const bool hasText = FTextRoom - part.TextBytes >= name.size();
-  part.Put({key.File, size, key.Device, parent, hasText, hasText ? name : std::string_view()});
+  part.Put({key.File, size, allocated, key.Device, parent, hasText, hasText ? name : std::string_view()});
   if (part.Count >= part.CompactAt) Compact(part);
 }
 
@@ -67,7 +69,8 @@ void TLinkedFiles::TPart::Put(const TLinkedName& name) {
     Blocks.emplace_back().reserve(std::max(wanted, most));
   }
   std::string& block = Blocks.back();
-  for (const uint64_t number : {name.File, uint64_t{name.Device}, uint64_t{name.Parent}, name.Size})
+  for (const uint64_t number :
+       {name.File, uint64_t{name.Device}, uint64_t{name.Parent}, name.Size, name.Allocated})
     PutNumber(number, block);
   PutNumber(name.HasText ? name.Text.size() + 1 : 0, block);
   block += name.Text;
@@ -139,7 +142,8 @@ TFolderId TOpenLinks::FirstFolder(const TFolderTable& folders, std::span<TLinked
     part.Places.push_back({folder, below});
     if (below == kNoFolder) break;
   }
-  part.Files.push_back({names.front().File, names.front().Size, static_cast<uint32_t>(part.Places.size())});
+  part.Files.push_back({names.front().File, names.front().Size, names.front().Allocated,
+                        static_cast<uint32_t>(part.Places.size())});
   return kNoFolder;
 }
 
@@ -168,7 +172,7 @@ void TOpenLinks::Settle(TFolderTable& folders) const {
       size_t place = part.Begin(file);
       while (part.Places[place].Below != kNoFolder)
         ++place;
-      folders.AddContent(part.Places[place].Folder, part.Files[file].Size, 1);
+      folders.AddContent(part.Places[place].Folder, part.Files[file].Size, 1, part.Files[file].Allocated);
     }
   }
 }

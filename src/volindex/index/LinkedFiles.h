@@ -24,6 +24,7 @@ struct TLinkKey {
 struct TLinkedName {
   uint64_t File = 0;
   uint64_t Size = 0;
+  uint64_t Allocated = 0;
   uint32_t Device = 0;
   TFolderId Parent = kNoFolder;
   bool HasText = false;   // without it nothing but the folder is known of the name
@@ -35,8 +36,8 @@ struct TLinkedName {
 };
 
 // One thread's names, kept in parts by file so that no step over them takes long. A name is a run of bytes:
-// file, device, folder and size as numbers of 7 bits a byte, then its length plus one and the text, or 0.
-// That is 10 to 20 bytes without the text.
+// file, device, folder, size and what is allocated as numbers of 7 bits a byte, then its length plus one and
+// the text, or 0. That is 12 to 24 bytes without the text.
 class TLinkedFiles {
  public:
   static constexpr size_t kParts = 64;  // all names of a file are in one part
@@ -45,7 +46,7 @@ class TLinkedFiles {
   // names in one folder the first is kept, and no more than `textRoom` bytes of text in all.
   TLinkedFiles(const TFolderTable& folders, bool pathsKnown, size_t textRoom);
 
-  void Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key);
+  void Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key, uint64_t allocated);
 
   void Append(size_t part, std::vector<TLinkedName>& names) const { FParts[part].AppendTo(names); }
   void Clear(size_t part) { FParts[part] = TPart(); }
@@ -94,6 +95,7 @@ class TOpenLinks {
   struct TFile {
     uint64_t File;
     uint64_t Size;
+    uint64_t Allocated;
     uint32_t Places;  // the end of its places in the part
   };
   // A folder in which a file has names, behind the one that it lies in.

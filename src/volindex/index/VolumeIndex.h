@@ -16,15 +16,18 @@ namespace volindex {
 
 class TVolumeIndex {
  public:
-  // For the trace line.
-  struct TStatistics {
-    uint64_t Unreadable = 0;
-    uint64_t BytesRead = 0;
-  };
-
   [[nodiscard]] uint64_t FileCount() const { return FFileCount; }
   [[nodiscard]] uint64_t FolderCount() const { return FFolderCount; }
-  [[nodiscard]] const TStatistics& Statistics() const { return FStatistics; }
+  // For the trace line.
+  [[nodiscard]] uint64_t BytesRead() const { return FBytesRead; }
+
+  // The folders that could not be read, or not wholly, by rising full path.
+  [[nodiscard]] const std::vector<TFolderId>& Unreadable() const { return FUnreadable; }
+
+  // What the volume says is used of it, in bytes; none when the root of the scan is not that of a volume. Set
+  // by who has asked it.
+  [[nodiscard]] std::optional<uint64_t> VolumeUsed() const { return FVolumeUsed; }
+  void SetVolumeUsed(std::optional<uint64_t> bytes) { FVolumeUsed = bytes; }
 
   // At most kTopCount each, by falling size, files or folders of one size by rising full path. The root
   // is not among the folders.
@@ -38,6 +41,8 @@ class TVolumeIndex {
   [[nodiscard]] std::string_view FolderName(TFolderId id) const { return FFolders->Name(id); }
   [[nodiscard]] TFolderId FolderParent(TFolderId id) const { return FFolders->Parent(id); }
   [[nodiscard]] uint64_t FolderTotal(TFolderId id) const { return FFolders->Size(id); }
+  // What the files below it occupy on the volume.
+  [[nodiscard]] uint64_t FolderAllocated(TFolderId id) const { return FFolders->Allocated(id); }
   // Those that lie directly in it.
   [[nodiscard]] uint32_t FolderFiles(TFolderId id) const { return FFolders->Files(id); }
   // The path relative to the root, a '/' at its end unless it is the root's own, empty one.
@@ -62,7 +67,9 @@ class TVolumeIndex {
   std::vector<TFolderId> FTopFolders;
   uint64_t FFileCount = 0;
   uint64_t FFolderCount = 0;
-  TStatistics FStatistics;
+  std::vector<TFolderId> FUnreadable;
+  uint64_t FBytesRead = 0;
+  std::optional<uint64_t> FVolumeUsed;
 };
 
 }  // namespace volindex

@@ -24,8 +24,8 @@ void Trace(const std::string& path, const char* reader, const TVolumeIndex& inde
   const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(TClock::now() - start).count();
   const std::string text =
       "volindex: " + path + ": " + reader + ", " + std::to_string(index.FileCount() + index.FolderCount()) +
-      " entries, " + std::to_string(index.Statistics().Unreadable) + " unreadable folders, " +
-      std::to_string(took) + " ms, " + std::to_string(index.Statistics().BytesRead) + " bytes read\n";
+      " entries, " + std::to_string(index.Unreadable().size()) + " unreadable folders, " +
+      std::to_string(took) + " ms, " + std::to_string(index.BytesRead()) + " bytes read\n";
   std::fputs(text.c_str(), stderr);
 }
 
@@ -78,6 +78,7 @@ TVolumeIndex ScanVolume(const std::string& path, const TScanControl& control, co
       builder.CoverPath(mount);
     reader = ReadWithFirst(readers, *root, builder, control);
     if (reader != nullptr) index = builder.TakeIndex();
+    if (reader != nullptr && root->IsVolumeRoot) index.SetVolumeUsed(UsedOnVolume(*root));
   }
   const char* ending = control.Stop.load() ? "stopped" : "no reader";
   Trace(path, reader != nullptr ? reader->Name() : ending, index, start);

@@ -25,7 +25,8 @@ constexpr size_t kListingBuffer = 256 * 1024;
 constexpr unsigned kMostOpenFolders = 256;
 constexpr unsigned kOpenAttempts = 20;
 constexpr std::chrono::milliseconds kOpenPause{2};
-constexpr unsigned kWanted = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_SIZE | STATX_MNT_ID;
+constexpr uint64_t kAllocationUnit = 512;
+constexpr unsigned kWanted = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_SIZE | STATX_BLOCKS | STATX_MNT_ID;
 
 // The head of an entry as the kernel lays it out; the name follows, then padding up to Length.
 struct TListedEntry {
@@ -53,6 +54,7 @@ TAccess Ask(int folder, const char* name, int flags, TEntryFacts& facts) {
     return LastError();
   facts.IsFolder = S_ISDIR(raw.stx_mode);
   facts.Size = S_ISREG(raw.stx_mode) || S_ISLNK(raw.stx_mode) ? raw.stx_size : 0;
+  facts.Allocated = raw.stx_blocks * kAllocationUnit;
   facts.Links = raw.stx_nlink;
   facts.Number = raw.stx_ino;
   facts.Place = {(raw.stx_mask & STATX_MNT_ID) != 0 ? raw.stx_mnt_id : 0, raw.stx_dev_major,

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statfs.h>
+#include <sys/statvfs.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
@@ -193,6 +194,15 @@ bool FlushVolume(const std::string& path, const std::atomic<bool>& stop) {
     ::close(descriptor);
     return flushed;
   });
+}
+
+std::optional<uint64_t> UsedOnVolume(const TScanRoot& root) {
+  static constexpr std::string_view kLayered[] = {"overlay", "aufs", "ecryptfs"};
+  struct statvfs facts {};
+  if (std::find(std::begin(kLayered), std::end(kLayered), root.FileSystem) != std::end(kLayered) ||
+      ::statvfs(root.Path.c_str(), &facts) != 0 || facts.f_blocks == 0 || facts.f_bfree > facts.f_blocks)
+    return std::nullopt;
+  return uint64_t{facts.f_blocks - facts.f_bfree} * facts.f_frsize;
 }
 
 unsigned ThreadsFor(const TScanRoot& root) {

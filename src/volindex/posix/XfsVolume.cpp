@@ -44,10 +44,12 @@ struct TGeometry {
 static_assert(sizeof(TGeometry) == 256);
 constexpr unsigned long kTellGeometry = _IOR('X', 126, TGeometry);
 
+constexpr std::uint32_t kLargestBlock = 64u << 10;
+
 [[nodiscard]] bool HoldsTogether(const TGeometry& geometry) {
-  return std::has_single_bit(geometry.BlockSize) && std::has_single_bit(geometry.InodeSize) &&
-         geometry.InodeSize <= geometry.BlockSize && geometry.GroupBlocks != 0 &&
-         geometry.Blocks <= ~std::uint64_t{0} / geometry.BlockSize;
+  return std::has_single_bit(geometry.BlockSize) && geometry.BlockSize <= kLargestBlock &&
+         std::has_single_bit(geometry.InodeSize) && geometry.InodeSize <= geometry.BlockSize &&
+         geometry.GroupBlocks != 0 && geometry.Blocks <= ~std::uint64_t{0} / geometry.BlockSize;
 }
 
 class TMountedInodes : public TInodeSource {
@@ -74,6 +76,8 @@ class TMountedInodes : public TInodeSource {
   [[nodiscard]] std::uint64_t MostInodes() const override {
     return FGeometry.Blocks * FGeometry.BlockSize / FGeometry.InodeSize;
   }
+
+  [[nodiscard]] std::uint32_t BlockSize() const override { return FGeometry.BlockSize; }
 
   // A number is made of the group, the block within it and the inode within the block.
   [[nodiscard]] unsigned GroupBits() const override {

@@ -26,9 +26,10 @@ struct TPlace {
 
 struct TEntryFacts {
   bool IsFolder = false;
-  uint64_t Size = 0;    // the length of a file or symbolic link, else 0
-  uint32_t Links = 0;   // how many names it has; 0 where the system does not tell with the rest
-  uint64_t Number = 0;  // inode or file id
+  uint64_t Size = 0;       // the length of a file or symbolic link, else 0
+  uint64_t Allocated = 0;  // bytes that it occupies
+  uint32_t Links = 0;      // how many names it has; 0 where the system does not tell with the rest
+  uint64_t Number = 0;     // inode or file id
   TPlace Place;
 };
 

@@ -18,6 +18,10 @@ namespace volindex {
 // or was given up.
 [[nodiscard]] bool FlushVolume(const std::string& path, const std::atomic<bool>& stop);
 
+// What the volume whose root this is says is used of it, in bytes, for itself and for all that it keeps. None
+// when it does not tell, and where files of one volume are shown over those of another.
+[[nodiscard]] std::optional<uint64_t> UsedOnVolume(const TScanRoot& root);
+
 // How many threads read the root at best: one per processor, at most two where the disk rotates.
 [[nodiscard]] unsigned ThreadsFor(const TScanRoot& root);
 

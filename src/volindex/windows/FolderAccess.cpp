@@ -290,6 +290,7 @@ TAccess TFolderListing::Facts(TEntryFacts& facts) const {
   facts = {};
   facts.IsFolder = folder && (!reparse || ntfs::TagHoldsFiles(batch.Head.EaSize));
   facts.Size = folder ? 0 : static_cast<uint64_t>(batch.Head.EndOfFile.QuadPart);
+  facts.Allocated = folder ? 0 : static_cast<uint64_t>(batch.Head.AllocationSize.QuadPart);
   if (batch.HasNumbers)
     facts.Number = Load<uint64_t>(std::span(batch.Buffer), batch.At + offsetof(TBatch::TWithId, FileId));
   facts.Links = folder || facts.Number == 0 ? 1 : 0;

@@ -90,6 +90,15 @@ bool FlushVolume(const std::string& path, const std::atomic<bool>& stop) {
   });
 }
 
+std::optional<uint64_t> UsedOnVolume(const TScanRoot& root) {
+  const std::u16string path = ToUtf16(root.Path);
+  ULARGE_INTEGER all{}, free{};
+  if (::GetDiskFreeSpaceExW(reinterpret_cast<const wchar_t*>(path.c_str()), nullptr, &all, &free) == FALSE ||
+      free.QuadPart > all.QuadPart)
+    return std::nullopt;
+  return all.QuadPart - free.QuadPart;
+}
+
 unsigned ThreadsFor(const TScanRoot& root) {
   const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
   const TSystemHandle volume = OpenPath(DeviceOf(root.Path.substr(0, 3)), 0, 0);

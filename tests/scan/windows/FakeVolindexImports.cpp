@@ -2,6 +2,7 @@
 // fake, so that the linker takes none from the real one.
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_usage.h"
 
 extern "C" {
 #define TALLYSCOPE_IMPORT(name) extern decltype(&name) const __imp_##name = &name
@@ -12,6 +13,8 @@ TALLYSCOPE_IMPORT(Tallyscope_OpenRecord);
 TALLYSCOPE_IMPORT(Tallyscope_GetRecordCount);
 TALLYSCOPE_IMPORT(Tallyscope_GetRecordByIndex);
 TALLYSCOPE_IMPORT(Tallyscope_GetFolderSize);
+TALLYSCOPE_IMPORT(Tallyscope_GetUsage);
+TALLYSCOPE_IMPORT(Tallyscope_GetUnreadable);
 TALLYSCOPE_IMPORT(Tallyscope_SetElevation);
 TALLYSCOPE_IMPORT(Tallyscope_Stop);
 TALLYSCOPE_IMPORT(Tallyscope_Free);

@@ -23,9 +23,9 @@ struct TSomeInodes : xfs::TMemoryInodes {
     xfs::AddInode(Inodes, 129, 0120777, 6, 2);
     xfs::AddInode(Inodes, 130, 0010644, 7);
     xfs::AddInode(Inodes, 131, 0040755, 8, 3);
-    xfs::AddInode(Inodes, 132, 0100644, std::uint64_t{1} << 61);
-    xfs::AddInode(Inodes, 191, 0100644, 9);
-    xfs::AddInode(Inodes, (1 << 20) + 65, 0100644, (std::uint64_t{1} << 61) - 1);
+    xfs::AddInode(Inodes, 132, 0100644, std::uint64_t{1} << 61, 1, 5);
+    xfs::AddInode(Inodes, 191, 0100644, 9, 1, 3);
+    xfs::AddInode(Inodes, (1 << 20) + 65, 0100644, (std::uint64_t{1} << 44) - 1, 1, (1ul << 32) + 32767);
   }
 };
 
@@ -39,6 +39,7 @@ TEST(XfsTable, KnowsWhatWasToldAndEachFileOnce) {
     std::optional<TAccess> Access;
     std::uint64_t Size = 0;
     std::uint32_t Links = 1;
+    std::uint64_t Blocks = 0;
   } kRows[] = {{128, false, TAccess::Ok, 5},
                {128, false, TAccess::Gone, 5},
                {129, false, TAccess::Ok, 6, 2},
@@ -46,8 +47,8 @@ TEST(XfsTable, KnowsWhatWasToldAndEachFileOnce) {
                {130, false, TAccess::Ok, 0},
                {131, true, TAccess::Ok, 0},
                {131, true, TAccess::Ok, 0},
-               {191, false, TAccess::Ok, 9},
-               {(1 << 20) + 65, false, TAccess::Ok, (std::uint64_t{1} << 61) - 1},
+               {191, false, TAccess::Ok, 9, 1, 3},
+               {(1 << 20) + 65, false, TAccess::Ok, (std::uint64_t{1} << 44) - 1, 1, (1ul << 32) + 32767},
                {131, false, {}},  // no folder any more
                {191, true, {}},
                {132, false, {}},             // too large to be kept
@@ -62,7 +63,8 @@ TEST(XfsTable, KnowsWhatWasToldAndEachFileOnce) {
     facts.Number = row.Number;
     EXPECT_EQ(table.Find(facts), row.Access) << row.Number;
     if (!row.Access) continue;
-    EXPECT_TRUE(facts.Size == row.Size && facts.Links == row.Links) << row.Number;
+    EXPECT_TRUE(facts.Size == row.Size && facts.Links == row.Links && facts.Allocated == 4096 * row.Blocks)
+        << row.Number;
   }
 }
 

@@ -29,11 +29,12 @@ inline void AddChunk(TBuffer& chunks, std::uint64_t first, std::uint64_t used) {
 }
 
 inline void AddInode(TBuffer& inodes, std::uint64_t number, std::uint16_t mode, std::uint64_t size,
-                     std::uint32_t links = 1) {
+                     std::uint32_t links = 1, std::uint64_t blocks = 0) {
   const std::size_t at = inodes.size();
   inodes.resize(at + kInodeSize);
   Put(inodes, at, number);
   Put(inodes, at + 8, size);
+  Put(inodes, at + 16, blocks);
   Put(inodes, at + 112, links);
   Put(inodes, at + 124, std::uint16_t{5});
   Put(inodes, at + 132, mode);
@@ -59,6 +60,7 @@ class TMemoryInodes : public TInodeSource {
   }
   std::uint64_t MostInodes() const override { return 100'000; }
   unsigned GroupBits() const override { return 20; }
+  uint32_t BlockSize() const override { return 4096; }
 
   TBuffer Chunks;
   TBuffer Inodes;

@@ -70,7 +70,7 @@ TEST(FoldersReader, TreeThatVanishesMeanwhileDoesNoHarmAndOneThatIsGoneIsHandedO
   std::jthread remover([&tree] { tree.Remove({}); });
   const TReading reading = Read(tree.Root());
   EXPECT_EQ(reading.Result, TReadResult::Done);
-  EXPECT_EQ(reading.Index.Statistics().Unreadable, 0U);
+  EXPECT_EQ(reading.Index.Unreadable().size(), 0U);
   remover.join();
   TScanRoot root;
   root.Path = tree.Path("none");

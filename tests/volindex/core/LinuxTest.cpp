@@ -33,7 +33,7 @@ TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
   ASSERT_EQ(::seteuid(user), 0);
   for (const char* folder : {"shut", "names only"})
     fs::permissions(tree.Root() / folder, fs::perms::all);
-  EXPECT_EQ(reading.Index.Statistics().Unreadable, 2U);
+  EXPECT_EQ(reading.Index.Unreadable().size(), 2U);
   EXPECT_EQ(AnswerOf(reading.Index).Folders,
             (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
 }

@@ -26,7 +26,7 @@ TEST(FoldersReader, FolderThatIsShutCountsForNothingAndIsCounted) {
   ASSERT_NE(shut, INVALID_HANDLE_VALUE);
   const TReading reading = Read(tree.Root());
   ::CloseHandle(shut);
-  EXPECT_EQ(reading.Index.Statistics().Unreadable, 1U);
+  EXPECT_EQ(reading.Index.Unreadable().size(), 1U);
   EXPECT_EQ(AnswerOf(reading.Index).Folders, (std::vector<TListed>{{3, "open"}, {0, "shut"}}));
 }
 

@@ -1,10 +1,12 @@
-# Fails unless the shared library exports exactly its nine functions and what the second header adds.
+# Fails unless the shared library exports exactly its nine functions and what the further headers add.
 set(expected
   Tallyscope_CheckFileSystem
   Tallyscope_Free
   Tallyscope_GetFolderSize
   Tallyscope_GetRecordByIndex
   Tallyscope_GetRecordCount
+  Tallyscope_GetUnreadable
+  Tallyscope_GetUsage
   Tallyscope_OpenRecord
   Tallyscope_ScanLocalDrive
   Tallyscope_SetElevation

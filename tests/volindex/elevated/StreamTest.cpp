@@ -32,7 +32,8 @@ std::string Sent(const TVolumeIndex& index) {
 struct TReceived {
   TStreamState State = TStreamState::Reading;
   TAnswer Answer;
-  uint64_t Unreadable = 0;
+  std::vector<std::string> Unreadable;
+  uint64_t Allocated = 0;
   std::vector<int> Progress;
 };
 
@@ -48,7 +49,9 @@ TReceived Received(const std::string& bytes, size_t atOnce, uint64_t mostFolders
   if (received.State != TStreamState::Done || builder.Finish(goOn) != TFinish::Done) return received;
   const TVolumeIndex index = builder.TakeIndex();
   received.Answer = AnswerOf(index);
-  received.Unreadable = index.Statistics().Unreadable;
+  for (const TFolderId folder : index.Unreadable())
+    received.Unreadable.push_back(index.FolderPath(folder));
+  received.Allocated = index.FolderAllocated(kRootFolder);
   return received;
 }
 
@@ -64,15 +67,20 @@ void FillTree(TTestTree& tree) {
 std::string Number(uint64_t value, size_t bytes) {
   return std::string(reinterpret_cast<const char*>(&value), bytes);
 }
-std::string Folder(uint32_t parent, uint64_t bytes, uint32_t files, const std::string& name) {
-  return 'D' + Number(parent, 4) + Number(bytes, 8) + Number(files, 4) + Number(name.size(), 2) + name;
+std::string Folder(uint32_t parent, uint64_t bytes, uint32_t files, const std::string& name,
+                   uint64_t allocated = 0) {
+  return 'D' + Number(parent, 4) + Number(bytes, 8) + Number(allocated, 8) + Number(files, 4) +
+         Number(name.size(), 2) + name;
 }
 std::string File(uint32_t folder, uint64_t bytes, const std::string& name) {
   return 'F' + Number(folder, 4) + Number(bytes, 8) + Number(name.size(), 2) + name;
 }
 const std::string kMark(kStreamMark);
 const std::string kRoot = Folder(0, 0, 0, "");
-const std::string kEnd = 'E' + Number(0, 8) + Number(0, 8);
+std::string Unreadable(uint32_t folder) {
+  return 'U' + Number(folder, 4);
+}
+const std::string kEnd = 'E' + Number(0, 8);
 
 TEST(VolumeStream, CarriesAnIndexWholeHoweverItIsCut) {
   TTestTree tree;
@@ -92,18 +100,20 @@ TEST(VolumeStream, CarriesAnIndexWholeHoweverItIsCut) {
 }
 
 TEST(VolumeStream, WhatNoVolumeCanHoldIsRefused) {
-  EXPECT_EQ(Received(kMark + kRoot + Folder(0, 5, 1, "a") + Folder(1, 6, 1, "b") + File(2, 7, "c") + 'E' +
-                         Number(3, 8) + Number(0, 8),
-                     9)
+  EXPECT_EQ(Received(kMark + kRoot + Folder(0, 5, 1, "a") + Folder(1, 6, 1, "b") + File(2, 7, "c") + kEnd, 9)
                 .Answer,
             (TAnswer{{{7, "a/b/c"}}, {{18, "a"}, {13, "a/b"}}, 3, 2, 18}));
-  EXPECT_EQ(Received(kMark + kRoot + 'E' + Number(3, 8) + Number(0, 8), 9).Unreadable, 3U);
+  const TReceived told = Received(kMark + Folder(0, 0, 0, "", 8) + Folder(0, 0, 0, "b", 4096) +
+                                      Folder(0, 0, 0, "a", 512) + Unreadable(1) + Unreadable(2) + kEnd,
+                                  9);
+  EXPECT_EQ(told.Unreadable, (std::vector<std::string>{"a/", "b/"}));
+  EXPECT_EQ(told.Allocated, 4616U);
   constexpr uint64_t kHalf = uint64_t{1} << 62;
   const struct {
     const char* What;
     std::string Bytes;
   } wrong[] = {
-      {"another mark", "TSVOL\0\0\2" + std::string(8, 'x')},
+      {"another mark", "TSVOL\0\0\1" + std::string(8, 'x')},
       {"no root", kMark + kEnd},
       {"a root with a name", kMark + Folder(0, 0, 0, "r")},
       {"a root in a folder", kMark + Folder(1, 0, 0, "")},
@@ -118,6 +128,9 @@ TEST(VolumeStream, WhatNoVolumeCanHoldIsRefused) {
       {"a file before the root", kMark + File(0, 1, "a")},
       {"sums that overflow", kMark + kRoot + Folder(0, kHalf, 1, "a") + Folder(0, kHalf, 1, "b")},
       {"a file that makes them overflow", kMark + Folder(0, kHalf, 1, "") + File(0, kHalf, "b")},
+      {"blocks that overflow", kMark + Folder(0, 0, 0, "", kHalf) + Folder(0, 0, 0, "a", kHalf)},
+      {"an unreadable folder nowhere", kMark + kRoot + Unreadable(1)},
+      {"one that is unreadable twice", kMark + kRoot + Unreadable(0) + Unreadable(0)},
       {"too far", kMark + kRoot + 'P' + '\x64'},
       {"no frame", kMark + kRoot + 'X'},
       {"something behind the end", kMark + kRoot + kEnd + 'P'},

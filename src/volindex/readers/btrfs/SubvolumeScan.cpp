@@ -34,6 +34,7 @@ class TSubvolumeScan::TWorker {
   [[nodiscard]] bool TakeItem(const TKey& key, TBytes content);
   [[nodiscard]] bool TakeName(std::uint64_t folder, std::string_view name);
   [[nodiscard]] bool TakeEntry(const TEntry& entry);
+  void TellFile();
   [[nodiscard]] std::optional<TFolderId> IdOf(std::uint64_t folder);
   void Meet(std::uint64_t number);
   void SetHolder(std::uint64_t folder);
@@ -45,6 +46,10 @@ class TSubvolumeScan::TWorker {
   std::uint64_t FNumber = 0;
   TInode FInode;
   bool FHasName = false;
+  // Where the file lies if it has one name, else its names: these wait for its data, which come behind.
+  TFolderId FFileFolder = kNoFolder;
+  std::vector<std::pair<TFolderId, std::string>> FLinks;
+  std::uint64_t FAllocated = 0;
   std::uint32_t FEntries = 0;  // the weight of its entries
   std::uint64_t FHolder = 0;   // of the last name
   std::optional<TFolderId> FHolderId;
@@ -109,6 +114,11 @@ bool TSubvolumeScan::TWorker::TakeItem(const TKey& key, TBytes content) {
     return ForEachName(key, content, [this](std::uint64_t folder, std::string_view name) {
       return FNumber == kRootNumber || TakeName(folder, name);
     });
+  if (key.Type == kExtent) {
+    const auto bytes = ParseExtent(content);
+    FAllocated += bytes.value_or(0);
+    return bytes.has_value();
+  }
   if (key.Type != kFolderEntry || FScan.FFilesOnly) return true;
   const auto entry = ParseEntry(content);
   return entry && TakeEntry(*entry);
@@ -117,10 +127,21 @@ bool TSubvolumeScan::TWorker::TakeItem(const TKey& key, TBytes content) {
 // From one inode to the next, or to none.
 void TSubvolumeScan::TWorker::Meet(std::uint64_t number) {
   if (FEntries != 0 && IdOf(FNumber)) FScan.FFolders.Weigh(FNumber, FEntries);
+  TellFile();
   FNumber = number;
   FInode = {};
   FHasName = false;
   FEntries = 0;
+}
+
+// What is known of a file when all of its items have come by.
+void TSubvolumeScan::TWorker::TellFile() {
+  if (FFileFolder != kNoFolder) FShard.AddAllocated(FFileFolder, FAllocated);
+  for (const auto& [folder, name] : FLinks)
+    FShard.AddLinkedFile(folder, name, FInode.Size, {.File = FNumber}, FAllocated);
+  FFileFolder = kNoFolder;
+  FLinks.clear();
+  FAllocated = 0;
 }
 
 std::optional<TFolderId> TSubvolumeScan::TWorker::IdOf(std::uint64_t folder) {
@@ -147,12 +168,13 @@ bool TSubvolumeScan::TWorker::TakeName(std::uint64_t folder, std::string_view na
   const bool again = FHasName;
   FHasName = true;
   if (FInode.Kind == TKind::File && FInode.Links > 1) {
-    FShard.AddLinkedFile(*FHolderId, name, FInode.Size, {.File = FNumber});
+    FLinks.emplace_back(*FHolderId, name);
     return true;
   }
   if (again) return false;
   if (FInode.Kind == TKind::File) {
     FShard.AddFile(*FHolderId, name, FInode.Size);
+    FFileFolder = *FHolderId;
     return true;
   }
   if (FScan.FFilesOnly) return true;

@@ -43,4 +43,20 @@ std::optional<TEntry> ParseEntry(TBytes content) {
   return TEntry{Load<std::uint64_t>(content, 0), type == kTreeRoot, name};
 }
 
+// Layout: u64 generation, u64 length of what the extent holds, u8 compression, u8 encryption, u16 other
+// encoding, u8 kind, and if that is not 0, which are the data themselves: u64 place on the volume (0 for a
+// hole), u64 length there, u64 where within the extent the piece begins, u64 length of the piece.
+std::optional<std::uint64_t> ParseExtent(TBytes content) {
+  constexpr std::size_t kHead = 21, kSize = 53;
+  if (content.size() < kHead) return std::nullopt;
+  if (Load<std::uint8_t>(content, 20) == 0) return 0;
+  if (content.size() < kSize) return std::nullopt;
+  const auto piece = Load<std::uint64_t>(content, 45);
+  if (Load<std::uint64_t>(content, 21) == 0) return 0;
+  const auto held = Load<std::uint64_t>(content, 8);
+  if (Load<std::uint8_t>(content, 16) == 0 || held == 0) return piece;
+  const auto stored = Load<std::uint64_t>(content, 29);
+  return stored / held * piece + stored % held * piece / held;
+}
+
 }  // namespace volindex::btrfs

@@ -25,12 +25,14 @@ struct TKey {
   [[nodiscard]] TKey Next() const;
 };
 
-// Types of items: an inode, its names in one folder, further names for which there is no room in one item,
-// and a name in a folder by the order in which names were added. Others are of no interest.
+// Types of items: an inode, its names in one folder, further names for which there is no room in one item, a
+// name in a folder by the order in which names were added, and a piece of a file's data. Others are of no
+// interest.
 inline constexpr std::uint32_t kInode = 1;
 inline constexpr std::uint32_t kNames = 12;
 inline constexpr std::uint32_t kFurtherNames = 13;
 inline constexpr std::uint32_t kFolderEntry = 96;
+inline constexpr std::uint32_t kExtent = 108;
 
 // What a search has found: that many items, each with a head, one behind the other.
 struct TFound {
@@ -99,5 +101,9 @@ struct TEntry {
 };
 
 [[nodiscard]] std::optional<TEntry> ParseEntry(TBytes content);
+
+// The bytes that a piece of a file occupies: of one that is compressed fewer than it holds, of a hole and of
+// data within the tree none. A piece that other files share counts in full. None when it is too short.
+[[nodiscard]] std::optional<std::uint64_t> ParseExtent(TBytes content);
 
 }  // namespace volindex::btrfs

@@ -1,5 +1,6 @@
 #include "volindex/readers/ext4/Inode.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace volindex::ext4 {
@@ -9,6 +10,7 @@ constexpr std::size_t kMapOffset = 0x28;
 constexpr std::size_t kBaseSize = 128;
 
 constexpr std::uint32_t kFlagEncrypted = 0x800;
+constexpr std::uint32_t kFlagCountsBlocks = 0x40000;
 constexpr std::uint32_t kFlagExtents = 0x80000;
 constexpr std::uint32_t kFlagInline = 0x10000000;
 
@@ -45,6 +47,16 @@ enum class TModeType : unsigned {
   if (type == TModeType::Regular || (type == TModeType::Folder && super.HasLargeFolders))
     return Join(Load<std::uint32_t>(bytes, 0x6C), low);
   return type == TModeType::Folder ? low : 0;
+}
+
+// In units of 512 bytes, or where the inode says so in blocks. None has more than the volume.
+[[nodiscard]] std::uint64_t LoadAllocated(TBytes bytes, std::uint32_t flags, const TSuperblock& super) {
+  constexpr std::uint64_t kUnit = 512;
+  std::uint64_t units = Load<std::uint32_t>(bytes, 0x1C);
+  if (super.HasLargeFiles) units = Join(Load<std::uint16_t>(bytes, 0x74), Load<std::uint32_t>(bytes, 0x1C));
+  const std::uint64_t unit =
+      super.HasLargeFiles && (flags & kFlagCountsBlocks) != 0 ? super.BlockSize : kUnit;
+  return std::min(units, super.BlockCount * super.BlockSize / unit) * unit;
 }
 
 [[nodiscard]] TFolderLayout LayoutOf(std::uint32_t flags) {
@@ -109,7 +121,8 @@ std::optional<TInode> ParseInode(TBytes bytes, const TSuperblock& super) {
   const std::uint64_t size = LoadSize(bytes, type, super);
   if (size >= kLargestSize) return std::nullopt;
   const bool folder = type == TModeType::Folder;
-  return TInode{folder ? TInodeKind::Folder : TInodeKind::File, LayoutOf(flags), links, size};
+  return TInode{folder ? TInodeKind::Folder : TInodeKind::File, LayoutOf(flags), links, size,
+                LoadAllocated(bytes, flags, super)};
 }
 
 TBytes MapOf(TBytes inode) {

@@ -18,7 +18,8 @@ struct TInode {
   TInodeKind Kind = TInodeKind::Unused;
   TFolderLayout Layout = TFolderLayout::BlockMap;  // for folders only
   std::uint32_t Links = 0;
-  std::uint64_t Size = 0;  // bytes; 0 for devices, sockets and pipes, which are files as well
+  std::uint64_t Size = 0;       // bytes; 0 for devices, sockets and pipes, which are files as well
+  std::uint64_t Allocated = 0;  // bytes of the volume's blocks, those of extended attributes among them
 };
 
 // bytes: the super.InodeSize bytes of one inode. A deleted inode and one that is only kept open are Unused;

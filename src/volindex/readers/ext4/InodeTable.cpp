@@ -1,13 +1,16 @@
 #include "volindex/readers/ext4/InodeTable.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "volindex/readers/ext4/ReadPlan.h"
 
 namespace volindex::ext4 {
 
 TInodeTable::TInodeTable(const TSuperblock& super, std::vector<TGroup> groups)
-    : FSuper(super), FGroups(std::move(groups)) {
+    : FSuper(super),
+      FPacking(static_cast<unsigned>(std::countr_zero(super.BlockSize))),
+      FGroups(std::move(groups)) {
   constexpr std::uint32_t kPieceBytes = 1u << 20;
   FPieceInodes = kPieceBytes / super.InodeSize;
   FSlotsPerGroup = (super.InodesPerGroup - 1) / FPieceInodes + 1;
@@ -32,7 +35,17 @@ std::optional<std::vector<TTablePiece>> TInodeTable::Pieces(const std::atomic<bo
   return pieces;
 }
 
-void TInodeTable::Store(const TTablePiece& piece, std::span<const TEntry> entries) {
+TInodeTable::TEntry TInodeTable::EntryFor(const TInode& file, std::vector<TFileSize>& list) const {
+  const TUse use = file.Links > 1 ? TUse::LinkedFile : TUse::File;
+  const bool wholeBlocks = file.Allocated % FSuper.BlockSize == 0;
+  if (const auto packed = FPacking.Pack(file.Size, file.Allocated / FSuper.BlockSize); packed && wholeBlocks)
+    return {use, *packed};
+  list.push_back({file.Size, file.Allocated});
+  return {use, TEntry::kListed | (list.size() - 1)};
+}
+
+void TInodeTable::Store(const TTablePiece& piece, std::span<const TEntry> entries,
+                        std::span<const TFileSize> list) {
   while (!entries.empty() && entries.back().Use() == TUse::None)
     entries = entries.first(entries.size() - 1);
   if (entries.empty()) return;
@@ -41,14 +54,20 @@ void TInodeTable::Store(const TTablePiece& piece, std::span<const TEntry> entrie
   kept.Entries = std::make_unique<TEntry[]>(entries.size());
   std::ranges::copy(entries, kept.Entries.get());
   kept.Count = static_cast<std::uint32_t>(entries.size());
+  kept.List.assign(list.begin(), list.end());
 }
 
-TInodeTable::TEntry TInodeTable::Find(std::uint32_t number) const {
+TInodeTable::TKnown TInodeTable::Find(std::uint32_t number) const {
   const std::uint32_t index = number - 1;
   const std::uint32_t within = index % FSuper.InodesPerGroup;
   const TKept& kept = FKept[SlotOf(index / FSuper.InodesPerGroup, within)];
   const std::uint32_t inPiece = within % FPieceInodes;
-  return inPiece < kept.Count ? kept.Entries[inPiece] : TEntry();
+  if (inPiece >= kept.Count) return {};
+  const TEntry entry = kept.Entries[inPiece];
+  if (entry.Use() == TUse::Folder) return {entry.Use(), entry.Folder(), {}};
+  const std::uint64_t size = entry.FBits & (2 * TEntry::kListed - 1);
+  return {entry.Use(), kNoFolder,
+          (size & TEntry::kListed) != 0 ? kept.List[size - TEntry::kListed] : FPacking.Unpack(size)};
 }
 
 std::uint64_t TInodeTable::OffsetOf(std::uint32_t number) const {

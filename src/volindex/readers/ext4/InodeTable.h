@@ -1,5 +1,5 @@
 // What is kept of every inode between the reading of the inode tables and that of the folders: eight bytes
-// each.
+// each, and 16 more for a file with large holes or with far more blocks than its length fills.
 #pragma once
 
 #include <atomic>
@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "volindex/index/FolderTable.h"
+#include "volindex/readers/PackedSize.h"
 #include "volindex/readers/ext4/GroupTable.h"
 #include "volindex/readers/ext4/Inode.h"
 
@@ -25,16 +26,24 @@ class TInodeTable {
   // What an inode is: nothing, a file with one name or with several, or a folder.
   enum class TUse : std::uint8_t { None, File, LinkedFile, Folder };
 
+  struct TKnown {
+    TUse Use = TUse::None;
+    TFolderId Folder = kNoFolder;
+    TFileSize Size;
+  };
+
+  // The use in the two highest bits, then either the folder or a file's size: packed, or its place in a list.
   class TEntry {
    public:
     TEntry() = default;
     TEntry(TUse use, std::uint64_t value) : FBits(static_cast<std::uint64_t>(use) << kUseShift | value) {}
     [[nodiscard]] TUse Use() const { return static_cast<TUse>(FBits >> kUseShift); }
-    [[nodiscard]] std::uint64_t Size() const { return FBits & ((std::uint64_t{1} << kUseShift) - 1); }
     [[nodiscard]] TFolderId Folder() const { return static_cast<TFolderId>(FBits); }
 
    private:
+    friend class TInodeTable;
     static constexpr unsigned kUseShift = 62;
+    static constexpr std::uint64_t kListed = std::uint64_t{1} << TPackedSize::kBits;
     std::uint64_t FBits = 0;
   };
 
@@ -44,11 +53,14 @@ class TInodeTable {
   // seen.
   [[nodiscard]] std::optional<std::vector<TTablePiece>> Pieces(const std::atomic<bool>& stop) const;
 
+  // The entry for a file; a size that can't be packed is put into the list of its piece.
+  [[nodiscard]] TEntry EntryFor(const TInode& file, std::vector<TFileSize>& list) const;
+
   // Keeps what was found in a piece. Threads may store different pieces at the same time.
-  void Store(const TTablePiece& piece, std::span<const TEntry> entries);
+  void Store(const TTablePiece& piece, std::span<const TEntry> entries, std::span<const TFileSize> list);
 
   // number: 1 up to the volume's count of inodes.
-  [[nodiscard]] TEntry Find(std::uint32_t number) const;
+  [[nodiscard]] TKnown Find(std::uint32_t number) const;
 
   [[nodiscard]] std::uint32_t GroupOf(std::uint32_t number) const {
     return (number - 1) / FSuper.InodesPerGroup;
@@ -72,12 +84,14 @@ class TInodeTable {
   struct TKept {
     std::unique_ptr<TEntry[]> Entries;
     std::uint32_t Count = 0;
+    std::vector<TFileSize> List;
   };
   [[nodiscard]] std::size_t SlotOf(std::uint32_t group, std::uint32_t within) const {
     return std::size_t{group} * FSlotsPerGroup + within / FPieceInodes;
   }
 
   const TSuperblock& FSuper;
+  TPackedSize FPacking;
   std::vector<TGroup> FGroups;
   std::uint32_t FPieceInodes;
   std::uint32_t FSlotsPerGroup;

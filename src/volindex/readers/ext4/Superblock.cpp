@@ -31,6 +31,7 @@ constexpr std::uint32_t kKnownIncompat =
     kIncompatLargeFolders | kIncompatInlineData | kIncompatEncrypt | kIncompatCasefold;
 
 constexpr std::uint32_t kReadOnlySparseBackups = 0x1;
+constexpr std::uint32_t kReadOnlyHugeFiles = 0x8;
 constexpr std::uint32_t kReadOnlyGroupChecksums = 0x10;
 constexpr std::uint32_t kReadOnlyBigAlloc = 0x200;
 constexpr std::uint32_t kReadOnlyMetadataChecksums = 0x400;
@@ -52,6 +53,7 @@ void SetFeatures(const TFeatures& features, TSuperblock& super) {
   super.HasMetaGroups = (features.Incompat & kIncompatMetaGroups) != 0;
   super.HasLargeFolders = (features.Incompat & kIncompatLargeFolders) != 0;
   super.NeedsRecovery = (features.Incompat & kIncompatRecover) != 0;
+  super.HasLargeFiles = (features.ReadOnly & kReadOnlyHugeFiles) != 0;
   super.HasSparseBackups = (features.ReadOnly & kReadOnlySparseBackups) != 0;
   super.HasMetadataChecksums = (features.ReadOnly & kReadOnlyMetadataChecksums) != 0;
   super.HasGroupChecksums = !super.HasMetadataChecksums && (features.ReadOnly & kReadOnlyGroupChecksums) != 0;

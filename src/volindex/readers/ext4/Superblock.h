@@ -31,6 +31,7 @@ struct TSuperblock {
   bool HasSparseBackups = false;
   bool HasTwoBackups = false;
   bool HasLargeFolders = false;
+  bool HasLargeFiles = false;  // inodes may count their blocks by more than 32 bits, and by blocks
   bool HasMetadataChecksums = false;
   bool HasGroupChecksums = false;  // the older kind
   bool NeedsRecovery = false;      // the journal holds changes, as it always does while mounted

@@ -83,13 +83,14 @@ TReadResult TVolumeScan::ReadInodes() {
 bool TVolumeScan::HandlePiece(unsigned thread, const TTablePiece& piece, TBytes bytes) {
   TFound& found = FFound[thread];
   found.Entries.assign(piece.Inodes, {});
+  found.Sizes.clear();
   for (std::uint32_t i = 0; i < piece.Inodes; ++i) {
     const std::size_t at = std::size_t{i} * FSuper.InodeSize;
     if (!HandleInode(found, piece.FirstInode + i, piece.Offset + at, bytes.subspan(at, FSuper.InodeSize),
                      found.Entries[i]))
       return false;
   }
-  FInodes.Store(piece, found.Entries);
+  FInodes.Store(piece, found.Entries, found.Sizes);
   return true;
 }
 
@@ -98,8 +99,7 @@ bool TVolumeScan::HandleInode(TFound& found, std::uint32_t number, std::uint64_t
   if (number < FSuper.FirstInode && number != kRootInode) return true;
   const auto inode = ParseInode(bytes, FSuper);
   if (!inode) return false;
-  if (inode->Kind == TInodeKind::File)
-    entry = {inode->Links > 1 ? TUse::LinkedFile : TUse::File, inode->Size};
+  if (inode->Kind == TInodeKind::File) entry = FInodes.EntryFor(*inode, found.Sizes);
   if (inode->Kind != TInodeKind::Folder) return true;
   if (number == kRootInode) FRootSeen = true;
   const TFolderId folder = number == kRootInode ? kRootFolder : FBuilder.ReserveFolder();
@@ -181,18 +181,18 @@ bool TVolumeScan::HandleEntries(unsigned thread, TFolderId folder, TBytes bytes)
 bool TVolumeScan::HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_t number,
                               std::string_view name) {
   if (number > FSuper.InodeCount || name.find('/') != name.npos || name.find('\0') != name.npos) return false;
-  const TInodeTable::TEntry entry = FInodes.Find(number);
-  switch (entry.Use()) {
+  const TInodeTable::TKnown known = FInodes.Find(number);
+  switch (known.Use) {
     case TUse::None:
       return IsPassedOver(number);
     case TUse::File:
-      shard.AddFile(parent, name, entry.Size());
+      shard.AddFile(parent, name, known.Size.Length, known.Size.Allocated);
       return true;
     case TUse::LinkedFile:
-      shard.AddLinkedFile(parent, name, entry.Size(), {.File = number});
+      shard.AddLinkedFile(parent, name, known.Size.Length, {.File = number}, known.Size.Allocated);
       return true;
     case TUse::Folder:
-      return NameFolder(shard, entry.Folder(), parent, name);
+      return NameFolder(shard, known.Folder, parent, name);
   }
   return false;
 }

@@ -39,6 +39,7 @@ class TVolumeScan {
     std::vector<TFolderRun> Runs;
     std::vector<TBlockRun> Scratch;
     std::vector<TInodeTable::TEntry> Entries;
+    std::vector<TFileSize> Sizes;  // those that the entries have no room for
   };
 
   [[nodiscard]] TReadResult ReadInodes();

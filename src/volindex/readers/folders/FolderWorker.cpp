@@ -61,7 +61,7 @@ void TFolderWorker::ReadFolder(const TFolderTask& task) {
   TFolderHandle folder;
   TAccess access = Open(task, folder);
   if (access == TAccess::Ok) access = ReadEntries(task.Folder, folder);
-  if (access == TAccess::Unreadable) FShard.CountUnreadable();
+  if (access == TAccess::Unreadable) FShard.AddUnreadable(task.Folder);
   QueueSubfolders(task, std::move(folder));
 }
 
@@ -126,17 +126,19 @@ void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {
 // What is mounted over a file belongs to another place; the file counts all the same. On layered file systems
 // files have device numbers of their own, hence the mount alone decides where it is known.
 void TFolderWorker::AddFile(TFolderId parent, TEntryFacts& facts) {
-  const uint64_t size = facts.Place.Mount == FScan.RootFacts.Place.Mount ? facts.Size : 0;
+  const bool own = facts.Place.Mount == FScan.RootFacts.Place.Mount;
+  const uint64_t size = own ? facts.Size : 0;
+  const uint64_t allocated = own ? facts.Allocated : 0;
   const bool untold = facts.Links == 0;
   const bool asks = untold && (FShard.MayList(size) || !TSeenFiles::Takes(size));
   if (asks) FListing.CountLinks(facts);
   const bool mayHaveOthers = facts.Links > 1 || (asks && facts.Links == 0);
   if (!mayHaveOthers) {
     if (facts.Links == 0) FSeen.AddSingle(facts.Number, parent, size);
-    return FShard.AddFile(parent, FListing.Name(), size);
+    return FShard.AddFile(parent, FListing.Name(), size, allocated);
   }
   if (untold) FSeen.AddLinked(facts.Number);
-  FShard.AddLinkedFile(parent, FListing.Name(), size, LinkKeyOf(facts));
+  FShard.AddLinkedFile(parent, FListing.Name(), size, LinkKeyOf(facts), allocated);
 }
 
 void TFolderWorker::QueueSubfolders(const TFolderTask& task, TFolderHandle folder) {

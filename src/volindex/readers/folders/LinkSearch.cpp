@@ -18,7 +18,7 @@ void TLinkSearch::Run(unsigned threads) {
   });
   std::sort(FFolders.begin(), FFolders.end());
   FFolders.erase(std::unique(FFolders.begin(), FFolders.end()), FFolders.end());
-  FFound = std::make_unique<std::atomic<bool>[]>(FRepeated.size());
+  FFound = std::make_unique<std::atomic<uint64_t>[]>(FRepeated.size());
   RunThreads(threads, [this](unsigned thread) { ListFolders(thread); });
   if (!Stopped()) Withdraw();
 }
@@ -63,8 +63,9 @@ void TLinkSearch::AddLinksIn(TFolderId id, TFolderListing& listing, TIndexShard&
     if (listing.Facts(facts) != TAccess::Ok || facts.IsFolder) continue;
     const auto first = std::ranges::lower_bound(FRepeated, facts.Number, {}, &TSeenFile::Number);
     if (first == FRepeated.end() || first->Number != facts.Number) continue;
-    shard.AddLinkedFile(id, listing.Name(), facts.Size, LinkKeyOf(facts));
-    FFound[static_cast<size_t>(first - FRepeated.begin())].store(true, std::memory_order_relaxed);
+    shard.AddLinkedFile(id, listing.Name(), facts.Size, LinkKeyOf(facts), facts.Allocated);
+    FFound[static_cast<size_t>(first - FRepeated.begin())].store(facts.Allocated + 1,
+                                                                 std::memory_order_relaxed);
   }
 }
 
@@ -72,10 +73,12 @@ void TLinkSearch::AddLinksIn(TFolderId id, TFolderListing& listing, TIndexShard&
 void TLinkSearch::Withdraw() {
   TIndexShard& shard = FScan.Builder.Shard(0);
   bool counted = false;
+  uint64_t found = 0;
   for (size_t i = 0; i < FRepeated.size(); ++i) {
     const TSeenFile& file = FRepeated[i];
-    if (i == 0 || file.Number != FRepeated[i - 1].Number) counted = FFound[i];
-    if (file.Folder != kNoFolder && counted) shard.WithdrawFile(file.Folder, file.Size);
+    if (i == 0 || file.Number != FRepeated[i - 1].Number) found = FFound[i], counted = found != 0;
+    if (file.Folder != kNoFolder && counted)
+      shard.WithdrawFile(file.Folder, file.Size, std::max<uint64_t>(found, 1) - 1);
     counted = true;
   }
 }

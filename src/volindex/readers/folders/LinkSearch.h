@@ -36,8 +36,9 @@ class TLinkSearch {
   std::mutex FLock;
   std::vector<TSeenFile>
       FRepeated;  // all that was seen of the files seen more than once; by number, then path
-  std::vector<TFolderId> FFolders;              // that hold them
-  std::unique_ptr<std::atomic<bool>[]> FFound;  // by the place of a file's first record in FRepeated
+  std::vector<TFolderId> FFolders;  // that hold them
+  // By the place of a file's first record in FRepeated: 0, or when it was found one more than it occupies.
+  std::unique_ptr<std::atomic<uint64_t>[]> FFound;
 };
 
 }  // namespace volindex

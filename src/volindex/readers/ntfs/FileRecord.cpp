@@ -8,6 +8,8 @@ constexpr std::size_t kStride = 512;
 constexpr std::size_t kHeaderSize = 0x2A;
 constexpr std::size_t kResidentHeaderSize = 0x18;
 constexpr std::size_t kNonResidentHeaderSize = 0x40;
+constexpr std::size_t kHoledHeaderSize = 0x48;
+constexpr std::uint16_t kCompressedOrSparse = 0x80FF;
 constexpr std::size_t kListEntrySize = 0x1A;
 constexpr std::uint16_t kInUse = 0x01;
 constexpr std::uint16_t kFolder = 0x02;
@@ -42,6 +44,10 @@ bool ParseNonResident(TBytes bytes, TAttribute& attribute) {
   attribute.LowestVcn = Load<std::uint64_t>(bytes, 0x10);
   attribute.DataSize = Load<std::uint64_t>(bytes, 0x30);
   attribute.InitializedSize = Load<std::uint64_t>(bytes, 0x38);
+  // What has holes tells its clusters apart from those that it would have without any.
+  const bool holed =
+      (Load<std::uint16_t>(bytes, 0x0C) & kCompressedOrSparse) != 0 && offset >= kHoledHeaderSize;
+  attribute.AllocatedSize = Load<std::uint64_t>(bytes, holed ? 0x40 : 0x28);
   return static_cast<std::int64_t>(attribute.DataSize) >= 0;
 }
 

@@ -60,6 +60,7 @@ struct TAttribute {
   std::uint64_t LowestVcn = 0;  // not resident: the first cluster of this extent
   std::uint64_t DataSize = 0;   // the logical length in bytes; true in the first extent only
   std::uint64_t InitializedSize = 0;
+  std::uint64_t AllocatedSize = 0;  // the bytes of its clusters, holes excluded; 0 if resident
 
   [[nodiscard]] bool IsFirstExtent() const { return Resident || LowestVcn == 0; }
 };

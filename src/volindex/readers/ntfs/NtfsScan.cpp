@@ -185,7 +185,7 @@ bool TNtfsScan::JoinHolders(TWorker& worker) {
     if (!extension.Header.InUse || extension.Self != holder->Record || extension.Header.Base != base.Self)
       return false;
     if (!(holder->Type == TAttributeType::FileName ? TakeNames(worker, base, extension.Facts.Names)
-                                                   : base.Facts.Take(extension.Facts, holder->Type)))
+                                                   : base.Facts.Take(extension.Facts, *holder)))
       return false;
   }
   return true;
@@ -197,8 +197,9 @@ bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
     const auto parent = FSlots->IdOf(names[0].Parent);
     const std::uint64_t length = record.Facts.Length();
     if (parent)
-      worker.Shard.AddFile(
-          *parent, worker.Shard.MayList(length) ? worker.TextOf(names[0]) : std::string_view(), length);
+      worker.Shard.AddFile(*parent,
+                           worker.Shard.MayList(length) ? worker.TextOf(names[0]) : std::string_view(),
+                           length, record.Facts.Allocated());
     return true;
   }
   worker.Waiting = {};
@@ -215,7 +216,8 @@ bool TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vecto
     const std::string_view text = worker.TextOf(name);
     if (*parent == waiting.Parent && waiting.Text <= text) continue;
     if (*parent != waiting.Parent && waiting.Parent != kNoFolder) {
-      worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()});
+      worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()},
+                                 base.Facts.Allocated());
       waiting.OthersTold = true;
     }
     waiting.Parent = *parent;
@@ -233,9 +235,10 @@ bool TNtfsScan::TellWaiting(TWorker& worker, const TRecord& base) {
     return id && worker.Shard.SetFolder(*id, waiting.Parent, waiting.Text);
   }
   if (waiting.OthersTold)
-    worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()});
+    worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()},
+                               base.Facts.Allocated());
   else
-    worker.Shard.AddFile(waiting.Parent, waiting.Text, base.Facts.Length());
+    worker.Shard.AddFile(waiting.Parent, waiting.Text, base.Facts.Length(), base.Facts.Allocated());
   return true;
 }
 

@@ -49,7 +49,7 @@ bool TakeName(TBytes value, TRecordFacts& facts) {
 }
 
 bool IsOfInterest(const TListEntry& entry) {
-  if (entry.Named) return false;
+  if (entry.Named) return entry.Type == TAttributeType::Data && entry.LowestVcn == 0;
   return entry.Type == TAttributeType::FileName || entry.Type == TAttributeType::ReparsePoint ||
          (entry.Type == TAttributeType::Data && entry.LowestVcn == 0);
 }
@@ -61,7 +61,11 @@ class TGathering {
       : FVolume(volume), FExtension(extension), FDriver(driver), FFacts(facts) {}
 
   [[nodiscard]] bool Take(const TAttribute& attribute) {
-    if (attribute.Named) return true;
+    if (attribute.Named) {
+      if (attribute.Type == TAttributeType::Data && attribute.IsFirstExtent())
+        FFacts.StreamsAllocated += attribute.AllocatedSize;
+      return true;
+    }
     switch (attribute.Type) {
       case TAttributeType::StandardInformation:
         return TakeInformation(attribute);
@@ -89,6 +93,7 @@ class TGathering {
     if (!attribute.IsFirstExtent()) return true;
     if (FFacts.DataLength) return false;
     FFacts.DataLength = attribute.DataSize;
+    FFacts.DataAllocated = attribute.AllocatedSize;
     if (FDriver == TDriver::Windows || attribute.DataSize > kMaxSpecialData ||
         !(attribute.Resident || FFacts.System || FExtension))
       return true;
@@ -132,12 +137,18 @@ void TRecordFacts::Clear() {
   Names.clear();
   List.reset();
   DataLength = LinkLength = SpecialSize = std::nullopt;
+  DataAllocated = StreamsAllocated = 0;
   Reparse = ReparseHoldsFiles = System = false;
 }
 
-bool TRecordFacts::Take(const TRecordFacts& extension, TAttributeType type) {
-  if (type == TAttributeType::Data) {
+bool TRecordFacts::Take(const TRecordFacts& extension, const THolder& holder) {
+  if (holder.Named) {
+    StreamsAllocated += extension.StreamsAllocated;
+    return true;
+  }
+  if (holder.Type == TAttributeType::Data) {
     DataLength = extension.DataLength;
+    DataAllocated = extension.DataAllocated;
     SpecialSize = extension.SpecialSize;
     return DataLength.has_value();
   }
@@ -168,7 +179,7 @@ bool ReadHolders(const TNtfsVolume& volume, const TAttribute& list, std::vector<
   TBytes rest = *value;
   bool broken = false;
   while (const auto entry = TakeListEntry(rest, broken))
-    if (IsOfInterest(*entry)) holders.push_back({entry->Type, entry->Holder});
+    if (IsOfInterest(*entry)) holders.push_back({entry->Type, entry->Named, entry->Holder});
   std::sort(holders.begin(), holders.end());
   holders.erase(std::unique(holders.begin(), holders.end()), holders.end());
   return !broken;

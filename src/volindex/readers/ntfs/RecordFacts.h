@@ -22,6 +22,7 @@ struct TFileName {
 // A record that says something of interest.
 struct THolder {
   TAttributeType Type = TAttributeType::End;
+  bool Named = false;  // a stream beside the data
   TFileReference Record;
 
   auto operator<=>(const THolder&) const = default;
@@ -30,6 +31,8 @@ struct THolder {
 struct TRecordFacts {
   std::vector<TFileName> Names;              // real names only: a name for DOS alone is none
   std::optional<std::uint64_t> DataLength;   // of the unnamed data, if this record tells it
+  std::uint64_t DataAllocated = 0;           // bytes of clusters
+  std::uint64_t StreamsAllocated = 0;        // the same of named streams, as far as this record tells of them
   std::optional<std::uint64_t> LinkLength;   // of the text that a reparse point shows as its target
   std::optional<std::uint64_t> SpecialSize;  // if the data describe a link (its length), device or socket (0)
   bool Reparse = false;
@@ -39,9 +42,9 @@ struct TRecordFacts {
 
   void Clear();
 
-  // Adds what an extension record tells of its data or reparse point, for which it was named. False if it
-  // tells nothing of it.
-  [[nodiscard]] bool Take(const TRecordFacts& extension, TAttributeType type);
+  // Adds what an extension record tells of its data, streams or reparse point, for which it was named. False
+  // if it tells nothing of it.
+  [[nodiscard]] bool Take(const TRecordFacts& extension, const THolder& holder);
 
   // Whether the driver shows a folder with these facts as something that is not entered.
   [[nodiscard]] bool IsLink(TDriver driver) const {
@@ -50,6 +53,8 @@ struct TRecordFacts {
 
   // The length that the file shows.
   [[nodiscard]] std::uint64_t Length() const;
+
+  [[nodiscard]] std::uint64_t Allocated() const { return DataAllocated + StreamsAllocated; }
 };
 
 // Gathers the facts of a record in use; false if the record does not hold together, tells a thing twice or

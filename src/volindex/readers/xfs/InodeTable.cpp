@@ -12,9 +12,10 @@ constexpr std::uint32_t kChunksAtOnce = 2048;
 constexpr std::size_t kSliceChunks = 16;
 constexpr std::uint64_t kOneName = 1;
 
-// An entry: 0 when nothing is known, else what the inode is and its size.
+// An entry: 0 when nothing is known, else what the inode is and its packed size.
 constexpr unsigned kUseShift = 61;
-constexpr std::uint64_t kLargestSize = (std::uint64_t{1} << kUseShift) - 1;
+constexpr std::uint64_t kSizeMask = (std::uint64_t{1} << kUseShift) - 1;
+static_assert(TPackedSize::kBits <= kUseShift);
 constexpr std::uint64_t kMet = std::uint64_t{1} << 63;
 enum class TUse : std::uint64_t { None, File, LinkedFile, Folder };
 
@@ -32,27 +33,30 @@ enum class TUse : std::uint64_t { None, File, LinkedFile, Folder };
   return answer.subspan(kHeaderSize, count * recordSize);
 }
 
-// Layout of a record: u64 number, u64 size … u32 links at 112 … u16 version at 124 … u16 mode at 132.
+// Layout of a record: u64 number, u64 size, u64 blocks … u32 links at 112 … u16 version at 124 … u16 mode at
+// 132.
 struct TInode {
   std::uint64_t Number;
   std::uint64_t Size;
+  std::uint64_t Blocks;
   std::uint32_t Links;
   std::uint16_t Version;
   std::uint16_t Mode;
 };
 [[nodiscard]] TInode LoadInode(TBytes record) {
-  return {Load<std::uint64_t>(record, 0), Load<std::uint64_t>(record, 8), Load<std::uint32_t>(record, 112),
+  return {Load<std::uint64_t>(record, 0),   Load<std::uint64_t>(record, 8),
+          Load<std::uint64_t>(record, 16),  Load<std::uint32_t>(record, 112),
           Load<std::uint16_t>(record, 124), Load<std::uint16_t>(record, 132)};
 }
 
 // Lengths count for files and symbolic links alone. One that has no room here is asked for later.
-[[nodiscard]] std::uint64_t EntryOf(const TInode& inode) {
+[[nodiscard]] std::uint64_t EntryOf(const TInode& inode, const TPackedSize& packing) {
   constexpr unsigned kKindMask = 0170000, kFolder = 0040000, kFile = 0100000, kLink = 0120000;
   const unsigned kind = inode.Mode & kKindMask;
   if (kind == kFolder) return EntryFor(TUse::Folder, 0);
   const std::uint64_t size = kind == kFile || kind == kLink ? inode.Size : 0;
-  if (size > kLargestSize) return 0;
-  return EntryFor(inode.Links > kOneName ? TUse::LinkedFile : TUse::File, size);
+  const auto packed = packing.Pack(size, inode.Blocks);
+  return packed ? EntryFor(inode.Links > kOneName ? TUse::LinkedFile : TUse::File, *packed) : 0;
 }
 
 }  // namespace
@@ -138,7 +142,7 @@ bool TInodeTable::TakeInodes(TBytes records, std::uint64_t from) {
     if (inode.Version != kVersion || inode.Number < from) return false;
     from = inode.Number + 1;
     if (auto* const entry = EntryOf(inode.Number))
-      entry->store(xfs::EntryOf(inode), std::memory_order_relaxed);
+      entry->store(xfs::EntryOf(inode, FPacking), std::memory_order_relaxed);
   }
   return true;
 }
@@ -168,7 +172,9 @@ std::optional<TAccess> TInodeTable::Find(TEntryFacts& facts) {
   const TUse use = UseOf(known);
   // A number that was given to another file since.
   if (use == TUse::None || facts.IsFolder != (use == TUse::Folder)) return std::nullopt;
-  facts.Size = known & kLargestSize;
+  const TFileSize size = use == TUse::Folder ? TFileSize() : FPacking.Unpack(known & kSizeMask);
+  facts.Size = size.Length;
+  facts.Allocated = size.Allocated;
   facts.Links = use == TUse::LinkedFile ? 2 : 1;
   if (use != TUse::File) return TAccess::Ok;
   return (entry->fetch_or(kMet, std::memory_order_relaxed) & kMet) == 0 ? TAccess::Ok : TAccess::Gone;

@@ -1,4 +1,5 @@
-// What an XFS volume tells of its inodes in bulk: sizes and numbers of links of all of them, but no names.
+// What an XFS volume tells of its inodes in bulk: sizes, blocks and numbers of links of all of them, but no
+// names.
 // Kept in eight bytes an inode until the folders are listed.
 //
 // First the volume lists its chunks, each of 64 neighbouring numbers of which some are used. They are cut
@@ -8,9 +9,11 @@
 #pragma once
 
 #include "volindex/readers/DiskBytes.h"
+#include "volindex/readers/PackedSize.h"
 #include "volindex/readers/folders/KnownFiles.h"
 
 #include <atomic>
+#include <bit>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -41,6 +44,9 @@ class TInodeSource {
   // No more inodes than these have room on the volume.
   [[nodiscard]] virtual std::uint64_t MostInodes() const = 0;
 
+  // A power of two, at most 64 KiB.
+  [[nodiscard]] virtual std::uint32_t BlockSize() const = 0;
+
   // The bits of a number below that of its allocation group.
   [[nodiscard]] virtual unsigned GroupBits() const = 0;
 };
@@ -51,7 +57,8 @@ class TInodeTable : public TKnownFiles {
   using TProgress = std::function<void(int percent)>;
 
   // The source must outlive the table.
-  TInodeTable(const TInodeSource& source, const std::atomic<bool>& stop) : FSource(source), FStop(stop) {}
+  TInodeTable(const TInodeSource& source, const std::atomic<bool>& stop)
+      : FSource(source), FStop(stop), FPacking(static_cast<unsigned>(std::countr_zero(source.BlockSize()))) {}
 
   // Asks for all inodes. False when the source fails, its answer does not hold together or the stop flag is
   // seen.
@@ -87,6 +94,7 @@ class TInodeTable : public TKnownFiles {
 
   const TInodeSource& FSource;
   const std::atomic<bool>& FStop;
+  const TPackedSize FPacking;
   std::vector<TChunk> FChunks;  // by rising First
   std::size_t FCount = 0;       // inodes
   std::unique_ptr<std::atomic<std::uint64_t>[]> FEntries;
