@@ -65,11 +65,13 @@ void Tallyscope_GetFolderSize(const char16_t*, uint32_t* sizeHigh, uint32_t* siz
   *sizeHigh = 1;
   *sizeLow = 2;
 }
-uint8_t Tallyscope_GetUsage(TTallyscopeUsage*) {
-  return 0;
+uint8_t Tallyscope_GetUsage(TTallyscopeUsage* usage) {
+  *usage = {7, 9, 0, static_cast<uint32_t>(Fake.Unreadable.size())};
+  return 1;
 }
-uint8_t Tallyscope_GetUnreadable(uint32_t, char16_t*, uint32_t) {
-  return 0;
+uint8_t Tallyscope_GetUnreadable(uint32_t index, char16_t* path, uint32_t) {
+  CopyText(Fake.Unreadable.at(index), path);
+  return 1;
 }
 void Tallyscope_SetElevation(int32_t ask) {
   FakeElevation = ask;

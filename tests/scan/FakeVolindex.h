@@ -22,6 +22,7 @@ struct TFakeVolindex {
   bool Accepts = false;
   std::vector<TFakeRecord> Files;
   std::vector<TFakeRecord> Folders;
+  QStringList Unreadable;
   std::function<void()> DuringScan;  // runs on the scan thread, inside the volume read
   QStringList Calls;
 };

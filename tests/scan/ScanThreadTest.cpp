@@ -103,8 +103,9 @@ TEST_F(TScanThreadTest, TakesTheFirstHundredOfAKindAndPathAndSortsThemTogether) 
   for (int i = 1; i < 101; ++i)
     EXPECT_EQ(FScan->Folders()[i].Size, 1000 + FScan->Folders()[i].Name.toULongLong());
   ASSERT_EQ(FScan->PathTotals().Count(), 2);
-  const auto& [files, folders, bytes] = FScan->PathTotals()[0];
+  const auto& [files, folders, bytes, usage] = FScan->PathTotals()[0];
   EXPECT_EQ(std::tuple(files, folders, bytes), std::tuple(150U, 1U, 149U * 75));
+  EXPECT_FALSE(usage) << "of what is walked";
   EXPECT_EQ(std::tuple(FScan->FileCount(), FScan->FolderCount(), FScan->TotalSize()),
             std::tuple(150U, 150U, 150U * 1000 + 149 * 75));
 }
@@ -119,6 +120,19 @@ TEST_F(TScanThreadTest, TheLibraryIsCalledInItsOrder) {
   EXPECT_EQ(FScan->TotalSize(), 0U) << "only a walk writes it";
   FScan.reset();
   EXPECT_EQ(FakeVolindex().Calls.last(), u"notify 0 0"_qs);
+}
+
+TEST_F(TScanThreadTest, TellsWhatAVolumeUsesAndIfAskedWhatCouldNotBeRead) {
+  MakeVolume(1);
+  FakeVolindex().Unreadable = {u"/v/a/"_qs, u"/v/b/"_qs};
+  for (const bool list : {true, false}) {
+    ListUnreadable = list;
+    Scan({u"/v/"_qs}, false);
+    EXPECT_EQ(FScan->UnreadableFolders(), list ? FakeVolindex().Unreadable : QStringList());
+    const TPathUsage usage = FScan->PathTotals()[0].Usage.value();
+    EXPECT_EQ(std::tuple(usage.Allocated, usage.VolumeUsed, usage.Unreadable),
+              std::tuple(7U, std::optional<quint64>(), 2U));
+  }
 }
 
 TEST_F(TScanThreadTest, PhasesAndRowsFollowTheNumberOfRecords) {

@@ -65,11 +65,15 @@ class TRandomVolume {
       result = builder.Finish(kGoOn);
     }
     EXPECT_EQ(result, TFinish::Done);
-    return AnswerOf(builder.TakeIndex());
+    const TVolumeIndex index = builder.TakeIndex();
+    for (TFolderId id = 0; id < kFolders; ++id)
+      EXPECT_EQ(index.FolderAllocated(id), kBlocks * index.FolderTotal(id)) << id;
+    return AnswerOf(index);
   }
 
  private:
   static constexpr TFolderId kFolders = 300;
+  static constexpr uint64_t kBlocks = 3;  // what a file occupies for each byte of its size
   struct TFolder {
     std::string Name;
     TFolderId Parent = 0;
@@ -120,9 +124,9 @@ class TRandomVolume {
     const TFile& file = FFiles[step - kFolders];
     const TLinkKey key = FWhole ? TLinkKey{file.Link / 2, file.Link % 2 != 0 ? 1U : 0U} : TLinkKey{file.Link};
     if (file.Link != 0)
-      shard.AddLinkedFile(file.Folder, file.Name, file.Size, key);
+      shard.AddLinkedFile(file.Folder, file.Name, file.Size, key, kBlocks * file.Size);
     else
-      shard.AddFile(file.Folder, file.Name, file.Size);
+      shard.AddFile(file.Folder, file.Name, file.Size, kBlocks * file.Size);
   }
 
   std::mt19937 FRandom;

@@ -93,6 +93,7 @@ TEST(VolumeStream, CarriesAnIndexWholeHoweverItIsCut) {
     const TReceived received = Received(bytes, atOnce);
     EXPECT_EQ(received.State, TStreamState::Done);
     EXPECT_EQ(received.Answer, answer) << atOnce;
+    EXPECT_EQ(received.Allocated, reading.Index.FolderAllocated(kRootFolder));
     EXPECT_EQ(received.Progress, std::vector{7});
   }
   EXPECT_EQ(Received(bytes.substr(0, bytes.size() - 1), 100).State, TStreamState::Reading);
