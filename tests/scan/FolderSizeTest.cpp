@@ -13,7 +13,6 @@
 
 #include <mutex>
 #include <semaphore>
-#include <thread>
 
 using testing::ElementsAre;
 
@@ -23,6 +22,7 @@ namespace {
 class TTracer : public TFolderVisitor {
  public:
   bool EntryFound(unsigned, const TFolderTask& folder, TFoundFile& found) override {
+    if (Hangs) Hangs->release(), Answer.acquire();  // as a call of the system on a mount whose server is gone
     const std::lock_guard lock(FLock);
     ++Entries;
     if (found.IsDirectory())
@@ -36,6 +36,8 @@ class TTracer : public TFolderVisitor {
     FFound.swap(next);
   }
 
+  std::binary_semaphore* Hangs = nullptr;
+  std::binary_semaphore Answer{0};
   QStringList Read;
   int Entries = 0;
   int ByOthers = 0;
@@ -45,32 +47,17 @@ class TTracer : public TFolderVisitor {
   std::vector<TFolderTask> FFound;
 };
 
-// Hangs, as a call of the system on a mount whose server is gone.
-class THanging : public TTracer {
- public:
-  bool EntryFound(unsigned, const TFolderTask&, TFoundFile&) override {
-    Hangs.release();
-    Answer.acquire();
-    return true;
-  }
-  std::binary_semaphore Hangs{0};
-  std::binary_semaphore Answer{0};
-};
-
 // The answers of a size thread, each as "folder size", the folder by its name.
-class TAnswers {
- public:
-  TAnswers()
-      : Window({{WM_FOLDERSIZE, [this](const TMessage& message) {
-                   const auto* const info = reinterpret_cast<const TFolderSizeInfo*>(message.LParam);
-                   Records << message.LParam;
-                   EXPECT_EQ(message.WParam, 0U);
-                   Log << u"%1 %2"_qs.arg(info->Path.section(PathDelim, Root)).arg(info->Size);
-                   if (WhenAnswered) WhenAnswered();
-                 }}}) {}
-
+struct TAnswers {
   [[nodiscard]] bool WaitFor(qsizetype count) {
-    return Clock.WaitUntil([&] { return Log.size() >= count; });
+    return TScanRecorder::WaitUntil([&] { return Log.size() >= count; });
+  }
+  void Take(const TMessage& message) {
+    const auto* const info = reinterpret_cast<const TFolderSizeInfo*>(message.LParam);
+    Records << message.LParam;
+    EXPECT_EQ(message.WParam, 0U);
+    Log << u"%1 %2"_qs.arg(info->Path.section(PathDelim, Root)).arg(info->Size);
+    if (WhenAnswered) WhenAnswered();
   }
 
   TTempTree Tree;
@@ -78,31 +65,10 @@ class TAnswers {
   std::function<void()> WhenAnswered;
   QStringList Log;
   QList<qintptr> Records;
-  TScanRecorder Clock;
-  TMessageWindow Window;
+  TMessageWindow Window{{{WM_FOLDERSIZE, [this](const TMessage& message) { Take(message); }}}};
 };
 
 }  // namespace
-
-// A link that leads into a tree that is summed anyhow, above it, or to a loop adds nothing where links are
-// entered; elsewhere each is as long as its text.
-TEST(FolderSize, OfLinks) {
-  TTempTree tree;
-  tree.MakeFile("top/sub/file", 10);
-  tree.MakeLink("top/loop", ".");
-  tree.MakeLink("top/sub/beside", "../sub");
-  tree.MakeFile("outside/deep/file", 100);
-  tree.MakeFile("outside/file", 1000);
-  tree.MakeLink("outside/deep/up", "..");
-  tree.MakeLink("top/1", "../outside/deep");
-  tree.MakeLink("top/2", "../outside");
-  tree.MakeLink("top/3", "../outside/deep");
-  TFolderCrew crew(3);
-  for (int round = 0; round < 20; ++round)
-    ASSERT_EQ(GetFolderSize(tree.Path("top"), crew), HasDrives() ? 1110U : 10 + 1 + 6 + 15 + 10 + 15);
-  EXPECT_EQ(GetFolderSize(tree.Path("missing"), crew), 0U);
-  EXPECT_EQ(GetFolderSize(QString(), crew), 0U) << "not the root of all";
-}
 
 TEST(FolderCrew, ReadsTheFirstTurnFirst) {
   TTempTree tree;
@@ -139,11 +105,12 @@ TEST(FolderCrew, AStopEndsARunWithinAFolder) {
   int entries = files;
   for (int round = 0; round < 300 && entries == files; ++round) {
     const auto tracer = std::make_shared<TTracer>();
-    auto crew = std::make_unique<TFolderCrew>(2);
-    crew->Begin({tree.Path() + PathDelim, 1, nullptr}, tracer);
-    crew->Stop();
-    EXPECT_FALSE(crew->Finish());
-    crew.reset();
+    {
+      TFolderCrew crew(2);
+      crew.Begin({tree.Path() + PathDelim, 1, nullptr}, tracer);
+      crew.Stop();
+      EXPECT_FALSE(crew.Finish());
+    }
     entries = tracer->Entries;
   }
   EXPECT_LT(entries, files);
@@ -152,21 +119,23 @@ TEST(FolderCrew, AStopEndsARunWithinAFolder) {
 TEST(FolderCrew, AThreadThatHangsIsLeftBehindWithWhatItUses) {
   TTempTree tree;
   tree.MakeFile("file", 1);
-  auto hanging = std::make_shared<THanging>();
-  const std::weak_ptr<THanging> lives = hanging;
+  std::binary_semaphore hangs{0};
+  auto hanging = std::make_shared<TTracer>();
+  hanging->Hangs = &hangs;
+  const std::weak_ptr<TTracer> lives = hanging;
   QElapsedTimer clock;
   {
     TFolderCrew crew(2);
     crew.Begin({tree.Path() + PathDelim, 1, nullptr}, hanging);
-    hanging->Hangs.acquire();
+    hangs.acquire();
     clock.start();
   }
   EXPECT_LT(clock.elapsed(), 5000);
-  THanging& left = *hanging;
+  TTracer& left = *hanging;
   hanging.reset();
   ASSERT_FALSE(lives.expired());
   left.Answer.release();
-  EXPECT_TRUE(TScanRecorder().WaitUntil([&] { return lives.expired(); }));
+  EXPECT_TRUE(TScanRecorder::WaitUntil([&] { return lives.expired(); }));
 }
 
 TEST(FolderSizeThread, AnswersItsQueueInOrderWithOneRecord) {
