@@ -1,4 +1,4 @@
-// What one walk finds, counts and posts, on real trees.
+// What one walk finds, counts and posts, on real trees, and how it is stopped.
 #include "ScanRecorder.h"
 #include "Truth.h"
 #include "fixtures/NativePath.h"
@@ -15,6 +15,7 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -239,4 +240,19 @@ TEST_F(TWalkerTest, NoDepthAndNoPathIsTooLong) {
   ASSERT_EQ(FWalker.FileCount(), 1);
   EXPECT_EQ(FWalker.Files()[0].Path + FWalker.Files()[0].Name, FTree.Path(bottom + "/file"));
   EXPECT_EQ(FRecorder.Paths.last().size(), 259) << "a path text is cut";
+}
+
+TEST_F(TWalkerTest, AStopEndsTheListingOfAFolderAndKeepsWhatCameBefore) {
+  MakeFiles("sub/", 3000);
+  for (int round = 0, cuts = 0; cuts < 5; ++round) {
+    ASSERT_LT(round, 200);
+    PumpMessages();
+    FRecorder.Clear();
+    std::thread walk([&] { FWalker.Scan(FTree.Path()); });
+    EXPECT_TRUE(FRecorder.WaitUntil([&] { return FRecorder.Paths.size() >= 2; }));
+    FWalker.Stop();
+    walk.join();
+    EXPECT_EQ(FWalker.Files().Count(), FWalker.FileCount());
+    if (FWalker.FileCount() < 3000) ++cuts;
+  }
 }
