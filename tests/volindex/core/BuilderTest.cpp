@@ -205,13 +205,5 @@ TEST(Builder, NamesWithoutATextAreAskedForAgain) {
   EXPECT_EQ(AnswerOf(builder.TakeIndex()).Files, (std::vector<TListed>{{7, "a"}}));
 }
 
-TEST(Builder, StopLeavesNothing) {
-  TIndexBuilder builder;
-  builder.Begin(1, TFolderOrder::Any);
-  builder.Shard(0).AddFile(kRootFolder, "a", 1);
-  EXPECT_EQ(builder.Finish(std::atomic<bool>(true)), TFinish::Stopped);
-  EXPECT_EQ(builder.TakeIndex().FileCount(), 0U);
-}
-
 }  // namespace
 }  // namespace volindex
