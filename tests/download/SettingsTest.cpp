@@ -34,8 +34,11 @@ constexpr char kProfile0[] = "[Profile0]\nPath=Profiles/abc.default\n[Profile1]\
 
 }  // namespace
 
-TEST_F(Settings, FindLineValueTakesTheFirstLineWithMarkerAndTerminator) {
-  const TRow rows[] = {
+// Of settings' content alone: the first line with marker and terminator; the string behind the key, where
+// bytes are counted and not decoded, the first byte is never part of a length, no digits are one of 0, and a
+// key may stand without a whole value; the first line of the key as it stands.
+TEST_F(Settings, ValuesAreFoundInTheContent) {
+  const TRow lines[] = {
       {"", u"none"_qs},
       {"a\nb key: \"v\" key: \"w\"\nkey: \"x\"", u"v"_qs},
       {"KEY: \"v\"\r\nkey:\"w\"\r\nkey: \"x\"\r\n", u"x"_qs},
@@ -45,32 +48,23 @@ TEST_F(Settings, FindLineValueTakesTheFirstLineWithMarkerAndTerminator) {
       {"key: \"a \\\"quoted\\\" b\"", u"a \\"_qs},
       {"key: \"caf\xc3\xa9\"", QString::fromLocal8Bit("caf\xc3\xa9")},
       {HasDrives() ? "key: \"\"" : "key: \"\xff\"", HasDrives() ? QString() : QChar(0xdcff)}};
-  for (const auto& [content, value] : rows)
+  for (const auto& [content, value] : lines)
     EXPECT_EQ(FindLineValue(content, "key: \"", '"').value_or(u"none"_qs), value) << content.constData();
-}
-
-// Bytes are counted, and not decoded. The first byte is never part of a length, no digits are one of 0, and a
-// key may stand without a whole value.
-TEST_F(Settings, DatStreamsGiveTheStringBehindTheKey) {
-  const TRow rows[] = {{"d4:name3:abc4:path5:C:\\dle", u"C:\\dl"_qs},
-                       {"d4:listl1:ai12e1:be4:dictd1:ki-3eee4:path2:/dd4:path2:/xe", u"/d"_qs},
-                       {"d4:pathi7e3:abci8ee", u"abc"_qs},
-                       {"d4:path5:caf\xc3\xa9", u"caf\u00c3\u00a9"_qs},
-                       {"d4:Path2:/de", u"none"_qs},
-                       {"4:path2:/de", u"none"_qs},
-                       {"", u"none"_qs},
-                       {"d4:pat", u"none"_qs},
-                       {"d4:path", {}},
-                       {"d4:path9:/d", {}},
-                       {"d4:pathx:4:path2:/de", {}},
-                       {"d2147483647:x4:path2:/d", u"none"_qs}};
-  for (const auto& [content, value] : rows)
+  const TRow streams[] = {{"d4:name3:abc4:path5:C:\\dle", u"C:\\dl"_qs},
+                          {"d4:listl1:ai12e1:be4:dictd1:ki-3eee4:path2:/dd4:path2:/xe", u"/d"_qs},
+                          {"d4:pathi7e3:abci8ee", u"abc"_qs},
+                          {"d4:path5:caf\xc3\xa9", u"caf\u00c3\u00a9"_qs},
+                          {"d4:Path2:/de", u"none"_qs},
+                          {"4:path2:/de", u"none"_qs},
+                          {"d4:pat", u"none"_qs},
+                          {"d4:path", {}},
+                          {"d4:path9:/d", {}},
+                          {"d4:pathx:4:path2:/de", {}},
+                          {"d2147483647:x4:path2:/d", u"none"_qs}};
+  for (const auto& [content, value] : streams)
     EXPECT_EQ(FindDatValue(content, u"path"_qs, u"none"_qs), value) << content.constData();
   EXPECT_THROW((void)FindDatValue("d2147483648:x", u"path"_qs, {}), TSettingsError);
-}
-
-TEST_F(Settings, KeyValueFilesGiveTheFirstLineOfTheKeyAsItStands) {
-  const TRow rows[] = {{"a=1\nDIR=/d l\ndir=/x\n", u"/d l"_qs},
+  const TRow keys[] = {{"a=1\nDIR=/d l\ndir=/x\n", u"/d l"_qs},
                        {"dir =/x\n dir=/y\r\ndir=  /z \r\n", u"  /z "_qs},
                        {"dir\n=dir\nxdir=/x\n", {}},
                        {"dir=a=b", u"a=b"_qs},
@@ -78,11 +72,8 @@ TEST_F(Settings, KeyValueFilesGiveTheFirstLineOfTheKeyAsItStands) {
                        {"dir=C\\:\\\\a\\\\b\\:", u"C:\\a\\b:"_qs},
                        {"dir=C:\\a;D:\\b", u"C:\\a;"_qs},
                        {"dir=/caf\xc3\xa9", QString::fromLocal8Bit("/caf\xc3\xa9")},
-                       {QByteArray("\xff\xfe"
-                                   "d\0i\0r\0=\0\xe5\x65",
-                                   12),
-                        u"日"_qs}};
-  for (const auto& [content, value] : rows)
+                       {QByteArray("\xff\xfe\x64\0i\0r\0=\0\xe5\x65", 12), u"日"_qs}};
+  for (const auto& [content, value] : keys)
     EXPECT_EQ(FindKeyValue(content, u"dir"_qs), value) << content.constData();
 }
 
