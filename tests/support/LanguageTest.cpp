@@ -108,10 +108,6 @@ QString SourceFile(const QString& name) {
   return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u'/' + name;
 }
 
-QStringList LanguageFiles() {
-  return QDir(SourceFile(u"data/Toolbox_Language"_qs)).entryList({u"*.lng"_qs}, QDir::Files, QDir::Name);
-}
-
 // Key, with its section before it, and text.
 std::vector<std::pair<QString, QString>> TextsOf(const QString& path) {
   TExtIniFile file;
@@ -127,30 +123,31 @@ std::vector<std::pair<QString, QString>> TextsOf(const QString& path) {
   return texts;
 }
 
-class TEachLanguage : public testing::TestWithParam<QString> {};
-INSTANTIATE_TEST_SUITE_P(All, TEachLanguage, testing::ValuesIn(LanguageFiles()), [](const auto& file) {
-  return QString(file.param).remove(u' ').chopped(4).toStdString();
-});
-
 }  // namespace
 
-TEST_P(TEachLanguage, HasTheKeysOfEnglishInTheirOrderAndTextsThatFitTheirPlaces) {
+TEST(LanguageFiles, HaveTheKeysOfEnglishInTheirOrderAndTextsThatFitTheirPlaces) {
   const QString folder = SourceFile(u"data/Toolbox_Language/"_qs);
-  const auto english = TextsOf(folder + u"English.lng"_qs), texts = TextsOf(folder + GetParam());
-  const QByteArray content = ReadWholeFile(folder + GetParam()).value_or(QByteArray());
-  EXPECT_TRUE(content.startsWith("\xef\xbb\xbf") && content.isValidUtf8());
-  ASSERT_EQ(texts.size(), english.size());
+  const auto english = TextsOf(folder + u"English.lng"_qs);
   const auto shape = [](const QString& text) {
     return std::tuple(text.isEmpty(), text.count(u"%s"_qs), text.endsWith(u"..."_qs), text.count(u'&'));
   };
-  std::set<QString> seen;  // keys, and letters of the menu bar
-  for (size_t i = 0; i < texts.size(); ++i) {
-    EXPECT_EQ(texts[i].first, english[i].first);
-    EXPECT_TRUE(seen.insert(texts[i].first.toLower()).second) << qPrintable(texts[i].first);
-    EXPECT_EQ(shape(texts[i].second), shape(english[i].second)) << qPrintable(texts[i].first);
-    const qsizetype mark = texts[i].second.indexOf(u'&');
-    EXPECT_TRUE(mark < 0 || seen.insert(texts[i].second.mid(mark, 2).toLower()).second)
-        << qPrintable(texts[i].first);
+  const QStringList files = QDir(folder).entryList({u"*.lng"_qs}, QDir::Files);
+  EXPECT_GT(files.size(), 1);
+  for (const QString& file : files) {
+    SCOPED_TRACE(file.toStdString());
+    const auto texts = TextsOf(folder + file);
+    const QByteArray content = ReadWholeFile(folder + file).value_or(QByteArray());
+    EXPECT_TRUE(content.startsWith("\xef\xbb\xbf") && content.isValidUtf8());
+    ASSERT_EQ(texts.size(), english.size());
+    std::set<QString> seen;  // keys, and letters of the menu bar
+    for (size_t i = 0; i < texts.size(); ++i) {
+      const auto& [key, text] = texts[i];
+      EXPECT_EQ(key, english[i].first);
+      EXPECT_EQ(shape(text), shape(english[i].second)) << qPrintable(key);
+      const qsizetype mark = text.indexOf(u'&');
+      EXPECT_TRUE(seen.insert(key.toLower()).second) << qPrintable(key);
+      EXPECT_TRUE(mark < 0 || seen.insert(text.mid(mark, 2).toLower()).second) << qPrintable(key);
+    }
   }
 }
 

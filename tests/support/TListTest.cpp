@@ -79,11 +79,8 @@ TEST(QuickSort, ExchangesWhatTheStepsExchangeInTheirOrder) {
 // each would not fit the stack.
 TEST(QuickSort, TheWorstOrderNeedsNoDeepStack) {
   TRecords records{{0}}, sorted;
-  for (int size = 2; size <= 8000; ++size) {
-    TRecord& middle = records[static_cast<size_t>(size - 1) / 2];
-    const TRecord moved = std::exchange(middle, {size});
-    records.push_back(moved);
-  }
+  for (int size = 2; size <= 8000; ++size)
+    records.push_back(std::exchange(records[static_cast<size_t>(size - 1) / 2], {size}));
   std::mutex guard;
   const std::unique_ptr<QThread> thread(QThread::create([&] {
     const std::lock_guard lock(guard);
