@@ -1,8 +1,7 @@
 #include "download/DownloadDirectoryScan.h"
 
-#include "download/BrowserSettings.h"
-#include "download/ConfigReaders.h"
 #include "download/DownloadApplication.h"
+#include "download/DownloadSettings.h"
 #include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"

@@ -2,9 +2,10 @@
 // window by posted messages (scan/ScanMessages.h). Made once and used for every scan.
 #pragma once
 
+#include "platform/FileEnumeration.h"
 #include "platform/Messages.h"
+#include "platform/PathText.h"
 #include "scan/ScanRecords.h"
-#include "scan/UnitTextProgressThread.h"
 #include "scan/Volindex.h"
 #include "support/TWorkerThread.h"
 #include "volindex/include/volindex.h"
@@ -16,6 +17,7 @@
 #include <atomic>
 #include <functional>
 #include <optional>
+#include <semaphore>
 
 // True while the first scan is to begin by itself; cleared at the end of every scan. The window's own flag.
 inline std::atomic<bool> AutoScan{false};
@@ -53,6 +55,38 @@ enum class TPathDisplay { Shown, None };
 // Gives the folders below the paths of a scan into which applications download, each once. Called on the scan
 // thread as a scan begins; may block on the file system and must not throw.
 using TFindLocations = std::function<QStringList(const QStringList& paths)>;
+
+// The path ticker: while a volume is read and no path is known, it wanders down the same volume at a gentle
+// pace and shows what it comes across. A sign of activity, with no part in any result.
+//
+// Owned by the scan thread's object through a TOwnedThread. Start and Stop come from the scan thread.
+class TTextProgressThread : public TWorkerThread {
+ public:
+  // The status window receives path texts.
+  explicit TTextProgressThread(TMessageWindow* statusWnd);
+
+  // Waits until a former wander has come to rest, then begins a new one half a second later. Blocks for that
+  // long.
+  void Start(const QString& path);
+
+  // The wander ends within one pause of it. Returns at once.
+  void Stop() { FStopped.store(true); }
+
+ protected:
+  ~TTextProgressThread() override { Finish(); }
+  void Execute() override;
+
+ private:
+  void VisitFolder(const QString& path);
+  void PostPathText(const QString& text);
+
+  QStringList FFolders;  // still to visit, the next one first
+  TFileEnumeration FEnumeration;
+  std::atomic<bool> FStopped{false};
+  TPathText FTextBuffer;
+  TMessageWindow* const FStatusWnd;
+  std::binary_semaphore FIdle{1};  // free while the thread is at rest
+};
 
 // Owned by the main thread, which calls everything public, through a TOwnedThread: a scan that hangs in the
 // file system is left behind by its owner's end. The results belong to the scan thread from Start to its

@@ -1,12 +1,42 @@
 #include "support/ExtIniFiles.h"
 
+#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "support/Korvel_Routine_New.h"
-#include "support/TextLines.h"
+
+#include <QLocale>
+#include <QStringConverter>
 
 #include <utility>
 
 namespace {
+
+struct TMark {
+  const char* Bytes;
+  QStringConverter::Encoding Encoding;
+};
+
+constexpr TMark kMarks[] = {
+    {"\xff\xfe", QStringConverter::Utf16LE},
+    {"\xfe\xff", QStringConverter::Utf16BE},
+    {"\xef\xbb\xbf", QStringConverter::Utf8},
+};
+
+QString Decoded(const QByteArray& content) {
+  for (const TMark& mark : kMarks) {
+    if (!content.startsWith(mark.Bytes)) continue;
+    const QByteArrayView text = QByteArrayView(content).sliced(QByteArrayView(mark.Bytes).size());
+    return QStringDecoder(mark.Encoding, QStringDecoder::Flag::ConvertInitialBom).decode(text);
+  }
+  return TextFromAnsi(content);
+}
+
+// Unit by unit, so that folding never changes a length.
+QString Folded(QString text) {
+  for (QChar& unit : text)
+    unit = unit.toCaseFolded();
+  return text;
+}
 
 QString Trimmed(const QString& text) {
   return TrimBelowChar(text, u' ');
@@ -23,6 +53,94 @@ QString WithoutBlanksRoundEquals(const QString& line) {
 }
 
 }  // namespace
+
+QStringList TextLines(const QByteArray& content) {
+  return Decoded(content).replace(u'\r', u'\n').split(u'\n', Qt::SkipEmptyParts);
+}
+
+QString THashedStringList::Name(int place) const {
+  const QString& line = FLines[place];
+  return line.left(qMax(line.indexOf(u'='), qsizetype{0}));
+}
+
+int THashedStringList::IndexOf(const QString& line) const {
+  if (!FTextIndex) {
+    FTextIndex.emplace();
+    for (int place = 0; place < FLines.size(); ++place)
+      FTextIndex->insert(Folded(FLines[place]), place);
+  }
+  return FTextIndex->value(Folded(line), -1);
+}
+
+int THashedStringList::IndexOfName(const QString& name) const {
+  if (!FNameIndex) {
+    FNameIndex.emplace();
+    for (int place = 0; place < FLines.size(); ++place)
+      if (FLines[place].contains(u'=')) FNameIndex->insert(Folded(Name(place)), place);
+  }
+  return FNameIndex->value(Folded(name), -1);
+}
+
+std::optional<QString> THashedStringList::Value(const QString& name) const {
+  const int place = IndexOfName(name);
+  if (place < 0) return std::nullopt;
+  return FLines[place].mid(name.size() + 1);
+}
+
+void THashedStringList::Assign(const QStringList& lines) {
+  FLines = lines;
+  Changed();
+}
+
+void THashedStringList::Add(const QString& line) {
+  FLines.append(line);
+  Changed();
+}
+
+void THashedStringList::Replace(int place, const QString& line) {
+  FLines[place] = line;
+  Changed();
+}
+
+void THashedStringList::Delete(int place) {
+  FLines.removeAt(place);
+  Changed();
+}
+
+void THashedStringList::Changed() {
+  FTextIndex.reset();
+  FNameIndex.reset();
+}
+
+int TCustomIniFile::ReadInteger(const QString& section, const QString& key, int defaultValue) const {
+  const QString text = ReadString(section, key, {});
+  const bool hexadecimal = text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive);
+  bool valid = false;
+  const int value = text.toInt(&valid, hexadecimal ? 16 : 10);
+  return valid ? value : defaultValue;
+}
+
+void TCustomIniFile::WriteInteger(const QString& section, const QString& key, int value) {
+  WriteString(section, key, QString::number(value));
+}
+
+bool TCustomIniFile::ReadBool(const QString& section, const QString& key, bool defaultValue) const {
+  return ReadInteger(section, key, defaultValue ? 1 : 0) != 0;
+}
+
+void TCustomIniFile::WriteBool(const QString& section, const QString& key, bool value) {
+  WriteInteger(section, key, value ? 1 : 0);
+}
+
+double TCustomIniFile::ReadFloat(const QString& section, const QString& key, double defaultValue) const {
+  bool valid = false;
+  const double value = ReadString(section, key, {}).toDouble(&valid);
+  return valid ? value : defaultValue;
+}
+
+void TCustomIniFile::WriteFloat(const QString& section, const QString& key, double value) {
+  WriteString(section, key, QString::number(value, 'g', QLocale::FloatingPointShortest));
+}
 
 void TExtIniFile::LoadFromFile(const QString& fileName) {
   const auto content = ReadWholeFile(fileName);

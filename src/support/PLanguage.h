@@ -2,7 +2,6 @@
 #pragma once
 
 #include "support/ExtIniFiles.h"
-#include "support/HashedStringList.h"
 
 #include <QString>
 

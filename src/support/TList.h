@@ -11,6 +11,14 @@
 #include <utility>
 #include <vector>
 
+inline void Prefetch([[maybe_unused]] const void* address) {
+#ifdef __has_builtin
+#if __has_builtin(__builtin_prefetch)
+  __builtin_prefetch(address);
+#endif
+#endif
+}
+
 // A comparer gives a negative number, 0 or a positive number as the left record comes before, with or
 // after the right one.
 template <typename T>

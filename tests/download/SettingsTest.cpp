@@ -1,8 +1,5 @@
 // What is read out of the settings of browsers and applications.
-#include "download/BrowserSettings.h"
-#include "download/ConfigReaders.h"
-#include "download/DatStream.h"
-#include "download/SettingsFile.h"
+#include "download/DownloadSettings.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"

@@ -6,7 +6,7 @@
 
 #include "platform/FileActions.h"
 #include "platform/FolderWatch.h"
-#include "support/DetachedTask.h"
+#include "support/TWorkerThread.h"
 
 #include <QString>
 

@@ -5,7 +5,7 @@
 
 #include <QObject>
 
-#include "support/DetachedTask.h"
+#include "support/TWorkerThread.h"
 #include "views/contents/ContentsFill.h"
 #include "views/contents/ContentsSort.h"
 #include "views/contents/Navigation.h"

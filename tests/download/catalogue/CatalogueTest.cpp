@@ -1,9 +1,9 @@
 // The catalogues of both systems: what holds for every entry, and what each finds in settings as its
 // application writes them (samples/<system>/<application>/, in few lines). The line "application: folder" in
 // samples/<system>/folders names the folder that these settings name.
-#include "download/ConfigReaders.h"
 #include "download/DownloadApplication.h"
 #include "download/DownloadDirectoryScan.h"
+#include "download/DownloadSettings.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"

@@ -1,6 +1,5 @@
 // The input is a browser's preferences, a file of lines "key=value" and a stream of length-prefixed strings.
-#include "download/BrowserSettings.h"
-#include "download/ConfigReaders.h"
+#include "download/DownloadSettings.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,7 @@
 // What is read from the registry itself.
 #include "download/CatalogueMaker.h"
-#include "download/ConfigReaders.h"
 #include "download/DownloadDirectoryScan.h"
+#include "download/DownloadSettings.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
 #include "fixtures/windows/RegistryKey.h"

@@ -4,7 +4,6 @@
 
 #include "controls/list/model/EventScope.h"
 #include "controls/list/model/ListItem.h"
-#include "support/Prefetch.h"
 #include "support/TList.h"
 
 #include <functional>
