@@ -22,6 +22,7 @@ TRegistryRoot RootOf(const QString& name) {
 
 // Unit by unit, as a path may hold surrogates that are no text.
 QString RegistryText(const TRegistryValue& value) {
+  // A numeric value or one with variables is no folder; types that the reader has no name for pass as text.
   if (value.Type != TRegistryType::String && value.Type != TRegistryType::Unknown) return {};
   const QString text(reinterpret_cast<const QChar*>(value.Bytes.constData()), value.Bytes.size() / 2);
   return text.left(text.indexOf(QChar()));
@@ -42,6 +43,7 @@ QString DownloadDirIn(const QString& prefs, QByteArrayView marker) {
 
 }  // namespace
 
+// The preferences of a browser can be longer than the usual bound of a file that is read whole.
 QByteArray ReadSettingsFile(const QString& file) {
   const auto content = ReadWholeFile(file, std::numeric_limits<int>::max());
   if (!content) throw TSettingsError("can't read " + file.toStdString());
@@ -79,9 +81,12 @@ QString ReadFromXml(const QString& file, const QString& path, const QString& def
 QString FindKeyValue(const QByteArray& content, const QString& key) {
   for (const QString& line : TextLines(content)) {
     const qsizetype equals = line.indexOf(u'=');
+    // The blanks round the '=' belong to key and value: such files are written by programs, without any.
     if (equals < 0 || CompareText(line.left(equals), key) != 0) continue;
     QString value = line.mid(equals + 1);
+    // Only a backslash and a colon are written escaped in the paths that these files hold.
     value.replace(u"\\\\"_qs, u"\\"_qs).replace(u"\\:"_qs, u":"_qs);
+    // Of a list of folders the first one counts, its semicolon included.
     const qsizetype semicolon = value.indexOf(u';');
     return semicolon < 0 ? value : value.left(semicolon + 1);
   }
@@ -90,7 +95,7 @@ QString FindKeyValue(const QByteArray& content, const QString& key) {
 
 QString FindDatValue(QByteArrayView bytes, const QString& key, const QString& defaultValue) {
   QString token;
-  qsizetype position = 1;
+  qsizetype position = 1;  // behind the letter that opens the outer dictionary
   while (position < bytes.size()) {
     position = NextDatToken(bytes, position, token);
     if (position == 0) break;
@@ -102,6 +107,10 @@ QString FindDatValue(QByteArrayView bytes, const QString& key, const QString& de
   return defaultValue;
 }
 
+// The layout is "<digits>:<that many bytes>", one behind the other. What stands between two strings (the
+// letters that open lists and dictionaries, numbers) is not taken apart: the digits are read backwards from
+// the colon, so that whatever is ahead of them is passed over. Neither letters nor numbers hold a colon; one
+// in a string is stepped over with the string.
 qsizetype NextDatToken(QByteArrayView bytes, qsizetype position, QString& token) {
   token.clear();
   const auto colon = std::find(bytes.begin() + std::min(position, bytes.size()), bytes.end(), ':');
@@ -118,6 +127,7 @@ int TrailingNumber(QByteArrayView bytes) {
   const auto digits = std::find_if_not(bytes.rbegin(), bytes.rend(), isDigit).base();
   qint64 number = 0;
   for (auto digit = digits; digit != bytes.end(); ++digit) {
+    // Checked at each digit, so that no count of digits overflows the wider type.
     number = number * 10 + (*digit - '0');
     if (number > std::numeric_limits<int>::max()) throw TSettingsError("a length beyond all bounds");
   }
@@ -154,6 +164,7 @@ QString GetChromeDownloadDir() {
 std::optional<QString> FindLineValue(QByteArrayView text, QByteArrayView marker, char terminator) {
   for (auto begin = text.begin(); begin != text.end();) {
     const auto end = std::find_if(begin, text.end(), EndsLine);
+    // Within the line alone: a marker or value that runs on into the next one is none.
     const auto found = std::search(begin, end, marker.begin(), marker.end());
     if (found != end) {
       const auto value = found + marker.size();

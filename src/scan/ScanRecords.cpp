@@ -16,6 +16,7 @@ void TFileBlockMaker::Add(QStringView name, quint64 size) {
   FEnds.push_back(static_cast<quint32>(FTexts.size()));
 }
 
+// What is aligned most strictly comes first, so that nothing stands between the three parts.
 TFileBlock TFileBlockMaker::Take(const QString& path) {
   TFileBlock block;
   if (Count() == 0) return block;
@@ -29,12 +30,16 @@ TFileBlock TFileBlockMaker::Take(const QString& path) {
   std::memcpy(block.FMemory.get() + sizes, FEnds.data(), ends);
   std::memcpy(block.FMemory.get() + sizes + ends, FTexts.data(), texts);
   block.FMade = block.FCount = Count();
+  // Which keeps their room for the next block.
   FSizes.clear();
   FEnds.clear();
   FTexts.clear();
   return block;
 }
 
+// What is left of a chunk that is too short for the next block is given up: a block is never in two pieces.
+// The pointer handed out shares the chunk's count, so that the chunk lives as long as the longest-lived block
+// in it.
 std::shared_ptr<std::byte> TFileBlockMaker::Allocate(size_t bytes) {
   constexpr size_t kChunk = size_t{256} << 10;
   if (FChunkSize - FChunkUsed < bytes) {
@@ -57,6 +62,7 @@ TFileInfo TFileList::operator[](int index) const {
   if (index < 0 || index >= Count()) throw std::out_of_range("TFileList: argument out of range");
   const auto place = std::upper_bound(FEnds.begin(), FEnds.end(), index) - FEnds.begin();
   const TFileBlock& block = FBlocks[static_cast<size_t>(place)];
+  // A block that was truncated after a stop ends where the list says, not where its memory does.
   const int within = index - (FEnds[static_cast<size_t>(place)] - block.Count());
   return {block.Path(), block.NameOf(within).toString(), block.SizeOf(within)};
 }

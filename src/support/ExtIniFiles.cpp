@@ -22,6 +22,8 @@ constexpr TMark kMarks[] = {
     {"\xef\xbb\xbf", QStringConverter::Utf8},
 };
 
+// The longer marks need not come first, since none begins with another. A byte that is no text in the
+// encoding of its mark becomes the replacement character; half a letter at the end is dropped.
 QString Decoded(const QByteArray& content) {
   for (const TMark& mark : kMarks) {
     if (!content.startsWith(mark.Bytes)) continue;
@@ -64,6 +66,7 @@ QString THashedStringList::Name(int place) const {
 }
 
 int THashedStringList::IndexOf(const QString& line) const {
+  // Later lines overwrite earlier ones in the index: the one added last is found.
   if (!FTextIndex) {
     FTextIndex.emplace();
     for (int place = 0; place < FLines.size(); ++place)
@@ -84,6 +87,7 @@ int THashedStringList::IndexOfName(const QString& name) const {
 std::optional<QString> THashedStringList::Value(const QString& name) const {
   const int place = IndexOfName(name);
   if (place < 0) return std::nullopt;
+  // Folding changes no length, so that the name asked for is as long as the line's own.
   return FLines[place].mid(name.size() + 1);
 }
 
@@ -143,6 +147,7 @@ void TCustomIniFile::WriteFloat(const QString& section, const QString& key, doub
 }
 
 void TExtIniFile::LoadFromFile(const QString& fileName) {
+  // Read as a whole before anything is dropped, so that a failure changes nothing.
   const auto content = ReadWholeFile(fileName);
   if (!content) throw TIniFileError("can't read " + fileName.toStdString());
   SetStrings(TextLines(*content));
@@ -154,6 +159,8 @@ void TExtIniFile::SetStrings(const QStringList& lines) {
   for (const QString& untrimmed : lines) {
     const QString line = Trimmed(untrimmed);
     if (line.isEmpty() || line.startsWith(u';')) continue;
+    // A bracket that is closed further to the left makes no head: such a line belongs to the section before
+    // it.
     if (IsSectionHead(line)) {
       section = &AddSection(Trimmed(line.mid(1, line.size() - 2)));
     } else if (section != nullptr) {

@@ -39,7 +39,7 @@ void TWorkerThread::Suspend() {
 
 void TWorkerThread::Finish() {
   Terminate();
-  Resume();
+  Resume();  // a suspended thread has to wake to see that it is to end
   if (FThread.joinable()) FThread.join();
 }
 
@@ -112,6 +112,7 @@ class TDetachedTask::TJob : public TLine {
 
   void Abandon() {
     FAbandoned.store(true);
+    // From here on no answer reaches the window, not even one that the work is just telling.
     FLine.Close();
   }
 
@@ -132,7 +133,7 @@ class TDetachedTask::TJob : public TLine {
 TDetachedTask::TDetachedTask() : FWindow({{kAnswer, [this](const TMessage&) { (void)TakeOne(); }}}) {}
 
 TDetachedTask::~TDetachedTask() {
-  const std::shared_ptr<TJob> job = FJob;
+  const std::shared_ptr<TJob> job = FJob;  // which Abandon lets go
   Abandon();
   if (job) job->WaitForEnd(kLongestWait);
 }
