@@ -54,76 +54,57 @@ struct TCatalogue {
 
 const QString kSystems[] = {u"linux"_qs, u"windows"_qs};
 
-// The elements that have a value, by kind. On Linux, which has no registry, an entry of kind "reg" is there
-// for its default alone.
-const QStringList kElements = QStringLiteral(
-                                  "RegistryInfo/RegistryRegType RegistryInfo/RegistryRootKey "
-                                  "RegistryInfo/RegistryKeyPath RegistryInfo/RegistryKeyName "
-                                  "ConfigInfo/ConfigDirectory ConfigInfo/ConfigPath ConfigInfo/ConfigSection "
-                                  "ConfigInfo/ConfigName InstallInfo/RegistryRootKey "
-                                  "InstallInfo/RegistryKeyPath InstallInfo/RegistryKeyName")
-                                  .split(u' ');
-bool HasValue(const QString& element, const QString& kind, bool installed) {
-  if (element.startsWith(u"RegistryInfo"_qs)) return kind == u"reg";
-  if (element.startsWith(u"InstallInfo"_qs)) return installed;
-  return kind == u"ini" || (kind != u"reg" && element != (kind == u"xml" ? u"ConfigInfo/ConfigName"
-                                                                         : u"ConfigInfo/ConfigSection"));
-}
-
-// An element missing or standing twice would be read as empty or by its first place only.
-TEST(Catalogue, EveryElementStandsOnceAndHasAValueWhereItsKindNeedsOne) {
+// An element missing or standing twice would be read as empty or by its first place only; a variable that the
+// system does not set, or the other system's delimiter, would find nothing. On Linux, which has no registry,
+// an entry of kind "reg" is there for its default alone.
+TEST(Catalogue, EveryElementStandsOnceAndHasAValueOfItsSystemWhereItsKindNeedsOne) {
   for (const QString& system : kSystems) {
     const TCatalogue catalogue{system};
+    const bool windows = catalogue.FWindows;
+    const QString path =
+        windows
+            ? uR"(%(APPDATA|LOCALAPPDATA|USERPROFILE|ProgramData|ProgramFiles(\(x86\))?)%([^%/]*[^%/\\])?)"_qs
+            : uR"(%(HOMEPATH|APPDATA|LOCALAPPDATA)%([^%\\]*[^%/\\])?)"_qs;
+    const QString all = u"ini dat keyvalue xml reg"_qs, files = u"ini dat keyvalue xml"_qs;
+    const QString registry = windows ? u"reg"_qs : u"none"_qs, install = u"InstallFolder"_qs, any = u".+"_qs;
+    const QString rootKey = u"HKEY_CURRENT_USER|HKEY_LOCAL_MACHINE"_qs;  // any other means the current user's
+    const struct {
+      QString Element, NeededBy, Shape;
+    } rows[] = {{u"RegistryInfo/RegistryRegType"_qs, registry, any},
+                {u"RegistryInfo/RegistryRootKey"_qs, registry, rootKey},
+                {u"RegistryInfo/RegistryKeyPath"_qs, registry, any},
+                {u"RegistryInfo/RegistryKeyName"_qs, registry, any},
+                {u"ConfigInfo/ConfigDirectory"_qs, files, install + u'|' + path},
+                {u"ConfigInfo/ConfigPath"_qs, files, windows ? u"[^/]+"_qs : u"[^\\\\]+"_qs},
+                {u"ConfigInfo/ConfigSection"_qs, u"ini xml"_qs, any},
+                {u"ConfigInfo/ConfigName"_qs, u"ini dat keyvalue"_qs, any},
+                {u"InstallInfo/RegistryRootKey"_qs, install, rootKey},
+                {u"InstallInfo/RegistryKeyPath"_qs, install, any},
+                {u"InstallInfo/RegistryKeyName"_qs, install, any},
+                {u"./DefaultDownloadPath"_qs, all, u"("_qs + path + u")?"_qs},
+                {u"./DownloadDriveLetter"_qs, all, u".*"_qs}};
     const TXmlElement root = LoadXml(catalogue.FFile);
     QStringList names;
     for (int i = 0; i < root.ChildCount(u"Application"_qs); ++i) {
       const TXmlElement application = root.ChildAt(u"Application"_qs, i);
-      const QString name = application.Attribute(u"Name"_qs);
       const QString kind = application.Attribute(u"ConfigInfoFrom"_qs);
-      ASSERT_TRUE(u"ini dat keyvalue xml reg"_qs.split(u' ').contains(kind)) << qPrintable(name);
-      names.append(name);
-      const bool installed =
-          application.Child(u"ConfigInfo"_qs).Child(u"ConfigDirectory"_qs).Attribute(u"Value"_qs) ==
-          u"InstallFolder";
-      for (const QString& path : kElements) {
-        const TXmlElement parent = application.Child(path.section(u'/', 0, 0));
-        const QString value = parent.Child(path.section(u'/', 1)).Attribute(u"Value"_qs);
-        const bool needed = HasValue(path, kind, installed) && (kind != u"reg" || catalogue.FWindows);
-        EXPECT_EQ(parent.ChildCount(path.section(u'/', 1)), 1) << qPrintable(name + u' ' + path);
-        EXPECT_EQ(value.isEmpty(), !needed) << qPrintable(name + u' ' + path);
-        EXPECT_TRUE(!path.endsWith(u"RootKey") || !needed || value == u"HKEY_CURRENT_USER" ||
-                    value == u"HKEY_LOCAL_MACHINE")
-            << qPrintable(name) << ": any other means the current user's";
+      const QString folder =
+          application.Child(u"ConfigInfo"_qs).Child(u"ConfigDirectory"_qs).Attribute(u"Value"_qs);
+      names.append(application.Attribute(u"Name"_qs));
+      ASSERT_TRUE(all.split(u' ').contains(kind)) << qPrintable(names.last());
+      for (const auto& [element, neededBy, shape] : rows) {
+        const QString parent = element.section(u'/', 0, 0), name = element.section(u'/', 1);
+        const TXmlElement holder = parent == u"." ? application : application.Child(parent);
+        const QString value = holder.Child(name).Attribute(u"Value"_qs);
+        const bool needed = neededBy.split(u' ').contains(kind) || (neededBy == install && folder == install);
+        const QString pattern = QRegularExpression::anchoredPattern(needed ? shape : QString());
+        EXPECT_EQ(holder.ChildCount(name), 1) << qPrintable(names.last() + u' ' + element);
+        EXPECT_TRUE(QRegularExpression(pattern).match(value).hasMatch())
+            << qPrintable(names.last() + u' ' + element + u' ' + value);
       }
-      EXPECT_EQ(application.ChildCount(u"DefaultDownloadPath"_qs), 1) << qPrintable(name);
-      EXPECT_EQ(application.ChildCount(u"DownloadDriveLetter"_qs), 1) << qPrintable(name);
     }
     EXPECT_GT(names.size(), 10);
     EXPECT_EQ(names.removeDuplicates(), 0);
-  }
-}
-
-// A variable that the system does not set, or the other system's delimiter, would find nothing.
-TEST(Catalogue, PathsAreOfThisSystem) {
-  for (const QString& system : kSystems) {
-    const TCatalogue catalogue{system};
-    const QStringList variables =
-        (catalogue.FWindows ? u"APPDATA LOCALAPPDATA USERPROFILE ProgramData ProgramFiles "
-                              u"ProgramFiles(x86)"_qs
-                            : u"HOMEPATH APPDATA LOCALAPPDATA"_qs)
-            .split(u' ');
-    const QChar foreign = catalogue.FWindows ? u'/' : u'\\';
-    const QRegularExpression shape(u"^%([^%]+)%([^%]*[^%/\\\\])?$"_qs);
-    for (const TXMLApplicationType& application : catalogue.Applications()) {
-      const TXMLConfigInfoType config = application.ConfigInfo();
-      EXPECT_FALSE(config.ConfigPath().Value().contains(foreign)) << qPrintable(application.Name());
-      for (const QString& path :
-           {config.ConfigDirectory().Value(), application.DefaultDownloadPath().Value()}) {
-        const bool isPath = !path.isEmpty() && path != u"InstallFolder";
-        EXPECT_TRUE(!isPath || (variables.contains(shape.match(path).captured(1)) && !path.contains(foreign)))
-            << qPrintable(application.Name()) << ' ' << qPrintable(path);
-      }
-    }
   }
 }
 
