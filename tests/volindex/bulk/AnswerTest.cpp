@@ -178,6 +178,14 @@ TEST(BtrfsTree, LargestAreFoundAmongManyEqualOnes) {
   EXPECT_EQ(outcome.Answer, AnswerOf(files, folders));
 }
 
+// A file of that name in a folder, of whose name the last bytes are missing.
+void AddFile(TBuffer& tree, std::uint64_t folder, std::string_view name, std::size_t missing = 0) {
+  TBuffer content = btrfs::NameOf(name);
+  content.resize(content.size() - missing);
+  btrfs::AddInode(tree, 400, 0100644, 1);
+  btrfs::AddItem(tree, {400, btrfs::kNames, folder}, content);
+}
+
 TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
   using namespace btrfs;
   const struct {
@@ -198,23 +206,9 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
        }},
       {"an inode of no kind", [](auto& source) { AddInode(source.Tree, 400, 0, 0); }},
       {"a length below 0", [](auto& source) { AddInode(source.Tree, 400, 0100644, ~std::uint64_t{0}); }},
-      {"a name with a delimiter",
-       [](auto& source) {
-         AddInode(source.Tree, 400, 0100644, 1);
-         AddItem(source.Tree, {400, kNames, 256}, NameOf("a/b"));
-       }},
-      {"a cut name",
-       [](auto& source) {
-         AddInode(source.Tree, 400, 0100644, 1);
-         TBuffer name = NameOf("abc");
-         name.pop_back();
-         AddItem(source.Tree, {400, kNames, 256}, name);
-       }},
-      {"a folder that is the file system's own",
-       [](auto& source) {
-         AddInode(source.Tree, 400, 0100644, 1);
-         AddItem(source.Tree, {400, kNames, 255}, NameOf("a"));
-       }},
+      {"a name with a delimiter", [](auto& source) { AddFile(source.Tree, 256, "a/b"); }},
+      {"a cut name", [](auto& source) { AddFile(source.Tree, 256, "abc", 1); }},
+      {"a folder that is the file system's own", [](auto& source) { AddFile(source.Tree, 255, "a"); }},
       {"two names where one is told",
        [](auto& source) {
          AddEntry(source.Tree, 310, 2, 400, "a");
@@ -226,11 +220,7 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
          AddItem(source.Tree, {400, kNames, 310}, names);
        }},
       {"entries of what is no folder", [](auto& source) { AddEntry(source.Tree, 301, 9, 257, "file"); }},
-      {"a name that its folder does not list",
-       [](auto& source) {
-         AddInode(source.Tree, 400, 0100644, 1);
-         AddItem(source.Tree, {400, kNames, 258}, NameOf("a"));
-       }},
+      {"a name that its folder does not list", [](auto& source) { AddFile(source.Tree, 258, "a"); }},
       {"a file that is deleted but open", [](auto& source) { AddInode(source.Tree, 400, 0100644, 1, 0); },
        Done},
       {"names of an inode that is gone",
@@ -238,12 +228,7 @@ TEST(BtrfsTree, WhatDoesNotHoldTogetherIsHandedOver) {
          AddItem(source.Tree, {400, kNames, 256}, NameOf("a"));
        },
        Done},
-      {"something in a folder that is gone",
-       [](auto& source) {
-         AddInode(source.Tree, 400, 0100644, 1);
-         AddItem(source.Tree, {400, kNames, 350}, NameOf("a"));
-       },
-       Done},
+      {"something in a folder that is gone", [](auto& source) { AddFile(source.Tree, 350, "a"); }, Done},
   };
   for (const auto& row : kRows) {
     TSmallTree source;
