@@ -54,35 +54,42 @@ struct TCatalogue {
 
 const QString kSystems[] = {u"linux"_qs, u"windows"_qs};
 
+const QString kKinds = u"ini dat keyvalue xml reg"_qs, kInstall = u"InstallFolder"_qs;
+
+// An element of an entry, the kinds of entries that need a value in it, and what the value looks like.
+struct TElementRule {
+  QString Element, NeededBy, Shape;
+};
+
+// On Linux, which has no registry, an entry of kind "reg" is there for its default alone.
+std::vector<TElementRule> ElementRules(bool windows) {
+  const QString path =
+      windows
+          ? uR"(%(APPDATA|LOCALAPPDATA|USERPROFILE|ProgramData|ProgramFiles(\(x86\))?)%([^%/]*[^%/\\])?)"_qs
+          : uR"(%(HOMEPATH|APPDATA|LOCALAPPDATA)%([^%\\]*[^%/\\])?)"_qs;
+  const QString files = u"ini dat keyvalue xml"_qs;
+  const QString registry = windows ? u"reg"_qs : u"none"_qs, any = u".+"_qs;
+  const QString rootKey = u"HKEY_CURRENT_USER|HKEY_LOCAL_MACHINE"_qs;  // any other means the current user's
+  return {{u"RegistryInfo/RegistryRegType"_qs, registry, any},
+          {u"RegistryInfo/RegistryRootKey"_qs, registry, rootKey},
+          {u"RegistryInfo/RegistryKeyPath"_qs, registry, any},
+          {u"RegistryInfo/RegistryKeyName"_qs, registry, any},
+          {u"ConfigInfo/ConfigDirectory"_qs, files, kInstall + u'|' + path},
+          {u"ConfigInfo/ConfigPath"_qs, files, windows ? u"[^/]+"_qs : u"[^\\\\]+"_qs},
+          {u"ConfigInfo/ConfigSection"_qs, u"ini xml"_qs, any},
+          {u"ConfigInfo/ConfigName"_qs, u"ini dat keyvalue"_qs, any},
+          {u"InstallInfo/RegistryRootKey"_qs, kInstall, rootKey},
+          {u"InstallInfo/RegistryKeyPath"_qs, kInstall, any},
+          {u"InstallInfo/RegistryKeyName"_qs, kInstall, any},
+          {u"./DefaultDownloadPath"_qs, kKinds, u"("_qs + path + u")?"_qs},
+          {u"./DownloadDriveLetter"_qs, kKinds, u".*"_qs}};
+}
+
 // An element missing or standing twice would be read as empty or by its first place only; a variable that the
-// system does not set, or the other system's delimiter, would find nothing. On Linux, which has no registry,
-// an entry of kind "reg" is there for its default alone.
+// system does not set, or the other system's delimiter, would find nothing.
 TEST(Catalogue, EveryElementStandsOnceAndHasAValueOfItsSystemWhereItsKindNeedsOne) {
   for (const QString& system : kSystems) {
     const TCatalogue catalogue{system};
-    const bool windows = catalogue.FWindows;
-    const QString path =
-        windows
-            ? uR"(%(APPDATA|LOCALAPPDATA|USERPROFILE|ProgramData|ProgramFiles(\(x86\))?)%([^%/]*[^%/\\])?)"_qs
-            : uR"(%(HOMEPATH|APPDATA|LOCALAPPDATA)%([^%\\]*[^%/\\])?)"_qs;
-    const QString all = u"ini dat keyvalue xml reg"_qs, files = u"ini dat keyvalue xml"_qs;
-    const QString registry = windows ? u"reg"_qs : u"none"_qs, install = u"InstallFolder"_qs, any = u".+"_qs;
-    const QString rootKey = u"HKEY_CURRENT_USER|HKEY_LOCAL_MACHINE"_qs;  // any other means the current user's
-    const struct {
-      QString Element, NeededBy, Shape;
-    } rows[] = {{u"RegistryInfo/RegistryRegType"_qs, registry, any},
-                {u"RegistryInfo/RegistryRootKey"_qs, registry, rootKey},
-                {u"RegistryInfo/RegistryKeyPath"_qs, registry, any},
-                {u"RegistryInfo/RegistryKeyName"_qs, registry, any},
-                {u"ConfigInfo/ConfigDirectory"_qs, files, install + u'|' + path},
-                {u"ConfigInfo/ConfigPath"_qs, files, windows ? u"[^/]+"_qs : u"[^\\\\]+"_qs},
-                {u"ConfigInfo/ConfigSection"_qs, u"ini xml"_qs, any},
-                {u"ConfigInfo/ConfigName"_qs, u"ini dat keyvalue"_qs, any},
-                {u"InstallInfo/RegistryRootKey"_qs, install, rootKey},
-                {u"InstallInfo/RegistryKeyPath"_qs, install, any},
-                {u"InstallInfo/RegistryKeyName"_qs, install, any},
-                {u"./DefaultDownloadPath"_qs, all, u"("_qs + path + u")?"_qs},
-                {u"./DownloadDriveLetter"_qs, all, u".*"_qs}};
     const TXmlElement root = LoadXml(catalogue.FFile);
     QStringList names;
     for (int i = 0; i < root.ChildCount(u"Application"_qs); ++i) {
@@ -91,12 +98,13 @@ TEST(Catalogue, EveryElementStandsOnceAndHasAValueOfItsSystemWhereItsKindNeedsOn
       const QString folder =
           application.Child(u"ConfigInfo"_qs).Child(u"ConfigDirectory"_qs).Attribute(u"Value"_qs);
       names.append(application.Attribute(u"Name"_qs));
-      ASSERT_TRUE(all.split(u' ').contains(kind)) << qPrintable(names.last());
-      for (const auto& [element, neededBy, shape] : rows) {
+      ASSERT_TRUE(kKinds.split(u' ').contains(kind)) << qPrintable(names.last());
+      for (const auto& [element, neededBy, shape] : ElementRules(catalogue.FWindows)) {
         const QString parent = element.section(u'/', 0, 0), name = element.section(u'/', 1);
         const TXmlElement holder = parent == u"." ? application : application.Child(parent);
         const QString value = holder.Child(name).Attribute(u"Value"_qs);
-        const bool needed = neededBy.split(u' ').contains(kind) || (neededBy == install && folder == install);
+        const bool needed =
+            neededBy.split(u' ').contains(kind) || (neededBy == kInstall && folder == kInstall);
         const QString pattern = QRegularExpression::anchoredPattern(needed ? shape : QString());
         EXPECT_EQ(holder.ChildCount(name), 1) << qPrintable(names.last() + u' ' + element);
         EXPECT_TRUE(QRegularExpression(pattern).match(value).hasMatch())

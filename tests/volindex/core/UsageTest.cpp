@@ -69,6 +69,16 @@ uint64_t Left(const TTallyscopeUsage& usage) {
   return usage.VolumeUsed - usage.Allocated;
 }
 
+// What was deleted is freed a little later, behind the scenes.
+TTallyscopeUsage UsageOnceFreed(const std::string& reader, const std::string& root, uint64_t mostLeft) {
+  TTallyscopeUsage usage = UsageBy(reader.c_str(), root);
+  for (int i = 0; i < 300 && Left(usage) > mostLeft; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    usage = UsageBy(reader.c_str(), root);
+  }
+  return usage;
+}
+
 // Holes, several names, what a mount hides and what is deleted but open.
 class VolumeUsage : public testing::TestWithParam<TKind> {};
 
@@ -102,11 +112,7 @@ TEST_P(VolumeUsage, AddsUpAndAgreesWithTheTool) {
     fs::remove(root + "/gone");
   }
   umount((root + "/hides").c_str());
-  TTallyscopeUsage last = UsageBy(kind.Reader, root);
-  for (int i = 0; i < 300 && Left(last) > Left(bulk); ++i) {  // what was deleted is freed a little later
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    last = UsageBy(kind.Reader, root);
-  }
+  const TTallyscopeUsage last = UsageOnceFreed(kind.Reader, root, Left(bulk));
   EXPECT_EQ(last.Allocated, kKnown + 25 * 4096 + kind.OddInBulk) << "with what was hidden";
   std::string said;
   ASSERT_TRUE(Try("root=" + root + "; device=$(findmnt -no SOURCE $root); " + kind.Tool, said)) << said;
