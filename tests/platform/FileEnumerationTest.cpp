@@ -1,22 +1,13 @@
+// What folders hold and what stands at a path.
 #include "platform/FileEnumeration.h"
 
-#include "fixtures/Listing.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
-#include "fixtures/TempTree.h"
-#include "platform/Paths.h"
-
-#include <gmock/gmock.h>
+#include "PlatformTest.h"
+#include "platform/FileTests.h"
 
 #include <QDateTime>
 #include <QFile>
 
-#include <map>
-
 namespace {
-
-using ::testing::IsEmpty;
-using ::testing::UnorderedElementsAre;
 
 std::map<QByteArray, TFoundFile> EntriesIn(const QString& folder) {
   std::map<QByteArray, TFoundFile> entries;
@@ -27,27 +18,9 @@ std::map<QByteArray, TFoundFile> EntriesIn(const QString& folder) {
   return entries;
 }
 
-struct TExpected {
-  QByteArray Name;
-  unsigned Attributes;
-  quint64 Size;
-};
-
 // A file is marked as one to be archived on Windows.
-constexpr unsigned kAttributeArchive = 0x20;
-
 unsigned OfFile(unsigned attributes) {
-  return HasDrives() ? attributes | kAttributeArchive : attributes;
-}
-
-void ExpectEntries(const QString& folder, const std::vector<TExpected>& expected) {
-  const auto entries = EntriesIn(folder);
-  EXPECT_EQ(entries.size(), expected.size());
-  for (const auto& row : expected) {
-    ASSERT_TRUE(entries.contains(row.Name)) << row.Name.data();
-    EXPECT_EQ(entries.at(row.Name).Attributes, row.Attributes) << row.Name.data();
-    EXPECT_EQ(entries.at(row.Name).Size, row.Size) << row.Name.data();
-  }
+  return HasDrives() ? attributes | 0x20 : attributes;
 }
 
 TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
@@ -61,29 +34,32 @@ TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
   tree.MakeFolder("locked folder");
   const QByteArray locked = tree.Hide("locked folder");
   tree.MakeReadOnly(locked);
-  tree.MakeFile("doubled", 7);
-  tree.MakeHardLink("second name", "doubled");
+  tree.MakeHardLink("second name", "plain");
   tree.MakeHole("hole", qint64{5} << 30);
   tree.MakeSystemEntry("of the system");
   tree.MakeLink("link to folder", "folder");
 
-  const auto entries = EntriesIn(tree.Path());
-  const unsigned sparse = 0x200;  // where the file system has holes
-  // Wine marks no folder as read-only.
+  auto entries = EntriesIn(tree.Path());
+  // Not every file system has holes; Wine marks no folder as read-only.
+  const unsigned sparse = entries["hole"].Attributes & 0x200;
   const unsigned lockedBit =
-      HasDrives() ? entries.at(locked).Attributes & kAttributeReadOnly : kAttributeReadOnly;
-  ExpectEntries(tree.Path(),
-                {{"plain", OfFile(0), 7},
-                 {hidden, OfFile(kAttributeHidden), 5},
-                 {"locked", OfFile(kAttributeReadOnly), 3},
-                 {"folder", kAttributeDirectory, 0},
-                 {locked, kAttributeDirectory | kAttributeHidden | lockedBit, 0},
-                 {"doubled", OfFile(0), 7},
-                 {"second name", OfFile(0), 7},
-                 {"hole", OfFile(entries.at("hole").Attributes & sparse), quint64{5} << 30},
-                 {"of the system", OfFile(kAttributeSystem), 0},
-                 HasDrives() ? TExpected{"link to folder", kAttributeReparse | kAttributeDirectory, 0}
-                             : TExpected{"link to folder", kAttributeReparse, 6}});
+      HasDrives() ? entries[locked].Attributes & kAttributeReadOnly : kAttributeReadOnly;
+  const unsigned linkBits = HasDrives() ? kAttributeReparse | kAttributeDirectory : kAttributeReparse;
+  const std::tuple<QByteArray, unsigned, quint64> rows[] = {
+      {"plain", OfFile(0), 7},
+      {hidden, OfFile(kAttributeHidden), 5},
+      {"locked", OfFile(kAttributeReadOnly), 3},
+      {"folder", kAttributeDirectory, 0},
+      {locked, kAttributeDirectory | kAttributeHidden | lockedBit, 0},
+      {"second name", OfFile(0), 7},
+      {"hole", OfFile(sparse), quint64{5} << 30},
+      {"of the system", OfFile(kAttributeSystem), 0},
+      {"link to folder", linkBits, HasDrives() ? 0 : 6}};
+  for (const auto& [name, attributes, size] : rows) {
+    EXPECT_EQ(entries[name].Attributes, attributes) << name.data();
+    EXPECT_EQ(entries[name].Size, size) << name.data();
+  }
+  EXPECT_EQ(entries.size(), std::size(rows));
 }
 
 TEST(FileEnumeration, TellsTheTimeOfTheLastChange) {
@@ -102,19 +78,17 @@ TEST(FileEnumeration, TellsTheTimeOfTheLastChange) {
         << name.data();
 }
 
-std::vector<QByteArray> OddNames() {
-  if (!HasDrives())
-    return {"caf\xc3\xa9", "caf\xe9", "\xed\xa0\x80 surrogate", "\xf0\x9f\x93\x81", "a\nb", "\xff\xfe"};
-  return {"caf\xc3\xa9", "nul", "con.txt", "\xf0\x9f\x93\x81", "a blank ", "a point.", " "};
-}
-
 // Linux: names that are no text. Windows: names that its calls would change or take for devices.
 TEST(FileEnumeration, OddNamesComeBackAndCanBeEntered) {
   TTempTree tree;
-  const std::vector<QByteArray> names = OddNames();
+  const std::vector<QByteArray> names =
+      HasDrives() ? std::vector<QByteArray>{"caf\xc3\xa9", "nul",      "con.txt", "\xf0\x9f\x93\x81",
+                                            "a blank ",    "a point.", " "}
+                  : std::vector<QByteArray>{"caf\xc3\xa9",      "caf\xe9", "\xed\xa0\x80 surrogate",
+                                            "\xf0\x9f\x93\x81", "a\nb",    "\xff\xfe"};
   for (const QByteArray& name : names)
     tree.MakeFile(name + '/' + name, 1);
-  EXPECT_THAT(NamesIn(tree.Path()), ::testing::UnorderedElementsAreArray(names));
+  EXPECT_THAT(NamesIn(tree.Path()), UnorderedElementsAreArray(names));
   for (const auto& [bytes, found] : EntriesIn(tree.Path()))
     EXPECT_THAT(NamesIn(tree.Path() + PathDelim + found.Name), UnorderedElementsAre(bytes));
 }
@@ -124,7 +98,6 @@ TEST(FileEnumeration, PathsBeyondTheSystemsLimitAreListed) {
   const int depth = HasDrives() ? 12 : 19;  // 260 characters are too many for one, 4096 for the other
   const QByteArray chain = tree.MakeChain(QByteArray(255, 'c'), depth) + "/short/er/names";
   tree.MakeFile(chain + "/bottom", 9);
-  EXPECT_THAT(NamesIn(tree.Path(chain)), UnorderedElementsAre("bottom"));
   EXPECT_EQ(EntriesIn(tree.Path(chain)).at("bottom").Size, 9U);
   EXPECT_THAT(NamesIn(tree.Path(chain) + PathDelim + PathDelim), UnorderedElementsAre("bottom"));
 }
@@ -141,6 +114,9 @@ TEST(FileEnumeration, WhatCantBeOpenedHoldsNothing) {
     EXPECT_THAT(NamesIn(files, tree.Path(name)), IsEmpty()) << name.data();
   EXPECT_THAT(NamesIn(files, QString()), IsEmpty());
   EXPECT_THAT(NamesIn(files, tree.Path()), UnorderedElementsAre("file", "closed"));
+  EXPECT_TRUE(DirectoryExists(tree.Path("closed")));
+  EXPECT_FALSE(DirectoryReadable(tree.Path("closed")));
+  EXPECT_TRUE(FileExists(tree.Path("closed/inside"))) << "its entries can still be looked at";
 }
 
 TEST(FileEnumeration, ASecondFirstDropsTheRestOfTheFolderBefore) {
@@ -154,6 +130,72 @@ TEST(FileEnumeration, ASecondFirstDropsTheRestOfTheFolderBefore) {
   ASSERT_TRUE(files.First(tree.Path("one"), found));
   files.Close();
   EXPECT_FALSE(files.Next(found));
+}
+
+TEST(FileTests, WhatStandsAtAPath) {
+  TTempTree tree;
+  const QByteArray odd = HasDrives() ? "file." : "file\xff";
+  tree.MakeFile(odd, 1);
+  tree.MakeFolder("folder");
+  tree.MakeLink("to file", odd);
+  tree.MakeLink("to folder", "folder");
+  tree.MakeLink("broken", "nowhere");
+  tree.MakeSystemEntry("of the system");
+  const QByteArray deep = tree.MakeChain(QByteArray(100, 'd'), HasDrives() ? 30 : 50);
+  tree.MakeFile(deep + "/file", 1);
+  const std::tuple<QByteArray, bool, bool> rows[] = {{odd, true, false},
+                                                     {"folder", false, true},
+                                                     {"folder/", false, true},
+                                                     {"to file", true, false},
+                                                     {"to folder", false, true},
+                                                     {"broken", false, false},
+                                                     {"of the system", true, false},
+                                                     {"missing", false, false},
+                                                     {odd + '/', false, false},
+                                                     {deep, false, true},
+                                                     {deep + "/file", true, false},
+                                                     {deep + "/none", false, false}};
+  for (const auto& [name, isFile, isFolder] : rows) {
+    EXPECT_EQ(FileExists(tree.Path(name)), isFile) << name.data();
+    EXPECT_EQ(DirectoryExists(tree.Path(name)), isFolder) << name.data();
+    EXPECT_EQ(DirectoryReadable(tree.Path(name)), isFolder) << name.data();
+  }
+  EXPECT_FALSE(FileExists(QString()) || DirectoryExists(QString()) || DirectoryReadable(QString()));
+}
+
+TEST(FileTests, StatusIsThatOfTheEntryItself) {
+  TTempTree tree;
+  tree.MakeFile("dotless/file", 12);
+  const QByteArray hidden = tree.Hide("dotless");
+  tree.MakeFolder("plain");
+  tree.MakeLink("link", "plain");
+  const TFileStatus ofFolder{kAttributeDirectory | kAttributeHidden, 0};
+  const auto ofLink = HasDrives() ? TFileStatus{kAttributeReparse | kAttributeDirectory, 0}
+                                  : TFileStatus{kAttributeReparse, 5};
+  const std::pair<QByteArray, TFileStatus> rows[] = {{hidden + "/file", {OfFile(0), 12}},
+                                                     {hidden, ofFolder},
+                                                     {hidden + "//", ofFolder},
+                                                     {"link", ofLink},
+                                                     {"link/", ofLink}};
+  for (const auto& [name, expected] : rows) {
+    const auto status = GetFileStatus(tree.Path(name));
+    ASSERT_TRUE(status) << name.data();
+    EXPECT_EQ(status->Attributes, expected.Attributes) << name.data();
+    EXPECT_EQ(status->Size, expected.Size) << name.data();
+  }
+  EXPECT_FALSE(GetFileStatus(tree.Path("missing")) || GetFileStatus(QString()));
+}
+
+TEST(FileTests, WholeFilesUpToTheBound) {
+  TTempTree tree;
+  const QByteArray content = QByteArray("line\0\xff\n", 7).repeated(10000);
+  tree.WriteFile("file", content);
+  tree.MakeFile("empty", 0);
+  EXPECT_EQ(ReadWholeFile(tree.Path("file")), content);
+  EXPECT_EQ(ReadWholeFile(tree.Path("file"), content.size()), content);
+  EXPECT_FALSE(ReadWholeFile(tree.Path("file"), content.size() - 1));
+  EXPECT_EQ(ReadWholeFile(tree.Path("empty")), QByteArray());
+  EXPECT_FALSE(ReadWholeFile(tree.Path("missing")) || ReadWholeFile(tree.Path(".")));
 }
 
 }  // namespace

@@ -49,6 +49,7 @@ TEST(Messages, PostedMessagesArriveInOrderOnTheWindowsThread) {
   EXPECT_TRUE(std::is_sorted(seen.begin(), seen.end()));
 }
 
+// By the window's own name and by a line to it.
 TEST(Messages, SendWaitsUntilTheHandlerHasEnded) {
   std::vector<int> order;  // written by both threads, never at once
   bool done = false;
@@ -59,45 +60,39 @@ TEST(Messages, SendWaitsUntilTheHandlerHasEnded) {
                            order.push_back(static_cast<int>(message.WParam));
                          }},
                         {kLast, [&](const TMessage&) { done = true; }}};
+  TMessageLine line(&window);
   std::thread sender([&] {
     PostMessage(&window, kFirst, 0, 0);
     SendMessage(&window, kSecond, 2, 0);
     order.push_back(3);
     SendMessage(&window, kUnknown, 0, 0);
-    PostMessage(&window, kLast, 0, 0);
+    line.Send(kSecond, 4, 0);
+    order.push_back(5);
+    line.Post(kLast, 0, 0);
   });
   EXPECT_TRUE(PumpUntil(done));
   sender.join();
-  EXPECT_THAT(order, ElementsAre(1, 2, 3));
+  EXPECT_THAT(order, ElementsAre(1, 2, 3, 4, 5));
 }
 
-TEST(Messages, SendOnTheWindowsOwnThreadIsAPlainCall) {
-  std::vector<int> order;
-  TMessageWindow window{{kFirst, [&](const TMessage&) { order.push_back(1); }},
-                        {kSecond, [&](const TMessage&) { order.push_back(2); }}};
-  PostMessage(&window, kFirst, 0, 0);
-  EXPECT_TRUE(order.empty()) << "posting runs nothing";
-  SendMessage(&window, kSecond, 0, 0);
-  EXPECT_THAT(order, ElementsAre(2));
-  PumpMessages();
-  EXPECT_THAT(order, ElementsAre(2, 1));
-}
-
-TEST(Messages, APumpInsideAHandlerGoesOnWithTheNextMessage) {
+TEST(Messages, OnTheWindowsOwnThreadASendIsAPlainCallAndAPumpInAHandlerGoesOn) {
   std::vector<int> order;
   TMessageWindow window{
       {kFirst,
        [&](const TMessage&) {
          order.push_back(1);
          PumpMessages();
-         order.push_back(4);
+         order.push_back(5);
        }},
       {kSecond, [&](const TMessage& message) { order.push_back(static_cast<int>(message.WParam)); }}};
   PostMessage(&window, kFirst, 0, 0);
-  PostMessage(&window, kSecond, 2, 0);
   PostMessage(&window, kSecond, 3, 0);
+  PostMessage(&window, kSecond, 4, 0);
+  EXPECT_TRUE(order.empty()) << "posting runs nothing";
+  SendMessage(&window, kSecond, 2, 0);
+  EXPECT_THAT(order, ElementsAre(2));
   PumpMessages();
-  EXPECT_THAT(order, ElementsAre(1, 2, 3, 4));
+  EXPECT_THAT(order, ElementsAre(2, 1, 3, 4, 5));
 }
 
 TEST(Messages, NoWindowAndAWindowThatIsGoneDropTheMessage) {
@@ -142,22 +137,6 @@ TEST(Messages, AClosedLineTakesBackWhatIsOnItsWay) {
   line.Close();
   PumpMessages();
   EXPECT_THAT(handled, ElementsAre(1, 2));
-}
-
-TEST(Messages, ALineSendsAndWaitsUntilItIsHandled) {
-  std::vector<int> order;
-  bool done = false;
-  TMessageWindow window{{kFirst, [&](const TMessage&) { order.push_back(1); }},
-                        {kLast, [&](const TMessage&) { done = true; }}};
-  TMessageLine line(&window);
-  std::thread sender([&] {
-    line.Send(kFirst, 0, 0);
-    order.push_back(2);
-    line.Post(kLast, 0, 0);
-  });
-  EXPECT_TRUE(PumpUntil(done));
-  sender.join();
-  EXPECT_THAT(order, ElementsAre(1, 2));
 }
 
 }  // namespace

@@ -1,26 +1,24 @@
-// Each call beneath an action fails in turn, or is the last one of a process that is killed: what was to be
-// deleted or moved is whole then, where it was or where it was to be.
+// Each call beneath an action fails in turn, or is the last one of a process that is killed, or another
+// program is at work meanwhile: what was to be deleted or moved is whole then, where it was or where it was
+// to be.
 #include "platform/FileActions.h"
 
+#include "../PlatformTest.h"
 #include "SystemCalls.h"
-#include "fixtures/OrdinaryUser.h"
-#include "fixtures/TempTree.h"
-#include "fixtures/Variables.h"
 #include "platform/FileTests.h"
-#include "platform/Paths.h"
-
-#include <gtest/gtest.h>
+#include "platform/posix/FileDescriptor.h"
 
 #include <QRegularExpression>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -70,19 +68,18 @@ struct TAction {
   bool AsUser = false;
 };
 
-QByteArray Trash(const QByteArray& name) {
-  return ".Trash-" + QByteArray::number(geteuid()) + name;
+TOpenFolder From(const TTempTree& tree) {
+  return OpenBelowRoot(tree.Path(), tree.Path("from"));
 }
 
 bool Move(const TTempTree& tree) {
   TActionProgress progress;
-  return MoveEntry(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs,
-                   TOpenFolder::Open(tree.Path("to")), progress);
+  return MoveEntry(From(tree), u"it"_qs, TOpenFolder::Open(tree.Path("to")), progress);
 }
 
-bool PutIntoTrash(const TTempTree& tree) {
-  return DeleteFolderWithUndo(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs, QString()) ==
-         TActionResult::Done;
+bool PutIntoTrash(const TTempTree& tree, const QByteArray& home) {
+  const TVariables user{{"HOME", home.constData()}, {"XDG_DATA_HOME", nullptr}};
+  return DeleteFolderWithUndo(From(tree), u"it"_qs, QString()) == TActionResult::Done;
 }
 
 // Content, a hole in the middle and one at the end, and what else a file has.
@@ -90,14 +87,9 @@ void MakeWholeFile(TTempTree& tree) {
   tree.MakeFolder("to");
   tree.MakeHole("from/it", 300'000);
   const QByteArray path = NameToBytes(tree.Path("from/it"));
-  EXPECT_EQ(truncate(path, 0), 0);
-  FILE* const file = std::fopen(path, "w");
-  for (const long place : {0L, 150'000L}) {
-    std::fseek(file, place, SEEK_SET);
-    std::fputs(QByteArray(40'000, place == 0 ? 'a' : 'b'), file);
-  }
-  std::fclose(file);
-  EXPECT_EQ(truncate(path, 300'000), 0);
+  const TFileDescriptor file = OpenPath(path, O_WRONLY);
+  for (const off_t place : {0, 150'000})
+    EXPECT_EQ(pwrite(file.Get(), QByteArray(40'000, place == 0 ? 'a' : 'b'), 40'000, place), 40'000);
   EXPECT_EQ(chmod(path, 0640), 0);
   setxattr(path, "user.note", "kept", 4, 0);  // where the file system has any
 }
@@ -105,47 +97,32 @@ void MakeWholeFile(TTempTree& tree) {
 void MakeFolderWithFile(TTempTree& tree) {
   tree.MakeFolder("to");
   tree.MakeFile("from/it/inside", 10);
-  for (const QByteArray& name : {Trash("/files"), Trash("/info")})
-    tree.MakeFolder(name);
-  for (const char* const name : {"home/.local/share/Trash/files", "home/.local/share/Trash/info"})
-    tree.MakeFolder(name);
+  const QByteArray volumeTrash = ".Trash-" + QByteArray::number(geteuid());
+  for (const QByteArray& trash : {volumeTrash, QByteArray("home/.local/share/Trash")})
+    for (const char* const part : {"/files", "/info"})
+      tree.MakeFolder(trash + part);
 }
 
 const TAction kActions[] = {
-    {"plain delete", MakeWholeFile,
-     [](const TTempTree& tree) {
-       return DeletePlain(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
-     }},
+    {"plain delete", MakeWholeFile, [](const TTempTree& tree) { return DeletePlain(From(tree), u"it"_qs); }},
     {"silent delete",
      [](TTempTree& tree) {
        tree.MakeFile("from/it", 10);
        tree.MakeReadOnly("from");
        GiveToUser(tree);
      },
-     [](const TTempTree& tree) {
-       return ShellDeleteSilent(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
-     },
-     false, false, true},
+     [](const TTempTree& tree) { return ShellDeleteSilent(From(tree), u"it"_qs); }, false, false, true},
     {"delete at restart",
      [](TTempTree& tree) {
        tree.MakeFile("from/it", 10);
        tree.MakeFolder("etc/tmpfiles.d");
        tree.MakeFolder("run/systemd/system");
      },
-     [](const TTempTree& tree) {
-       return ScheduleDelete(OpenBelowRoot(tree.Path(), tree.Path("from")), u"it"_qs);
-     }},
+     [](const TTempTree& tree) { return ScheduleDelete(From(tree), u"it"_qs); }},
     {"trash at home", MakeFolderWithFile,
-     [](const TTempTree& tree) {
-       const QByteArray home = NameToBytes(tree.Path("home"));
-       const TVariables user{{"HOME", home.constData()}, {"XDG_DATA_HOME", nullptr}};
-       return PutIntoTrash(tree);
-     }},
+     [](const TTempTree& tree) { return PutIntoTrash(tree, NameToBytes(tree.Path("home"))); }},
     {"trash of the volume", MakeFolderWithFile,
-     [](const TTempTree& tree) {
-       const TVariables user{{"HOME", "/nowhere"}, {"XDG_DATA_HOME", nullptr}};
-       return PutIntoTrash(tree);
-     }},
+     [](const TTempTree& tree) { return PutIntoTrash(tree, "/nowhere"); }},
     {"rename", MakeWholeFile, Move},
     {"rename of a folder", MakeFolderWithFile, Move},
     {"rename without flags", MakeWholeFile, Move, false, true},
@@ -170,6 +147,7 @@ const TAction kActions[] = {
 class FileActionsFaults : public testing::Test {
   const TVariables FPlace{{"TMPDIR", fs::exists("/dev/shm") ? "/dev/shm" : nullptr}};
 };
+using FileActionsRace = FileActionsFaults;
 
 // What one run left and how often it called the system.
 struct TOutcome {
@@ -180,21 +158,23 @@ struct TOutcome {
   TLines After;
 };
 
-TOutcome RunOnce(const TAction& action, TCallPlan plan, bool modes) {
+bool RunIn(const TTempTree& tree, const TAction& action, TCallPlan plan) {
+  plan.OtherVolume = action.OtherVolume;
+  plan.NoFlags = action.NoFlags;
+  plan.Redirected = NameToBytes(tree.Path());
+  const auto user = action.AsUser ? std::make_unique<TOrdinaryUser>() : nullptr;
+  const TPlannedCalls calls(plan);
+  return action.Run(tree);
+}
+
+TOutcome RunOnce(const TAction& action, const TCallPlan& plan, bool modes) {
   TTempTree tree;
   action.Make(tree);
   TOutcome outcome;
   outcome.Before = LinesOf(tree, modes);
-  plan.OtherVolume = action.OtherVolume;
-  plan.NoFlags = action.NoFlags;
-  plan.Redirected = NameToBytes(tree.Path());
-  {
-    const auto user = action.AsUser ? std::make_unique<TOrdinaryUser>() : nullptr;
-    const TPlannedCalls calls(plan);
-    outcome.Done = action.Run(tree);
-    outcome.Calls = TPlannedCalls::Count();
-    outcome.Struck = TPlannedCalls::Struck();
-  }
+  outcome.Done = RunIn(tree, action, plan);
+  outcome.Calls = TPlannedCalls::Count();
+  outcome.Struck = TPlannedCalls::Struck();
   outcome.After = LinesOf(tree, modes);
   return outcome;
 }
@@ -236,15 +216,10 @@ bool Holds(const TLines& lines, const TLines& part) {
 }
 
 // True if the process was killed at the call, false if it came to its end before.
-bool KilledAt(const TAction& action, int call, TTempTree& tree) {
+bool KilledAt(const TAction& action, int call, const TTempTree& tree) {
   const pid_t child = fork();
   if (child == 0) {
-    const auto user = action.AsUser ? std::make_unique<TOrdinaryUser>() : nullptr;
-    const TPlannedCalls calls({.At = call,
-                               .OtherVolume = action.OtherVolume,
-                               .NoFlags = action.NoFlags,
-                               .Redirected = NameToBytes(tree.Path())});
-    static_cast<void>(action.Run(tree));
+    static_cast<void>(RunIn(tree, action, {.At = call}));
     _exit(0);
   }
   int status = 0;
@@ -280,21 +255,16 @@ TEST_F(FileActionsFaults, AFullDiskAtAnyByteLeavesTheSource) {
   }
 }
 
-TEST_F(FileActionsFaults, ShortWritesAndSignalsChangeNothing) {
-  const TOutcome whole = RunOnce(kActions[9], {}, true);
-  EXPECT_EQ(RunOnce(kActions[9], {.WriteAtOnce = 4'099, .Interrupted = true}, true).After, whole.After);
-}
-
 // What a crash of the whole computer leaves is what was flushed, in this order.
-TEST_F(FileActionsFaults, ACopyIsOnDiskBeforeItsSourceGoes) {
+TEST_F(FileActionsFaults, ACopyIsOnDiskBeforeItsSourceGoesAndShortWritesAndSignalsChangeNothing) {
+  const TLines whole = RunOnce(kActions[9], {}, true).After;
+  EXPECT_EQ(RunOnce(kActions[9], {.WriteAtOnce = 4'099, .Interrupted = true}, true).After, whole);
   EXPECT_TRUE(RunOnce(kActions[9], {}, true).Done);
   static const QRegularExpression order(
       u" write .*futimens fsync .*renameat2 openat fsync .*renameat .*unlinkat $"_qs);
   EXPECT_TRUE(order.match(QString::fromLatin1(TPlannedCalls::Names())).hasMatch())
       << TPlannedCalls::Names().data();
 }
-
-constexpr const char* kTheirs = "what another program wrote";
 
 // Runs a move of a file with something done before each of its calls in turn, and then looks at what is
 // there.
@@ -306,13 +276,7 @@ void RunWithAnother(const std::function<void(TTempTree&)>& meanwhile,
     for (int call = 1; call <= calls; ++call) {
       TTempTree tree;
       action.Make(tree);
-      {
-        const TPlannedCalls planned({.At = call,
-                                     .Meanwhile = [&] { meanwhile(tree); },
-                                     .OtherVolume = action.OtherVolume,
-                                     .NoFlags = action.NoFlags});
-        action.Run(tree);
-      }
+      RunIn(tree, action, {.At = call, .Meanwhile = [&] { meanwhile(tree); }});
       look(tree, action.Name + std::string(" at call ") + std::to_string(call));
     }
   }
@@ -346,12 +310,12 @@ TEST_F(FileActionsFaults, ATargetThatAppearsMeanwhileStays) {
   RunWithAnother(
       [&](TTempTree& tree) {
         if (!std::exchange(looked, true)) appeared = !GetFileStatus(tree.Path("to/it"));
-        if (appeared && !GetFileStatus(tree.Path("to/it"))) tree.WriteFile("to/it", kTheirs);
+        if (appeared && !GetFileStatus(tree.Path("to/it"))) tree.WriteFile("to/it", "theirs");
       },
       [&](const TTempTree& tree, const std::string& when) {
         looked = false;
         if (!std::exchange(appeared, false)) return;
-        EXPECT_EQ(ReadWholeFile(tree.Path("to/it")), QByteArray(kTheirs)) << when;
+        EXPECT_EQ(ReadWholeFile(tree.Path("to/it")), QByteArray("theirs")) << when;
         EXPECT_TRUE(FileExists(tree.Path("from/it"))) << when;
       });
 }
@@ -363,6 +327,86 @@ TEST_F(FileActionsFaults, AnEmptyFolderIsNotReplacedWithoutFlagsEither) {
   const TPlannedCalls calls({.NoFlags = true});
   EXPECT_FALSE(Move(tree));
   EXPECT_TRUE(FileExists(tree.Path("from/it/inside")));
+}
+
+// Another program swaps a folder above the entry for a link to a precious tree, over and over: what lies in
+// the precious tree stays. "root/above" is a folder now and a link to "precious" then; what is meant is
+// "root/above/parent/...".
+class TSwaps {
+ public:
+  explicit TSwaps(const QByteArray& root) : FFolder(OpenPath(root, O_PATH | O_DIRECTORY)) {
+    FThread = std::thread([this] {
+      while (!FEnd) {
+        EXPECT_EQ(renameat2(FFolder.Get(), "above", FFolder.Get(), "spare", RENAME_EXCHANGE), 0);
+        ++FCount;
+      }
+    });
+  }
+  ~TSwaps() {
+    FEnd = true;
+    FThread.join();
+  }
+  TSwaps(const TSwaps&) = delete;
+  TSwaps& operator=(const TSwaps&) = delete;
+
+  [[nodiscard]] int Count() const { return FCount; }
+
+ private:
+  const TFileDescriptor FFolder;
+  std::atomic<bool> FEnd{false};
+  std::atomic<int> FCount{0};
+  std::thread FThread;
+};
+
+using TAct = bool (*)(const TOpenFolder& parent, const TOpenFolder& other);
+
+bool MoveThere(const TOpenFolder& parent, const TOpenFolder& other) {
+  TActionProgress progress;
+  return MoveEntry(parent, u"file"_qs, other, progress) && DeletePlain(other, u"file"_qs);
+}
+
+constexpr std::array<TAct, 5> kActs{
+    [](const TOpenFolder& parent, const TOpenFolder&) { return DeletePlain(parent, u"file"_qs); },
+    [](const TOpenFolder& parent, const TOpenFolder&) { return ShellDeleteSilent(parent, u"file"_qs); },
+    &MoveThere,
+    [](const TOpenFolder& parent, const TOpenFolder& other) {
+      const TPlannedCalls calls({.OtherVolume = true});
+      return MoveThere(parent, other);
+    },
+    [](const TOpenFolder& parent, const TOpenFolder&) {
+      return DeleteFolderWithUndo(parent, u"folder"_qs, QString()) == TActionResult::Done;
+    }};
+
+TEST_F(FileActionsRace, SwappedFoldersNeverLeadElsewhere) {
+  const int swaps = std::max(qEnvironmentVariableIntValue("TALLYSCOPE_SWAPS"), 4'000);
+  TTempTree tree;
+  tree.MakeFolder("home");
+  tree.MakeFolder("other");
+  tree.MakeFolder("root/above/parent");
+  tree.MakeLink("root/spare", "../precious");
+  tree.WriteFile("precious/parent/file", "precious");
+  tree.WriteFile("precious/parent/folder/inside", "precious");
+  const QByteArray home = NameToBytes(tree.Path("home"));
+  const TVariables user{{"HOME", home.constData()}, {"XDG_DATA_HOME", nullptr}};
+  const TOpenFolder other = TOpenFolder::Open(tree.Path("other"));
+  const TFileDescriptor parent = OpenPath(NameToBytes(tree.Path("root/above/parent")), O_PATH | O_DIRECTORY);
+
+  std::array<int, kActs.size()> done{};
+  int refused = 0;
+  {
+    const TSwaps swapping(NameToBytes(tree.Path("root")));
+    for (size_t i = 0; swapping.Count() < swaps || refused < 100 || i < 500; ++i) {
+      mkdirat(parent.Get(), "folder", 0755);
+      const TFileDescriptor file(openat(parent.Get(), "file", O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+      const TOpenFolder opened = OpenBelowRoot(tree.Path("root"), tree.Path("root/above/parent"));
+      if (!opened.IsOpen()) ++refused;
+      if (kActs[i % kActs.size()](opened, other)) ++done[i % kActs.size()];
+    }
+  }
+  for (const int count : done)
+    EXPECT_GT(count, 0);
+  for (const char* const name : {"precious/parent/file", "precious/parent/folder/inside"})
+    EXPECT_EQ(ReadWholeFile(tree.Path(name)), QByteArray("precious"));
 }
 
 }  // namespace

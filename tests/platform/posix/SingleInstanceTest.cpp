@@ -1,9 +1,6 @@
 #include "platform/SingleInstance.h"
 
-#include "fixtures/TempTree.h"
-#include "fixtures/Variables.h"
-
-#include <gtest/gtest.h>
+#include "../PlatformTest.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -14,7 +11,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <chrono>
 #include <thread>
 
 namespace {
@@ -52,13 +48,12 @@ TEST_F(SingleInstance, ALaterCopyHandsOverItsTokenAndTheNextIsTheFirstAgain) {
     TSingleInstance first(kIdentity);
     EXPECT_TRUE(first.IsFirst());
     EXPECT_TRUE(TSingleInstance(u"{1}OTHER"_qs).IsFirst());
-    const struct {
-      const char *Token, *StartupId, *Handed;
-    } rows[] = {{"new", "old", "|new"}, {nullptr, "old_TIME5", "|old_TIME5"}, {nullptr, nullptr, "|"}};
-    for (const auto& row : rows) {
-      const TVariables tokens{{"XDG_ACTIVATION_TOKEN", row.Token}, {"DESKTOP_STARTUP_ID", row.StartupId}};
+    const std::array<const char*, 3> rows[] = {
+        {"new", "old", "|new"}, {nullptr, "old_TIME5", "|old_TIME5"}, {nullptr, nullptr, "|"}};
+    for (const auto& [token, startupId, handed] : rows) {
+      const TVariables tokens{{"XDG_ACTIVATION_TOKEN", token}, {"DESKTOP_STARTUP_ID", startupId}};
       EXPECT_FALSE(TSingleInstance(kIdentity).IsFirst());
-      EXPECT_EQ(Calls(first), row.Handed);
+      EXPECT_EQ(Calls(first), handed);
     }
   }
   TSingleInstance next(kIdentity);

@@ -1,18 +1,13 @@
 #include "platform/Process.h"
 
+#include "../PlatformTest.h"
 #include "fixtures/TouchedMemory.h"
-
-#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
-#include <chrono>
 #include <csignal>
-#include <cstdlib>
-#include <memory>
 #include <semaphore>
-#include <vector>
 
 namespace {
 
@@ -20,10 +15,7 @@ namespace {
 class TStdErrTo {
  public:
   explicit TStdErrTo(int descriptor) : FBefore(dup(STDERR_FILENO)) { dup2(descriptor, STDERR_FILENO); }
-  ~TStdErrTo() {
-    dup2(FBefore, STDERR_FILENO);
-    close(FBefore);
-  }
+  ~TStdErrTo() { dup2(FBefore, STDERR_FILENO), close(FBefore); }
   TStdErrTo(const TStdErrTo&) = delete;
   TStdErrTo& operator=(const TStdErrTo&) = delete;
 
@@ -76,15 +68,14 @@ TEST(TerminalProcess, TheTerminalIsAskedForItsWidth) {
 TEST(TerminalProcess, DebugOutputIsSilentUnlessAskedFor) {
   int ends[2];
   ASSERT_EQ(pipe(ends), 0);
+  const TVariables silent{{"TALLYSCOPE_DEBUG", nullptr}};
   {
     const TStdErrTo redirected(ends[1]);
     EXPECT_FALSE(StdErrIsTerminal());
     EXPECT_EQ(TerminalColumns(), 80);
-    unsetenv("TALLYSCOPE_DEBUG");
     DebugOutput("silent");
-    setenv("TALLYSCOPE_DEBUG", "1", 1);
+    const TVariables asked{{"TALLYSCOPE_DEBUG", "1"}};
     DebugOutput("heard");
-    unsetenv("TALLYSCOPE_DEBUG");
   }
   char text[64] = {};
   EXPECT_EQ(read(ends[0], text, sizeof text - 1), 5);

@@ -1,10 +1,7 @@
+// Folders by the user's environment, as the desktop's rules have it.
 #include "platform/KnownFolders.h"
 
-#include "fixtures/TempTree.h"
-#include "fixtures/Variables.h"
-#include "platform/Paths.h"
-
-#include <gtest/gtest.h>
+#include "../PlatformTest.h"
 
 #include <QCoreApplication>
 
@@ -13,27 +10,24 @@
 
 namespace {
 
-QString Text(const char16_t* text) {
-  return QString::fromUtf16(text);
-}
-
 TEST(XdgFolders, BaseDirectoriesFromTheEnvironment) {
-  const TVariables set{{"HOME", "/h/me/"},
-                       {"XDG_CONFIG_HOME", "/c\xff/"},
-                       {"XDG_DATA_HOME", "/d"},
-                       {"XDG_CONFIG_DIRS", ":relative:/first/:/second"}};
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), Text(u"/h/me"));
-  EXPECT_EQ(NameToBytes(GetKnownFolder(TSpecialFolder::AppData)), "/c\xff");
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), Text(u"/d"));
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), Text(u"/first"));
-}
-
-TEST(XdgFolders, BaseDirectoriesThatAreNotSetOrNotAbsolute) {
-  const TVariables set{
+  {
+    const TVariables set{{"HOME", "/h/me/"},
+                         {"XDG_CONFIG_HOME", "/c\xff/"},
+                         {"XDG_DATA_HOME", "/d"},
+                         {"XDG_CONFIG_DIRS", ":relative:/first/:/second"}};
+    EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), u"/h/me"_qs);
+    EXPECT_EQ(NameToBytes(GetKnownFolder(TSpecialFolder::AppData)), "/c\xff");
+    EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), u"/d"_qs);
+    EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), u"/first"_qs);
+    EXPECT_EQ(NameToBytes(GetBrowserFolder(TBrowser::Chrome)), "/c\xff/google-chrome");
+  }
+  const TVariables notSet{
       {"HOME", "/h"}, {"XDG_CONFIG_HOME", "relative"}, {"XDG_DATA_HOME", nullptr}, {"XDG_CONFIG_DIRS", ""}};
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::AppData), Text(u"/h/.config"));
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), Text(u"/h/.local/share"));
-  EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), Text(u"/etc/xdg"));
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::AppData), u"/h/.config"_qs);
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::LocalAppData), u"/h/.local/share"_qs);
+  EXPECT_EQ(GetKnownFolder(TSpecialFolder::CommonAppData), u"/etc/xdg"_qs);
+  EXPECT_EQ(GetBrowserFolder(TBrowser::Firefox), u"/h/.mozilla/firefox"_qs);
 }
 
 TEST(XdgFolders, WithoutHomeTheUserDatabaseKnowsIt) {
@@ -42,38 +36,25 @@ TEST(XdgFolders, WithoutHomeTheUserDatabaseKnowsIt) {
   EXPECT_EQ(GetKnownFolder(TSpecialFolder::Profile), NameFromBytes(getpwuid(getuid())->pw_dir));
 }
 
-TEST(XdgFolders, FoldersOfTheBrowsers) {
-  const TVariables set{{"HOME", "/h"}, {"XDG_CONFIG_HOME", "/c"}};
-  EXPECT_EQ(GetBrowserFolder(TBrowser::Firefox), Text(u"/h/.mozilla/firefox"));
-  EXPECT_EQ(GetBrowserFolder(TBrowser::Chrome), Text(u"/c/google-chrome"));
-}
-
 TEST(XdgFolders, DownloadsAreWhereTheUserDirectoriesSay) {
   TTempTree tree;
   const QByteArray home = NameToBytes(tree.Path());
   const TVariables set{{"HOME", home.constData()}, {"XDG_CONFIG_HOME", nullptr}};
-  const QString byDefault = tree.Path("Downloads");
-  const struct {
-    const char* Line;
-    QString Folder;
-  } rows[] = {
-      {"", byDefault},
+  EXPECT_EQ(GetDownloadsFolder(), tree.Path("Downloads")) << "no user directories at all";
+  const std::pair<const char*, QString> rows[] = {
+      {"", tree.Path("Downloads")},
+      {"XDG_DOWNLOAD_DIR=\"$HOME/\"\n", tree.Path("Downloads")},
+      {"XDG_DOWNLOAD_DIR=\"/srv/dl\"\n", u"/srv/dl"_qs},
       {"XDG_DOWNLOAD_DIR=\"$HOME/T\xc3\xa9l\xc3\xa9 chargements\"\n",
-       tree.Path("T\xc3\xa9l\xc3\xa9 chargements")},
-      {"XDG_DOWNLOAD_DIR=\"/srv/dl\"\n", Text(u"/srv/dl")},
-      {"XDG_DOWNLOAD_DIR=\"$HOME/\"\n", byDefault},
-  };
-  EXPECT_EQ(GetDownloadsFolder(), byDefault) << "no user directories at all";
-  for (const auto& row : rows) {
-    tree.WriteFile(".config/user-dirs.dirs", row.Line);
-    EXPECT_EQ(GetDownloadsFolder(), row.Folder) << row.Line;
+       tree.Path("T\xc3\xa9l\xc3\xa9 chargements")}};
+  for (const auto& [line, folder] : rows) {
+    tree.WriteFile(".config/user-dirs.dirs", line);
+    EXPECT_EQ(GetDownloadsFolder(), folder) << line;
   }
 }
 
 TEST(XdgFolders, PlacesOfTheSystemAndTheProgram) {
-  EXPECT_EQ(GetWindowsFolder(), Text(u"/"));
-  EXPECT_EQ(GetSystemFolder(), Text(u"/"));
-  EXPECT_EQ(SystemVolumeRoot(), Text(u"/"));
+  EXPECT_EQ(GetWindowsFolder() + GetSystemFolder() + SystemVolumeRoot(), u"///"_qs);
   EXPECT_EQ(ProgramFolder(), QCoreApplication::applicationDirPath() + PathDelim);
 }
 
@@ -88,16 +69,15 @@ TEST(XdgFolders, NamesOfOtherSystemsAreKnown) {
                        {"XDG_DATA_HOME", nullptr},
                        {"TALLYSCOPE_A", "v"},
                        {"TALLYSCOPE_EMPTY", ""}};
-  const struct {
-    const char16_t* Text;
-    const char16_t* Expanded;
-  } rows[] = {
-      {u"<%TALLYSCOPE_EMPTY%>", u"<>"},      {u"50% of %TALLYSCOPE_A%", u"50% of v"},
-      {u"%HOMEDRIVE%%HOMEPATH%/d", u"/h/d"}, {u"%homedrive%%HomePath%/d", u"/h/d"},
-      {u"%UserProfile%", u"/profile"},       {u"%APPDATA%|%LocalAppData%", u"/h/.config|/h/.local/share"},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(ExpandEnvironment(Text(row.Text)), Text(row.Expanded));
+  const std::pair<QString, QString> rows[] = {
+      {u"<%TALLYSCOPE_EMPTY%>"_qs, u"<>"_qs},
+      {u"50% of %TALLYSCOPE_A%"_qs, u"50% of v"_qs},
+      {u"%HOMEDRIVE%%HOMEPATH%/d"_qs, u"/h/d"_qs},
+      {u"%homedrive%%HomePath%/d"_qs, u"/h/d"_qs},
+      {u"%UserProfile%"_qs, u"/profile"_qs},
+      {u"%APPDATA%|%LocalAppData%"_qs, u"/h/.config|/h/.local/share"_qs}};
+  for (const auto& [text, expanded] : rows)
+    EXPECT_EQ(ExpandEnvironment(text), expanded) << text.toStdString();
 }
 
 }  // namespace

@@ -1,19 +1,43 @@
-#include "fixtures/TempTree.h"
-#include "platform/FileEnumeration.h"
-#include "platform/Paths.h"
-#include "platform/Volumes.h"
-
-#include <gmock/gmock.h>
+// Paths in the forms of Windows, its links to folders, and the prolog of an XML file.
+#include "../PlatformTest.h"
+#include "platform/windows/LongPath.h"
+#include "platform/windows/XmlProlog.h"
 
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <memory>
-#include <vector>
-
 namespace {
 
-using ::testing::UnorderedElementsAre;
+TEST(DrivePaths, UpToThreeCharactersAreAVolume) {
+  for (const QString& path : {u"C:\\"_qs, u"c:"_qs, u"\\"_qs})
+    EXPECT_TRUE(IsVolumeRoot(path)) << path.toStdString();
+  for (const QString& path : {QString(), u"C:\\a"_qs, u"home"_qs})
+    EXPECT_FALSE(IsVolumeRoot(path)) << path.toStdString();
+}
+
+TEST(DrivePaths, VolumesCompareByTheirLetters) {
+  EXPECT_TRUE(SameVolume(u"C:\\a"_qs, u"c:\\b"_qs));
+  EXPECT_FALSE(SameVolume(u"C:\\a"_qs, u"D:\\a"_qs));
+  EXPECT_FALSE(SameVolume(QString(), QString()));
+  EXPECT_FALSE(SameVolume(QString(), u"C:\\"_qs));
+  EXPECT_EQ(VolumeName(u"C:\\"_qs), u"C:"_qs);
+}
+
+TEST(DrivePaths, TheFormForTheSystemTakesAnyNameAndLength) {
+  const std::pair<QString, QString> rows[] = {
+      {QString(), QString()},
+      {u"C:\\"_qs, u"\\\\?\\C:\\"_qs},
+      {u"C:\\a\\b"_qs, u"\\\\?\\C:\\a\\b"_qs},
+      {u"C:/a//b/./c/../d/"_qs, u"\\\\?\\C:\\a\\b\\d\\"_qs},
+      {u"C:\\..\\a. "_qs, u"\\\\?\\C:\\a. "_qs},
+      {u"\\\\server\\share\\a"_qs, u"\\\\?\\UNC\\server\\share\\a"_qs},
+      {u"\\\\?\\C:\\a\\."_qs, u"\\\\?\\C:\\a\\."_qs},
+      {u"\\\\.\\C:"_qs, u"\\\\.\\C:"_qs},
+      {u"a\\b"_qs, u"a\\b"_qs},
+      {u"C:"_qs, u"C:"_qs}};
+  for (const auto& [path, longPath] : rows)
+    EXPECT_EQ(QString::fromStdWString(LongPath(path)), longPath);
+}
 
 // The files of a confined walk by their paths from the root on.
 std::vector<QByteArray> Walk(const QString& root) {
@@ -108,6 +132,47 @@ TEST(LinkEnumeration, AnotherConfinementForgetsTheOneBefore) {
     EXPECT_TRUE(files.First(tree.Path("top/link"), found)) << i;
     EXPECT_FALSE(files.First(tree.Path("top/link"), found)) << "entered already";
   }
+}
+
+QByteArray Utf16(const QByteArray& text, bool bigEndian) {
+  QByteArray units;
+  for (const char c : text)
+    units += bigEndian ? QByteArray(1, '\0') + c : QByteArray(1, c) + '\0';
+  return units;
+}
+
+// In the rows "_" stands for a blank that was put there.
+TEST(XmlProlog, TheDocumentTypeBecomesBlanks) {
+  const std::array<QByteArray, 3> rows[] = {
+      // what stands before the type, the type, what stands behind it
+      {"", "", "<a/>"},
+      {"", "<!DOCTYPE a>", "<a/>"},
+      {"\xef\xbb\xbf<?xml version='1.0'?>\r\n<!-- <!DOCTYPE x> --> <?x '>' ?>\t", "<!DOCTYPE a>", "<a/>"},
+      {"", "<!DOCTYPE a SYSTEM 'x>y'>", "<a>></a>"},
+      {"", "<!DOCTYPE a [<!ELEMENT a ANY><!ATTLIST a b CDATA ']>'><!-- '[> --> <?x ]> ?> ] >", "<a/>"},
+      {"<a>", "", "<![CDATA[<!DOCTYPE a>]]></a>"},
+      {"x", "", "<!DOCTYPE a><a/>"},
+      {"", "", ""}};
+  for (const auto& [before, type, after] : rows) {
+    const QByteArray document = before + type + after;
+    const QByteArray expected = before + QByteArray(type.size(), ' ') + after;
+    EXPECT_EQ(WithoutDocumentType(document), expected);
+    if (document.startsWith('\xef')) continue;
+    EXPECT_EQ(WithoutDocumentType(Utf16(document, false)), Utf16(expected, false));
+    EXPECT_EQ(WithoutDocumentType("\xfe\xff" + Utf16(document, true)), "\xfe\xff" + Utf16(expected, true));
+  }
+}
+
+TEST(XmlProlog, EntitiesOfItsOwnRefuseTheDocument) {
+  for (const QByteArray type :
+       {"<!DOCTYPE a [<!ENTITY e 'x'>]>", "<!DOCTYPE a [ <!ELEMENT a ANY> <!ENTITY % p ''> ]>",
+        "<!-- x --><!DOCTYPE a [<!ENTITY e 'breaks off"}) {
+    EXPECT_FALSE(WithoutDocumentType(type + "<a/>")) << type.constData();
+    EXPECT_FALSE(WithoutDocumentType("\xff\xfe" + Utf16(type + "<a/>", false))) << type.constData();
+  }
+  EXPECT_FALSE(WithoutDocumentType("<!DOCTYPE a> <!DOCTYPE a [<!ENTITY e 'x'>]><a/>")) << "a second one";
+  const QByteArray inComment = "<!DOCTYPE a [<!-- <!ENTITY e 'x'> -->]><a/>";
+  EXPECT_TRUE(WithoutDocumentType(inComment));
 }
 
 }  // namespace
