@@ -4,8 +4,6 @@
 #include <QTest>
 
 #include "FormsFixture.h"
-#include "controls/bars/BarItems.h"
-#include "controls/bars/TabContainerDockSite.h"
 #include "controls/shell/RzShellCombo.h"
 #include "controls/shell/RzShellList.h"
 #include "platform/Paths.h"
@@ -17,14 +15,10 @@ class TContentsTest : public TFormsTest {
   void Enter() {
     Open();
     FForm->show();
-    ASSERT_TRUE(WaitFor([this] { return FForm->Activated(); }));
-    FForm->SetScanForm(*FWizard);
+    Join();
     FForm->activateWindow();
     ActivateTab(kContentsTab);
     ASSERT_TRUE(WaitForFill());
-  }
-  void ActivateTab(int index) {
-    FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)->SetActiveChildIndex(index);
   }
 
   [[nodiscard]] TRzShellList& Shown() {
@@ -52,7 +46,7 @@ class TContentsTest : public TFormsTest {
     return WaitForFill();
   }
   [[nodiscard]] bool Press(const char* command) {
-    FForm->findChild<TdxBarButton*>(QLatin1String(command))->Click();
+    Command(command).Click();
     return WaitForFill();
   }
 
@@ -86,9 +80,6 @@ class TContentsTest : public TFormsTest {
     return path.startsWith(FTree.Path()) ? u"tree"_qs + path.mid(FTree.Path().size()) : path;
   }
 
-  [[nodiscard]] bool Enabled(const char* command) {
-    return FForm->findChild<TdxBarButton*>(QLatin1String(command))->Enabled();
-  }
   // Which of Back, Forward and Up are on.
   [[nodiscard]] QString Ways() {
     return QString(Enabled("lbtnBack") ? u'B' : u'-') + (Enabled("lbtnForward") ? u'F' : u'-') +

@@ -22,11 +22,22 @@ class Contents : public TContentsTest {
     Shown().OnCompare(item1, item2, result);
     return result;
   }
-  [[nodiscard]] QStringList Captions() {
+  void SizeComes(qint64 size, const char* folder) {
+    const TFolderSizeInfo info{static_cast<quint64>(size), FTree.Path(folder)};
+    SendMessage(&Tab().Rows().Window(), WM_FOLDERSIZE, 0, reinterpret_cast<qintptr>(&info));
+  }
+  [[nodiscard]] QString Captions() {
     QStringList captions;
     for (int column = 0; column < Shown().Columns().Count(); ++column)
       captions << Shown().Columns()[column].Caption();
-    return captions;
+    return captions.join(u'|');
+  }
+  // Goes as far as the command leads; the folders on the way.
+  [[nodiscard]] QString PressToTheEnd(const char* command) {
+    QStringList folders;
+    while (Enabled(command) && Press(command))
+      folders << ExtractFileName(Here());
+    return folders.join(u' ');
   }
   // Name, type and size line of panel 1.
   [[nodiscard]] QString Status() {
@@ -36,16 +47,10 @@ class Contents : public TContentsTest {
 
 }  // namespace
 
-TEST_F(Contents, PadsSizesToFifteenDigits) {
-  EXPECT_EQ(PaddedSizeKey(0), u"000000000000000"_qs);
-  EXPECT_EQ(PaddedSizeKey(12345678901234), u"012345678901234"_qs);
-  EXPECT_EQ(PaddedSizeKey(1234567890123456), u"1234567890123456"_qs);
-}
-
 TEST_F(Contents, TheComputerLevelTellsOfTheDrives) {
   Enter();
   EXPECT_EQ(Here(), u"computer"_qs);
-  EXPECT_EQ(Captions(), QStringList({u"Name"_qs, u"Type"_qs, u"Total Size"_qs, u"Free Space"_qs}));
+  EXPECT_EQ(Captions(), u"Name|Type|Total Size|Free Space"_qs);
   const auto& drives = FForm->Drives().Drives();
   for (size_t i = 0; i < drives.size(); ++i) {
     const TSubItems& cells = Shown().Items()[static_cast<int>(i)]->SubItems();
@@ -74,7 +79,7 @@ TEST_F(Contents, TheComputerLevelTellsOfTheDrives) {
 TEST_F(Contents, AFolderHasItsSizesAndTellsOfTheSelectedRow) {
   Enter();
   ASSERT_TRUE(Pick(""));
-  EXPECT_EQ(Captions(), QStringList({u"Name"_qs, u"Size"_qs, u"Type"_qs, u"Date Modified"_qs}));
+  EXPECT_EQ(Captions(), u"Name|Size|Type|Date Modified"_qs);
   EXPECT_EQ(Status(), FTree.Path() + u"|4 items|hidden"_qs);
   EXPECT_EQ(Shown().accessibleDescription(), FTree.Path());
   ASSERT_TRUE(WaitForSizes());
@@ -101,18 +106,16 @@ TEST_F(Contents, ASizeGoesToItsRowIfThatIsShownStill) {
   ASSERT_TRUE(Pick(""));
   ASSERT_TRUE(WaitForSizes());
   Select("films");
-  const TFolderSizeInfo films{2048, FTree.Path("films")};
-  SendMessage(&Tab().Rows().Window(), WM_FOLDERSIZE, 0, reinterpret_cast<qintptr>(&films));
+  SizeComes(2048, "films");
   EXPECT_EQ(Cell("films", 0), u"2.00 KB"_qs);
   EXPECT_EQ(Label("lblFileSize"), u"Size: 2.00 KB"_qs);
-  const TFolderSizeInfo gone{4096, FTree.Path("music/a")};
-  SendMessage(&Tab().Rows().Window(), WM_FOLDERSIZE, 0, reinterpret_cast<qintptr>(&gone));
+  SizeComes(4096, "music/a");
   ASSERT_TRUE(Pick("music"));
   EXPECT_FALSE(Enabled("btnOpen")) << "the selection has gone with the rows";
   EXPECT_EQ(Cell("a", 0), u"4.00 KB"_qs);
   FTree.Remove("music/a");
   ASSERT_TRUE(WaitFor([this] { return Row(u"a"_qs) == nullptr; }));
-  SendMessage(&Tab().Rows().Window(), WM_FOLDERSIZE, 0, reinterpret_cast<qintptr>(&gone));
+  SizeComes(4096, "music/a");
   EXPECT_EQ(Names(), u"cover.jpg"_qs);
 }
 
@@ -136,6 +139,8 @@ TEST_F(Contents, SizesOrderTheFoldersAmongEachOther) {
   EXPECT_EQ(Names(), u"empty films music root.bin"_qs) << "a fill is not sorted";
   ClickColumn(1);
   EXPECT_EQ(Names(), u"films music empty root.bin"_qs);
+  EXPECT_EQ(PaddedSizeKey(0) + PaddedSizeKey(12345678901234), u"000000000000000012345678901234"_qs);
+  EXPECT_EQ(PaddedSizeKey(1234567890123456), u"1234567890123456"_qs);
 }
 
 TEST_F(Contents, ClicksOnBoxesCountInFoldersOnlyAndCommandsEverywhere) {
@@ -180,18 +185,8 @@ TEST_F(Contents, TheHistoryIsRecordedByTheWayOfGoing) {
   EXPECT_EQ(Here(), u"tree"_qs);
   ASSERT_TRUE(EnterRow("music"));  // records the tree
   EXPECT_EQ(Ways(), u"B-U"_qs);
-  QStringList back;
-  while (Enabled("lbtnBack")) {
-    ASSERT_TRUE(Press("lbtnBack"));
-    back << ExtractFileName(Here());
-  }
-  EXPECT_EQ(back, QStringList({u"tree"_qs, u"music"_qs, u"a"_qs, u"music"_qs}));
-  QStringList forward;
-  while (Enabled("lbtnForward")) {
-    ASSERT_TRUE(Press("lbtnForward"));
-    forward << ExtractFileName(Here());
-  }
-  EXPECT_EQ(forward, QStringList({u"a"_qs, u"music"_qs, u"tree"_qs, u"music"_qs}));
+  EXPECT_EQ(PressToTheEnd("lbtnBack"), u"tree music a music"_qs);
+  EXPECT_EQ(PressToTheEnd("lbtnForward"), u"a music tree music"_qs);
 }
 
 TEST_F(Contents, OpenOnAFolderRecordsTheFolderLeftAndTheOneEntered) {
@@ -254,7 +249,7 @@ TEST_F(Contents, KeysAndTheMouseGoTheSameWays) {
 }
 
 // A stop without a navigation behind it: rows come without sizes, and the end opens the folder again.
-TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOver) {
+TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOverAndTakesTheKnownSizes) {
   Enter();
   Shown().SetPath(FTree.Path());
   ASSERT_TRUE(Tab().Rows().Filling());
@@ -263,6 +258,11 @@ TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOver) {
   EXPECT_EQ(Cell("films", 0), QString());
   EXPECT_EQ(Tab().Rows().CurrentFolder(), FTree.Path());
   ASSERT_TRUE(WaitFor([this] { return Row(u"films"_qs) != nullptr && Cell("films", 0) == u"3.82 MB"_qs; }));
+  SizeComes(2048, "films");
+  Select("films");
+  Tab().FillAgain();
+  EXPECT_EQ(Cell("films", 0), u"3.82 MB"_qs) << "a size that is known";
+  EXPECT_EQ(Status(), FTree.Path() + u"|4 items|hidden"_qs);
   const TListItem* row = Shown().Items()[0];
   for (const auto& [word, more] : {std::pair{quintptr{5}, qintptr{22}}, {quintptr{4}, qintptr{23}}})
     SendMessage(&Tab().Rows().Window(), 2340, word, more);
@@ -271,25 +271,12 @@ TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOver) {
   EXPECT_EQ(Shown().Items().Count(), 0);
 }
 
-TEST_F(Contents, FilledAgainTheRowsTakeTheKnownSizes) {
-  Enter();
-  ASSERT_TRUE(Pick(""));
-  ASSERT_TRUE(WaitForSizes());
-  const TFolderSizeInfo films{2048, FTree.Path("films")};
-  SendMessage(&Tab().Rows().Window(), WM_FOLDERSIZE, 0, reinterpret_cast<qintptr>(&films));
-  Select("films");
-  Tab().FillAgain();
-  EXPECT_EQ(Cell("films", 0), u"3.82 MB"_qs);
-  EXPECT_EQ(Status(), FTree.Path() + u"|4 items|hidden"_qs);
-}
-
 TEST_F(Contents, AResultBringsItsSizesAndTheComputerLevel) {
   Enter();
   ASSERT_TRUE(Pick("music"));
   ActivateTab(kOverviewTab);
   FWizard->show();
-  FWizard->PreselectFolder(FTree.Path());
-  Click(Button("btnAnalyze"));
+  StartScan(FTree.Path());
   ASSERT_TRUE(WaitForResult());
   FTree.MakeFile("films/later", 90000);
   EXPECT_EQ(Label("lblFileName"), ExtractFileName(FTree.Path()));

@@ -42,39 +42,34 @@ class TThrower : public QWidget {
 }  // namespace
 
 TEST(FaultFilter, IsSilentForATextThatLiesInAKnownOne) {
-  const struct {
-    const char* Text;
-    bool Handled;
-  } rows[] = {{"Not enough storage is available", true},
-              {"Not enough storage is available to process this command.", false},
-              {"enheten", true},
-              {"Sistem belirtilen", true},
-              {"sistem", false},
-              {"", false}};
-  for (const auto& row : rows)
+  const std::pair<const char*, bool> rows[] = {
+      {"Not enough storage is available", true},
+      {"Not enough storage is available to process this command.", false},
+      {"enheten", true},
+      {"Sistem belirtilen", true},
+      {"sistem", false},
+      {"", false}};
+  for (const auto& [text, isKnown] : rows)
     for (const bool before : {false, true}) {
       bool handled = before;
-      mdxcptnhndlr1Exception(row.Text, handled);
-      EXPECT_EQ(handled, row.Handled || before) << row.Text;
+      mdxcptnhndlr1Exception(text, handled);
+      EXPECT_EQ(handled, isKnown || before) << text;
     }
 }
 
 TEST(FaultFilter, AnExceptionFromAnywhereIsReportedAndTheProgramGoesOn) {
   TThrower widget;
   TMessageWindow window({{1, [](const TMessage&) { throw std::runtime_error("of a message"); }}});
-  const struct {
-    const char* Text;
-    std::function<void()> Throw;
-  } rows[] = {
-      {"of an event", [&] { QTest::keyClick(&widget, Qt::Key_A); }},
-      {"of a message", [&] { PostMessage(&window, 1, 0, 0); }},
-      {"of a timer", [&] { QTimer::singleShot(0, [] { throw std::runtime_error("of a timer"); }); }},
-      {"another kind", [&] { QTimer::singleShot(0, [] { throw 5; }); }},
-  };
+  const std::pair<QString, std::function<void()>> rows[] = {
+      {u"of an event"_qs, [&] { QTest::keyClick(&widget, Qt::Key_A); }},
+      {u"of a message"_qs, [&] { PostMessage(&window, 1, 0, 0); }},
+      {u"of a timer"_qs, [&] { QTimer::singleShot(0, [] { throw std::runtime_error("of a timer"); }); }},
+      {u"another kind"_qs, [&] { QTimer::singleShot(0, [] { throw 5; }); }}};
   widget.OnKey = [] { throw std::runtime_error("of an event"); };
-  for (const auto& row : rows) {
-    row.Throw();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return ReportText().contains(QLatin1String(row.Text)); })) << row.Text;
+  for (const auto& [text, throws] : rows) {
+    throws();
+    EXPECT_TRUE(QTest::qWaitFor([&, told = text] { return ReportText().contains(told); }))
+        << text.toStdString();
     CloseReport();
     EXPECT_EQ(OpenReport(), nullptr);
   }

@@ -33,6 +33,24 @@ bool TFormsTest::WaitForResult() {
   return WaitFor([this] { return !FWizard->isVisible(); });
 }
 
+void TFormsTest::Join() {
+  ASSERT_TRUE(WaitFor([this] { return FForm->Activated(); }));
+  FForm->SetScanForm(*FWizard);
+}
+
+void TFormsTest::StartScan(const QString& folder) {
+  FWizard->PreselectFolder(folder);
+  Click(Button("btnAnalyze"));
+}
+
+void TFormsTest::Analyse() {
+  Open();
+  ShowWizard();
+  StartScan(FTree.Path());
+  ASSERT_TRUE(WaitForResult());
+  Join();
+}
+
 bool TFormsTest::OnFirstPage() {
   return FWizard->findChild<TPageNote*>(u"pgntScan"_qs)->TabIndex() == 0;
 }
@@ -57,6 +75,14 @@ QStringList TFormsTest::Captions(const char* list) {
   for (const TListItem* item : List(list).Items())
     captions += item->Caption();
   return captions;
+}
+
+TdxBarButton& TFormsTest::Command(const char* name) {
+  return *FForm->findChild<TdxBarButton*>(QLatin1String(name));
+}
+
+TdxTabContainerDockSite& TFormsTest::Tabs() {
+  return *FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs);
 }
 
 void TFormsTest::Click(QWidget& widget) {

@@ -10,6 +10,8 @@
 #include <memory>
 
 #include "app/UnitScanWizard.h"
+#include "controls/bars/BarItems.h"
+#include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
 #include "fixtures/GivenDialogs.h"
 #include "fixtures/QtPrinters.h"
@@ -32,11 +34,22 @@ class TFormsTest : public testing::Test {
   // Waits until the wizard has closed by itself after a scan.
   [[nodiscard]] bool WaitForResult();
 
+  // From here on commands reach the wizard; the first activation, which opens it, is over by then.
+  void Join();
+  // Begins a scan of a folder in the open wizard, as a user does.
+  void StartScan(const QString& folder);
+  // Both forms with the small tree as the result.
+  void Analyse();
+
   [[nodiscard]] bool OnFirstPage();
   [[nodiscard]] QString Label(const char* name);
   [[nodiscard]] TListView& List(const char* name);
   [[nodiscard]] QPushButton& Button(const char* name);
   [[nodiscard]] QStringList Captions(const char* list);
+  [[nodiscard]] TdxBarButton& Command(const char* name);
+  [[nodiscard]] bool Enabled(const char* command) { return Command(command).Enabled(); }
+  [[nodiscard]] TdxTabContainerDockSite& Tabs();
+  void ActivateTab(int index) { Tabs().SetActiveChildIndex(index); }
   static void Click(QWidget& widget);
 
   TTempTree FTree;

@@ -1,43 +1,29 @@
+// The main form: its tabs, commands and status bar over a result and without one, and the menu of help.
 #include <QCheckBox>
+#include <QDesktopServices>
+#include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
-#include <algorithm>
-
 #include "FormsFixture.h"
-#include "controls/bars/BarItems.h"
 #include "controls/bars/StatusBar.h"
-#include "controls/bars/TabContainerDockSite.h"
-#include "platform/KnownFolders.h"
-#include "scan/ScanMessages.h"
+#include "fixtures/NativePath.h"
 #include "support/Korvel_Routine_New.h"
 #include "views/commands/Commands.h"
 #include "views/main/Looks.h"
 
+// Takes web addresses in place of the desktop.
+class TBrowser : public QObject {
+  Q_OBJECT
+ public:
+  TBrowser() { QDesktopServices::setUrlHandler(u"https"_qs, this, "Open"); }
+  ~TBrowser() override { QDesktopServices::unsetUrlHandler(u"https"_qs); }
+  Q_SLOT void Open(const QUrl& url) { Opened.append(url); }
+  QList<QUrl> Opened;
+};
+
 class MainForm : public TFormsTest {
  protected:
-  void Analyse() {
-    Open();
-    ShowWizard();
-    FWizard->PreselectFolder(FTree.Path());
-    Click(Button("btnAnalyze"));
-    ASSERT_TRUE(WaitForResult());
-    Join();
-  }
-
-  // From here on commands reach the wizard; the first activation, which opens it, is over by then.
-  void Join() {
-    ASSERT_TRUE(WaitFor([this] { return FForm->Activated(); }));
-    FForm->SetScanForm(*FWizard);
-  }
-
-  [[nodiscard]] bool Enabled(const char* command) {
-    return FForm->findChild<TdxBarButton*>(QLatin1String(command))->Enabled();
-  }
-  [[nodiscard]] TdxTabContainerDockSite& Tabs() {
-    return *FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs);
-  }
-  void ActivateTab(int index) { Tabs().SetActiveChildIndex(index); }
   // What the status bar shows: the text of panel 0, "|", the first line of panel 1.
   [[nodiscard]] QString Panels() {
     const auto& bar = *FForm->findChild<TdxStatusBar*>(u"dxstsbr1"_qs);
@@ -53,10 +39,9 @@ class MainForm : public TFormsTest {
     }
     ADD_FAILURE() << "no check box";
   }
-  [[nodiscard]] QPoint CellOf(TListView& list, int row) { return list.Layout().RowRect(row).center(); }
 };
 
-TEST_F(MainForm, StartsWithTheDrivesAndTheComputersSums) {
+TEST_F(MainForm, StartsWithTheDrivesAndTheComputersSumsAndTellsOfASelectedDrive) {
   Open();
   FForm->show();
   const TDriveList& drives = FForm->Drives();
@@ -68,11 +53,6 @@ TEST_F(MainForm, StartsWithTheDrivesAndTheComputersSums) {
   EXPECT_EQ(Label("lblType"), u"hidden"_qs);
   EXPECT_EQ(Label("lblFiles"), u"hidden"_qs);
   EXPECT_EQ(Label("lblLarge"), FForm->Language().GetMessage(u"M_Tip"_qs, QString()));
-}
-
-TEST_F(MainForm, SelectingADriveTellsOfItAndDeselectingOfTheComputer) {
-  Open();
-  FForm->show();
   TListView& list = List("lvOverview");
   list.SetSelected(list.Items()[0]);
   EXPECT_EQ(Label("lblFileName"), list.Items()[0]->Caption());
@@ -98,7 +78,7 @@ TEST_F(MainForm, ADoubleClickOnADriveAnalysesItAtOnce) {
     whileShowing.stop();
   });
   whileShowing.start(0);
-  QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, CellOf(list, 0));
+  QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, list.Layout().RowRect(0).center());
   EXPECT_EQ(scanned, QStringList{FForm->Drives().Drives()[0].Root});
   EXPECT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
 }
@@ -117,56 +97,39 @@ TEST_F(MainForm, SelectingAResultRowTellsOfItAndTurnsItsCommandsOn) {
     EXPECT_FALSE(Enabled(off)) << off;
 }
 
-TEST_F(MainForm, ResetBringsTheDrivesBack) {
-  Analyse();
-  QTimer::singleShot(100, FWizard.get(), [this] { FWizard->reject(); });
-  FForm->findChild<TdxBarButton*>(u"btnScan"_qs)->Click();
-  EXPECT_EQ(List("lvTop").Items().Count(), 0);
-  EXPECT_EQ(List("lvTopFile").Items().Count(), 0);
-  EXPECT_TRUE(List("lvOverview").isVisible());
-  EXPECT_EQ(Label("lblLarge"), FForm->Language().GetMessage(u"M_Tip"_qs, QString()));
-  EXPECT_EQ(Label("lblFiles"), u"hidden"_qs);
-}
-
-TEST_F(MainForm, ResetEndsSelectionsAndTheirCommands) {
+TEST_F(MainForm, ResetBringsTheDrivesBackAndEndsSelectionsAndTheirCommands) {
   Analyse();
   QTimer closer;
   QObject::connect(&closer, &QTimer::timeout, FWizard.get(), [this] { FWizard->reject(); });
   closer.start(20);
   List("lvTop").SetSelected(List("lvTop").Items()[0]);
   ASSERT_TRUE(Enabled("btnOpen"));
-  FForm->findChild<TdxBarButton*>(u"btnScan"_qs)->Click();
+  Command("btnScan").Click();
   for (const char* off : {"btnOpen", "btnOFF", "btnPPT", "lbtnOpen", "lbtnProperty", "mniLOpen"})
     EXPECT_FALSE(Enabled(off)) << off;
+  EXPECT_EQ(List("lvTop").Items().Count() + List("lvTopFile").Items().Count(), 0);
+  EXPECT_TRUE(List("lvOverview").isVisible());
+  EXPECT_EQ(Label("lblLarge"), FForm->Language().GetMessage(u"M_Tip"_qs, QString()));
+  EXPECT_EQ(Label("lblFiles"), u"hidden"_qs);
 
   List("lvOverview").SetSelected(List("lvOverview").Items()[0]);
-  FForm->findChild<TdxBarButton*>(u"btnScan"_qs)->Click();
+  Command("btnScan").Click();
   EXPECT_EQ(List("lvOverview").Selected(), nullptr);
   EXPECT_EQ(Label("lblFileName"), u"My Computer"_qs);
 }
 
-TEST_F(MainForm, OpensInItsSizeAndHoldsTheLeastOne) {
-  Open();
-  FForm->show();
-  EXPECT_EQ(FForm->size(), QSize(812, 572));
-  FForm->resize(100, 100);
-  const QSize frame = FForm->frameGeometry().size() - FForm->size();
-  EXPECT_EQ(FForm->size(), (QSize(820, 599) - frame).boundedTo(QSize(812, 572)));
-}
-
-TEST_F(MainForm, TheProgramsIconHasEverySize) {
-  QList<int> sides;
-  for (const QSize& size : ProgramIcon().availableSizes())
-    sides += size.width();
-  std::sort(sides.begin(), sides.end());
-  EXPECT_EQ(sides, (QList{16, 32, 48, 64, 128, 256}));
-}
-
-TEST_F(MainForm, ResizingSpreadsTheResultColumns) {
+TEST_F(MainForm, OpensInItsSizeHoldsTheLeastOneAndSpreadsTheResultColumns) {
   Analyse();
+  EXPECT_EQ(FForm->size(), QSize(812, 572));
   const int before = List("lvTop").Columns()[1].Width();
   FForm->resize(FForm->width() + 200, FForm->height());
   EXPECT_EQ(List("lvTop").Columns()[1].Width(), before + 140);
+  FForm->resize(100, 100);
+  const QSize frame = FForm->frameGeometry().size() - FForm->size();
+  EXPECT_EQ(FForm->size(), (QSize(820, 599) - frame).boundedTo(QSize(812, 572)));
+  QList<QSize> sizes = ProgramIcon().availableSizes();
+  std::sort(sizes.begin(), sizes.end(), [](QSize a, QSize b) { return a.width() < b.width(); });
+  EXPECT_EQ(sizes, (QList<QSize>{{16, 16}, {32, 32}, {48, 48}, {64, 64}, {128, 128}, {256, 256}}));
 }
 
 TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
@@ -177,7 +140,7 @@ TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
   ClickBox(list, 0);
   EXPECT_TRUE(list.Items()[0]->Checked());
   EXPECT_TRUE(Enabled("btnDelete") && Enabled("mniTDel"));
-  QTest::mouseClick(list.viewport(), Qt::RightButton, {}, CellOf(list, 2));
+  QTest::mouseClick(list.viewport(), Qt::RightButton, {}, list.Layout().RowRect(2).center());
   EXPECT_TRUE(Enabled("btnDelete"));
   EXPECT_FALSE(Enabled("mniTDel")) << "a click beside the boxes";
   ClickBox(list, 0);
@@ -192,7 +155,7 @@ TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
   ClickBox(list, 1);
   EXPECT_TRUE(all.isChecked());
 
-  FForm->findChild<TdxBarButton*>(u"btnDeSelAll"_qs)->Click();
+  Command("btnDeSelAll").Click();
   EXPECT_FALSE(list.Items()[4]->Checked() || all.isChecked());
   EXPECT_TRUE(Enabled("lbtnDelete")) << "only clicks count";
   list.SetItemFocused(list.Items()[1]);
@@ -201,39 +164,32 @@ TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
   EXPECT_FALSE(Enabled("lbtnDelete")) << "the space bar is a click on the box";
 }
 
-TEST_F(MainForm, ASelectedTopFileShowsInTheStatusBarUntilItIsDeselected) {
-  Analyse();
-  ActivateTab(kTopFilesTab);
-  EXPECT_EQ(Panels(), u"5 items|"_qs);
-  List("lvTopFile").SetSelected(List("lvTopFile").Items()[0]);
-  EXPECT_EQ(Panels(), u"|long.mkv"_qs);
-  EXPECT_TRUE(Enabled("mniTOpen"));
-  List("lvTopFile").SetSelected(nullptr);
-  EXPECT_EQ(Panels(), u"5 items|"_qs);
-  EXPECT_FALSE(Enabled("mniTOpen"));
-}
-
 TEST_F(MainForm, EachTabHasItsPanelOfTheStatusBar) {
   Analyse();
   TListView& list = List("lvTopFile");
-  const struct {
-    int Tab;
-    QString Shown;
-  } rows[] = {{kTopFilesTab, u"5 items|"_qs},
-              {kOverviewTab, u"|My Computer"_qs},
-              {kDownloadsTab, u"0 items|"_qs},
-              {kContentsTab, u"|My Computer"_qs}};
-  for (const auto& row : rows) {
+  const std::pair<int, QString> rows[] = {{kTopFilesTab, u"5 items|"_qs},
+                                          {kOverviewTab, u"|My Computer"_qs},
+                                          {kDownloadsTab, u"0 items|"_qs},
+                                          {kContentsTab, u"|My Computer"_qs}};
+  for (const auto& [tab, shown] : rows) {
     List("lvTop").SetSelected(List("lvTop").Items()[0]);
     list.SetSelected(list.Items()[0]);
-    ActivateTab(row.Tab);
-    EXPECT_EQ(Panels(), row.Shown) << row.Tab;
+    ActivateTab(tab);
+    EXPECT_EQ(Panels(), shown) << tab;
   }
   EXPECT_EQ(Label("lblFileType"), u"0 items"_qs);
   EXPECT_EQ(Label("lblFileSize"), u"hidden"_qs);
   ActivateTab(kOverviewTab);
   EXPECT_TRUE(Label("lblFileSize").startsWith(u"Used Space: "_qs));
   EXPECT_EQ(List("lvTop").Selected(), nullptr);
+
+  ActivateTab(kTopFilesTab);
+  list.SetSelected(list.Items()[0]);
+  EXPECT_EQ(Panels(), u"|long.mkv"_qs);
+  EXPECT_TRUE(Enabled("mniTOpen"));
+  list.SetSelected(nullptr);
+  EXPECT_EQ(Panels(), u"5 items|"_qs);
+  EXPECT_FALSE(Enabled("mniTOpen"));
 }
 
 // The rows of a refill have the order of the result and no size to sort by.
@@ -258,8 +214,7 @@ TEST_F(MainForm, TopFilesStayEmptyBeforeAResultAndAfterAStop) {
   Join();
   ActivateTab(kTopFilesTab);
   EXPECT_EQ(Panels(), u"0 items|"_qs);
-  FWizard->PreselectFolder(FTree.Path());
-  Click(Button("btnAnalyze"));
+  StartScan(FTree.Path());
   FWizard->reject();
   ASSERT_TRUE(WaitFor([this] { return !FWizard->Scanning(); }));
   EXPECT_EQ(FWizard->Result(), nullptr);
@@ -277,3 +232,37 @@ TEST_F(MainForm, WithoutTheWizardTopFilesGiveWayToTheOverview) {
   ActivateTab(kDownloadsTab);
   EXPECT_EQ(Tabs().ActiveChildIndex(), kDownloadsTab);
 }
+
+TEST_F(MainForm, AboutShowsTheBoxOfItsLibrary) {
+  Open();
+  FForm->show();
+  QString shown;
+  QTimer::singleShot(300, [&shown] {
+    if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+      shown = box->text();
+      box->accept();
+    }
+  });
+  Command("btnAbout").Click();
+  EXPECT_TRUE(shown.contains(u"Tallyscope"_qs)) << qPrintable(shown);
+}
+
+TEST_F(MainForm, HomepageAndHelpGoToTheBrowserAndWithoutTheLibraryOnlyHelpDoes) {
+  Open();
+  TBrowser browser;
+  Command("btnHome").Click();
+  EXPECT_EQ(browser.Opened.size(), 1);
+  browser.Opened.clear();
+  if (!HasDrives()) {  // where paths have drives, addresses go to the system's shell, past Qt
+    Command("btnHelp").Click();
+    ASSERT_EQ(browser.Opened.size(), 1);
+    EXPECT_EQ(browser.Opened[0].path() + u'?' + browser.Opened[0].query(), u"/forumdisplay.php?f=41"_qs);
+    browser.Opened.clear();
+  }
+
+  btnAboutClick(FTree.Path("nothing"));
+  btnHomeClick(FTree.Path("nothing"));
+  EXPECT_TRUE(browser.Opened.isEmpty());
+}
+
+#include "MainFormTest.moc"

@@ -51,8 +51,7 @@ TEST(FileActions, FoldersBelowARootAreReachedWithoutLinks) {
 
 TEST(FileActions, AKnownRootIsTheFolderThatItWas) {
   TTempTree tree;
-  tree.MakeFile("above/root/inner/file", 1);
-  tree.MakeFile("other/inner/file", 1);
+  tree.MakeAll({"above/root/inner/file", "other/inner/file"});
   tree.MakeLink("way", "above/root");
   for (const char* name : {"above/root", "way"}) {
     if (HasDrives() && name == std::string("way")) continue;  // refused by Wine
@@ -74,9 +73,7 @@ TEST(FileActions, AKnownRootIsTheFolderThatItWas) {
 
 TEST(FileActions, OnlyNamesOfOneEntryAreActedOn) {
   TTempTree tree;
-  tree.MakeFile("folder/file", 1);
-  tree.MakeFile("file", 1);
-  tree.MakeFolder("other");
+  tree.MakeAll({"folder/file", "file", "other/"});
   QStringList names{u""_qs,
                     u"."_qs,
                     u".."_qs,
@@ -128,6 +125,8 @@ TEST(FileActions, WhatIsNoFolderIsNotDeletedAsOne) {
     EXPECT_EQ(DeleteFolderWithUndo(Root(tree), name, QString()), TActionResult::Refused);
   EXPECT_TRUE(GetFileStatus(tree.Path("link")) && FileExists(tree.Path("file")) &&
               FileExists(tree.Path("precious/inside")));
+  EXPECT_TRUE(HasDrives() || DeletePlain(Root(tree), u"link"_qs));
+  EXPECT_TRUE(FileExists(tree.Path("precious/inside")));
 }
 
 TEST(FileActions, AMoveReplacesNothing) {
@@ -152,8 +151,7 @@ TEST(FileActions, AMoveTakesTheEntryItself) {
   TTempTree tree;
   const QByteArray name = HasDrives() ? "a, b.txt" : "bad\xff";
   tree.WriteFile("from/" + name, "content");
-  tree.MakeFile("from/folder/inside", 1);
-  tree.MakeFolder("to");
+  tree.MakeAll({"from/folder/inside", "to/"});
   EXPECT_TRUE(Move(tree, "from", NameFromBytes(name), "to"));
   EXPECT_TRUE(Move(tree, "from", u"folder"_qs, "to"));
   EXPECT_EQ(ReadWholeFile(tree.Path("to/" + name)), QByteArray("content"));

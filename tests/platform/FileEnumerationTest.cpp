@@ -30,8 +30,7 @@ TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
   const QByteArray hidden = tree.Hide("dotless");
   tree.MakeFile("locked", 3);
   tree.MakeReadOnly("locked");
-  tree.MakeFolder("folder");
-  tree.MakeFolder("locked folder");
+  tree.MakeAll({"folder/", "locked folder/"});
   const QByteArray locked = tree.Hide("locked folder");
   tree.MakeReadOnly(locked);
   tree.MakeHardLink("second name", "plain");
@@ -104,8 +103,7 @@ TEST(FileEnumeration, PathsBeyondTheSystemsLimitAreListed) {
 
 TEST(FileEnumeration, WhatCantBeOpenedHoldsNothing) {
   TTempTree tree;
-  tree.MakeFile("file", 1);
-  tree.MakeFile("closed/inside", 1);
+  tree.MakeAll({"file", "closed/inside"});
   tree.MakeUnreadable("closed");
   const TOrdinaryUser user;
   TFileEnumeration files;
@@ -121,8 +119,7 @@ TEST(FileEnumeration, WhatCantBeOpenedHoldsNothing) {
 
 TEST(FileEnumeration, ASecondFirstDropsTheRestOfTheFolderBefore) {
   TTempTree tree;
-  for (const char* const name : {"one/1", "one/2", "one/3", "two/1", "two/2", "two/3"})
-    tree.MakeFile(name, 1);
+  tree.MakeAll({"one/1", "one/2", "one/3", "two/1", "two/2", "two/3"});
   TFileEnumeration files;
   TFoundFile found;
   ASSERT_TRUE(files.First(tree.Path("one"), found));
@@ -135,8 +132,7 @@ TEST(FileEnumeration, ASecondFirstDropsTheRestOfTheFolderBefore) {
 TEST(FileTests, WhatStandsAtAPath) {
   TTempTree tree;
   const QByteArray odd = HasDrives() ? "file." : "file\xff";
-  tree.MakeFile(odd, 1);
-  tree.MakeFolder("folder");
+  tree.MakeAll({odd, "folder/"});
   tree.MakeLink("to file", odd);
   tree.MakeLink("to folder", "folder");
   tree.MakeLink("broken", "nowhere");

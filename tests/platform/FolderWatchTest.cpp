@@ -12,9 +12,7 @@ namespace {
 class TFolderWatchTest : public testing::Test {
  protected:
   TFolderWatchTest() {
-    FTree.MakeFile("shown/old", 1);
-    FTree.MakeFile("shown/sub/deep", 1);
-    FTree.MakeFolder("other");
+    FTree.MakeAll({"shown/old", "shown/sub/deep", "other/"});
     FWatch.OnChange = [this] { ++FTold; };
   }
 

@@ -4,8 +4,6 @@
 
 #include <QDir>
 
-namespace {
-
 TEST(Shell, TargetsAreAddressesOrFilesAndWhatIsNotThereIsNotOpened) {
   const QByteArray here = "file://" + QByteArray(HasDrives() ? "/" : "") + QDir::currentPath().toUtf8();
   const QByteArray root = HasDrives() ? "file:///C:" : "file://";
@@ -31,5 +29,3 @@ TEST(FileTypes, TextsOfTheSystem) {
   for (const QString& extension : {u".no-such-type"_qs, QString(), u"."_qs})
     EXPECT_EQ(FileTypeText(extension), QString());
 }
-
-}  // namespace

@@ -149,8 +149,7 @@ TEST_F(FileOperations, AMovedRowIsActedOnInItsNewFolder) {
 TEST_F(FileOperations, NothingIsReachedThroughALinkOrInThePlaceOfSomethingElse) {
   FTree.MakeFile("precious/file", 1);
   FTree.MakeLink("root/link", "../precious");
-  FTree.MakeFile("root/was folder", 1);
-  FTree.MakeFile("root/was file/inner", 1);
+  FTree.MakeAll({"root/was folder", "root/was file/inner"});
   for (const TTabIndex tab : kTabs) {
     for (const bool moves : {false, true}) {
       for (int row = 0; row < 3; ++row) {
@@ -233,8 +232,7 @@ TEST_F(FileOperations, TheMenuKeysOpenThePopupAtTheFocusedRow) {
 }
 
 TEST_F(FileOperations, RowsOfAFolderAreActedOnInTheFolderThatIsHeld) {
-  FTree.MakeFile("root/a", 1);
-  FTree.MakeFile("root/sub/b", 1);
+  FTree.MakeAll({"root/a", "root/sub/b"});
   TRzShellList list;
   TListViewOptions options;
   options.CheckBoxes = true;

@@ -53,7 +53,7 @@ TEST_F(DeadServer, TheWindowLivesOn) {
   Combo().showPopup();
   Combo().hidePopup();
   EXPECT_EQ(Shown().State(), TRzShellList::TState::Filling);
-  FForm->findChild<TdxBarButton*>(u"lbtnUp"_qs)->Click();
+  Command("lbtnUp").Click();
   EXPECT_EQ(Shown().Path(), FTree.Path("music")) << "whose listing asks for the mount too";
   ASSERT_TRUE(Pick("films"));
   EXPECT_EQ(Names(), u"long.mkv short.mkv"_qs);
@@ -62,7 +62,7 @@ TEST_F(DeadServer, TheWindowLivesOn) {
   EXPECT_FALSE(Combo().NotFound()) << "nobody knows";
   ASSERT_TRUE(Pick(""));
   Shown().SetPath(point + u"deeper"_qs);
-  FForm->findChild<TdxBarButton*>(u"lbtnUp"_qs)->Click();
+  Command("lbtnUp").Click();
   EXPECT_EQ(Shown().Path(), FTree.Path("music/a"));
   Shown().SetPath(QString());
   ASSERT_TRUE(WaitForFill());

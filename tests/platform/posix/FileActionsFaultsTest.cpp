@@ -115,8 +115,7 @@ const TAction kActions[] = {
     {"delete at restart",
      [](TTempTree& tree) {
        tree.MakeFile("from/it", 10);
-       tree.MakeFolder("etc/tmpfiles.d");
-       tree.MakeFolder("run/systemd/system");
+       tree.MakeAll({"etc/tmpfiles.d/", "run/systemd/system/"});
      },
      [](const TTempTree& tree) { return ScheduleDelete(From(tree), u"it"_qs); }},
     {"trash at home", MakeFolderWithFile,
@@ -380,9 +379,7 @@ constexpr std::array<TAct, 5> kActs{
 TEST_F(FileActionsRace, SwappedFoldersNeverLeadElsewhere) {
   const int swaps = std::max(qEnvironmentVariableIntValue("TALLYSCOPE_SWAPS"), 4'000);
   TTempTree tree;
-  tree.MakeFolder("home");
-  tree.MakeFolder("other");
-  tree.MakeFolder("root/above/parent");
+  tree.MakeAll({"home/", "other/", "root/above/parent/"});
   tree.MakeLink("root/spare", "../precious");
   tree.WriteFile("precious/parent/file", "precious");
   tree.WriteFile("precious/parent/folder/inside", "precious");

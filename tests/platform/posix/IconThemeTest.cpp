@@ -3,8 +3,6 @@
 
 #include <QImage>
 
-namespace {
-
 // An icon theme of its own with pictures of one colour each.
 TEST(IconTheme, TheTypesOwnPictureThenItsKindsThenAnyFiles) {
   TTempTree tree;
@@ -32,5 +30,3 @@ TEST(IconTheme, TheTypesOwnPictureThenItsKindsThenAnyFiles) {
   EXPECT_EQ(colourOf(u"/a.pdf/unknown.kind-of-file"_qs), QColor(Qt::white))
       << "the folder's name counts for nothing";
 }
-
-}  // namespace

@@ -171,8 +171,7 @@ TEST(MountEnumeration, PseudoFileSystemsHoldNothingNorWhatIsMountedBelowAConfine
 // The same file system shown twice, and another one, both inside the walked folder.
 TEST(MountEnumeration, ConfinementEndsAtBindMountsAndOtherFileSystems) {
   TTempTree tree;
-  for (const char* const name : {"outside/o", "top/bound/b", "top/mounted/m", "top/plain/p"})
-    tree.MakeFile(name, 1);
+  tree.MakeAll({"outside/o", "top/bound/b", "top/mounted/m", "top/plain/p"});
   ExpectWithOwnMounts([&]() -> std::optional<bool> {
     if (!BindMount(NameToBytes(tree.Path("outside")), NameToBytes(tree.Path("top/bound")))) return false;
     if (!TmpfsMount(NameToBytes(tree.Path("top/mounted")))) return false;
@@ -196,8 +195,7 @@ TEST(MountEnumeration, ConfinementEndsAtBindMountsAndOtherFileSystems) {
 // Subvolumes look like this: parts of one file system, mounted inside each other.
 TEST(MountEnumeration, ConfinementHoldsPartsOfTheSameFileSystemOnce) {
   TTempTree tree;
-  for (const char* const name : {"a/home/x", "a/again/x", "a/sub/s", "b/file", "b/deep/d", "top/x"})
-    tree.MakeFile(name, 1);
+  tree.MakeAll({"a/home/x", "a/again/x", "a/sub/s", "b/file", "b/deep/d", "top/x"});
   ExpectWithOwnMounts([&]() -> std::optional<bool> {
     const auto bind = [&](const char* from, const char* to) {
       return BindMount(NameToBytes(tree.Path(from)), NameToBytes(tree.Path(to)));
@@ -222,8 +220,7 @@ TEST(MountPaths, OnlyTopsOfFixedVolumesAreVolumeRoots) {
 
 TEST(MountPaths, SameVolumeGoesByMountPoints) {
   TTempTree tree;
-  tree.MakeFolder("a");
-  tree.MakeFolder("b");
+  tree.MakeAll({"a/", "b/"});
   tree.MakeLink("away", "/proc/self");
   EXPECT_TRUE(SameVolume(tree.Path(), tree.Path("a/")));
   EXPECT_TRUE(SameVolume(tree.Path("a"), tree.Path("not/there/yet"))) << "the nearest folder counts";
@@ -242,10 +239,7 @@ TEST(MountPaths, SameVolumeGoesByMountPoints) {
 
 TEST(MountedVolumes, AFurtherMountOfADeviceOrOfMemoryIsNoFurtherVolume) {
   TTempTree tree;
-  tree.MakeFolder("again");
-  tree.MakeFolder("memory \\ \xff");
-  tree.MakeFile("hosts", 1);
-  tree.MakeFile("inside/hosts", 1);
+  tree.MakeAll({"again/", "memory \\ \xff/", "hosts", "inside/hosts"});
   ExpectWithOwnMounts([&]() -> std::optional<bool> {
     const QStringList before = Roots();
     const QByteArray memory = NameToBytes(tree.Path("memory \\ \xff"));

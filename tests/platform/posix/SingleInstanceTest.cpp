@@ -63,21 +63,22 @@ TEST_F(SingleInstance, ALaterCopyHandsOverItsTokenAndTheNextIsTheFirstAgain) {
 }
 
 TEST_F(SingleInstance, WithoutAFolderOfThisUserAloneThereIsNoGuard) {
+  const auto unguarded = [] {
+    const TSingleInstance first(kIdentity);
+    return TSingleInstance(kIdentity).IsFirst();
+  };
   for (const mode_t mode : {0750, 0705, 0701}) {
     SetMode(mode);
-    const TSingleInstance first(kIdentity);
-    EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst()) << mode;
+    EXPECT_TRUE(unguarded()) << mode;
   }
   SetMode(0700);
   const TVariables missing{{"XDG_RUNTIME_DIR", nullptr}};
-  const TSingleInstance first(kIdentity);
-  EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst());
+  EXPECT_TRUE(unguarded());
   EXPECT_EQ(QDir(FTree.Path()).entryList(QDir::Files | QDir::System), QStringList());
   if (geteuid() != 0) return;
   EXPECT_EQ(chown(qPrintable(FTree.Path()), 12345, 12345), 0);
   const TVariables foreign{{"XDG_RUNTIME_DIR", qPrintable(FTree.Path())}};
-  const TSingleInstance stranger(kIdentity);
-  EXPECT_TRUE(TSingleInstance(kIdentity).IsFirst());
+  EXPECT_TRUE(unguarded());
 }
 
 TEST_F(SingleInstance, AFirstCopyThatHangsDelaysForTwoSecondsAtMost) {

@@ -8,8 +8,6 @@
 #include <pwd.h>
 #include <unistd.h>
 
-namespace {
-
 TEST(XdgFolders, BaseDirectoriesFromTheEnvironment) {
   {
     const TVariables set{{"HOME", "/h/me/"},
@@ -79,5 +77,3 @@ TEST(XdgFolders, NamesOfOtherSystemsAreKnown) {
   for (const auto& [text, expanded] : rows)
     EXPECT_EQ(ExpandEnvironment(text), expanded) << text.toStdString();
 }
-
-}  // namespace

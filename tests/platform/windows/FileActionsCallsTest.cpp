@@ -86,8 +86,7 @@ class FileActionsCalls : public testing::Test {
     gGiven.clear();
     gAnswer = 0;
     gAborts = false;
-    FTree.MakeFile("a, b.txt", 1);
-    FTree.MakeFile("folder/inside", 1);
+    FTree.MakeAll({"a, b.txt", "folder/inside"});
   }
   [[nodiscard]] TOpenFolder Folder() const { return TOpenFolder::Open(FTree.Path()); }
   [[nodiscard]] std::string Path(const QByteArray& name) const { return FTree.Path(name).toStdString(); }
@@ -143,8 +142,7 @@ TEST_F(FileActionsCalls, FolderDeleteWithUndo) {
 // For the shell "name." and "name " are "name".
 TEST_F(FileActionsCalls, TheShellIsNotGivenNamesThatItWouldChange) {
   for (const QByteArray name : {"name.", "name "}) {
-    FTree.MakeFile("name", 1);
-    FTree.MakeFile(name, 1);
+    FTree.MakeAll({"name", name});
     EXPECT_FALSE(ShellDeleteSilent(Folder(), NameFromBytes(name)));
     EXPECT_EQ(gGiven, "");
     EXPECT_TRUE(DeletePlain(Folder(), NameFromBytes(name)));

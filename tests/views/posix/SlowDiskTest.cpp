@@ -76,8 +76,7 @@ TEST_F(SlowDisk, ALongCopyIsToldAndCancelEndsItWithTheRowsBehindIt) {
 
 // What is put off to the next start takes its row along on each tab, the Overview's too.
 TEST_F(SlowDisk, ADeleteAtRestartTakesTheRowOff) {
-  FTree.MakeFolder("system/etc/tmpfiles.d");
-  FTree.MakeFolder("system/run/systemd/system");
+  FTree.MakeAll({"system/etc/tmpfiles.d/", "system/run/systemd/system/"});
   for (const TTabIndex tab : kTabs) {
     Clear();
     AddFileRow("root", "file");
