@@ -9,9 +9,9 @@
 
 #include "controls/progress/PImageProgress.h"
 #include "scan/ScanMessages.h"
-#include "views/main/FormLinks.h"
+#include "views/main/Looks.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/ListHelpers.h"
-#include "views/rows/Pictures.h"
 
 namespace {
 

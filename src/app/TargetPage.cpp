@@ -18,11 +18,10 @@
 #include "support/Korvel_Routine_New.h"
 #include "support/PLanguage.h"
 #include "views/main/Dialogs.h"
-#include "views/main/FormLinks.h"
 #include "views/main/Looks.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/DriveList.h"
 #include "views/rows/ListHelpers.h"
-#include "views/rows/Pictures.h"
 
 namespace {
 

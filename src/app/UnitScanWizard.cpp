@@ -15,7 +15,7 @@
 #include "app/WizardBand.h"
 #include "controls/notes/PPageNote.h"
 #include "download/DownloadDirectoryScan.h"
-#include "platform/PathText.h"
+#include "platform/Messages.h"
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
 #include "support/PLanguage.h"

@@ -9,7 +9,7 @@
 
 #include "platform/Messages.h"
 #include "scan/UnitScan.h"
-#include "views/main/FormLinks.h"
+#include "views/main/ResultTab.h"
 #include "views/main/StartParameters.h"
 
 class QPushButton;

@@ -1,20 +1,57 @@
 // The entry point: ends a second copy, makes the main form, then the wizard, joins them and runs the message
 // loop.
+#include <QApplication>
 #include <QIcon>
+#include <QWidget>
+
+#include <cstdio>
 
 #include "app/FaultFilter.h"
-#include "app/UniqueInstance.h"
 #include "app/UnitScanWizard.h"
+#include "platform/KnownFolders.h"
+#include "platform/Paths.h"
 #include "platform/Process.h"
+#include "platform/Shell.h"
+#include "platform/SingleInstance.h"
 #include "scan/UnitScan.h"
 #include "views/main/Dialogs.h"
 #include "views/main/Looks.h"
 #include "views/main/StartParameters.h"
 #include "views/main/UnitMain.h"
 
-#include <cstdio>
-
 namespace {
+
+QString Identity() {
+  return u"{4E752811-6443-4439-A8B4-F4CF890AB92B}"_qs + ExtractFileName(ProgramFile()).toUpper();
+}
+
+void BringToFront(QWidget* form, const QByteArray& token) {
+  if (form != nullptr && form->isVisible()) ForceForeground(*form->windowHandle(), token);
+}
+
+// One copy of the program per logon: a second start wakes the first copy and ends before any form exists. A
+// copy whose file has another name is another program. Made before the application object, lives to the end
+// of the process.
+class TUniqueInstance {
+ public:
+  // Ends the process with 0 where another copy runs. Nothing of this start reaches that one but the desktop's
+  // leave to come to the front.
+  TUniqueInstance() : FInstance(Identity()) {
+    if (!FInstance.IsFirst()) EndProcess(0);
+  }
+
+  // From now on a later start restores and raises this form, and a modal one above it. The form lives as long
+  // as the message loop.
+  void Serve(QWidget& form) {
+    FInstance.OnCall([&form](const QByteArray& token) {
+      BringToFront(&form, token);
+      BringToFront(QApplication::activeModalWidget(), token);
+    });
+  }
+
+ private:
+  TSingleInstance FInstance;
+};
 
 // The program's own file pictures serve wherever the desktop's icon theme has none.
 void UseOwnIconsAsFallback() {

@@ -2,7 +2,6 @@
 
 #include "download/DownloadApplication.h"
 #include "download/DownloadSettings.h"
-#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"

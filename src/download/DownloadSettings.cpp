@@ -1,11 +1,9 @@
 #include "download/DownloadSettings.h"
 
-#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
-#include "platform/PrivateProfile.h"
-#include "platform/Registry.h"
+#include "platform/SystemSettings.h"
 #include "platform/XmlDocument.h"
 #include "support/ExtIniFiles.h"
 

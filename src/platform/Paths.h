@@ -1,5 +1,5 @@
-// Path texts: the delimiter, the parts of a path, what a volume root is, and the lossless way between a
-// file name's bytes and its text. Every rule that differs between drive letters and mount points lives
+// Path texts: the delimiter, the parts of a path, what a volume root is, and the ways between the bytes of a
+// name or a text and what they say. Every rule that differs between drive letters and mount points lives
 // here and nowhere else. All functions are callable from any thread.
 #pragma once
 
@@ -65,3 +65,14 @@ extern const int kLongestPath;
 // "\xNN", any other one "\uNNNN" (small hexadecimal digits), and a backslash "\\". Text without any of these
 // comes back unchanged.
 [[nodiscard]] QString EscapeUndecodable(const QString& name);
+
+// Texts in files that tell no encoding, and what one byte of them would be. Any thread.
+
+// Windows: by the system's ANSI code page, a character that it lacks becoming its default one. Linux: as
+// NameFromBytes and NameToBytes.
+[[nodiscard]] QString TextFromAnsi(QByteArrayView bytes);
+[[nodiscard]] QByteArray TextToAnsi(const QString& text);
+
+// For the hot path of a walk: what NameFromBytes gives, in the memory that the text has already where nobody
+// shares it.
+void AssignName(QString& name, QByteArrayView bytes);

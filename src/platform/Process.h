@@ -40,3 +40,17 @@ void MakeProcessDpiAware();
 // them. File names in them are whole: bytes that are not UTF-8 come through as in NameFromBytes; on Windows,
 // where main() gets no whole names, the system's own command line is read.
 [[nodiscard]] QStringList ProgramParameters(int argc, char** argv);
+
+// The component model of Windows, which serves one thread at a time. Linux has none: nothing happens there.
+//
+// While one of these lives, its thread may use components. They nest. Made and destroyed on the same thread.
+class TComThread {
+ public:
+  TComThread();
+  ~TComThread();
+  TComThread(const TComThread&) = delete;
+  TComThread& operator=(const TComThread&) = delete;
+
+ private:
+  [[maybe_unused]] bool FJoined = false;  // Windows only
+};

@@ -4,6 +4,8 @@
 // entity that only an external document type could declare is empty on Linux and an error on Windows.
 #pragma once
 
+#include "platform/FileTests.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -49,6 +51,10 @@ class TXmlElement {
   std::shared_ptr<void> FNode;
 };
 
-// The root element of a document. Both throw TXmlError; the first one blocks on the file system.
-[[nodiscard]] TXmlElement LoadXml(const QString& fileName);
+// The root element of a document. Both throw TXmlError; the second one blocks on the file system.
 [[nodiscard]] TXmlElement ParseXml(const QByteArray& document);
+[[nodiscard]] inline TXmlElement LoadXml(const QString& fileName) {
+  const auto content = ReadWholeFile(fileName);
+  if (!content) throw TXmlError("can't read " + fileName.toStdString());
+  return ParseXml(*content);
+}

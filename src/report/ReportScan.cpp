@@ -1,7 +1,7 @@
 #include "report/ReportScan.h"
 
 #include "download/DownloadDirectoryScan.h"
-#include "platform/PathText.h"
+#include "platform/Messages.h"
 #include "platform/Process.h"
 #include "scan/ScanMessages.h"
 

@@ -1,7 +1,7 @@
 #include "scan/UnitScan.h"
 
-#include "platform/ComThread.h"
 #include "platform/Paths.h"
+#include "platform/Process.h"
 #include "scan/ScanMessages.h"
 
 #include <algorithm>

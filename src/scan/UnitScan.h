@@ -4,7 +4,6 @@
 
 #include "platform/FileEnumeration.h"
 #include "platform/Messages.h"
-#include "platform/PathText.h"
 #include "scan/ScanRecords.h"
 #include "scan/Volindex.h"
 #include "support/TWorkerThread.h"

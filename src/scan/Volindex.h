@@ -8,7 +8,6 @@
 #pragma once
 
 #include "platform/Messages.h"
-#include "platform/PathText.h"
 #include "scan/ReadAhead.h"
 #include "scan/ScanRecords.h"
 

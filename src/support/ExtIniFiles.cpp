@@ -1,7 +1,7 @@
 #include "support/ExtIniFiles.h"
 
-#include "platform/AnsiText.h"
 #include "platform/FileTests.h"
+#include "platform/Paths.h"
 #include "support/Korvel_Routine_New.h"
 
 #include <QLocale>

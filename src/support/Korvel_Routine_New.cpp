@@ -2,9 +2,9 @@
 
 #include "platform/FileEnumeration.h"
 #include "platform/FileTests.h"
-#include "platform/FileTypes.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
+#include "platform/SystemSettings.h"
 
 #include <QLocale>
 

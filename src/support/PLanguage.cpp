@@ -4,7 +4,7 @@
 #include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
-#include "platform/PrivateProfile.h"
+#include "platform/SystemSettings.h"
 #include "support/AppFrame_New.h"
 
 namespace {

@@ -13,6 +13,7 @@ namespace {
 
 class Contents : public TContentsTest {
  protected:
+  void SetUp() override { Enter(); }
   [[nodiscard]] TContentsTab& Tab() {
     return *dynamic_cast<TContentsTab*>(FForm->findChild<QWidget*>(u"DockPnlcontent"_qs)->children().first());
   }
@@ -48,7 +49,6 @@ class Contents : public TContentsTest {
 }  // namespace
 
 TEST_F(Contents, TheComputerLevelTellsOfTheDrives) {
-  Enter();
   EXPECT_EQ(Here(), u"computer"_qs);
   EXPECT_EQ(Captions(), u"Name|Type|Total Size|Free Space"_qs);
   const auto& drives = FForm->Drives().Drives();
@@ -77,7 +77,6 @@ TEST_F(Contents, TheComputerLevelTellsOfTheDrives) {
 }
 
 TEST_F(Contents, AFolderHasItsSizesAndTellsOfTheSelectedRow) {
-  Enter();
   ASSERT_TRUE(Pick(""));
   EXPECT_EQ(Captions(), u"Name|Size|Type|Date Modified"_qs);
   EXPECT_EQ(Status(), FTree.Path() + u"|4 items|hidden"_qs);
@@ -102,7 +101,6 @@ TEST_F(Contents, AFolderHasItsSizesAndTellsOfTheSelectedRow) {
 }
 
 TEST_F(Contents, ASizeGoesToItsRowIfThatIsShownStill) {
-  Enter();
   ASSERT_TRUE(Pick(""));
   ASSERT_TRUE(WaitForSizes());
   Select("films");
@@ -121,7 +119,6 @@ TEST_F(Contents, ASizeGoesToItsRowIfThatIsShownStill) {
 
 // Files stay in their rows; a first click on Size puts the largest folder last.
 TEST_F(Contents, SizesOrderTheFoldersAmongEachOther) {
-  Enter();
   ASSERT_TRUE(Pick(""));
   ASSERT_TRUE(WaitForSizes());
   EXPECT_EQ(Names(), u"empty films music root.bin"_qs);
@@ -144,7 +141,6 @@ TEST_F(Contents, SizesOrderTheFoldersAmongEachOther) {
 }
 
 TEST_F(Contents, ClicksOnBoxesCountInFoldersOnlyAndCommandsEverywhere) {
-  Enter();
   const auto markOnly = [this](int row) {
     Shown().SetItemFocused(Shown().Items()[row]);
     QTest::keyClick(&Shown(), Qt::Key_Space);
@@ -170,7 +166,6 @@ TEST_F(Contents, ClicksOnBoxesCountInFoldersOnlyAndCommandsEverywhere) {
 
 // What each way records differs, and so do the commands after it.
 TEST_F(Contents, TheHistoryIsRecordedByTheWayOfGoing) {
-  Enter();
   EXPECT_EQ(Ways(), u"---"_qs);
   ASSERT_TRUE(Pick("music/a"));  // records music, the folder above
   EXPECT_EQ(Ways(), u"B-U"_qs);
@@ -190,7 +185,6 @@ TEST_F(Contents, TheHistoryIsRecordedByTheWayOfGoing) {
 }
 
 TEST_F(Contents, OpenOnAFolderRecordsTheFolderLeftAndTheOneEntered) {
-  Enter();
   ASSERT_TRUE(Pick(""));
   ASSERT_TRUE(Press("lbtnUp"));
   ASSERT_TRUE(Press("lbtnBack"));
@@ -207,7 +201,6 @@ TEST_F(Contents, OpenOnAFolderRecordsTheFolderLeftAndTheOneEntered) {
 }
 
 TEST_F(Contents, ARepeatIsLeftOutAndUpFromAVolumeGoesToTheComputer) {
-  Enter();
   const QString root = SystemVolumeRoot();
   ASSERT_TRUE(Type(root));       // records the computer
   ASSERT_TRUE(Press("lbtnUp"));  // records the volume
@@ -227,7 +220,6 @@ TEST_F(Contents, ARepeatIsLeftOutAndUpFromAVolumeGoesToTheComputer) {
 }
 
 TEST_F(Contents, KeysAndTheMouseGoTheSameWays) {
-  Enter();
   ASSERT_TRUE(Pick("music/a"));
   Shown().setFocus();
   const auto key = [this](Qt::Key code, Qt::KeyboardModifier modifier) {
@@ -250,7 +242,6 @@ TEST_F(Contents, KeysAndTheMouseGoTheSameWays) {
 
 // A stop without a navigation behind it: rows come without sizes, and the end opens the folder again.
 TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOverAndTakesTheKnownSizes) {
-  Enter();
   Shown().SetPath(FTree.Path());
   ASSERT_TRUE(Tab().Rows().Filling());
   Tab().Rows().Stop();
@@ -272,7 +263,6 @@ TEST_F(Contents, AFillThatWasStoppedForNothingIsDoneOverAndTakesTheKnownSizes) {
 }
 
 TEST_F(Contents, AResultBringsItsSizesAndTheComputerLevel) {
-  Enter();
   ASSERT_TRUE(Pick("music"));
   ActivateTab(kOverviewTab);
   FWizard->show();
@@ -291,7 +281,6 @@ TEST_F(Contents, AResultBringsItsSizesAndTheComputerLevel) {
 }
 
 TEST_F(Contents, TheStatusBarIsLeftToTheTabThatShows) {
-  Enter();
   ASSERT_TRUE(Pick(""));
   Select("films");
   ActivateTab(kOverviewTab);
@@ -310,7 +299,6 @@ TEST_F(Contents, TheStatusBarIsLeftToTheTabThatShows) {
 TEST_F(Contents, TheFormClosesWithoutWaitingForASum) {
   for (int i = 0; i < 60; ++i)
     FTree.MakeFile("many/" + QByteArray::number(i) + "/file", 1);
-  Enter();
   ASSERT_TRUE(Pick("many"));
   ASSERT_TRUE(WaitFor([this] { return Row(u"0"_qs) != nullptr; }));
   QElapsedTimer clock;

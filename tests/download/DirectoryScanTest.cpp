@@ -6,7 +6,7 @@
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
-#include "platform/ComThread.h"
+#include "platform/Process.h"
 
 #include <gtest/gtest.h>
 

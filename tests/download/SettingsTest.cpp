@@ -4,7 +4,7 @@
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
-#include "platform/ComThread.h"
+#include "platform/Process.h"
 #include "platform/XmlDocument.h"
 
 #include <gtest/gtest.h>

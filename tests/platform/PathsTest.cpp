@@ -2,9 +2,8 @@
 #include "platform/Paths.h"
 
 #include "PlatformTest.h"
-#include "platform/AnsiText.h"
 #include "platform/KnownFolders.h"
-#include "platform/PathText.h"
+#include "platform/Messages.h"
 #include "platform/Volumes.h"
 
 #include <filesystem>

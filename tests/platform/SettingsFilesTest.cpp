@@ -1,7 +1,7 @@
 // Settings in ini and XML files.
 #include "PlatformTest.h"
-#include "platform/AnsiText.h"
-#include "platform/PrivateProfile.h"
+#include "platform/Paths.h"
+#include "platform/SystemSettings.h"
 #include "platform/XmlDocument.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "PlatformTest.h"
-#include "platform/FileTypes.h"
 #include "platform/Shell.h"
+#include "platform/SystemSettings.h"
 
 #include <QDir>
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/Messages.h"
-#include "platform/PathText.h"
 #include "scan/ScanMessages.h"
 
 #include <QCoreApplication>

@@ -12,7 +12,7 @@
 #include "fixtures/GivenDialogs.h"
 #include "fixtures/QtPrinters.h"
 #include "views/commands/Commands.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 
 namespace {
 

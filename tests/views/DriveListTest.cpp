@@ -9,8 +9,8 @@
 #include "controls/list/ListView.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/KnownFolders.h"
+#include "views/main/Looks.h"
 #include "views/rows/ListHelpers.h"
-#include "views/rows/Pictures.h"
 
 namespace {
 

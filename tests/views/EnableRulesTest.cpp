@@ -1,4 +1,3 @@
-#include "views/commands/EnableRules.h"
 
 #include <gtest/gtest.h>
 

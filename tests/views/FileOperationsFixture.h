@@ -16,7 +16,7 @@
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "views/commands/Commands.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/ResultRows.h"
 
 inline constexpr TTabIndex kTabs[] = {kOverviewTab, kContentsTab, kTopFilesTab, kDownloadsTab};

@@ -6,7 +6,7 @@
 #include "controls/shell/RzShellList.h"
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
-#include "views/files/ShellFileRows.h"
+#include "views/files/FileRows.h"
 #include "views/rows/ListHelpers.h"
 
 using FileOperations = TFileOperationsTest;

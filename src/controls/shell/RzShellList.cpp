@@ -1,8 +1,8 @@
 #include "controls/shell/RzShellList.h"
 
-#include "platform/FileTypes.h"
 #include "platform/Icons.h"
 #include "platform/Paths.h"
+#include "platform/SystemSettings.h"
 
 #include <QKeyEvent>
 #include <QLabel>

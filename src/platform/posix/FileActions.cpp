@@ -3,7 +3,7 @@
 
 #include "platform/Paths.h"
 #include "platform/posix/FileActionsFolder.h"
-#include "platform/posix/FileAttributes.h"
+#include "platform/posix/FileDescriptor.h"
 
 #include <QCryptographicHash>
 

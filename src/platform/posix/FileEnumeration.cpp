@@ -1,8 +1,6 @@
 #include "platform/FileEnumeration.h"
 
-#include "platform/Names.h"
 #include "platform/Paths.h"
-#include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/MountTable.h"
 

@@ -1,7 +1,6 @@
 #include "platform/FileTests.h"
 
 #include "platform/Paths.h"
-#include "platform/posix/FileAttributes.h"
 #include "platform/posix/FileDescriptor.h"
 
 #include <fcntl.h>

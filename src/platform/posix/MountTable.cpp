@@ -1,5 +1,6 @@
 #include "platform/posix/MountTable.h"
 
+#include "platform/FileEnumeration.h"
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/posix/FileDescriptor.h"
@@ -103,6 +104,18 @@ bool IsWithin(const QByteArray& path, const QByteArray& folder) {
 
 bool ShorterPoint(const TMount& a, const TMount& b) {
   return a.Point.size() != b.Point.size() ? a.Point.size() < b.Point.size() : a.Point < b.Point;
+}
+
+QByteArray UnescapeLabel(const QByteArray& name) {
+  QByteArray label;
+  for (qsizetype i = 0; i < name.size(); ++i) {
+    bool isHex = false;
+    const bool escaped = name.mid(i, 2) == "\\x" && i + 4 <= name.size();
+    const int value = escaped ? name.mid(i + 2, 2).toInt(&isHex, 16) : 0;
+    label += isHex ? static_cast<char>(value) : name[i];
+    if (isHex) i += 3;
+  }
+  return label;
 }
 
 }  // namespace
@@ -260,4 +273,16 @@ bool IsPseudoFileSystem(unsigned long type) {
       0x534f434b,  // sockfs
   };
   return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+QString VolumeLabel(dev_t device, const QByteArray& labelFolder) {
+  TFileEnumeration links;
+  TFoundFile link;
+  for (bool more = links.First(NameFromBytes(labelFolder), link); more; more = links.Next(link)) {
+    const QByteArray name = NameToBytes(link.Name);
+    struct stat status;
+    if (stat(labelFolder + '/' + name, &status) == 0 && status.st_rdev == device)
+      return NameFromBytes(UnescapeLabel(name));
+  }
+  return {};
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <QVector>
 
 #include <sys/types.h>
@@ -78,3 +79,9 @@ struct TMountPlace {
 
 // True for the f_type of a file system that shows the kernel's own data as files.
 [[nodiscard]] bool IsPseudoFileSystem(unsigned long type);
+
+// The names that users give to volumes.
+
+// The label of a device from a folder of links, each named after a label and leading to its device; empty if
+// no link leads there. A label's special bytes are written "\x20" in the link's name.
+[[nodiscard]] QString VolumeLabel(dev_t device, const QByteArray& labelFolder);

@@ -45,3 +45,11 @@ QString VolumeName(const QString& root) {
 bool SameFolder(const QString& a, const QString& b) {
   return WithoutDelimitersAtEnd(a) == WithoutDelimitersAtEnd(b);
 }
+
+QString TextFromAnsi(QByteArrayView bytes) {
+  return NameFromBytes(bytes);
+}
+
+QByteArray TextToAnsi(const QString& text) {
+  return NameToBytes(text);
+}

@@ -107,3 +107,7 @@ QStringList ProgramParameters(int argc, char** argv) {
     parameters.append(NameFromBytes(argv[i]));
   return parameters;
 }
+
+TComThread::TComThread() = default;
+
+TComThread::~TComThread() = default;

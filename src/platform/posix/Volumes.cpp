@@ -4,7 +4,6 @@
 #include "platform/Paths.h"
 #include "platform/posix/FileDescriptor.h"
 #include "platform/posix/MountTable.h"
-#include "platform/posix/VolumeLabels.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

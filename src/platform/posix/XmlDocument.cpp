@@ -1,7 +1,6 @@
 // Documents through libxml2.
 #include "platform/XmlDocument.h"
 
-
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xpath.h>

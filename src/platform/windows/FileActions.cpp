@@ -3,8 +3,8 @@
 #include "platform/FileEnumeration.h"
 #include "platform/KnownFolders.h"
 #include "platform/Paths.h"
+#include "platform/windows/FileEntry.h"
 #include "platform/windows/Handle.h"
-#include "platform/windows/LongPath.h"
 
 #include <shellapi.h>
 #include <algorithm>

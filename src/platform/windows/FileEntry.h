@@ -1,9 +1,12 @@
-// The opening of files and folders, and what the system tells of one entry.
+// Paths and texts on their way to the system's calls, the opening of files and folders, and what is told of
+// one entry.
 #pragma once
 
 #include "platform/windows/Handle.h"
 
 #include <QString>
+
+#include <string>
 
 // Enough to ask what an entry is and where it lies.
 inline constexpr DWORD kNoRights = 0;
@@ -20,4 +23,15 @@ template <typename TEntry>
 [[nodiscard]] quint64 SizeOf(const TEntry& entry) {
   if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return 0;
   return quint64{entry.nFileSizeHigh} << 32 | entry.nFileSizeLow;
+}
+
+// The path in the form in which the system takes every name and any length: "\\?\C:\a" for "C:\a" and
+// "\\?\UNC\server\share" for "\\server\share". In this form the system looks at nothing but the delimiters,
+// so "/", doubled delimiters, "." and ".." are settled here; one delimiter at the end stays. Any other path,
+// a relative one or one in this form already, is given as it stands.
+[[nodiscard]] std::wstring LongPath(const QString& path);
+
+// The text as the system's calls take it, valid as long as the text is.
+[[nodiscard]] inline const wchar_t* WideText(const QString& text) {
+  return reinterpret_cast<const wchar_t*>(text.utf16());
 }

@@ -3,7 +3,6 @@
 #include "platform/FileEnumeration.h"
 #include "platform/Paths.h"
 #include "platform/windows/FileEntry.h"
-#include "platform/windows/LongPath.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 #include "platform/Icons.h"
 
 #include "platform/Paths.h"
+#include "platform/windows/FileEntry.h"
 #include "platform/windows/Handle.h"
-#include "platform/windows/LongPath.h"
 
 #include <QImage>
 #include <QPixmap>

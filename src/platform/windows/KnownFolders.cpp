@@ -1,7 +1,7 @@
 #include "platform/KnownFolders.h"
 
 #include "platform/Paths.h"
-#include "platform/windows/LongPath.h"
+#include "platform/windows/FileEntry.h"
 
 #include <windows.h>
 
@@ -71,8 +71,7 @@ QString ProgramFile() {
   for (std::wstring path(MAX_PATH, L'\0'); path.size() <= kLongestProgramPath; path.resize(path.size() * 2)) {
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     if (length == 0) return {};
-    if (length < path.size())
-      return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
+    if (length < path.size()) return QString::fromWCharArray(path.data(), static_cast<qsizetype>(length));
   }
   return {};
 }

@@ -5,8 +5,11 @@
 #include <QByteArray>
 #include <QCoreApplication>
 
+#include <windows.h>
+
 #include <fcntl.h>
 #include <io.h>
+#include <objbase.h>
 #include <psapi.h>
 #include <shellapi.h>
 #include <cstdio>
@@ -103,4 +106,11 @@ void MakeProcessDpiAware() {
 QStringList ProgramParameters(int, char**) {
   const bool hasApplication = QCoreApplication::instance() != nullptr;
   return (hasApplication ? QCoreApplication::arguments() : CommandLineArguments()).mid(1);
+}
+
+// A thread that lives in another kind of apartment may use components all the same.
+TComThread::TComThread() : FJoined(SUCCEEDED(CoInitialize(nullptr))) {}
+
+TComThread::~TComThread() {
+  if (FJoined) CoUninitialize();
 }

@@ -1,7 +1,7 @@
 #include "platform/Volumes.h"
 
 #include "platform/Paths.h"
-#include "platform/windows/LongPath.h"
+#include "platform/windows/FileEntry.h"
 
 #include <windows.h>
 

@@ -8,6 +8,155 @@
 
 namespace {
 
+using enum TBarItemKind;
+
+// Bars and popups, then one row per command; which bar shows it stands below.
+constexpr TBarItemRow kItems[] = {
+    {"dxbrManager1Bar", MenuBar},
+    {"dxbrManager1Bar1", ToolBar},
+    {"SubItemFile", SubItem, "File(&F)"},
+    {"SubItemEdit", SubItem, "Edit(&E)"},
+    {"SubItemHelp", SubItem, "Help(&H)"},
+    {"pmTop10", Popup},
+    {"pmContent", Popup},
+    {"pmTop100", Popup},
+    {"pmDownloadFiles", Popup},
+
+    {"btnScan", Button, "Analyze", true, "analyze16"},
+    {"btnOpen", Button, "Open", false, "open16"},
+    {"btnDelete", Button, "Delete", false, "delete16"},
+    {"btnMove", Button, "Move...", false, "move16"},
+    {"btnExit", Button, "Exit", true, "exit16"},
+    {"btnSelAll", Button, "Select All", true, "selectall16"},
+    {"btnDeSelAll", Button, "Deselect All", true, "deselectall16"},
+    {"btnInverSel", Button, "Invert Selection", true, "invert16"},
+    {"btnOFF", Button, "Open File Folder", false, "openfolder16"},
+    {"btnPPT", Button, "Properties", false, "properties16"},
+    {"btnHelp", Button, "Help", true, "help16"},
+    {"btnHome", Button, "Homepage", true, "home16"},
+    {"btnAbout", Button, "About", true, "about16"},
+
+    {"lbtnAnalyze", LargeButton, "Analyze", true, "analyze32"},
+    {"lbtnBack", LargeButton, "Back", false, "back32"},
+    {"lbtnForward", LargeButton, "Forward", false, "forward32"},
+    {"lbtnUp", LargeButton, "Up", false, "up32"},
+    {"lbtnOpen", LargeButton, "Open", false, "open32"},
+    {"lbtnDelete", LargeButton, "Delete", false, "delete32"},
+    {"lbtnMove", LargeButton, "Move...", false, "move32"},
+    {"lbtnProperty", LargeButton, "Properties", false, "properties32"},
+
+    {"mniLOpen", Button, "Open", true, "open16"},
+    {"mniLOFF", Button, "Open File Folder", true, "openfolder16"},
+    {"mniLPPT", Button, "Properties", true, "properties16"},
+
+    {"mniCOpen", Button, "Open", true, "open16"},
+    {"mniCSelectAll", Button, "Select All", true, "selectall16"},
+    {"mniCDeselAll", Button, "Deselect All", true, "deselectall16"},
+    {"mniCInvSelAll", Button, "Invert Selection", true, "invert16"},
+    {"mniCMove", Button, "Move...", true, "move16"},
+    {"mniCDelete", Button, "Delete", true, "delete16"},
+    {"mniCOFF", Button, "Open File Folder", true, "openfolder16"},
+    {"mniCPPT", Button, "Properties", true, "properties16"},
+
+    {"mniTOpen", Button, "Open", false, "open16"},
+    {"mniTSelAll", Button, "Select All", true, "selectall16"},
+    {"mniTDeselAll", Button, "Deselect All", true, "deselectall16"},
+    {"mniTInvSel", Button, "Invert Selection", true, "invert16"},
+    {"mniTMove", Button, "Move...", false, "move16"},
+    {"mniTDel", Button, "New Separator", false, "delete16"},
+    {"mniTOFF", Button, "Open File Folder", false, "openfolder16"},
+    {"mniTPPT", Button, "Properties", false, "properties16"},
+
+    {"dxbrbtnDownloadFilesOpen", Button, "Open", true, "open16"},
+    {"dxDownloadFilesSelectAll", Button, "Select All", true, "selectall16"},
+    {"dxDownloadFilesDeselectAll", Button, "Deselect All", true, "deselectall16"},
+    {"dxDownloadFilesInvertSelection", Button, "Invert Selection", true, "invert16"},
+    {"dxbrbtnDownloadFilesMove", Button, "Move", true, "move16"},
+    {"dxbrbtnDownloadFilesDelete", Button, "Delete", true, "delete16"},
+    {"dxDownloadFileOpenFolder", Button, "Open File Folder", true, "openfolder16"},
+    {"dxDownloadFilesPro", Button, "Properties", true, "properties16"},
+};
+
+// Who shows what, in order from left to right or top to bottom.
+constexpr TBarLinkRow kLinks[] = {
+    {"dxbrManager1Bar", "SubItemFile"},
+    {"dxbrManager1Bar", "SubItemEdit"},
+    {"dxbrManager1Bar", "SubItemHelp"},
+
+    {"SubItemFile", "btnScan"},
+    {"SubItemFile", kBarSeparator},
+    {"SubItemFile", "btnOpen"},
+    {"SubItemFile", "btnDelete"},
+    {"SubItemFile", "btnMove"},
+    {"SubItemFile", kBarSeparator},
+    {"SubItemFile", "btnExit"},
+
+    {"SubItemEdit", "btnSelAll"},
+    {"SubItemEdit", "btnDeSelAll"},
+    {"SubItemEdit", "btnInverSel"},
+    {"SubItemEdit", kBarGroupBreak},
+    {"SubItemEdit", "btnOFF"},
+    {"SubItemEdit", "btnPPT"},
+
+    {"SubItemHelp", "btnHelp"},
+    {"SubItemHelp", "btnHome"},
+    {"SubItemHelp", kBarGroupBreak},
+    {"SubItemHelp", "btnAbout"},
+
+    {"dxbrManager1Bar1", "lbtnAnalyze"},
+    {"dxbrManager1Bar1", kBarGroupBreak},
+    {"dxbrManager1Bar1", "lbtnBack"},
+    {"dxbrManager1Bar1", "lbtnForward"},
+    {"dxbrManager1Bar1", "lbtnUp"},
+    {"dxbrManager1Bar1", kBarGroupBreak},
+    {"dxbrManager1Bar1", "lbtnOpen"},
+    {"dxbrManager1Bar1", "lbtnDelete"},
+    {"dxbrManager1Bar1", "lbtnMove"},
+    {"dxbrManager1Bar1", "lbtnProperty"},
+
+    {"pmTop10", "mniLOpen"},
+    {"pmTop10", kBarSeparator},
+    {"pmTop10", "mniLOFF"},
+    {"pmTop10", "mniLPPT"},
+
+    {"pmContent", "mniCOpen"},
+    {"pmContent", kBarSeparator},
+    {"pmContent", "mniCSelectAll"},
+    {"pmContent", "mniCDeselAll"},
+    {"pmContent", "mniCInvSelAll"},
+    {"pmContent", kBarSeparator},
+    {"pmContent", "mniCMove"},
+    {"pmContent", "mniCDelete"},
+    {"pmContent", kBarSeparator},
+    {"pmContent", "mniCOFF"},
+    {"pmContent", "mniCPPT"},
+
+    {"pmTop100", "mniTOpen"},
+    {"pmTop100", kBarSeparator},
+    {"pmTop100", kBarSeparator},
+    {"pmTop100", "mniTSelAll"},
+    {"pmTop100", "mniTDeselAll"},
+    {"pmTop100", "mniTInvSel"},
+    {"pmTop100", kBarSeparator},
+    {"pmTop100", "mniTMove"},
+    {"pmTop100", "mniTDel"},
+    {"pmTop100", kBarSeparator},
+    {"pmTop100", "mniTOFF"},
+    {"pmTop100", "mniTPPT"},
+
+    {"pmDownloadFiles", "dxbrbtnDownloadFilesOpen"},
+    {"pmDownloadFiles", kBarSeparator},
+    {"pmDownloadFiles", "dxDownloadFilesSelectAll"},
+    {"pmDownloadFiles", "dxDownloadFilesDeselectAll"},
+    {"pmDownloadFiles", "dxDownloadFilesInvertSelection"},
+    {"pmDownloadFiles", kBarSeparator},
+    {"pmDownloadFiles", "dxbrbtnDownloadFilesMove"},
+    {"pmDownloadFiles", "dxbrbtnDownloadFilesDelete"},
+    {"pmDownloadFiles", kBarSeparator},
+    {"pmDownloadFiles", "dxDownloadFileOpenFolder"},
+    {"pmDownloadFiles", "dxDownloadFilesPro"},
+};
+
 using THandler = void (TResultTab::*)();
 
 // A global command, the tabs that it reaches, and the popup item of each tab that does the same.
@@ -64,7 +213,83 @@ constexpr std::array<std::array<const char*, 2>, 5> kForwards = {{{"lbtnOpen", "
                                                                   {"lbtnProperty", "btnPPT"},
                                                                   {"lbtnAnalyze", "btnScan"}}};
 
+using enum TTabEvent;
+
+enum class TSet { Off, On, AsFlag };
+
+struct TEnableRow {
+  TTabIndex Tab;
+  TTabEvent Event;
+  TSet Set;
+  std::initializer_list<const char*> Commands;
+};
+
+using TNames = std::initializer_list<const char*>;
+
+constexpr TNames kCheckCommands = {"btnSelAll", "btnDeSelAll", "btnInverSel"};
+constexpr TNames kGlobalCommands = {"btnOpen",  "btnOFF",   "btnPPT",     "btnDelete",
+                                    "btnMove",  "lbtnOpen", "lbtnDelete", "lbtnProperty",
+                                    "lbtnMove", "lbtnBack", "lbtnForward"};
+
+// Commands of the selected row.
+constexpr TNames kTopRow = {"mniLOpen", "mniLOFF", "mniLPPT",  "btnOpen",
+                            "btnOFF",   "btnPPT",  "lbtnOpen", "lbtnProperty"};
+constexpr TNames kContentsRow = {"mniCOpen", "mniCPPT", "mniCOFF",  "btnOpen",
+                                 "btnPPT",   "btnOFF",  "lbtnOpen", "lbtnProperty"};
+constexpr TNames kTopFilesRow = {"mniTOpen",     "mniTOFF", "mniTPPT", "lbtnOpen",
+                                 "lbtnProperty", "btnOFF",  "btnPPT",  "btnOpen"};
+constexpr TNames kLargeRow = {"lbtnProperty", "lbtnOpen"};
+
+// Commands of the checked rows.
+constexpr TNames kContentsChecked = {"btnDelete", "btnMove",    "lbtnDelete",
+                                     "lbtnMove",  "mniCDelete", "mniCMove"};
+constexpr TNames kTopFilesChecked = {"lbtnDelete", "btnDelete", "lbtnMove", "btnMove", "mniTMove", "mniTDel"};
+constexpr TNames kDownloadsChecked = {"lbtnDelete", "lbtnMove", "dxbrbtnDownloadFilesMove",
+                                      "dxbrbtnDownloadFilesDelete"};
+constexpr TNames kLargeChecked = {"lbtnDelete", "lbtnMove"};
+
+constexpr TEnableRow kRules[] = {
+    {kOverviewTab, Activated, TSet::Off, kCheckCommands},
+    {kOverviewTab, Activated, TSet::Off, kGlobalCommands},
+    {kOverviewTab, Activated, TSet::Off, {"lbtnUp", "mniLOpen", "mniLOFF", "mniLPPT"}},
+    {kOverviewTab, RowSelected, TSet::On, kTopRow},
+    {kOverviewTab, DeleteStarts, TSet::Off, kLargeChecked},
+
+    {kContentsTab, Activated, TSet::On, kCheckCommands},
+    {kContentsTab, Activated, TSet::Off, kGlobalCommands},
+    {kContentsTab, Activated, TSet::AsFlag, {"lbtnUp"}},
+    {kContentsTab, Activated, TSet::Off, {"mniCMove", "mniCDelete", "mniCOFF", "mniCPPT", "mniCOpen"}},
+    {kContentsTab, RowSelected, TSet::AsFlag, kContentsRow},
+    {kContentsTab, BoxesCounted, TSet::AsFlag, kContentsChecked},
+    {kContentsTab, DeleteStarts, TSet::Off, kLargeChecked},
+
+    {kTopFilesTab, Activated, TSet::On, kCheckCommands},
+    {kTopFilesTab, Activated, TSet::Off, kGlobalCommands},
+    {kTopFilesTab, Activated, TSet::Off, {"lbtnUp"}},
+    {kTopFilesTab, RowSelected, TSet::AsFlag, kTopFilesRow},
+    {kTopFilesTab, MouseUp, TSet::Off, {"mniTMove", "mniTDel"}},
+    {kTopFilesTab, BoxesCounted, TSet::AsFlag, kTopFilesChecked},
+    {kTopFilesTab, HeaderBox, TSet::AsFlag, kLargeChecked},
+    {kTopFilesTab, HeaderBox, TSet::Off, kLargeRow},
+    {kTopFilesTab, DeleteStarts, TSet::Off, kLargeChecked},
+    {kTopFilesTab, Reset, TSet::Off, {"mniTOpen", "mniTPPT", "mniTDel", "mniTOFF", "mniTMove"}},
+
+    {kDownloadsTab, RowSelected, TSet::AsFlag, kLargeRow},
+    {kDownloadsTab, MouseUp, TSet::Off, {"dxbrbtnDownloadFilesMove", "dxbrbtnDownloadFilesDelete"}},
+    {kDownloadsTab, BoxesCounted, TSet::AsFlag, kDownloadsChecked},
+    {kDownloadsTab, HeaderBox, TSet::AsFlag, kLargeChecked},
+    {kDownloadsTab, HeaderBox, TSet::Off, kLargeRow},
+    {kDownloadsTab, DeleteStarts, TSet::Off, kLargeChecked},
+};
+
 }  // namespace
+
+std::span<const TBarItemRow> CommandItems() {
+  return kItems;
+}
+std::span<const TBarLinkRow> CommandLinks() {
+  return kLinks;
+}
 
 TMainCommands::TMainCommands(QWidget& form) : FBars(form) {
   FBars.Build(CommandItems(), CommandLinks());
@@ -129,4 +354,10 @@ void btnHomeClick(const QString& library) {
 
 void btnHelpClick() {
   OpenWithShell(QStringLiteral(TALLYSCOPE_FORUM) + u"forumdisplay.php?f=41"_qs);
+}
+
+void ApplyEnableRules(TMainCommands& commands, TTabIndex tab, TTabEvent event, bool flag) {
+  for (const TEnableRow& row : kRules)
+    if (row.Tab == tab && row.Event == event)
+      commands.SetEnabled(row.Commands, row.Set == TSet::AsFlag ? flag : row.Set == TSet::On);
 }

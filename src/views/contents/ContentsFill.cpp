@@ -5,7 +5,7 @@
 
 #include "platform/Paths.h"
 #include "support/Korvel_Routine_New.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 
 namespace {
 

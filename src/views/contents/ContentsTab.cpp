@@ -13,9 +13,7 @@
 #include "support/Korvel_Routine_New.h"
 #include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
-#include "views/commands/EnableRules.h"
-#include "views/main/FormLinks.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/ListHelpers.h"
 #include "views/rows/ResultRows.h"
 

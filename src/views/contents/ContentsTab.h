@@ -10,7 +10,7 @@
 #include "views/contents/ContentsSort.h"
 #include "views/contents/Navigation.h"
 #include "views/files/FileOperations.h"
-#include "views/files/ShellFileRows.h"
+#include "views/files/FileRows.h"
 #include "views/main/ResultTab.h"
 
 class TContentsTab : public QObject, public TResultTab {

@@ -6,11 +6,11 @@
 #include "platform/Messages.h"
 #include "platform/Paths.h"
 #include "support/ShellRoutines.h"
-#include "views/commands/EnableRules.h"
+#include "views/commands/Commands.h"
 #include "views/files/FileWork.h"
 #include "views/files/PropertiesDialog.h"
 #include "views/main/Dialogs.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 
 TFileOperations::TFileOperations(const TTabParts& parts, TTabIndex tab, TFileRows& rows)
     : FParts(parts), FTab(tab), FRules(kFileRules[static_cast<size_t>(tab)]), FRows(rows) {}

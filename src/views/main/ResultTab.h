@@ -1,9 +1,13 @@
-// The four tabs of the main form, as the form sees them, and what they are given. Main thread.
+// How the parts of the main form know each other: the four tabs as the form sees them and what they are
+// given, and the two forms by an interface each. Main thread.
 #pragma once
 
+#include <QString>
 #include <QStringList>
 
+#include "support/PLanguage.h"
 #include "views/main/StatusLine.h"
+#include "views/rows/DriveList.h"
 
 class QWidget;
 class TDialogs;
@@ -81,7 +85,7 @@ class TResultTab {
   virtual void OpenFileFolder() = 0;
   virtual void ShowProperties() = 0;
 
-  // Act on the rows that the tab takes: checked ones, or the selected one (views/files/FileRules.h).
+  // Act on the rows that the tab takes: checked ones, or the selected one (views/files/FileOperations.h).
   virtual void DeleteRows() = 0;
   virtual void MoveRows() = 0;
 
@@ -89,4 +93,64 @@ class TResultTab {
   virtual void SelectAll() = 0;
   virtual void DeselectAll() = 0;
   virtual void InvertSelection() = 0;
+};
+
+// What the whole program shares: the user's language and the drives of the computer. Owned by the main form,
+// made before its parts and living as long as the process.
+struct TMainState {
+  explicit TMainState(const QString& languageFolder) : FLanguage(u"Tallyscope"_qs, languageFolder) {}
+
+  TLanguage FLanguage;
+  TDriveList FDrives;
+};
+
+// The main form, as the wizard sees it. The program joins the two at start.
+class TResultForm {
+ public:
+  virtual ~TResultForm() = default;
+
+  [[nodiscard]] virtual const TDriveList& Drives() const = 0;
+  [[nodiscard]] virtual const TLanguage& Language() const = 0;
+  [[nodiscard]] virtual TDialogs& Dialogs() const = 0;
+
+  // "Analyzing" and "Completed" in the user's language, and the caption of the Download Directory tab.
+  [[nodiscard]] virtual QString AnalyzingText() const = 0;
+  [[nodiscard]] virtual QString CompletedText() const = 0;
+  [[nodiscard]] virtual QString DownloadsCaption() const = 0;
+
+  // Fills the result tabs from the thread's lists, which must be at rest; handles waiting input meanwhile.
+  virtual void FillResults(const TTallyscopeScan& scan, const QStringList& targets) = 0;
+
+  // The wizard was closed while a scan ran: the drive list takes its width again.
+  virtual void ScanAbandoned() = 0;
+
+  // The window that the wizard is modal to.
+  [[nodiscard]] virtual QWidget& Window() = 0;
+};
+
+// The wizard, as the main form sees it.
+class TScanForm {
+ public:
+  virtual ~TScanForm() = default;
+
+  // The paths of the next scan, or of the one that runs. With any of them the form begins at once when it is
+  // shown. A scan that ends or is stopped leaves none.
+  [[nodiscard]] virtual const QStringList& Targets() const = 0;
+  virtual void AddTarget(const QString& path) = 0;
+  virtual void ClearTargets() = 0;
+
+  // Puts the user's language onto the form, before it is first shown.
+  virtual void ApplyLanguage() = 0;
+
+  // Shows the form over the main form and returns when it has closed.
+  virtual void ShowModal() = 0;
+  [[nodiscard]] virtual bool Showing() const = 0;
+
+  // The thread with the lists of the last scan, if that came to its end and nothing has begun since: null
+  // before the first, while one runs and after one that was stopped.
+  [[nodiscard]] virtual const TTallyscopeScan* Result() const = 0;
+
+  // Chooses what the first page offers: one folder, or the check marks of the drives that hold the paths.
+  virtual void PreselectFolder(const QString& folder) = 0;
+  virtual void PreselectDrives(const QStringList& paths) = 0;
 };

@@ -16,8 +16,8 @@ struct TPreselection {
   std::optional<QStringList> Drives;  // check marks of the drives that hold these paths
 };
 
-// What the program prints, in UTF-8, instead of opening a window: its help or its version, when the first parameter asks
-// for one of them; else empty.
+// What the program prints, in UTF-8, instead of opening a window: its help or its version, when the first
+// parameter asks for one of them; else empty.
 [[nodiscard]] QByteArray ConsoleAnswer(const QStringList& parameters);
 
 // The parameters without the program's name. Any thread.

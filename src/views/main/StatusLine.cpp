@@ -5,8 +5,8 @@
 
 #include "controls/notes/PImageNote.h"
 #include "support/Korvel_Routine_New.h"
-#include "views/main/MainState.h"
-#include "views/rows/Pictures.h"
+#include "views/main/Looks.h"
+#include "views/main/ResultTab.h"
 
 namespace {
 

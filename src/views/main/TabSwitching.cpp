@@ -2,7 +2,7 @@
 
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/picture/Picture.h"
-#include "views/commands/EnableRules.h"
+#include "views/commands/Commands.h"
 #include "views/contents/ContentsTab.h"
 #include "views/downloads/DownloadsTab.h"
 #include "views/overview/OverviewTab.h"

@@ -7,11 +7,9 @@
 #include <array>
 #include <memory>
 
-#include "views/main/FormLinks.h"
-#include "views/main/MainState.h"
+#include "views/main/Looks.h"
 #include "views/main/ResultTab.h"
 #include "views/main/StartParameters.h"
-#include "views/rows/Pictures.h"
 
 class TDialogs;
 class TImageNote;

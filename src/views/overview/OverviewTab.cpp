@@ -16,10 +16,8 @@
 #include "support/Korvel_Routine_New.h"
 #include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
-#include "views/commands/EnableRules.h"
-#include "views/main/FormLinks.h"
 #include "views/main/Looks.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/ListHelpers.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/Volumes.h"
 #include "support/Korvel_Routine_New.h"
-#include "views/rows/Pictures.h"
+#include "views/main/Looks.h"
 
 QString TDriveInfo::Caption() const {
   return Label + u'(' + VolumeName(Root) + u')';

@@ -5,7 +5,7 @@
 #include <array>
 
 #include "scan/ScanRecords.h"
-#include "views/rows/Pictures.h"
+#include "views/main/Looks.h"
 
 class TCustomListView;
 class TImageList;

@@ -9,9 +9,7 @@
 #include "scan/UnitScan.h"
 #include "support/ShellRoutines.h"
 #include "views/commands/Commands.h"
-#include "views/commands/EnableRules.h"
-#include "views/main/FormLinks.h"
-#include "views/main/MainState.h"
+#include "views/main/ResultTab.h"
 #include "views/rows/ListHelpers.h"
 
 TTopFilesTab::TTopFilesTab(const TTabParts& parts, QWidget& panel)

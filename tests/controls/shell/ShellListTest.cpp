@@ -3,8 +3,8 @@
 #include "fixtures/NativePath.h"
 #include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
-#include "platform/FileTypes.h"
 #include "platform/KnownFolders.h"
+#include "platform/SystemSettings.h"
 #include "platform/Volumes.h"
 
 #include <gmock/gmock.h>

@@ -7,8 +7,8 @@
 #include "fixtures/NativePath.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
-#include "platform/ComThread.h"
 #include "platform/FileTests.h"
+#include "platform/Process.h"
 
 #include <gtest/gtest.h>
 

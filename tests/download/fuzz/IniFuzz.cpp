@@ -1,5 +1,5 @@
 // The input is an ini file, for the private-profile service and for the ini file held in memory.
-#include "platform/PrivateProfile.h"
+#include "platform/SystemSettings.h"
 #include "support/ExtIniFiles.h"
 
 #include <sys/mman.h>

@@ -5,8 +5,8 @@
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TestUser.h"
 #include "fixtures/windows/RegistryKey.h"
-#include "platform/ComThread.h"
 #include "platform/Paths.h"
+#include "platform/Process.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // What the desktop's file manager is asked by D-Bus, on a bus of the test's own.
-#include "platform/FileActionsGui.h"
+#include "platform/Shell.h"
 
 #include "platform/Paths.h"
 

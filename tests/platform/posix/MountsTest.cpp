@@ -6,7 +6,6 @@
 #include "fixtures/MountNamespace.h"
 #include "platform/FileTests.h"
 #include "platform/XmlDocument.h"
-#include "platform/posix/VolumeLabels.h"
 
 #include <QProcess>
 

@@ -1,7 +1,7 @@
 // The shell's own calls, with all that they are given. They are led through here by the linker, which wraps
 // the pointers through which the system's libraries are called.
 #include "platform/FileActions.h"
-#include "platform/FileActionsGui.h"
+#include "platform/Shell.h"
 
 #include "fixtures/TempTree.h"
 #include "platform/FileTests.h"

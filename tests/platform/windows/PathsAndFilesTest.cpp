@@ -1,6 +1,6 @@
 // Paths in the forms of Windows, its links to folders, and the prolog of an XML file.
 #include "../PlatformTest.h"
-#include "platform/windows/LongPath.h"
+#include "platform/windows/FileEntry.h"
 #include "platform/windows/XmlProlog.h"
 
 #include <QDir>

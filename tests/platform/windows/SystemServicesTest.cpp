@@ -2,10 +2,9 @@
 #include "../PlatformTest.h"
 #include "fixtures/windows/RegistryKey.h"
 #include "platform/FileTests.h"
-#include "platform/FileTypes.h"
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
-#include "platform/Registry.h"
+#include "platform/SystemSettings.h"
 
 #include <QCoreApplication>
 #include <QDir>

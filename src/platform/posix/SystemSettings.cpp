@@ -1,8 +1,9 @@
-#include "platform/PrivateProfile.h"
+#include "platform/SystemSettings.h"
 
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 
+#include <QMimeDatabase>
 #include <QStringConverter>
 #include <QStringList>
 
@@ -66,4 +67,30 @@ QString ReadPrivateProfile(const QString& file, const QString& section, const QS
   const auto content = ReadWholeFile(file);
   if (!content) return defaultValue;
   return FindValue(SplitLines(DecodeText(*content)), section.trimmed(), key.trimmed()).value_or(defaultValue);
+}
+
+std::optional<TRegistryValue> ReadRegistry(TRegistryRoot, const QString&, const QString&) {
+  return std::nullopt;
+}
+
+QString FileTypeText(const QString& extension) {
+  const QList<QMimeType> types = QMimeDatabase().mimeTypesForFileName(u'x' + extension);
+  return types.isEmpty() || types.front().isDefault() ? QString() : types.front().comment();
+}
+
+// The name of the type itself: what a name says goes by its end, by all of it ("Makefile") or by a pattern.
+QString FileTypeKey(const QString& name) {
+  const QList<QMimeType> types = QMimeDatabase().mimeTypesForFileName(name);
+  return types.isEmpty() ? QString() : types.front().name();
+}
+
+QString TypeTextOfFile(const QString& name) {
+  const QMimeDatabase types;
+  const QList<QMimeType> found = types.mimeTypesForFileName(name);
+  return (found.isEmpty() ? types.mimeTypeForName(QStringLiteral("application/octet-stream")) : found.front())
+      .comment();
+}
+
+QString TypeTextOfFolder() {
+  return QMimeDatabase().mimeTypeForName(QStringLiteral("inode/directory")).comment();
 }

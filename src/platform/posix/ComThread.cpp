@@ -1,5 +1,0 @@
-#include "platform/ComThread.h"
-
-TComThread::TComThread() = default;
-
-TComThread::~TComThread() = default;
