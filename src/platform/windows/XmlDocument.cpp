@@ -3,6 +3,7 @@
 
 #include "platform/Process.h"
 #include "platform/windows/Component.h"
+#include "platform/windows/XmlProlog.h"
 
 #include <msxml2.h>
 #include <limits>

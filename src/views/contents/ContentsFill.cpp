@@ -32,6 +32,8 @@ qint64* CellOf(const TRzShellListData& row) {
 
 }  // namespace
 
+// What SameFolder takes for one folder must have one hash: it forgives delimiters at the end and, on Windows,
+// case.
 size_t TFolderHash::operator()(const QString& folder) const {
   return qHash(WithoutDelimitersAtEnd(folder).toLower());
 }
@@ -45,6 +47,7 @@ std::optional<qint64> TFolderSizes::Find(const QString& folder) const {
   return found != FSizes.end() ? std::optional(found->second) : std::nullopt;
 }
 
+// The record of a size is the size thread's own, which waits in its Send until the handler has read it.
 TContentsFill::TContentsFill(TRzShellList& list, const TMainState& state)
     : FList(list),
       FState(state),
@@ -85,7 +88,8 @@ void TContentsFill::FillDrive(TListItem& item) {
   item.SubItems().Put(kFreeCell, SizeToText(drive.Free));
 }
 
-// A folder that changes while it is shown keeps what its row says. A file's text is the list's own.
+// A folder that changes while it is shown keeps what its row says. A file's text is the list's own. Each path
+// leads to the row that was filled last, which is the one that gets the answer of the size thread.
 void TContentsFill::FillSize(TListItem& item) {
   TRzShellListData& row = TRzShellList::ShellData(item);
   if (row.Data == nullptr) row.Data = new qint64(0);
@@ -106,6 +110,8 @@ void TContentsFill::ShowSize(TListItem& item, qint64 size) {
   item.SubItems().Put(kSizeCell, SizeToText(size));
 }
 
+// A fill that was stopped has left rows without cells. Unless another folder was gone to by then, this one is
+// opened again: by a message, as the list is still within its own event.
 void TContentsFill::End() {
   FFilling = false;
   FCurrentFolder = FList.Path();
@@ -123,6 +129,7 @@ void TContentsFill::Stop() {
   if (FFilling) FAllowFill = false;
 }
 
+// By now the path may lead to a newer row, which keeps it.
 void TContentsFill::Forget(TListItem& item) {
   TRzShellListData& row = TRzShellList::ShellData(item);
   const auto known = FFolderRows.empty() ? FFolderRows.end() : FFolderRows.find(row.Path());

@@ -90,7 +90,8 @@ int TContentsSort::Compare(const TListItem& item1, const TListItem& item2) const
   return FContentSortDir[static_cast<size_t>(FContentSortColumn)] ? result : -result;
 }
 
-// What is no drive of the list has the place -1 in it.
+// What is no drive of the list has the place -1 in it. Two drives never compare as less: whichever way the
+// column is turned, the sort sees them as larger or the same.
 int TContentsSort::CompareDrives(const TListItem& item1, const TListItem& item2,
                                  qint64 TDriveInfo::*bytes) const {
   const int place1 = FDrives.IndexOf(TRzShellList::ShellData(item1).Path());

@@ -119,6 +119,8 @@ void TContentsTab::WireNavigation() {
   ShellListContent->viewport()->installEventFilter(this);
 }
 
+// A side button goes its way as it is pressed, twice on a double click, which is what someone does who goes
+// back quickly. Its release is taken too: the list is to see neither half of the click.
 bool TContentsTab::eventFilter(QObject*, QEvent* event) {
   const bool press =
       event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
@@ -146,6 +148,7 @@ void TContentsTab::Reset() {
   ShellListContent->SetPath(QString());
 }
 
+// Only keeps what the result knows: the folder that shows is not listed again until the tab is looked at.
 void TContentsTab::Fill(const TTallyscopeScan& scan, const QStringList&) {
   for (int i = 0; i < std::min(kTopRules.RowLimit, scan.Folders().Count()); ++i) {
     const TFileInfoEx& record = scan.Folders()[i];
@@ -190,6 +193,7 @@ bool TContentsTab::CanGoUp() const {
   return !RzShellCombo1->Path().isEmpty();
 }
 
+// Commands and status bar belong to the tab that shows, while this list follows the disk behind it too.
 bool TContentsTab::OnTop() const {
   return FPanel.isVisibleTo(FPanel.window());
 }
@@ -297,7 +301,8 @@ void TContentsTab::Open() {
   FParts.StatusLine.HideSizeLine();
 }
 
-// Unlike a click, these commands count at the computer level too.
+// Unlike a click, these commands count at the computer level too. Each box that switches tells so by itself,
+// and counting all rows at each would make marking a large folder quadratic: they are counted here, once.
 template <typename TMark>
 void TContentsTab::MarkRows(const TMark& mark) {
   bool any = false;

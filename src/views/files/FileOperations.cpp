@@ -19,6 +19,8 @@ QString TFileOperations::Text(const QString& key, const QString& defaultText) co
   return FParts.State.FLanguage.GetMessage(key, defaultText);
 }
 
+// The commands are held from before the question on: while a box is open, a second one can't begin its own
+// walk.
 void TFileOperations::Delete() {
   if (FRules.Rows == TRowsTaken::Selected && FRows.Selected() < 0) return;
   QWidget& window = FParts.Host.Window();
@@ -108,6 +110,8 @@ void TFileOperations::MoveRows(TFileWork& work, const QString& folder) {
   }
 }
 
+// True if the row shows what was moved: a list that follows the disk may have taken it off, or given its
+// index to another one, while the move was waited for.
 bool TFileOperations::MoveRow(TFileWork& work, int row, const TOpenFolder& target) {
   const TFileRow source = FRows.Row(row);
   const TOpenFolder parent = FRows.OpenParent(row);

@@ -52,11 +52,14 @@ TFileWork::~TFileWork() {
   delete FProgressBox;
 }
 
+// Not before the user has answered: the question is a window of this program and needs its input.
 void TFileWork::Begin() {
   FBegun = true;
   qApp->installEventFilter(this);
 }
 
+// A close is not held up: the window goes, and the walk ends behind the row at hand. All other input is
+// dropped but for that of the box that tells of a copy, whose Cancel must work.
 bool TFileWork::eventFilter(QObject* watched, QEvent* event) {
   if (watched == &FWindow && event->type() == QEvent::Close) FEnded = true;
   return FBegun && IsInput(event->type()) && !IsInProgressBox(watched);
@@ -69,6 +72,9 @@ bool TFileWork::IsInProgressBox(QObject* watched) const {
   return watched == FProgressBox->windowHandle() || (widget != nullptr && widget->window() == FProgressBox);
 }
 
+// Nearly every move is a rename and over within the first moment, for which nothing is pumped: so the list
+// can't change under a walk that needs no waiting. A longer one lets the window paint and answer in small
+// steps.
 bool TFileWork::Await(TFileMove& move, const QString& name) {
   QElapsedTimer waited;
   waited.start();

@@ -101,7 +101,6 @@ class TPropertiesDialog : public QDialog {
 };
 
 TPropertiesDialog::TPropertiesDialog(QWidget& owner, const QString& path, const TLanguage& language)
-
     : QDialog(&owner),
       FPath(WithoutDelimitersAtEnd(path)),
       FLanguage(language),

@@ -53,6 +53,8 @@ void TTabSwitching::Activate(TTabIndex index) {
     FSite.SetActiveChildIndex(index);
 }
 
+// The form switches tabs as it is made and shown, long before commands and status bar may follow: that begins
+// with Start. A tab that can't do without the wizard gives way to the first one.
 void TTabSwitching::Activated() {
   if (!FStarted) return;
   const int index = FSite.ActiveChildIndex();

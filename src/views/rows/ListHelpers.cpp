@@ -10,6 +10,8 @@
 #include "controls/bars/BarItems.h"
 #include "controls/list/ListView.h"
 
+// An empty list leaves room for the scroll bar that its rows will bring, so that they don't push a second one
+// out at the bottom. A column is never made so narrow that the user can't take hold of it any more.
 void FitLastColumn(TCustomListView& list) {
   constexpr int kLeastWidth = 5;
   if (list.Columns().Count() == 0) return;
@@ -33,6 +35,9 @@ void FitFirstColumn(TCustomListView& list, int room) {
   first.SetWidth(first.Width() - excess);
 }
 
+// A caption that is longer in the user's language widens its column, with room for the sort mark where a
+// click makes one. What the others gain the first column gives, whose names are cut with an ellipsis rather
+// than a caption.
 void HoldCaptions(TCustomListView& list, int room) {
   const TListMetrics metrics;
   const TImageList* marks = list.Options().ColumnClick ? list.SmallImages() : nullptr;
@@ -70,6 +75,7 @@ THeaderCheckBox::THeaderCheckBox(TCustomListView& list, const QString& name) : Q
   });
 }
 
+// The box follows the rows: it is checked exactly while all of them are.
 int THeaderCheckBox::CountChecked() {
   const TListItems& rows = FList.Items();
   const auto checked =
@@ -98,6 +104,7 @@ void THeaderCheckBox::Invert() {
   CountChecked();
 }
 
+// The box lies over the first caption, which makes room by blanks once, however often the form is shown.
 void THeaderCheckBox::Place(std::optional<int> top) {
   constexpr int kLeft = 6;  // pixels
   constexpr int kRoom = 6;  // blanks
