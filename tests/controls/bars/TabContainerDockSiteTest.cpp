@@ -63,18 +63,14 @@ TEST_F(TabContainerTest, KeysCycleRoundTheEndsFromInsideAPanel) {
   auto* edit = new QLineEdit(Panels[0]);
   Show();
   edit->setFocus();
-  const struct {
-    Qt::Key Key;
-    Qt::KeyboardModifiers Modifiers;
-    int Expected;
-  } steps[] = {
+  const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> steps[] = {
       {Qt::Key_Tab, Qt::ControlModifier, 1},    {Qt::Key_PageDown, Qt::ControlModifier, 2},
       {Qt::Key_Tab, Qt::ControlModifier, 0},    {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, 2},
       {Qt::Key_PageUp, Qt::ControlModifier, 1}, {Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier, 0},
   };
-  for (const auto& step : steps) {
-    QTest::keyClick(QApplication::focusWidget(), step.Key, step.Modifiers);
-    EXPECT_EQ(Site.ActiveChildIndex(), step.Expected) << step.Key;
+  for (const auto& [key, modifiers, expected] : steps) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    EXPECT_EQ(Site.ActiveChildIndex(), expected) << key;
   }
   EXPECT_EQ(Changes.size(), 6) << "one change each";
 }

@@ -84,18 +84,15 @@ TEST(ButtonPlaces, IconAndCheckBox) {
   look.CheckBoxNormalImage = PictureOf({9, 12}, Qt::red);
   look.CheckBoxOffset = 4;
   look.CheckBoxOffsetY = 3;
-  const struct {
-    TButtonAlign Icon;
-    TCheckAlignY Box;
-    int X, Y;
-  } cases[] = {{Left, TCheckAlignY::Top, 7, 3},
-               {Right, TCheckAlignY::Bottom, 100 - 16 - 7, 40 - 12 - 3},
-               {Center, TCheckAlignY::Center, 42 + 7, 14 + 3}};
-  for (const auto& row : cases) {
-    look.IconAlign = row.Icon;
-    look.CheckBoxAlignY = row.Box;
-    EXPECT_EQ(IconRect(look, {16, 10}, kButton), QRect(row.X, 15, 16, 10));
-    EXPECT_EQ(CheckBoxRect(look, kButton), QRect(4, row.Y, 9, 12));
+  const std::tuple<TButtonAlign, TCheckAlignY, int, int> cases[] = {
+      {Left, TCheckAlignY::Top, 7, 3},
+      {Right, TCheckAlignY::Bottom, 100 - 16 - 7, 40 - 12 - 3},
+      {Center, TCheckAlignY::Center, 42 + 7, 14 + 3}};
+  for (const auto& [icon, box, x, y] : cases) {
+    look.IconAlign = icon;
+    look.CheckBoxAlignY = box;
+    EXPECT_EQ(IconRect(look, {16, 10}, kButton), QRect(x, 15, 16, 10));
+    EXPECT_EQ(CheckBoxRect(look, kButton), QRect(4, y, 9, 12));
   }
   look.CheckState = TButtonCheck::Grayed;
   EXPECT_TRUE(CheckBoxRect(look, kButton).isEmpty()) << "no picture, no box";

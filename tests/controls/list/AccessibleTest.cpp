@@ -9,16 +9,21 @@
 
 namespace {
 
-struct TNotice {
-  QAccessible::Event Kind;
-  int Child;
-  bool operator==(const TNotice&) const = default;
-};
+using TNotices = std::vector<std::pair<QAccessible::Event, int>>;
 
-std::vector<TNotice> Notices;
+TNotices Notices;
 
 void Notice(QAccessibleEvent& event) {
-  Notices.push_back({event.type(), event.child()});
+  Notices.emplace_back(event.type(), event.child());
+}
+
+// What is told of while that is done.
+TNotices ToldBy(const std::function<void()>& act) {
+  Notices.clear();
+  SetListNoticeSink(Notice);
+  act();
+  SetListNoticeSink(nullptr);
+  return Notices;
 }
 
 class TListAccessibility : public TShownList {
@@ -96,34 +101,26 @@ TEST_F(TListAccessibility, Actions) {
       QAccessibleActionInterface::toggleAction()));
 }
 
-TEST_F(TListAccessibility, ChangesAreTold) {
-  Notices.clear();
-  SetListNoticeSink(Notice);
-  List.SetSelected(List.Items()[1]);
-  List.Items()[2]->SetChecked(true);
-  List.Items().Delete(0);
-  SetListNoticeSink(nullptr);
-  const std::vector<TNotice> expected{
-      {QAccessible::SelectionAdd, 4},
-      {QAccessible::Focus, 4},
-      {QAccessible::StateChanged, 6},
-      {QAccessible::TableModelChanged, -1},
+TEST_F(TListAccessibility, ChangesAreToldAndCellsFollowTheColumns) {
+  const TNotices changes = ToldBy([this] {
+    List.SetSelected(List.Items()[1]);
+    List.Items()[2]->SetChecked(true);
+    List.Items().Delete(0);
+  });
+  EXPECT_EQ(changes, (TNotices{{QAccessible::SelectionAdd, 4},
+                               {QAccessible::Focus, 4},
+                               {QAccessible::StateChanged, 6},
+                               {QAccessible::TableModelChanged, -1}}));
+  const auto expectIndexes = [this] {
+    for (int child = 0; child < Root->childCount(); ++child)
+      EXPECT_EQ(Root->indexOfChild(Root->child(child)), child);
   };
-  EXPECT_EQ(Notices, expected);
-}
-
-TEST_F(TListAccessibility, CellsFollowTheColumns) {
-  for (int child = 0; child < Root->childCount(); ++child)
-    (void)Root->child(child);
-  Notices.clear();
-  SetListNoticeSink(Notice);
-  List.Columns().Add(u"Type"_qs, 40);
-  SetListNoticeSink(nullptr);
-  EXPECT_EQ(Notices, (std::vector<TNotice>{{QAccessible::TableModelChanged, -1}}));
+  expectIndexes();
+  EXPECT_EQ(ToldBy([this] { List.Columns().Add(u"Type"_qs, 40); }),
+            (TNotices{{QAccessible::TableModelChanged, -1}}));
   List.Columns().Delete(0);
   EXPECT_EQ(Root->child(0)->text(QAccessible::Name), u"Size");
-  for (int child = 0; child < Root->childCount(); ++child)
-    EXPECT_EQ(Root->indexOfChild(Root->child(child)), child);
+  expectIndexes();
   List.Columns().Add(u"Last"_qs, 40);
   EXPECT_EQ(Table->cellAt(0, 2)->tableCellInterface()->columnIndex(), 2);
 }

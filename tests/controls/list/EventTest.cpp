@@ -5,11 +5,7 @@ using TListEvents = TShownList;
 
 TEST_F(TListEvents, ClicksOnRows) {
   Show({.CheckBoxes = true}, 5);
-  const struct {
-    QPoint Pos;
-    Qt::MouseButton Button;
-    const char16_t* Events;
-  } cases[] = {
+  const std::tuple<QPoint, Qt::MouseButton, const char16_t*> cases[] = {
       {TextOf(1), Qt::LeftButton, u"+1, down, click, up"},
       {TextOf(1), Qt::LeftButton, u"down, click, up"},
       {TextOf(3), Qt::LeftButton, u"-1, +3, down, click, up"},
@@ -21,26 +17,22 @@ TEST_F(TListEvents, ClicksOnRows) {
       {Blank(), Qt::LeftButton, u"-2, down, click, up"},
       {Blank(), Qt::RightButton, u"down, up, popup"},
   };
-  for (const auto& one : cases) {
-    Click(one.Pos, one.Button);
-    EXPECT_EQ(TakeLog().toStdU16String(), one.Events);
+  for (const auto& [pos, button, events] : cases) {
+    Click(pos, button);
+    EXPECT_EQ(TakeLog(), events);
   }
 }
 
 TEST_F(TListEvents, DoubleClicks) {
   Show({.CheckBoxes = true}, 5);
-  const struct {
-    QPoint Pos;
-    const char16_t* Events;
-  } cases[] = {
+  const std::pair<QPoint, const char16_t*> cases[] = {
       {TextOf(1), u"+1, down, click, up, dblclick, down, up"},
       {BoxOf(2), u"check 2, down, click, up, uncheck 2, down, up"},
       {Blank(), u"-1, down, click, up, dblclick, down, up"},
   };
-  for (const auto& one : cases) {
-    Click(one.Pos);
-    ClickAgain(one.Pos);
-    EXPECT_EQ(TakeLog().toStdU16String(), one.Events);
+  for (const auto& [pos, events] : cases) {
+    DoubleClick(pos);
+    EXPECT_EQ(TakeLog(), events);
   }
   QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(1));
   QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, QPoint(-50, -50));
@@ -73,16 +65,13 @@ TEST_F(TListEvents, OneOfSeveralSelectedRowsIsPressed) {
 
 TEST_F(TListEvents, Keys) {
   Show({.CheckBoxes = true});
-  const struct {
-    Qt::Key Key;
-    const char16_t* Events;
-  } cases[] = {
+  const std::pair<Qt::Key, const char16_t*> cases[] = {
       {Qt::Key_Return, u""},       {Qt::Key_Down, u"+0"},         {Qt::Key_Down, u"-0, +1"},
       {Qt::Key_Space, u"check 1"}, {Qt::Key_Return, u"dblclick"}, {Qt::Key_End, u"-1, +9"},
   };
-  for (const auto& one : cases) {
-    QTest::keyClick(&List, one.Key);
-    EXPECT_EQ(TakeLog().toStdU16String(), one.Events) << one.Key;
+  for (const auto& [key, events] : cases) {
+    QTest::keyClick(&List, key);
+    EXPECT_EQ(TakeLog(), events) << key;
   }
   QTest::keyClicks(&List, u"row"_qs);
   EXPECT_EQ(List.ItemIndex(), 0) << "the first letter goes on to the next row, the others stay";
@@ -150,9 +139,7 @@ TEST_F(TListEvents, HeaderClicks) {
   EXPECT_EQ(TakeLog(), u"column 1") << "there is no third column";
   QTest::mouseClick(Header(), Qt::RightButton, {}, QPoint(20, 5));
   EXPECT_EQ(TakeLog(), u"");
-  TListViewOptions options = List.Options();
-  options.ColumnClick = false;
-  List.SetOptions(options);
+  List.SetOptions({.ColumnClick = false});
   EXPECT_EQ(click(1), u"");
   QTest::keyClick(&List, Qt::Key_2, Qt::ControlModifier);
   EXPECT_EQ(TakeLog(), u"");
@@ -167,7 +154,7 @@ TEST_F(TListEvents, ADoubleClickMayOpenAWindowThatTakesTheRelease) {
   Click(TextOf(1));
   TakeLog();
   QTest::mouseDClick(List.viewport(), Qt::LeftButton, {}, TextOf(1));
-  EXPECT_TRUE(TakeLog().startsWith(u"dblclick, deletion 0"));
+  EXPECT_TRUE(TakeLog().starts_with(u"dblclick, deletion 0"));
   Click(TextOf(1));
   EXPECT_EQ(TakeLog(), u"down, click, up");
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QKeySequence>
+
 namespace {
 
 // Ten rows "a" to "j", four to a page.
@@ -45,37 +47,25 @@ constexpr auto kShift = Qt::ShiftModifier;
 const Qt::KeyboardModifiers kNone = Qt::NoModifier;
 const Qt::KeyboardModifiers kBoth = Qt::ControlModifier | Qt::ShiftModifier;
 
-struct TKeyStep {
-  int Key;
-  Qt::KeyboardModifiers Shift;
-  const char16_t* State;
-};
-
-void ExpectKeys(TPlainHost& host, const std::vector<TKeyStep>& steps) {
-  int number = 0;
-  for (const TKeyStep& step : steps) {
-    EXPECT_TRUE(host.Input.Key(step.Key, step.Shift)) << number;
-    EXPECT_EQ(host.State().toStdU16String(), step.State) << "step " << number;
-    ++number;
+// Steps as "Shift+Down bc|c": a key, and the state after it.
+void ExpectKeys(TPlainHost& host, const QString& steps) {
+  for (const QString& step : steps.split(u", "_qs)) {
+    const QKeyCombination key = QKeySequence(step.section(u' ', 0, 0))[0];
+    EXPECT_TRUE(host.Input.Key(key.key(), key.keyboardModifiers())) << qPrintable(step);
+    EXPECT_EQ(host.State(), step.section(u' ', 1)) << qPrintable(step);
   }
 }
 
-struct TPressStep {
-  int Row;
-  Qt::KeyboardModifiers Shift;
-  const char16_t* Pressed;
-  const char16_t* Released;
-};
+// A row, the modifiers, and the state after the press and after the release.
+using TPressStep = std::tuple<int, Qt::KeyboardModifiers, const char16_t*, const char16_t*>;
 
 void ExpectPresses(TPlainHost& host, const std::vector<TPressStep>& steps,
                    Qt::MouseButton button = Qt::LeftButton) {
-  int number = 0;
-  for (const TPressStep& step : steps) {
-    host.Input.Press({step.Row, 0, step.Row < 0 ? htNowhere : htOnLabel}, button, step.Shift);
-    EXPECT_EQ(host.State().toStdU16String(), step.Pressed) << "press " << number;
+  for (const auto& [row, shift, pressed, released] : steps) {
+    host.Input.Press({row, 0, row < 0 ? htNowhere : htOnLabel}, button, shift);
+    EXPECT_EQ(host.State().toStdU16String(), pressed) << "press " << row;
     host.Input.Release();
-    EXPECT_EQ(host.State().toStdU16String(), step.Released) << "release " << number;
-    ++number;
+    EXPECT_EQ(host.State().toStdU16String(), released) << "release " << row;
   }
 }
 
@@ -83,65 +73,33 @@ void ExpectPresses(TPlainHost& host, const std::vector<TPressStep>& steps,
 
 TEST(RowInputKeys, MultipleSelection) {
   TPlainHost host({.MultiSelect = true});
-  ExpectKeys(host, {
-                       {Qt::Key_Down, kNone, u"a|a"},    {Qt::Key_Down, kNone, u"b|b"},
-                       {Qt::Key_Down, kShift, u"bc|c"},  {Qt::Key_Down, kShift, u"bcd|d"},
-                       {Qt::Key_Up, kShift, u"bc|c"},    {Qt::Key_Home, kShift, u"ab|a"},
-                       {Qt::Key_Down, kCtrl, u"ab|b"},   {Qt::Key_Down, kCtrl, u"ab|c"},
-                       {Qt::Key_Down, kCtrl, u"ab|d"},   {Qt::Key_Space, kCtrl, u"abd|d"},
-                       {Qt::Key_Down, kBoth, u"abde|e"}, {Qt::Key_Space, kCtrl, u"abd|e"},
-                       {Qt::Key_Up, kNone, u"d|d"},      {Qt::Key_Up, kCtrl, u"d|c"},
-                       {Qt::Key_Space, kNone, u"c|c"},   {Qt::Key_End, kNone, u"j|j"},
-                       {Qt::Key_Down, kNone, u"j|j"},    {Qt::Key_A, kCtrl, u"abcdefghij|j"},
-                       {Qt::Key_Home, kNone, u"a|a"},    {Qt::Key_Up, kNone, u"a|a"},
-                   });
+  ExpectKeys(host, u"Down a|a, Down b|b, Shift+Down bc|c, Shift+Down bcd|d, Shift+Up bc|c"_qs);
+  ExpectKeys(host, u"Shift+Home ab|a, Ctrl+Down ab|b, Ctrl+Down ab|c, Ctrl+Down ab|d, Ctrl+Space abd|d"_qs);
+  ExpectKeys(host, u"Ctrl+Shift+Down abde|e, Ctrl+Space abd|e, Up d|d, Ctrl+Up d|c, Space c|c"_qs);
+  ExpectKeys(host, u"End j|j, Down j|j, Ctrl+A abcdefghij|j, Home a|a, Up a|a"_qs);
 }
 
 TEST(RowInputKeys, SingleSelectionNeverSelectsTwo) {
   TPlainHost host({});
-  ExpectKeys(host, {
-                       {Qt::Key_Up, kNone, u"a|a"},
-                       {Qt::Key_Down, kShift, u"b|b"},
-                       {Qt::Key_Down, kCtrl, u"b|c"},
-                       {Qt::Key_Space, kNone, u"c|c"},
-                       {Qt::Key_End, kBoth, u"c|j"},
-                   });
+  ExpectKeys(host, u"Up a|a, Shift+Down b|b, Ctrl+Down b|c, Space c|c, Ctrl+Shift+End c|j"_qs);
   EXPECT_FALSE(host.Input.Key(Qt::Key_A, kCtrl));
   EXPECT_FALSE(host.Input.Key(Qt::Key_F2, kNone));
-}
-
-TEST(RowInputKeys, PagesGoToTheEdgeFirstAndThenFurther) {
-  TPlainHost host({});
-  ExpectKeys(host, {
-                       {Qt::Key_PageDown, kNone, u"d|d"},
-                       {Qt::Key_PageDown, kNone, u"g|g"},
-                       {Qt::Key_PageDown, kNone, u"j|j"},
-                       {Qt::Key_PageDown, kNone, u"j|j"},
-                       {Qt::Key_PageUp, kNone, u"g|g"},
-                       {Qt::Key_PageUp, kNone, u"d|d"},
-                       {Qt::Key_PageUp, kNone, u"a|a"},
-                   });
+  TPlainHost pages({});  // to the edge first, and then further
+  ExpectKeys(pages, u"PgDown d|d, PgDown g|g, PgDown j|j, PgDown j|j, PgUp g|g, PgUp d|d, PgUp a|a"_qs);
 }
 
 TEST(RowInputKeys, SpaceSwitchesTheCheckOfAllSelectedRows) {
   TPlainHost host({.MultiSelect = true, .CheckBoxes = true});
-  ExpectKeys(host, {
-                       {Qt::Key_Home, kNone, u"a|a"},
-                       {Qt::Key_Space, kNone, u"a|a|a"},
-                       {Qt::Key_Down, kShift, u"ab|b|a"},
-                       {Qt::Key_Space, kNone, u"ab|b|a b"},
-                       {Qt::Key_Space, kNone, u"ab|b"},
-                       {Qt::Key_Down, kCtrl, u"ab|c"},
-                       {Qt::Key_Space, kNone, u"ab|c|c"},
-                   });
+  ExpectKeys(host, u"Home a|a, Space a|a|a, Shift+Down ab|b|a, Space ab|b|a b, Space ab|b"_qs);
+  ExpectKeys(host, u"Ctrl+Down ab|c, Space ab|c|c"_qs);
 }
 
 TEST(RowInputKeys, WithoutAFocusTheFirstRowIsMeantIfThereIsOne) {
   TPlainHost host({.CheckBoxes = true});
-  ExpectKeys(host, {{Qt::Key_Space, kNone, u"||a"}, {Qt::Key_Down, kNone, u"a|a|a"}});
+  ExpectKeys(host, u"Space ||a, Down a|a|a"_qs);
   host.List.Items.Clear();
-  for (const int key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_Home, Qt::Key_Space})
-    ExpectKeys(host, {{key, kNone, u"|"}, {key, kShift, u"|"}});
+  for (const QString& key : {u"Up"_qs, u"Down"_qs, u"PgDown"_qs, u"End"_qs, u"Home"_qs, u"Space"_qs})
+    ExpectKeys(host, key + u" |, Shift+"_qs + key + u" |"_qs);
 }
 
 TEST(RowInputMouse, MultipleSelection) {

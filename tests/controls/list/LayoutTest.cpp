@@ -41,12 +41,7 @@ TEST(ListLayout, TheFirstCellHoldsCheckBoxImagesAndCaptionInThisOrder) {
 }
 
 TEST(ListLayout, HitTest) {
-  const struct {
-    QPoint Pos;
-    int Row;
-    int Column;
-    unsigned Flags;
-  } cases[] = {
+  const std::tuple<QPoint, int, int, unsigned> cases[] = {
       {{-20 + 30, 5}, 10, 0, htOnLabel},
       {{60, 45}, 12, 0, htOnLabel},
       {{69, 5}, 10, 0, htOnLabel},
@@ -59,11 +54,10 @@ TEST(ListLayout, HitTest) {
       {{75, -1}, -1, 1, htAbove},
       {{300, 110}, -1, -1, htToRight | htBelow},
   };
-  for (const auto& one : cases) {
-    const THit hit = TListLayout(Metrics()).HitTest(one.Pos);
-    EXPECT_EQ(hit.Row, one.Row) << one.Pos.x() << ',' << one.Pos.y();
-    EXPECT_EQ(hit.Column, one.Column) << one.Pos.x() << ',' << one.Pos.y();
-    EXPECT_EQ(hit.Flags, one.Flags) << one.Pos.x() << ',' << one.Pos.y();
+  for (const auto& [pos, row, column, flags] : cases) {
+    const THit hit = TListLayout(Metrics()).HitTest(pos);
+    EXPECT_EQ(std::tuple(hit.Row, hit.Column, hit.Flags), std::tuple(row, column, flags))
+        << pos.x() << ',' << pos.y();
   }
 }
 
@@ -107,18 +101,14 @@ TEST(ListLayout, OfTwoDividersTheRightOneIsCaught) {
 }
 
 TEST(HeaderLayout, TheMarkStandsRightOfTheCaption) {
-  const struct {
-    TAlignment Alignment;
-    int TextWidth, Left, Width, Mark;
-  } cases[] = {{TAlignment::LeftJustify, 40, 105, 40, 149},
-               {TAlignment::RightJustify, 40, 155, 40, 199},
-               {TAlignment::Center, 40, 130, 40, 174},
-               {TAlignment::LeftJustify, 500, 105, 90, 199}};
-  for (const auto& one : cases) {
-    const THeaderParts parts =
-        LayoutHeaderSection({100, 0, 120, 24}, one.TextWidth, {16, 16}, one.Alignment, 5, 4);
-    EXPECT_EQ(parts.Text, QRect(one.Left, 0, one.Width, 24));
-    EXPECT_EQ(parts.Mark, QRect(one.Mark, 4, 16, 16));
+  const std::tuple<TAlignment, int, int, int, int> cases[] = {{TAlignment::LeftJustify, 40, 105, 40, 149},
+                                                              {TAlignment::RightJustify, 40, 155, 40, 199},
+                                                              {TAlignment::Center, 40, 130, 40, 174},
+                                                              {TAlignment::LeftJustify, 500, 105, 90, 199}};
+  for (const auto& [alignment, textWidth, left, width, mark] : cases) {
+    const THeaderParts parts = LayoutHeaderSection({100, 0, 120, 24}, textWidth, {16, 16}, alignment, 5, 4);
+    EXPECT_EQ(parts.Text, QRect(left, 0, width, 24));
+    EXPECT_EQ(parts.Mark, QRect(mark, 4, 16, 16));
   }
   EXPECT_TRUE(LayoutHeaderSection({0, 0, 20, 24}, 40, {16, 16}, TAlignment::LeftJustify, 5, 4).Mark.isNull());
 }

@@ -3,13 +3,10 @@
 
 #include "controls/list/model/ListColumns.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
-
-using ::testing::ElementsAre;
 
 namespace {
 
@@ -36,23 +33,6 @@ TEST(EventScope, WhatIsBuriedIsFreedWithTheOutermostScope) {
     EXPECT_EQ(watched.use_count(), 2);
   }
   EXPECT_EQ(watched.use_count(), 1);
-}
-
-TEST(RowStates, UniqueBitsMoveAndSingleSelectionDeselectsFirst) {
-  TPlainList list;
-  Fill(list, u"abc"_qs);
-  list.States.SetSingleSelect(true);
-  list.Items[0]->SetFocused(true);
-  list.Items[0]->SetSelected(true);
-  list.Items[2]->SetFocused(true);
-  list.Items[2]->SetSelected(true);
-  EXPECT_EQ(list.Log, (QStringList{u"select a"_qs, u"deselect a"_qs, u"select c"_qs}));
-  EXPECT_EQ(list.Having(kRowFocused), u"c");
-
-  list.States.SetSingleSelect(false);
-  list.Items[1]->SetSelected(true);
-  EXPECT_EQ(list.Having(kRowSelected), u"b c");
-  EXPECT_EQ(list.States.CountOf(kRowSelected), 2);
 }
 
 TEST(ListItems, BitsStayWithTheirItems) {

@@ -44,10 +44,9 @@ TEST_F(TListLifetime, EveryRowHearsOfItsDeletionOnce) {
     if (item->Caption() == u"row 1") List.Items()[3]->Delete();
     if (item->Caption() == u"row 2") List.Clear();
   };
-  const std::map<QString, int> all{{u"row 0"_qs, 1}, {u"row 1"_qs, 1}, {u"row 2"_qs, 1},
-                                   {u"row 3"_qs, 1}, {u"row 4"_qs, 1}, {u"row 5"_qs, 1}};
   List.Clear();
-  EXPECT_EQ(told, all);
+  EXPECT_EQ(told.size(), 6U);
+  EXPECT_TRUE(std::ranges::all_of(told, [](const auto& row) { return row.second == 1; }));
   EXPECT_EQ(List.Items().Count(), 0);
   EXPECT_EQ(List.States().Count(), 0);
 }
@@ -108,19 +107,15 @@ TEST_F(TListLifetime, AHandlerMayReplaceItselfAndItsColumn) {
 
 TEST_F(TListLifetime, ALostReleaseHoldsNothing) {
   Show({.MultiSelect = true});
-  const auto move = [](QWidget& widget, QPoint pos) {
-    QMouseEvent event(QEvent::MouseMove, pos, widget.mapToGlobal(pos), Qt::NoButton, Qt::NoButton, {});
-    QCoreApplication::sendEvent(&widget, &event);
-  };
   QTest::mousePress(Header(), Qt::LeftButton, {}, {150, 5});
-  move(*Header(), {220, 5});
+  MoveTo(*Header(), {220, 5});
   EXPECT_EQ(List.Columns()[0].Width(), 150);
   QTest::mousePress(Header(), Qt::LeftButton, {}, {20, 5});
-  move(*Header(), {20, 5});
+  MoveTo(*Header(), {20, 5});
   QTest::mouseRelease(Header(), Qt::LeftButton, {}, {20, 5});
   QTest::mousePress(List.viewport(), Qt::LeftButton, {}, TextOf(1));
   TakeLog();
-  move(*List.viewport(), TextOf(2));
+  MoveTo(*List.viewport(), TextOf(2));
   QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, TextOf(2));
   EXPECT_EQ(TakeLog(), u"up") << "no click of a header cell or of a row";
 }

@@ -1,43 +1,33 @@
-// A list in a real window, with a record of its events in order.
+// The plain list in a window.
 #pragma once
 
-#include "controls/list/ListView.h"
+#include "ListRig.h"
 
-#include <gtest/gtest.h>
-
-#include <QStringList>
-#include <QTest>
-
-class TShownList : public ::testing::Test {
+class TShownList : public TListRig {
  protected:
   // Rows "row 0" to "row 9" and so on, two columns.
-  void Show(const TListViewOptions& options, int rows = 10);
+  void Show(const TListViewOptions& options, int rows = 10) {
+    List.SetOptions(options);
+    List.Columns().Add(u"Name"_qs, 150);
+    List.Columns().Add(u"Size"_qs, 80, TAlignment::RightJustify);
+    for (int row = 0; row < rows; ++row) {
+      List.Items().Add()->SetCaption(u"row %1"_qs.arg(row));
+      List.Items()[row]->SubItems().Add(QString::number(row * 10));
+    }
+    ShowAndRecord({300, 200});
+    List.OnDeletion = [this](TListItem* item) { Log << u"deletion "_qs + NameOf(*item); };
+    List.OnColumnClick = [this](TListColumn* column) { Log << u"column %1"_qs.arg(column->Index()); };
+    List.OnContextPopup = [this](const QPoint&, bool& handled) {
+      handled = true;
+      Log << u"popup"_qs;
+    };
+  }
 
+  [[nodiscard]] TCustomListView& Shown() override { return List; }
+  [[nodiscard]] QString NameOf(const TListItem& item) const override { return item.Caption().mid(4); }
   [[nodiscard]] QPoint TextOf(int row) const { return List.Layout().CellParts(row, 0).Text.center(); }
   [[nodiscard]] QPoint BoxOf(int row) const { return List.Layout().CellParts(row, 0).CheckBox.center(); }
   [[nodiscard]] QPoint Blank() const { return List.viewport()->rect().bottomRight() - QPoint(3, 3); }
-  [[nodiscard]] QWidget* Header() const { return List.childAt(List.HeaderRect().center()); }
 
-  void Click(QPoint pos, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers shift = {}) {
-    QTest::mouseClick(List.viewport(), button, shift, pos);
-  }
-
-  // The second press of a double click and its release.
-  void ClickAgain(QPoint pos) {
-    QTest::mouseDClick(List.viewport(), Qt::LeftButton, {}, pos);
-    QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, pos);
-  }
-
-  // What was recorded since the last call.
-  QString TakeLog() {
-    const QString log = Log.join(u", ");
-    Log.clear();
-    return log;
-  }
-
-  QStringList Log;  // before the list, whose end is recorded too
   TListView List;
-
- private:
-  void Record();
 };

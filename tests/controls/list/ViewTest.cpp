@@ -2,6 +2,7 @@
 #include "ShownList.h"
 
 #include "controls/picture/ImageList.h"
+#include "controls/picture/Pictures.h"
 
 #include <QHelpEvent>
 #include <QImage>
@@ -15,12 +16,6 @@
 using TListViewTest = TShownList;
 
 namespace {
-
-QIcon Square(const QColor& color) {
-  QPixmap pixmap(16, 16);
-  pixmap.fill(color);
-  return QIcon(pixmap);
-}
 
 // What was painted of a window since it was asked last.
 class TPaintWatch : public QObject {
@@ -43,22 +38,20 @@ class TPaintWatch : public QObject {
   QRegion FPainted;
 };
 
-// The smallest rectangle around all pixels of the colour.
-QRect Where(const QImage& image, const QColor& color) {
-  QRect found;
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (image.pixelColor(x, y).rgb() == color.rgb()) found |= QRect(x, y, 1, 1);
-  return found;
-}
-
-// The smallest rectangle around all pixels darker than the middle.
-QRect Dark(const QImage& image, const QRect& within) {
+// The smallest rectangle around all pixels within that are like that.
+template <class TIs>
+QRect Where(const QImage& image, const QRect& within, TIs is) {
   QRect found;
   for (int y = within.top(); y <= within.bottom(); ++y)
     for (int x = within.left(); x <= within.right(); ++x)
-      if (image.pixelColor(x, y).lightness() < 128) found |= QRect(x, y, 1, 1);
+      if (is(image.pixelColor(x, y))) found |= QRect(x, y, 1, 1);
   return found;
+}
+QRect Where(const QImage& image, const QColor& color) {
+  return Where(image, image.rect(), [&color](const QColor& pixel) { return pixel.rgb() == color.rgb(); });
+}
+QRect Dark(const QImage& image, const QRect& within) {
+  return Where(image, within, [](const QColor& pixel) { return pixel.lightness() < 128; });
 }
 
 }  // namespace
@@ -107,12 +100,9 @@ TEST_F(TListViewTest, ScrollBarsShowAsNeeded) {
 }
 
 TEST_F(TListViewTest, ADividerIsDraggedAndItsDoubleClickFitsTheColumn) {
-  Show({.CheckBoxes = true});
+  Show({.CheckBoxes = true, .ColumnClick = false});  // dividers work all the same
   List.Columns()[0].SetMaxWidth(180);
   List.Columns()[0].SetMinWidth(60);
-  TListViewOptions options = List.Options();
-  options.ColumnClick = false;  // dividers work all the same
-  List.SetOptions(options);
   int edge = 150;
   for (const auto& [to, width] : {std::pair(170, 170), std::pair(10, 60), std::pair(290, 180)}) {
     QTest::mousePress(Header(), Qt::LeftButton, {}, QPoint(edge, 5));
@@ -149,9 +139,7 @@ TEST_F(TListViewTest, TheTipShowsACutTextElseTheHint) {
   List.Items()[2]->SetCaption(QString(60, u'w'));
   EXPECT_EQ(tip(List.Layout().CellRect(2, 0).topLeft() + QPoint(9, 9)), List.Items()[2]->Caption())
       << "what the window's edge cuts is cut";
-  TListViewOptions options = List.Options();
-  options.ShowHint = false;
-  List.SetOptions(options);
+  List.SetOptions({.ShowHint = false});
   tip(List.Layout().CellRect(1, 1).center());
   EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }));
 }
@@ -166,7 +154,7 @@ TEST_F(TListViewTest, HighlightMarksAndImagesAreOnTheScreen) {
   List.Columns()[0].SetImageIndex(0);
   TPaintWatch watch(*List.viewport());
   watch.Take();
-  images.AddIcon(Square(Qt::red));
+  images.Add(PictureOf({16, 16}, Qt::red));
   EXPECT_TRUE(watch.Take().contains(List.viewport()->rect().center())) << "changed images paint all anew";
   const QImage rows = List.viewport()->grab().toImage();
   const QColor highlight = rows.pixelColor(List.Layout().CellRect(1, 0).bottomRight() - QPoint(9, 9));
@@ -176,9 +164,7 @@ TEST_F(TListViewTest, HighlightMarksAndImagesAreOnTheScreen) {
   EXPECT_EQ(Where(rows, Qt::red), List.Layout().CellParts(2, 0).SmallImage);
   EXPECT_EQ(Where(Header()->grab().toImage(), Qt::red).size(), QSize(16, 16)) << "the sort mark";
 
-  TListViewOptions options = List.Options();
-  options.CheckBoxes = true;
-  List.SetOptions(options);
+  List.SetOptions({.CheckBoxes = true});
   const QImage checks = List.viewport()->grab().toImage();
   const QRect box = List.Layout().CellParts(3, 0).CheckBox.adjusted(2, 2, -2, -2);
   EXPECT_FALSE(Dark(checks, box).isNull()) << "the mark of a checked row";

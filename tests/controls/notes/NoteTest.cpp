@@ -25,15 +25,12 @@ TEST(ImageNote, ShowsThePictureOfItsIndexAndIgnoresBadOnes) {
   AddTwoPictures(note);
   EXPECT_EQ(note.Items()[1].Name, u"TPictureItem2");
   EXPECT_TRUE(note.Picture().Empty());
-  const struct {
-    int Set, Index;
-    QSize Shown;
-  } steps[] = {{1, 1, {4, 4}}, {2, 1, {4, 4}},   {-2, 1, {4, 4}},
-               {0, 0, {8, 8}}, {-1, -1, {0, 0}}, {5, -1, {0, 0}}};
-  for (const auto& step : steps) {
-    note.SetImageIndex(step.Set);
-    EXPECT_EQ(note.ImageIndex(), step.Index) << "set " << step.Set;
-    EXPECT_EQ(note.Picture().Size(), step.Shown) << "set " << step.Set;
+  const std::tuple<int, int, QSize> steps[] = {{1, 1, {4, 4}}, {2, 1, {4, 4}},   {-2, 1, {4, 4}},
+                                               {0, 0, {8, 8}}, {-1, -1, {0, 0}}, {5, -1, {0, 0}}};
+  for (const auto& [set, index, shown] : steps) {
+    note.SetImageIndex(set);
+    EXPECT_EQ(note.ImageIndex(), index) << "set " << set;
+    EXPECT_EQ(note.Picture().Size(), shown) << "set " << set;
   }
 }
 

@@ -37,19 +37,16 @@ QRect Painted(const QImage& image) {
 TEST(Picture, DevicePixelRatioChoosesTheImage) {
   const TPicture onlyDense({}, Filled(kSize * 2, Qt::blue));
   const TPicture onlyPlain(Filled(kSize, Qt::red));
-  const struct {
-    TPicture Picture;
-    qreal Ratio;
-    QColor Expected;
-  } cases[] = {{RedAndDenseBlue(), 1.0, Qt::red},  {RedAndDenseBlue(), 1.5, Qt::blue},
-               {RedAndDenseBlue(), 2.0, Qt::blue}, {RedAndDenseBlue(), 3.0, Qt::blue},
-               {onlyPlain, 2.0, Qt::red},          {onlyDense, 1.0, Qt::blue}};
-  for (const auto& row : cases) {
-    EXPECT_EQ(row.Picture.Size(), kSize);
-    const QImage canvas = Drawn(row.Picture, row.Ratio);
-    const auto at = [&](int place) { return qRound((place + 0.5) * row.Ratio); };
-    EXPECT_EQ(canvas.pixelColor(at(13), at(12)), row.Expected) << "ratio " << row.Ratio;
-    EXPECT_EQ(canvas.pixelColor(at(19), at(12)), QColor(Qt::white)) << "ratio " << row.Ratio;
+  const std::tuple<TPicture, qreal, QColor> cases[] = {
+      {RedAndDenseBlue(), 1.0, Qt::red},  {RedAndDenseBlue(), 1.5, Qt::blue},
+      {RedAndDenseBlue(), 2.0, Qt::blue}, {RedAndDenseBlue(), 3.0, Qt::blue},
+      {onlyPlain, 2.0, Qt::red},          {onlyDense, 1.0, Qt::blue}};
+  for (const auto& [picture, ratio, expected] : cases) {
+    EXPECT_EQ(picture.Size(), kSize);
+    const QImage canvas = Drawn(picture, ratio);
+    const auto at = [&](int place) { return qRound((place + 0.5) * ratio); };
+    EXPECT_EQ(canvas.pixelColor(at(13), at(12)), expected) << "ratio " << ratio;
+    EXPECT_EQ(canvas.pixelColor(at(19), at(12)), QColor(Qt::white)) << "ratio " << ratio;
   }
 }
 

@@ -89,10 +89,7 @@ TEST(PngDecoder, EveryPixelComesOutPremultipliedAndInItsPlace) {
 TEST(PngDecoder, EveryKindOfPixelComesOutRight) {
   const QRgb color = qRgb(102, 51, 204);  // one that Qt has in its palette
   const QRgb gray = qRgb(89, 89, 89);
-  const struct {
-    QImage::Format Format;
-    QRgb Color;
-  } cases[] = {
+  const std::pair<QImage::Format, QRgb> cases[] = {
       {QImage::Format_RGB32, color},
       {QImage::Format_ARGB32, color},
       {QImage::Format_Indexed8, color},
@@ -101,11 +98,11 @@ TEST(PngDecoder, EveryKindOfPixelComesOutRight) {
       {QImage::Format_Grayscale16, gray},
       {QImage::Format_Mono, qRgb(255, 255, 255)},
   };
-  for (const auto& row : cases) {
+  for (const auto& [format, color] : cases) {
     QImage image(5, 3, QImage::Format_ARGB32);
-    image.fill(row.Color);
-    const QRgb got = Middle(DecodePng(PngOf(image.convertToFormat(row.Format))));
-    EXPECT_LE(Distance(got, row.Color), 2) << "format " << row.Format << " gave " << std::hex << got;
+    image.fill(color);
+    const QRgb got = Middle(DecodePng(PngOf(image.convertToFormat(format))));
+    EXPECT_LE(Distance(got, color), 2) << "format " << format << " gave " << std::hex << got;
   }
 }
 

@@ -53,9 +53,7 @@ class ImageProgressTest : public ::testing::Test {
 }  // namespace
 
 TEST(FilledWidth, IsRoundedUpAndNotClamped) {
-  const struct {
-    int Position, Min, Max, Width, Expected;
-  } cases[] = {
+  const std::tuple<int, int, int, int, int> cases[] = {
       {0, 0, 99, 559, 0},
       {1, 0, 99, 559, 6},
       {98, 0, 99, 559, 554},
@@ -70,14 +68,12 @@ TEST(FilledWidth, IsRoundedUpAndNotClamped) {
       {0, INT_MIN, INT_MAX, 100, 51},
       {INT_MAX, 0, 1, 559, QWIDGETSIZE_MAX},
   };
-  for (const auto& row : cases)
-    EXPECT_EQ(FilledWidth(row.Position, row.Min, row.Max, row.Width), row.Expected) << row.Position;
+  for (const auto& [position, min, max, width, expected] : cases)
+    EXPECT_EQ(FilledWidth(position, min, max, width), expected) << position;
 }
 
 TEST_F(ImageProgressTest, ThePixelsFollowThePosition) {
-  const struct {
-    int Position, Pixels, ProgressRight;
-  } cases[] = {
+  const std::tuple<int, int, int> cases[] = {
       {0, 0, 12},   // at Min nothing shows
       {1, 12, 12},  // both caps at once
       {6, 12, 12},  // exactly the caps
@@ -85,10 +81,10 @@ TEST_F(ImageProgressTest, ThePixelsFollowThePosition) {
       {100, 200, 200}, {110, 200, 220},  // past the edge, cut off
       {-3, 12, 12},                      // below Min the caps are left
   };
-  for (const auto& row : cases) {
-    Bar.SetPosition(row.Position);
-    EXPECT_EQ(FilledPixels(), row.Pixels) << row.Position;
-    EXPECT_EQ(Bar.ProgressRight(), row.ProgressRight) << row.Position;
+  for (const auto& [position, pixels, progressRight] : cases) {
+    Bar.SetPosition(position);
+    EXPECT_EQ(FilledPixels(), pixels) << position;
+    EXPECT_EQ(Bar.ProgressRight(), progressRight) << position;
   }
 }
 

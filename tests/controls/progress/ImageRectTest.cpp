@@ -6,10 +6,7 @@
 
 TEST(ImageRect, AlignDecidesTheRectangle) {
   const QRect client(0, 0, 100, 40);
-  const struct {
-    TImageAlign Align;
-    QRect Expected;
-  } cases[] = {
+  const std::pair<TImageAlign, QRect> cases[] = {
       {TImageAlign::None, {7, 5, 20, 10}},    {TImageAlign::Custom, {7, 5, 20, 10}},
       {TImageAlign::Top, {0, 0, 100, 10}},    {TImageAlign::Bottom, {0, 30, 100, 10}},
       {TImageAlign::Left, {0, 0, 20, 40}},    {TImageAlign::Right, {80, 0, 20, 40}},
@@ -20,9 +17,9 @@ TEST(ImageRect, AlignDecidesTheRectangle) {
   item.Top = 5;
   item.Width = 20;
   item.Height = 10;
-  for (const auto& row : cases) {
-    item.Align = row.Align;
-    EXPECT_EQ(ImageItemRect(item, client), row.Expected) << static_cast<int>(row.Align);
+  for (const auto& [align, expected] : cases) {
+    item.Align = align;
+    EXPECT_EQ(ImageItemRect(item, client), expected) << static_cast<int>(align);
   }
 }
 

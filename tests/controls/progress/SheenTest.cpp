@@ -23,22 +23,17 @@ struct TBar {
 }  // namespace
 
 TEST(Sheen, EachMoveFollowsFromWhereItStands) {
-  const struct {
-    TSheen From;
-    int ProgressRight;
-    TSheenMove Move;
-    TSheen To;
-  } cases[] = {
+  const std::tuple<TSheen, int, TSheenMove, TSheen> cases[] = {
       {{0, 0}, 100, TSheenMove::Advance, {10, 80}},   {{-20, 0}, 100, TSheenMove::Advance, {-10, 100}},
       {{10, 80}, 100, TSheenMove::Advance, {20, 70}}, {{90, 0}, 100, TSheenMove::Advance, {100, 0}},
       {{50, 50}, 100, TSheenMove::Shrink, {50, 30}},  {{90, 50}, 100, TSheenMove::Shrink, {90, 0}},
       {{100, 0}, 100, TSheenMove::Pause, {-20, 0}},   {{130, 40}, 100, TSheenMove::Pause, {-20, 0}},
       {{0, 0}, 0, TSheenMove::Pause, {-20, 0}},       {{-20, 0}, 0, TSheenMove::Advance, {-10, 0}},
   };
-  for (const auto& row : cases) {
-    TSheen sheen = row.From;
-    EXPECT_EQ(MoveSheen(sheen, row.ProgressRight), row.Move) << row.From.Left << ", " << row.From.Width;
-    EXPECT_EQ(sheen, row.To) << row.From.Left << ", " << row.From.Width;
+  for (const auto& [from, progressRight, move, to] : cases) {
+    TSheen sheen = from;
+    EXPECT_EQ(MoveSheen(sheen, progressRight), move) << from.Left << ", " << from.Width;
+    EXPECT_EQ(sheen, to) << from.Left << ", " << from.Width;
   }
 }
 

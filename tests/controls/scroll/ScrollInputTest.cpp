@@ -101,23 +101,18 @@ TEST_F(ScrollInputTest, TheThumbUnderTheMouseEndsPaging) {
 }
 
 TEST_F(ScrollInputTest, StepsEndWhereTheLastPageBegins) {
-  const struct {
-    int Position;
-    QPoint At;
-    int After;
-    const char* Events;
-  } cases[] = {
+  const std::tuple<int, QPoint, int, const char*> cases[] = {
       {59, kBottomButton, 61, "sce"},                                  // 90 - 30 + 1
       {61, kBottomButton, 61, ""},    {90, kBottomButton, 61, "sce"},  // set beyond it, led back
       {2, kTopButton, 0, "sce"},      {0, kTopButton, 0, ""},
   };
-  for (const auto& row : cases) {
-    SetRange(90, row.Position, 30);
+  for (const auto& [position, at, after, events] : cases) {
+    SetRange(90, position, 30);
     Events.clear();
-    Input.Press(row.At);
-    Input.Release(row.At);
-    EXPECT_EQ(Position(), row.After) << row.Position;
-    EXPECT_EQ(Events, row.Events) << row.Position;
+    Input.Press(at);
+    Input.Release(at);
+    EXPECT_EQ(Position(), after) << position;
+    EXPECT_EQ(Events, events) << position;
   }
 }
 
@@ -147,12 +142,8 @@ TEST_F(ScrollInputTest, MovingPaintsTheOldAndTheNewPartOnly) {
 }
 
 TEST_F(ScrollInputTest, WheelAndKeysStep) {
-  const struct {
-    int Key;  // 0: the wheel
-    int Direction, After;
-    TIScrollCode Code;
-    TScrollMode Mode;
-  } cases[] = {
+  // Key 0: the wheel.
+  const std::tuple<int, int, int, TIScrollCode, TScrollMode> cases[] = {
       {0, -1, 34, TIScrollCode::LineUp, 20},
       {0, 1, 46, TIScrollCode::LineDown, 36},
       {Qt::Key_Right, 0, 43, TIScrollCode::LineDown, kScrollByKey | kScrollDown},
@@ -160,14 +151,14 @@ TEST_F(ScrollInputTest, WheelAndKeysStep) {
       {Qt::Key_Home, 0, 0, TIScrollCode::Top, kScrollByKey | kScrollUp},
       {Qt::Key_End, 0, 81, TIScrollCode::Bottom, kScrollByKey | kScrollDown},
   };
-  for (const auto& row : cases) {
+  for (const auto& [key, direction, after, code, mode] : cases) {
     SetRange(90, 40, 10);
-    if (row.Key == 0)
-      Input.Wheel(row.Direction);
+    if (key == 0)
+      Input.Wheel(direction);
     else
-      EXPECT_TRUE(Input.Key(row.Key));
-    EXPECT_EQ(Position(), row.After) << row.Key;
-    EXPECT_EQ(Steps.back(), (TScrollStep{true, row.Code, row.Mode, row.After - 40})) << row.Key;
+      EXPECT_TRUE(Input.Key(key));
+    EXPECT_EQ(Position(), after) << key;
+    EXPECT_EQ(Steps.back(), (TScrollStep{true, code, mode, after - 40})) << key;
   }
   EXPECT_FALSE(Input.Key(Qt::Key_Tab));
 }

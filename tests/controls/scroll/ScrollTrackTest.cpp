@@ -51,11 +51,7 @@ TEST(ScrollRange, TheLaterOfMinAndMaxGivesWayAndThePositionFollows) {
 }
 
 TEST(ScrollRange, StepsAndScaleComeFromPageAndRange) {
-  const struct {
-    int Min, Max, PageSize, Small, Large;
-    qint64 Scale, Largest;
-    bool CanScroll;
-  } cases[] = {
+  const std::tuple<int, int, int, int, int, qint64, qint64, bool> cases[] = {
       {0, 100, 0, 3, 10, 100, 100, true},
       {0, 5, 0, 1, 1, 5, 5, true},
       {0, 1000, 1, 1, 4, 1000, 1000, true},
@@ -66,19 +62,17 @@ TEST(ScrollRange, StepsAndScaleComeFromPageAndRange) {
       {10, 20, 40, 3, 36, -29, -19, false},
       {INT_MIN, INT_MAX, 0, 143165576, 429496729, 4294967295, INT_MAX, true},
   };
-  for (const auto& row : cases) {
-    const TScrollRange range = RangeOf(row.Min, row.Max, row.PageSize);
+  for (const auto& [min, max, pageSize, small, large, scale, largest, canScroll] : cases) {
+    const TScrollRange range = RangeOf(min, max, pageSize);
     EXPECT_EQ(std::tuple(range.SmallStep(), range.LargeStep(), range.ScaleLength(), range.LargestPosition(),
                          range.CanScroll()),
-              std::tuple(row.Small, row.Large, row.Scale, row.Largest, row.CanScroll))
-        << row.Max << ' ' << row.PageSize;
+              std::tuple(small, large, scale, largest, canScroll))
+        << max << ' ' << pageSize;
   }
 }
 
 TEST(ScrollLayout, TheThumbShowsTheShareAndTheWay) {
-  const struct {
-    int Length, PageSize, Position, ThumbStart, ThumbLength;
-  } cases[] = {
+  const std::tuple<int, int, int, int, int> cases[] = {
       {224, 0, 0, 10, 21},                               // track 200
       {224, 0, 50, 100, 21},                             // 10 + round(179 x 50 / 100)
       {224, 0, 100, 189, 21},  {224, 51, 0, 10, 101},    // round(200 x 51 / 101)
@@ -87,13 +81,12 @@ TEST(ScrollLayout, TheThumbShowsTheShareAndTheWay) {
       {224, 1, 0, 10, 21},                               // never below the smallest
       {46, 0, 100, 11, 21},                              // one pixel of way
   };
-  for (const auto& row : cases) {
-    const TScrollLayout layout =
-        ScrollLayout(RangeOf(0, 100, row.PageSize, row.Position), RoomOf(row.Length));
-    EXPECT_EQ(layout.ThumbRect, QRect(0, row.ThumbStart, 16, row.ThumbLength)) << row.Position;
-    EXPECT_EQ(layout.PageUpRect, QRect(0, 10, 16, row.ThumbStart - 10)) << row.Position;
-    const int end = row.ThumbStart + row.ThumbLength;
-    EXPECT_EQ(layout.PageDownRect, QRect(0, end, 16, row.Length - 14 - end)) << row.Position;
+  for (const auto& [length, pageSize, position, thumbStart, thumbLength] : cases) {
+    const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, pageSize, position), RoomOf(length));
+    EXPECT_EQ(layout.ThumbRect, QRect(0, thumbStart, 16, thumbLength)) << position;
+    EXPECT_EQ(layout.PageUpRect, QRect(0, 10, 16, thumbStart - 10)) << position;
+    const int end = thumbStart + thumbLength;
+    EXPECT_EQ(layout.PageDownRect, QRect(0, end, 16, length - 14 - end)) << position;
   }
 }
 
@@ -101,11 +94,7 @@ TEST(ScrollLayout, WithoutRoomOrNeedForAThumbTheTrackIsOne) {
   const QRect none(-1, -1, 0, 0);
   TScrollRoom disabled = RoomOf(224);
   disabled.Enabled = false;
-  const struct {
-    TScrollRoom Room;
-    int PageSize;
-    QRect Track;
-  } cases[] = {
+  const std::tuple<TScrollRoom, int, QRect> cases[] = {
       {RoomOf(45), 0, {0, 10, 16, 21}},      // not above thumb and arrows together
       {RoomOf(224), 101, {0, 10, 16, 200}},  // all is visible
       {disabled, 20, {0, 10, 16, 200}},
@@ -113,11 +102,11 @@ TEST(ScrollLayout, WithoutRoomOrNeedForAThumbTheTrackIsOne) {
       {RoomOf(2001), 0, {}},  // beyond twice the screen
       {RoomOf(-5), 0, {}},
   };
-  for (const auto& row : cases) {
-    const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, row.PageSize), row.Room);
+  for (const auto& [room, pageSize, track] : cases) {
+    const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, pageSize), room);
     EXPECT_EQ(layout.ThumbRect, none);
-    EXPECT_EQ(layout.PageUpRect, row.Track) << row.Room.Bar.height();
-    EXPECT_EQ(layout.PageDownRect, row.Track) << row.Room.Bar.height();
+    EXPECT_EQ(layout.PageUpRect, track) << room.Bar.height();
+    EXPECT_EQ(layout.PageDownRect, track) << room.Bar.height();
     EXPECT_EQ(layout.PartAt({8, 25}), TScrollBarPos::None);
   }
   disabled.Bar = {16, 224};
@@ -130,27 +119,21 @@ TEST(ScrollLayout, APointFindsItsPartInEitherKind) {
   across.Bar = {224, 16};
   const TScrollLayout vertical = ScrollLayout(RangeOf(0, 100, 0, 50), RoomOf(224));
   const TScrollLayout horizontal = ScrollLayout(RangeOf(0, 100, 0, 50), across);
-  const struct {
-    int From, To;
-    TScrollBarPos Part;
-  } cases[] = {{-1, -1, TScrollBarPos::None},       {0, 9, TScrollBarPos::TopButton},
-               {10, 99, TScrollBarPos::PageUp},     {100, 120, TScrollBarPos::Thumb},
-               {121, 209, TScrollBarPos::PageDown}, {210, 223, TScrollBarPos::BottomButton},
-               {224, 224, TScrollBarPos::None}};
-  for (const auto& row : cases)
-    for (const int along : {row.From, row.To}) {
-      EXPECT_EQ(vertical.PartAt({15, along}), row.Part) << along;
-      EXPECT_EQ(horizontal.PartAt({along, 15}), row.Part) << along;
+  const std::tuple<int, int, TScrollBarPos> cases[] = {
+      {-1, -1, TScrollBarPos::None},       {0, 9, TScrollBarPos::TopButton},
+      {10, 99, TScrollBarPos::PageUp},     {100, 120, TScrollBarPos::Thumb},
+      {121, 209, TScrollBarPos::PageDown}, {210, 223, TScrollBarPos::BottomButton},
+      {224, 224, TScrollBarPos::None}};
+  for (const auto& [from, to, part] : cases)
+    for (const int along : {from, to}) {
+      EXPECT_EQ(vertical.PartAt({15, along}), part) << along;
+      EXPECT_EQ(horizontal.PartAt({along, 15}), part) << along;
       EXPECT_EQ(vertical.PartAt({16, along}), TScrollBarPos::None) << along;
     }
 }
 
 TEST(ScrollSizes, ArrowsFollowTheirPicturesAndTheFlags) {
-  const struct {
-    const char* What;
-    bool AllowArrow, AutoSize, AutoArrow, Left, Right;
-    int Top, Bottom;
-  } cases[] = {
+  const std::tuple<const char*, bool, bool, bool, bool, bool, int, int> cases[] = {
       {"none allowed", false, true, true, true, true, 0, 0},
       {"pictures give the size", true, true, true, true, true, 7, 9},
       {"a missing one takes no room", true, true, true, true, false, 7, 0},
@@ -160,16 +143,16 @@ TEST(ScrollSizes, ArrowsFollowTheirPicturesAndTheFlags) {
       {"one alone doesn't show", true, false, true, false, true, 0, 0},
       {"the platform's arrows", true, false, false, false, false, 30, 30},
   };
-  for (const auto& row : cases) {
+  for (const auto& [what, allowArrow, autoSize, autoArrow, left, right, top, bottom] : cases) {
     TScrollSkin skin;
-    if (row.Left) skin.Pictures[BtnLeft] = PictureOf({11, 7}, Qt::red);
-    if (row.Right) skin.Pictures[BtnRight] = PictureOf({13, 9}, Qt::red);
-    skin.AllowArrow = row.AllowArrow;
-    skin.AutoSize = row.AutoSize;
-    skin.AutoArrow = row.AutoArrow;
+    if (left) skin.Pictures[BtnLeft] = PictureOf({11, 7}, Qt::red);
+    if (right) skin.Pictures[BtnRight] = PictureOf({13, 9}, Qt::red);
+    skin.AllowArrow = allowArrow;
+    skin.AutoSize = autoSize;
+    skin.AutoArrow = autoArrow;
     const TScrollSizes sizes = ScrollSizes(skin, TScrollBarKind::Vertical, {16, 30, 21});
-    EXPECT_EQ(sizes.TopArrow, row.Top) << row.What;
-    EXPECT_EQ(sizes.BottomArrow, row.Bottom) << row.What;
+    EXPECT_EQ(sizes.TopArrow, top) << what;
+    EXPECT_EQ(sizes.BottomArrow, bottom) << what;
   }
 }
 

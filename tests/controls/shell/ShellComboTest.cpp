@@ -99,11 +99,7 @@ TEST_F(TShellComboTest, APickGoesThereAndTellsOnceAfterIt) {
 TEST_F(TShellComboTest, ATypedPathIsGoneTo) {
   const QByteArray homeFolder = NameToBytes(Tree.Path("a"));
   const TVariables home{{"HOME", homeFolder.constData()}};
-  const struct {
-    QString Typed;
-    QString From;
-    QString Expected;
-  } cases[] = {
+  const std::tuple<QString, QString, QString> cases[] = {
       {Tree.Path("a"), QString(), Tree.Path("a")},
       {u"  "_qs + Tree.Path("a/b") + PathDelim, QString(), Tree.Path("a/b")},
       {u"a"_qs, Tree.Path(), Tree.Path("a")},

@@ -191,10 +191,8 @@ TEST_F(TShellListTest, AFolderThatCantBeReadSaysSo) {
   Tree.MakeFolder("empty");
   const TOrdinaryUser user;
   const auto* const notice = List.findChild<QLabel*>();
-  const struct {
-    const char* Name;
-    bool Readable;
-  } cases[] = {{"closed", false}, {"empty", true}, {"missing", false}, {".", true}};
+  const std::pair<const char*, bool> cases[] = {
+      {"closed", false}, {"empty", true}, {"missing", false}, {".", true}};
   for (const auto& [name, readable] : cases) {
     ASSERT_TRUE(GoTo(Tree.Path(name)));
     EXPECT_EQ(List.State(), readable ? TState::Complete : TState::Unreadable) << name;

@@ -19,10 +19,7 @@ QPalette PaletteOf(const QColor& window, const QColor& text) {
 
 TEST(Colors, ValuesAreBlueGreenRedOrAnIndexIntoThePalette) {
   const QPalette palette = PaletteOf(Qt::white, Qt::black);
-  const struct {
-    TColor Value;
-    QColor Expected;
-  } cases[] = {
+  const std::pair<TColor, QColor> cases[] = {
       {0x00112233, QColor(0x33, 0x22, 0x11)},
       {14333439, QColor(255, 181, 218)},
       {clCream, QColor(255, 251, 240)},
@@ -34,8 +31,8 @@ TEST(Colors, ValuesAreBlueGreenRedOrAnIndexIntoThePalette) {
       {-16777210, QColor(153, 153, 153)},  // window frame, between text and window
       {-16777216 + 31, Qt::white},         // no such index
   };
-  for (const auto& row : cases)
-    EXPECT_EQ(ToQColor(row.Value, palette).rgb(), row.Expected.rgb()) << row.Value;
+  for (const auto& [value, expected] : cases)
+    EXPECT_EQ(ToQColor(value, palette).rgb(), expected.rgb()) << value;
   EXPECT_FALSE(ToQColor(clNone, palette).isValid());
   EXPECT_FALSE(ToQColor(clDefault, palette).isValid());
   EXPECT_EQ(ToTColor(QColor(0x33, 0x22, 0x11)), 0x00112233);

@@ -47,7 +47,7 @@ TEST_F(PaintCell, ProgressGradientHasThreeColorsAndAFrame) {
 }
 
 TEST_F(PaintCell, ProgressPictureIsTiledAndCut) {
-  QImage picture = PlainImage({10, 4}, Qt::green);
+  QImage picture = Filled({10, 4}, Qt::green);
   QPainter(&picture).fillRect(0, 0, 1, 4, Qt::red);
   Skin.Item.ProgressImage = TPicture(picture);
   Paint(Cell(ltProgress, u"20"_qs));
@@ -58,9 +58,9 @@ TEST_F(PaintCell, ProgressPictureIsTiledAndCut) {
 }
 
 TEST_F(PaintCell, StarsAreCutAtTheCell) {
-  Skin.Item.StarLight = PlainPicture({16, 16}, Qt::yellow);
-  Skin.Item.StarHalf = PlainPicture({16, 16}, Qt::cyan);
-  Skin.Item.StarGray = PlainPicture({16, 16}, Qt::gray);
+  Skin.Item.StarLight = PictureOf({16, 16}, Qt::yellow);
+  Skin.Item.StarHalf = PictureOf({16, 16}, Qt::cyan);
+  Skin.Item.StarGray = PictureOf({16, 16}, Qt::gray);
   TRdCell cell = Cell(ltStar, u"2.5"_qs);
   cell.Cell.setWidth(72);
   Paint(cell);
@@ -72,7 +72,7 @@ TEST_F(PaintCell, StarsAreCutAtTheCell) {
 TEST_F(PaintCell, EditBandHasItsFrameAndColor) {
   Skin.Item.EditBorderColor = 0x0000FF;
   Skin.Item.ComboBoxBorderColor = 0xFF0000;
-  Skin.Item.ComboBoxBtnHoverImage = PlainPicture({8, 8}, Qt::green);
+  Skin.Item.ComboBoxBtnHoverImage = PictureOf({8, 8}, Qt::green);
   TRdCell cell = Cell(ltEdit, {});
   cell.EditColor = 0x00FFFF;
   Paint(cell, Qt::gray);
@@ -88,8 +88,8 @@ TEST_F(PaintCell, EditBandHasItsFrameAndColor) {
 }
 
 TEST_F(PaintCell, CheckBoxPictureFollowsTheText) {
-  Skin.Item.ItemPic_CheckBox = PlainPicture({16, 16}, Qt::green);
-  Skin.Item.ItemPic_UnCheckBox = PlainPicture({16, 16}, Qt::red);
+  Skin.Item.ItemPic_CheckBox = PictureOf({16, 16}, Qt::green);
+  Skin.Item.ItemPic_UnCheckBox = PictureOf({16, 16}, Qt::red);
   for (const bool checked : {false, true}) {
     Paint(Cell(ltCheckbox, checked ? u"1"_qs : QString()));
     EXPECT_TRUE(IsAll({10, 5, 16, 16}, checked ? Qt::green : Qt::red));
@@ -97,9 +97,9 @@ TEST_F(PaintCell, CheckBoxPictureFollowsTheText) {
 }
 
 TEST_F(PaintCell, ButtonPictureFollowsTheState) {
-  Skin.Item.ButtonNormalImage = PlainPicture({40, 20}, Qt::yellow);
-  Skin.Item.ButtonDownImage = PlainPicture({40, 20}, Qt::red);
-  Skin.Item.ButtonGrayImage = PlainPicture({40, 20}, Qt::gray);
+  Skin.Item.ButtonNormalImage = PictureOf({40, 20}, Qt::yellow);
+  Skin.Item.ButtonDownImage = PictureOf({40, 20}, Qt::red);
+  Skin.Item.ButtonGrayImage = PictureOf({40, 20}, Qt::gray);
   const auto colorOf = [this](TPartState state, bool enabled) {
     TRdCell cell = Cell(ltButton, {});
     cell.State = state;

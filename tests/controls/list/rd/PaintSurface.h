@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controls/list/rd/skin/RdSkinValues.h"
+#include "controls/picture/Pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -9,19 +10,9 @@
 #include <QPainter>
 #include <QWidget>
 
-inline QImage PlainImage(QSize size, const QColor& color) {
-  QImage image(size, QImage::Format_ARGB32_Premultiplied);
-  image.fill(color);
-  return image;
-}
-
-inline TPicture PlainPicture(QSize size, const QColor& color) {
-  return TPicture(PlainImage(size, color));
-}
-
 // A picture with an edge of one pixel.
 inline TPicture FramedPicture(QSize size, const QColor& edge, const QColor& inside) {
-  QImage image = PlainImage(size, edge);
+  QImage image = Filled(size, edge);
   QPainter(&image).fillRect(image.rect().adjusted(1, 1, -1, -1), inside);
   return TPicture(image);
 }
@@ -41,7 +32,7 @@ class TPaintSurface : public ::testing::Test {
   // Starts afresh on magenta, which no test paints.
   QPainter& Start(QSize size, qreal density = 1) {
     if (Painter.isActive()) Painter.end();
-    Surface = PlainImage(size * density, Qt::magenta);
+    Surface = Filled(size * density, Qt::magenta);
     Surface.setDevicePixelRatio(density);
     Painter.begin(&Surface);
     return Painter;

@@ -1,16 +1,12 @@
-// The order of events under real mouse and key events on the gallery's list.
+// The order of events under real mouse and key events on the gallery's list, and editing in its cells.
 #include "GalleryRig.h"
 
-#include <QMouseEvent>
-#include <QWheelEvent>
+#include <QApplication>
 
 using TRdEvents = TGalleryRig;
 
 TEST_F(TRdEvents, ClicksOnCells) {
-  const struct {
-    QPoint Pos;
-    const char16_t* Events;
-  } cases[] = {
+  const std::pair<QPoint, const char16_t*> cases[] = {
       {Hot(1, kButtonColumn), u"+Picture, down, click, up, button Picture 1"},
       {Hot(1, kLabelColumn), u"down, click, up, label Picture 2"},
       {Hot(2, kStarColumn), u"-Picture, +Recorder, down, click, up, star Recorder 4"},
@@ -23,9 +19,9 @@ TEST_F(TRdEvents, ClicksOnCells) {
       {Cell(9, kLabelColumn).Cell.center(), u"down, click, up"},
       {Hot(9, kStarColumn), u"down, click, up, star Archive 4"},
   };
-  for (const auto& one : cases) {
-    Click(one.Pos);
-    EXPECT_EQ(TakeLog(), one.Events);
+  for (const auto& [pos, events] : cases) {
+    Click(pos);
+    EXPECT_EQ(TakeLog(), events);
   }
 }
 
@@ -77,9 +73,7 @@ TEST_F(TRdEvents, AReleaseThatWasLostIsMadeUpFor) {
   QTest::mouseRelease(List.viewport(), Qt::LeftButton, {}, Hot(1, kButtonColumn));
   EXPECT_EQ(TakeLog(), u"+Picture, down, up") << "no click of row or button";
   QTest::mousePress(Header(), Qt::LeftButton, {}, {12, 10});
-  QMouseEvent move(QEvent::MouseMove, QPointF(40, 10), Header()->mapToGlobal(QPointF(40, 10)), Qt::NoButton,
-                   {}, {});
-  QCoreApplication::sendEvent(Header(), &move);
+  TListRig::MoveTo(*Header(), {40, 10});
   QTest::mouseRelease(Header(), Qt::LeftButton, {}, {12, 10});
   EXPECT_EQ(TakeLog(), u"");
 }
@@ -117,16 +111,13 @@ TEST_F(TRdEvents, GroupsExpandByTheirButton) {
 }
 
 TEST_F(TRdEvents, HeaderClicksSort) {
-  const struct {
-    int Column;
-    const char16_t* Events;
-  } cases[] = {
+  const std::pair<int, const char16_t*> cases[] = {
       {kTextColumn, u"column 8 1"},  {kTextColumn, u"column 8 2"},   {kTextColumn, u"column 8 1"},
       {kLabelColumn, u"column 2 2"}, {kButtonColumn, u"column 1 0"}, {kLabelColumn, u"column 2 1"},
   };
-  for (const auto& one : cases) {
-    ClickHeader(Middle(one.Column));
-    EXPECT_EQ(TakeLog(), one.Events);
+  for (const auto& [column, events] : cases) {
+    ClickHeader(Middle(column));
+    EXPECT_EQ(TakeLog(), events);
   }
   EXPECT_EQ(List.SortColumnIndex(), kLabelColumn);
   QTest::keyClick(&List, Qt::Key_9, Qt::ControlModifier);
@@ -151,6 +142,7 @@ TEST_F(TRdEvents, TheHeaderBoxChecksAll) {
   List.Clear();
   TakeLog();
   ClickHeader(inBox);
+  EXPECT_TRUE(List.CheckAll()) << "though there is no row";
   EXPECT_EQ(TakeLog(), u"all");
   QTest::keyClick(&List, Qt::Key_Space, Qt::ControlModifier | Qt::ShiftModifier);
   EXPECT_EQ(TakeLog(), u"none");
@@ -160,10 +152,8 @@ TEST_F(TRdEvents, DividersKeepToTheirBounds) {
   const auto drag = [this](int column, int by) {
     const int edge = List.Layout().SectionRect(column, 1).right();
     QTest::mousePress(Header(), Qt::LeftButton, {}, {edge, 10});
-    const QPointF to(edge + by, 10);
-    QMouseEvent move(QEvent::MouseMove, to, Header()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
-    QCoreApplication::sendEvent(Header(), &move);
-    QTest::mouseRelease(Header(), Qt::LeftButton, {}, to.toPoint());
+    TListRig::MoveTo(*Header(), {edge + by, 10}, Qt::LeftButton);
+    QTest::mouseRelease(Header(), Qt::LeftButton, {}, {edge + by, 10});
     return List.Columns()[column].Width();
   };
   EXPECT_EQ(drag(kLabelColumn, 25), 135);
@@ -182,37 +172,34 @@ TEST_F(TRdEvents, DividersKeepToTheirBounds) {
 }
 
 TEST_F(TRdEvents, KeysReachWhatTheMouseDoes) {
-  const struct {
-    Qt::Key Key;
-    Qt::KeyboardModifiers Shift;
-    const char16_t* Events;
-  } cases[] = {
-      {Qt::Key_Down, {}, u"+Media"},
-      {Qt::Key_Minus, {}, u"hide Media"},
-      {Qt::Key_Plus, Qt::ShiftModifier, u"show Media"},
-      {Qt::Key_Return, {}, u"hide Media"},
-      {Qt::Key_Return, {}, u"show Media"},
-      {Qt::Key_Home, {}, u"-Media, +Picture"},
-      {Qt::Key_Minus, {}, u"hide Media, -Picture, +Media"},
-      {Qt::Key_Plus, {}, u"show Media"},
-      {Qt::Key_Home, {}, u"-Media, +Picture"},
-      {Qt::Key_Space, {}, u"box Picture, uncheck Picture"},
-      {Qt::Key_Right, Qt::ControlModifier, u""},
-      {Qt::Key_F2, {}, u"iconlabel Picture 0"},
-      {Qt::Key_F2, Qt::ShiftModifier, u"icon Picture 0"},
-      {Qt::Key_Right, Qt::ControlModifier, u""},
-      {Qt::Key_Return, Qt::ControlModifier, u"button Picture 1"},
-      {Qt::Key_0, Qt::ControlModifier, u"column 1 0"},
-      {Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier, u""},
-      {Qt::Key_Right, Qt::ControlModifier, u""},
-      {Qt::Key_F2, {}, u"label Picture 2"},
-      {Qt::Key_Return, {}, u"dblclick"},
-      {Qt::Key_End, {}, u"-Picture, +Night"},
-      {Qt::Key_Down, {}, u""},
+  const std::pair<const char*, const char16_t*> cases[] = {
+      {"Down", u"+Media"},
+      {"-", u"hide Media"},
+      {"Shift++", u"show Media"},
+      {"Return", u"hide Media"},
+      {"Return", u"show Media"},
+      {"Home", u"-Media, +Picture"},
+      {"-", u"hide Media, -Picture, +Media"},
+      {"+", u"show Media"},
+      {"Home", u"-Media, +Picture"},
+      {"Space", u"box Picture, uncheck Picture"},
+      {"Ctrl+Right", u""},
+      {"F2", u"iconlabel Picture 0"},
+      {"Shift+F2", u"icon Picture 0"},
+      {"Ctrl+Right", u""},
+      {"Ctrl+Return", u"button Picture 1"},
+      {"Ctrl+0", u"column 1 0"},
+      {"Ctrl+Shift+Right", u""},
+      {"Ctrl+Right", u""},
+      {"F2", u"label Picture 2"},
+      {"Return", u"dblclick"},
+      {"End", u"-Picture, +Night"},
+      {"Down", u""},
   };
-  for (const auto& one : cases) {
-    QTest::keyClick(&List, one.Key, one.Shift);
-    EXPECT_EQ(TakeLog(), one.Events) << one.Key;
+  for (const auto& [keys, events] : cases) {
+    const QKeyCombination key = QKeySequence(QString::fromLatin1(keys))[0];
+    QTest::keyClick(&List, key.key(), key.keyboardModifiers());
+    EXPECT_EQ(TakeLog(), events) << keys;
   }
   EXPECT_EQ(List.Columns()[kButtonColumn].Width(), 128);
 }
@@ -238,4 +225,103 @@ TEST_F(TRdEvents, HoverFollowsTheMouseButNotEachMove) {
   QCoreApplication::sendEvent(List.viewport(), &leave);
   EXPECT_EQ(List.MouseState().HotRow, -1);
   EXPECT_EQ(List.MouseState().HotGroupRow, -1);
+}
+
+TEST_F(TRdEvents, EnterWritesAndEscapeDrops) {
+  Click(Hot(1, kEditColumn));
+  EXPECT_EQ(TakeLog(), u"enter Picture 5, +Picture, up");
+  ASSERT_TRUE(List.Editors().Edit().isVisible());
+  EXPECT_EQ(QApplication::focusWidget(), &List.Editors().Edit());
+  QTest::keyClicks(&List.Editors().Edit(), u"Ab"_qs);
+  QTest::keyClick(&List.Editors().Edit(), Qt::Key_Return);
+  EXPECT_EQ(TakeLog(), u"change Picture 5, change Picture 5, exit Picture 5");
+  EXPECT_EQ(List.Items()[1]->SubItems()[kEditColumn - 1], u"Ab");
+  EXPECT_FALSE(List.Editors().Shown());
+  EXPECT_EQ(QApplication::focusWidget(), &List);
+
+  Click(Hot(1, kEditColumn));
+  QTest::keyClicks(&List.Editors().Edit(), u"x"_qs);
+  QTest::keyClick(&List.Editors().Edit(), Qt::Key_Escape);
+  EXPECT_EQ(List.Items()[1]->SubItems()[kEditColumn - 1], u"Ab");
+}
+
+TEST_F(TRdEvents, WhatLeavesTheEditorWrites) {
+  const std::pair<const char*, std::function<void()>> cases[] = {
+      {"a press on a row", [this] { Click(Hot(3, kLabelColumn)); }},
+      {"a press on the header", [this] { ClickHeader(Middle(kTextColumn)); }},
+      {"a scroll", [this] { List.SetTopIndex(1); }},
+      {"another focus", [this] { List.setFocus(); }},
+      {"the program", [this] { List.HideEditors(); }},
+  };
+  List.resize(1300, 400);
+  int number = 0;
+  for (const auto& [what, act] : cases) {
+    List.SetTopIndex(0);
+    List.Editors().Open(*List.Items()[1], kEditColumn, std::nullopt, false);
+    List.Editors().Edit().setText(QString::number(++number));
+    act();
+    EXPECT_FALSE(List.Editors().Shown()) << what;
+    EXPECT_EQ(List.Items()[1]->SubItems()[kEditColumn - 1], QString::number(number)) << what;
+  }
+}
+
+TEST_F(TRdEvents, ThePrefixOfACellSurvives) {
+  List.Items()[1]->SubItems().Put(kTextColumn - 1, QChar(ltEdit + 1) + u"big"_qs);
+  List.Editors().Open(*List.Items()[1], kTextColumn, std::nullopt, false);
+  EXPECT_EQ(List.Editors().Edit().text(), u"big");
+  List.Editors().Edit().setText(u"small"_qs);
+  List.HideEditors();
+  EXPECT_EQ(List.Items()[1]->SubItems()[kTextColumn - 1], QChar(ltEdit + 1) + u"small"_qs);
+}
+
+TEST_F(TRdEvents, ARowWithTooFewSubItemsFailsOnlyAtTheEnd) {
+  TkListItem* const bare = List.Items().Insert(1);
+  bare->SetCaption(u"Bare"_qs);
+  ASSERT_TRUE(List.Editors().Open(*bare, kEditColumn, std::nullopt, false));
+  EXPECT_THROW(List.HideEditors(), EListError);
+  EXPECT_FALSE(List.Editors().Shown());
+  List.Editors().Open(*bare, kEditColumn, std::nullopt, false);
+  TakeLog();
+  QTest::keyClick(&List.Editors().Edit(), Qt::Key_Return);
+  EXPECT_EQ(TakeLog(), u"exit Bare 5, LV\\Edit\\: You Must set SubItems.Count = ColumnCount-1");
+}
+
+TEST_F(TRdEvents, ADeletedRowEndsItsEditor) {
+  List.Editors().Open(*List.Items()[1], kEditColumn, std::nullopt, false);
+  List.Items()[1]->Delete();
+  EXPECT_FALSE(List.Editors().Shown());
+  EXPECT_EQ(List.MouseState().EditItem, nullptr);
+  List.EditOnExit = [](TListItem* item, int) { item->Delete(); };
+  List.Editors().Open(*List.Items()[1], kEditColumn, std::nullopt, false);
+  List.HideEditors();
+  EXPECT_EQ(NameOf(*List.Items()[1]), u"Film");
+}
+
+TEST_F(TRdEvents, ALineIsChosenByMouseOrKeysOrNot) {
+  QTest::mousePress(List.viewport(), Qt::LeftButton, {}, Hot(1, kComboColumn));
+  EXPECT_EQ(TakeLog(), u"drop Picture 2, +Picture");
+  TkInplaceComboBox& box = List.Editors().ComboBox();
+  ASSERT_TRUE(box.isVisible());
+  EXPECT_EQ(box.currentRow(), 2);
+  const auto key = [&box](Qt::Key last) {
+    QTest::keyClick(&box, Qt::Key_Up);
+    QTest::keyClick(&box, last);
+  };
+  const std::tuple<std::function<void()>, const char16_t*, QString> cases[] = {
+      {[&] { key(Qt::Key_Escape); }, u"", u"Weekly"_qs},
+      {[&] { QTest::mousePress(&box, Qt::LeftButton, {}, QPoint(-40, -40)); }, u"", u"Weekly"_qs},
+      {[&] {
+         QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualItemRect(box.item(3)).center());
+       },
+       u"choose Picture 3", u"Monthly"_qs},
+      {[&] { key(Qt::Key_Return); }, u"choose Picture 2", u"Weekly"_qs},
+  };
+  for (const auto& [act, events, text] : cases) {
+    if (!box.isVisible()) List.Editors().Open(*List.Items()[1], kComboColumn, std::nullopt, false);
+    TakeLog();
+    act();
+    EXPECT_FALSE(List.Editors().Shown());
+    EXPECT_EQ(TakeLog(), events);
+    EXPECT_EQ(List.Items()[1]->SubItems()[kComboColumn - 1], text);
+  }
 }

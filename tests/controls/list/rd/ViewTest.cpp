@@ -168,7 +168,7 @@ TEST_F(TRdView, AListThatTheHostDrawsBehavesAsAnyList) {
     result = b->Caption().compare(a->Caption());
   };
   List.AlphaSort();
-  EXPECT_EQ(Name(List.Selected()), u"Film") << "the selection goes with its row";
+  EXPECT_EQ(NameOf(*List.Selected()), u"Film") << "the selection goes with its row";
   EXPECT_EQ(List.CheckAll(), false);
 }
 
@@ -193,18 +193,15 @@ TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
   EXPECT_EQ(cell(0, 0)->role(), QAccessible::RowHeader);
   EXPECT_TRUE(cell(0, 0)->state().expanded);
   EXPECT_TRUE(cell(0, 0)->state().checkable);
-  const struct {
-    int Column;
-    QAccessible::Role Role;
-  } roles[] = {
+  const std::pair<int, QAccessible::Role> roles[] = {
       {kNameColumn, QAccessible::Link},      {kButtonColumn, QAccessible::PushButton},
       {kLabelColumn, QAccessible::Link},     {kProgressColumn, QAccessible::ProgressBar},
       {kStarColumn, QAccessible::Indicator}, {kEditColumn, QAccessible::EditableText},
       {kComboColumn, QAccessible::ComboBox}, {kCheckColumn, QAccessible::CheckBox},
       {kTextColumn, QAccessible::Cell},
   };
-  for (const auto& one : roles)
-    EXPECT_EQ(cell(1, one.Column)->role(), one.Role) << one.Column;
+  for (const auto& [column, role] : roles)
+    EXPECT_EQ(cell(1, column)->role(), role) << column;
   EXPECT_EQ(cell(1, kNameColumn)->text(QAccessible::Name), u"Picture Album Photos by day and place");
   EXPECT_EQ(cell(1, kProgressColumn)->text(QAccessible::Value), u"72");
   EXPECT_TRUE(cell(9, kButtonColumn)->state().disabled);
