@@ -59,9 +59,7 @@ TEST(ListLayout, HitTest) {
     EXPECT_EQ(std::tuple(hit.Row, hit.Column, hit.Flags), std::tuple(row, column, flags))
         << pos.x() << ',' << pos.y();
   }
-}
 
-TEST(ListLayout, TheBoxIsHitExactlyWhereItStandsAndWithinItsColumn) {
   TListMetrics metrics = Metrics();
   metrics.HorzPos = 0;
   const auto flags = [&metrics](int x, int y) { return TListLayout(metrics).HitTest({x, y}).Flags; };
