@@ -29,17 +29,15 @@ TEST(ButtonPictures, TheFirstThatAppliesInThisOrder) {
     bool Expand;
     int Shown, WithoutIt;  // the picture, and the one that stands in if that is missing
     int Slices;            // left, middle and right, a digit each
-  } cases[] = {
-      {{.State = TState::Normal}, false, kNormal, kNone, 123},
-      {{.State = TState::Normal, .Over = true}, false, kOver, kNormal, 103},
-      {{.State = TState::Down, .Over = true}, false, kDown, kOver, 105},
-      {{.State = TState::Down}, false, kNormal, kNone, 123},  // drawn off
-      {{.State = TState::Disabled, .Over = true, .Enabled = false}, false, kDisabled, kNormal, 143},
-      {{.State = TState::Selected}, false, kSelected, kNormal, 123},
-      {{.State = TState::Selected, .Over = true}, false, kOver, kSelected, 103},
-      {{.State = TState::Normal}, true, kDown, kExpand, 105},
-      {{.State = TState::Disabled, .Enabled = false}, true, kDown, kDisabled, 105},
-  };
+  } cases[] = {{{.State = TState::Normal}, false, kNormal, kNone, 123},
+               {{.State = TState::Normal, .Over = true}, false, kOver, kNormal, 103},
+               {{.State = TState::Down, .Over = true}, false, kDown, kOver, 105},
+               {{.State = TState::Down}, false, kNormal, kNone, 123},  // drawn off
+               {{.State = TState::Disabled, .Over = true, .Enabled = false}, false, kDisabled, kNormal, 143},
+               {{.State = TState::Selected}, false, kSelected, kNormal, 123},
+               {{.State = TState::Selected, .Over = true}, false, kOver, kSelected, 103},
+               {{.State = TState::Normal}, true, kDown, kExpand, 105},
+               {{.State = TState::Disabled, .Enabled = false}, true, kDown, kDisabled, 105}};
   for (const auto& row : cases) {
     TButtonPictures pictures{Wide(1), Wide(2), Wide(3), Wide(4), Wide(5), {}};
     TButtonLook look;
@@ -106,12 +104,10 @@ TEST(ButtonPlaces, TheCaptionKeepsClearOfTheIcon) {
     TButtonAlign Caption, Icon;
     QRect IconRect;
     int Margin, X;
-  } cases[] = {
-      {Left, Right, none, 0, 20},       {Right, Right, none, 0, 80 - w},
-      {Left, Left, left, 0, 26},        {Center, Left, left, 0, 26 + (74 - w) / 2},
-      {Right, Right, right, 0, 74 - w}, {Center, Center, right, 0, (100 - w) / 2},
-      {Left, Right, none, 33, 33},
-  };
+  } cases[] = {{Left, Right, none, 0, 20},       {Right, Right, none, 0, 80 - w},
+               {Left, Left, left, 0, 26},        {Center, Left, left, 0, 26 + (74 - w) / 2},
+               {Right, Right, right, 0, 74 - w}, {Center, Center, right, 0, (100 - w) / 2},
+               {Left, Right, none, 33, 33}};
   TButtonLook look;
   look.Caption = u"Text"_qs;
   look.TextTopOffset = 6;

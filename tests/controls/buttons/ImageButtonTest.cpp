@@ -61,12 +61,10 @@ TEST_F(ImageButtonTest, WhereThePressLandsDecidesWhatIsTold) {
     bool Box, Header;
     QPoint Press, Release;
     QString Told;
-  } cases[] = {
-      {false, false, kBeside, kBeside, u"c"_qs}, {false, false, kBeside, kOutside, u""_qs},
-      {false, false, kOnIcon, kOnIcon, u"i"_qs}, {true, false, kOnBox, kOnBox, u"k"_qs},
-      {true, false, kBeside, kBeside, u"kc"_qs}, {true, false, kOnIcon, kOnIcon, u"i"_qs},
-      {true, true, kOnBox, kOnBox, u"k"_qs},     {true, true, kBeside, kBeside, u"c"_qs},
-  };
+  } cases[] = {{false, false, kBeside, kBeside, u"c"_qs}, {false, false, kBeside, kOutside, u""_qs},
+               {false, false, kOnIcon, kOnIcon, u"i"_qs}, {true, false, kOnBox, kOnBox, u"k"_qs},
+               {true, false, kBeside, kBeside, u"kc"_qs}, {true, false, kOnIcon, kOnIcon, u"i"_qs},
+               {true, true, kOnBox, kOnBox, u"k"_qs},     {true, true, kBeside, kBeside, u"c"_qs}};
   for (const auto& row : cases) {
     Button->ShowCheckBox = row.Box;
     Button->SetFoldHeader(row.Header);

@@ -15,8 +15,7 @@ TEST_F(TListEvents, ClicksOnRows) {
       {TextOf(2), Qt::RightButton, u"down, up, popup"},
       {TextOf(4), Qt::MiddleButton, u"down, up"},
       {Blank(), Qt::LeftButton, u"-2, down, click, up"},
-      {Blank(), Qt::RightButton, u"down, up, popup"},
-  };
+      {Blank(), Qt::RightButton, u"down, up, popup"}};
   for (const auto& [pos, button, events] : cases) {
     Click(pos, button);
     EXPECT_EQ(TakeLog(), events);
@@ -28,8 +27,7 @@ TEST_F(TListEvents, DoubleClicks) {
   const std::pair<QPoint, const char16_t*> cases[] = {
       {TextOf(1), u"+1, down, click, up, dblclick, down, up"},
       {BoxOf(2), u"check 2, down, click, up, uncheck 2, down, up"},
-      {Blank(), u"-1, down, click, up, dblclick, down, up"},
-  };
+      {Blank(), u"-1, down, click, up, dblclick, down, up"}};
   for (const auto& [pos, events] : cases) {
     DoubleClick(pos);
     EXPECT_EQ(TakeLog(), events);
@@ -67,8 +65,7 @@ TEST_F(TListEvents, Keys) {
   Show({.CheckBoxes = true});
   const std::pair<Qt::Key, const char16_t*> cases[] = {
       {Qt::Key_Return, u""},       {Qt::Key_Down, u"+0"},         {Qt::Key_Down, u"-0, +1"},
-      {Qt::Key_Space, u"check 1"}, {Qt::Key_Return, u"dblclick"}, {Qt::Key_End, u"-1, +9"},
-  };
+      {Qt::Key_Space, u"check 1"}, {Qt::Key_Return, u"dblclick"}, {Qt::Key_End, u"-1, +9"}};
   for (const auto& [key, events] : cases) {
     QTest::keyClick(&List, key);
     EXPECT_EQ(TakeLog(), events) << key;

@@ -41,19 +41,17 @@ TEST(ListLayout, TheFirstCellHoldsCheckBoxImagesAndCaptionInThisOrder) {
 }
 
 TEST(ListLayout, HitTest) {
-  const std::tuple<QPoint, int, int, unsigned> cases[] = {
-      {{-20 + 30, 5}, 10, 0, htOnLabel},
-      {{60, 45}, 12, 0, htOnLabel},
-      {{69, 5}, 10, 0, htOnLabel},
-      {{70, 5}, 10, 1, htOnLabel},
-      {{199, 19}, 10, 2, htOnLabel},
-      {{200, 5}, -1, -1, htNowhere},
-      {{75, 60}, -1, 1, htNowhere},
-      {{75, 59}, 12, 1, htOnLabel},
-      {{-1, 5}, -1, 0, htToLeft},
-      {{75, -1}, -1, 1, htAbove},
-      {{300, 110}, -1, -1, htToRight | htBelow},
-  };
+  const std::tuple<QPoint, int, int, unsigned> cases[] = {{{-20 + 30, 5}, 10, 0, htOnLabel},
+                                                          {{60, 45}, 12, 0, htOnLabel},
+                                                          {{69, 5}, 10, 0, htOnLabel},
+                                                          {{70, 5}, 10, 1, htOnLabel},
+                                                          {{199, 19}, 10, 2, htOnLabel},
+                                                          {{200, 5}, -1, -1, htNowhere},
+                                                          {{75, 60}, -1, 1, htNowhere},
+                                                          {{75, 59}, 12, 1, htOnLabel},
+                                                          {{-1, 5}, -1, 0, htToLeft},
+                                                          {{75, -1}, -1, 1, htAbove},
+                                                          {{300, 110}, -1, -1, htToRight | htBelow}};
   for (const auto& [pos, row, column, flags] : cases) {
     const THit hit = TListLayout(Metrics()).HitTest(pos);
     EXPECT_EQ(std::tuple(hit.Row, hit.Column, hit.Flags), std::tuple(row, column, flags))

@@ -89,15 +89,13 @@ TEST(PngDecoder, EveryPixelComesOutPremultipliedAndInItsPlace) {
 TEST(PngDecoder, EveryKindOfPixelComesOutRight) {
   const QRgb color = qRgb(102, 51, 204);  // one that Qt has in its palette
   const QRgb gray = qRgb(89, 89, 89);
-  const std::pair<QImage::Format, QRgb> cases[] = {
-      {QImage::Format_RGB32, color},
-      {QImage::Format_ARGB32, color},
-      {QImage::Format_Indexed8, color},
-      {QImage::Format_RGBA64, color},
-      {QImage::Format_Grayscale8, gray},
-      {QImage::Format_Grayscale16, gray},
-      {QImage::Format_Mono, qRgb(255, 255, 255)},
-  };
+  const std::pair<QImage::Format, QRgb> cases[] = {{QImage::Format_RGB32, color},
+                                                   {QImage::Format_ARGB32, color},
+                                                   {QImage::Format_Indexed8, color},
+                                                   {QImage::Format_RGBA64, color},
+                                                   {QImage::Format_Grayscale8, gray},
+                                                   {QImage::Format_Grayscale16, gray},
+                                                   {QImage::Format_Mono, qRgb(255, 255, 255)}};
   for (const auto& [format, color] : cases) {
     QImage image(5, 3, QImage::Format_ARGB32);
     image.fill(color);

@@ -53,21 +53,19 @@ class ImageProgressTest : public ::testing::Test {
 }  // namespace
 
 TEST(FilledWidth, IsRoundedUpAndNotClamped) {
-  const std::tuple<int, int, int, int, int> cases[] = {
-      {0, 0, 99, 559, 0},
-      {1, 0, 99, 559, 6},
-      {98, 0, 99, 559, 554},
-      {99, 0, 99, 559, 559},
-      {100, 0, 99, 559, 565},
-      {50, 0, 100, 200, 100},
-      {15, 10, 20, 33, 17},
-      {10, 10, 20, 33, 0},
-      {-5, -10, 0, 10, 5},
-      {1, 0, INT_MAX, 100, 1},
-      {INT_MAX, 0, INT_MAX, 559, 559},
-      {0, INT_MIN, INT_MAX, 100, 51},
-      {INT_MAX, 0, 1, 559, QWIDGETSIZE_MAX},
-  };
+  const std::tuple<int, int, int, int, int> cases[] = {{0, 0, 99, 559, 0},
+                                                       {1, 0, 99, 559, 6},
+                                                       {98, 0, 99, 559, 554},
+                                                       {99, 0, 99, 559, 559},
+                                                       {100, 0, 99, 559, 565},
+                                                       {50, 0, 100, 200, 100},
+                                                       {15, 10, 20, 33, 17},
+                                                       {10, 10, 20, 33, 0},
+                                                       {-5, -10, 0, 10, 5},
+                                                       {1, 0, INT_MAX, 100, 1},
+                                                       {INT_MAX, 0, INT_MAX, 559, 559},
+                                                       {0, INT_MIN, INT_MAX, 100, 51},
+                                                       {INT_MAX, 0, 1, 559, QWIDGETSIZE_MAX}};
   for (const auto& [position, min, max, width, expected] : cases)
     EXPECT_EQ(FilledWidth(position, min, max, width), expected) << position;
 }
@@ -79,7 +77,7 @@ TEST_F(ImageProgressTest, ThePixelsFollowThePosition) {
       {6, 12, 12},  // exactly the caps
       {7, 14, 14},     {50, 100, 100},  {99, 198, 198},
       {100, 200, 200}, {110, 200, 220},  // past the edge, cut off
-      {-3, 12, 12},                      // below Min the caps are left
+      {-3, 12, 12}                       // below Min the caps are left
   };
   for (const auto& [position, pixels, progressRight] : cases) {
     Bar.SetPosition(position);

@@ -7,11 +7,10 @@
 TEST(ImageRect, AlignDecidesTheRectangle) {
   const QRect client(0, 0, 100, 40);
   const std::pair<TImageAlign, QRect> cases[] = {
-      {TImageAlign::None, {7, 5, 20, 10}},    {TImageAlign::Custom, {7, 5, 20, 10}},
-      {TImageAlign::Top, {0, 0, 100, 10}},    {TImageAlign::Bottom, {0, 30, 100, 10}},
-      {TImageAlign::Left, {0, 0, 20, 40}},    {TImageAlign::Right, {80, 0, 20, 40}},
-      {TImageAlign::Client, {0, 0, 100, 40}},
-  };
+      {TImageAlign::None, {7, 5, 20, 10}},   {TImageAlign::Custom, {7, 5, 20, 10}},
+      {TImageAlign::Top, {0, 0, 100, 10}},   {TImageAlign::Bottom, {0, 30, 100, 10}},
+      {TImageAlign::Left, {0, 0, 20, 40}},   {TImageAlign::Right, {80, 0, 20, 40}},
+      {TImageAlign::Client, {0, 0, 100, 40}}};
   TImageItem item;
   item.Left = 7;
   item.Top = 5;

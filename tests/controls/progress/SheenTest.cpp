@@ -28,8 +28,7 @@ TEST(Sheen, EachMoveFollowsFromWhereItStands) {
       {{10, 80}, 100, TSheenMove::Advance, {20, 70}}, {{90, 0}, 100, TSheenMove::Advance, {100, 0}},
       {{50, 50}, 100, TSheenMove::Shrink, {50, 30}},  {{90, 50}, 100, TSheenMove::Shrink, {90, 0}},
       {{100, 0}, 100, TSheenMove::Pause, {-20, 0}},   {{130, 40}, 100, TSheenMove::Pause, {-20, 0}},
-      {{0, 0}, 0, TSheenMove::Pause, {-20, 0}},       {{-20, 0}, 0, TSheenMove::Advance, {-10, 0}},
-  };
+      {{0, 0}, 0, TSheenMove::Pause, {-20, 0}},       {{-20, 0}, 0, TSheenMove::Advance, {-10, 0}}};
   for (const auto& [from, progressRight, move, to] : cases) {
     TSheen sheen = from;
     EXPECT_EQ(MoveSheen(sheen, progressRight), move) << from.Left << ", " << from.Width;

@@ -102,10 +102,11 @@ TEST_F(ScrollInputTest, TheThumbUnderTheMouseEndsPaging) {
 
 TEST_F(ScrollInputTest, StepsEndWhereTheLastPageBegins) {
   const std::tuple<int, QPoint, int, const char*> cases[] = {
-      {59, kBottomButton, 61, "sce"},                                  // 90 - 30 + 1
-      {61, kBottomButton, 61, ""},    {90, kBottomButton, 61, "sce"},  // set beyond it, led back
-      {2, kTopButton, 0, "sce"},      {0, kTopButton, 0, ""},
-  };
+      {59, kBottomButton, 61, "sce"},  // 90 - 30 + 1
+      {61, kBottomButton, 61, ""},
+      {90, kBottomButton, 61, "sce"},  // set beyond it, led back
+      {2, kTopButton, 0, "sce"},
+      {0, kTopButton, 0, ""}};
   for (const auto& [position, at, after, events] : cases) {
     SetRange(90, position, 30);
     Events.clear();
@@ -149,8 +150,7 @@ TEST_F(ScrollInputTest, WheelAndKeysStep) {
       {Qt::Key_Right, 0, 43, TIScrollCode::LineDown, kScrollByKey | kScrollDown},
       {Qt::Key_PageUp, 0, 20, TIScrollCode::PageUp, kScrollByKey | kScrollUp},
       {Qt::Key_Home, 0, 0, TIScrollCode::Top, kScrollByKey | kScrollUp},
-      {Qt::Key_End, 0, 81, TIScrollCode::Bottom, kScrollByKey | kScrollDown},
-  };
+      {Qt::Key_End, 0, 81, TIScrollCode::Bottom, kScrollByKey | kScrollDown}};
   for (const auto& [key, direction, after, code, mode] : cases) {
     SetRange(90, 40, 10);
     if (key == 0)

@@ -60,8 +60,7 @@ TEST(ScrollRange, StepsAndScaleComeFromPageAndRange) {
       {10, 20, 10, 1, 9, 1, 11, true},  // a page as large as the way still scrolls
       {10, 20, 11, 1, 9, 0, 10, false},
       {10, 20, 40, 3, 36, -29, -19, false},
-      {INT_MIN, INT_MAX, 0, 143165576, 429496729, 4294967295, INT_MAX, true},
-  };
+      {INT_MIN, INT_MAX, 0, 143165576, 429496729, 4294967295, INT_MAX, true}};
   for (const auto& [min, max, pageSize, small, large, scale, largest, canScroll] : cases) {
     const TScrollRange range = RangeOf(min, max, pageSize);
     EXPECT_EQ(std::tuple(range.SmallStep(), range.LargeStep(), range.ScaleLength(), range.LargestPosition(),
@@ -79,7 +78,7 @@ TEST(ScrollLayout, TheThumbShowsTheShareAndTheWay) {
       {224, 51, 20, 50, 101},                            // 10 + round(99 x 20 / 50)
       {224, 51, 50, 109, 101}, {224, 51, 80, 109, 101},  // beyond the last page
       {224, 1, 0, 10, 21},                               // never below the smallest
-      {46, 0, 100, 11, 21},                              // one pixel of way
+      {46, 0, 100, 11, 21}                               // one pixel of way
   };
   for (const auto& [length, pageSize, position, thumbStart, thumbLength] : cases) {
     const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, pageSize, position), RoomOf(length));
@@ -100,8 +99,7 @@ TEST(ScrollLayout, WithoutRoomOrNeedForAThumbTheTrackIsOne) {
       {disabled, 20, {0, 10, 16, 200}},
       {RoomOf(24), 0, {}},    // the arrows take all
       {RoomOf(2001), 0, {}},  // beyond twice the screen
-      {RoomOf(-5), 0, {}},
-  };
+      {RoomOf(-5), 0, {}}};
   for (const auto& [room, pageSize, track] : cases) {
     const TScrollLayout layout = ScrollLayout(RangeOf(0, 100, pageSize), room);
     EXPECT_EQ(layout.ThumbRect, none);
@@ -141,8 +139,7 @@ TEST(ScrollSizes, ArrowsFollowTheirPicturesAndTheFlags) {
       {"both by default", true, true, false, false, false, 30, 30},
       {"default size for pictures", true, false, true, true, true, 30, 30},
       {"one alone doesn't show", true, false, true, false, true, 0, 0},
-      {"the platform's arrows", true, false, false, false, false, 30, 30},
-  };
+      {"the platform's arrows", true, false, false, false, false, 30, 30}};
   for (const auto& [what, allowArrow, autoSize, autoArrow, left, right, top, bottom] : cases) {
     TScrollSkin skin;
     if (left) skin.Pictures[BtnLeft] = PictureOf({11, 7}, Qt::red);

@@ -105,8 +105,7 @@ TEST_F(TShellComboTest, ATypedPathIsGoneTo) {
       {u"a"_qs, Tree.Path(), Tree.Path("a")},
       {NativePath(u"a/b"_qs), Tree.Path(), Tree.Path("a/b")},
       {u"My Computer"_qs, Tree.Path(), QString()},
-      {QString(), Tree.Path("a"), QString()},
-  };
+      {QString(), Tree.Path("a"), QString()}};
   for (const auto& [typed, from, expected] : cases) {
     List.SetPath(from);
     FChanges.clear();

@@ -29,7 +29,7 @@ TEST(Colors, ValuesAreBlueGreenRedOrAnIndexIntoThePalette) {
       {-16777199, QColor(7, 8, 9)},        // gray text
       {-16777195, QColor(10, 11, 12)},     // 3D dark shadow
       {-16777210, QColor(153, 153, 153)},  // window frame, between text and window
-      {-16777216 + 31, Qt::white},         // no such index
+      {-16777216 + 31, Qt::white}          // no such index
   };
   for (const auto& [value, expected] : cases)
     EXPECT_EQ(ToQColor(value, palette).rgb(), expected.rgb()) << value;

@@ -54,16 +54,14 @@ TEST(DesignParts, SlicesKeepTheirSizeAndComeInTheOrderOfDrawing) {
   const std::vector<TDesignPart> expected{
       {{0, 0, 4, 3}, {10, 20, 4, 3}},   {{0, 3, 4, 5}, {10, 23, 4, 34}}, {{0, 8, 4, 3}, {10, 57, 4, 3}},
       {{4, 0, 6, 3}, {14, 20, 22, 3}},  {{4, 8, 6, 3}, {14, 57, 22, 3}}, {{10, 0, 4, 3}, {36, 20, 4, 3}},
-      {{10, 3, 4, 5}, {36, 23, 4, 34}}, {{10, 8, 4, 3}, {36, 57, 4, 3}}, {{4, 3, 6, 5}, {14, 23, 22, 34}},
-  };
+      {{10, 3, 4, 5}, {36, 23, 4, 34}}, {{10, 8, 4, 3}, {36, 57, 4, 3}}, {{4, 3, 6, 5}, {14, 23, 22, 34}}};
   EXPECT_EQ(DesignParts({14, 11}, {10, 20, 30, 40}, kNine), expected);
   EXPECT_EQ(DesignParts({14, 11}, {10, 20, 30, 40}, {4, 3, kSameSlice, kSameSlice}), expected);
 }
 
 TEST(DesignParts, AnAxisOfAlmostThePicturesSizeIsNotSliced) {
-  const std::pair<QSize, std::size_t> cases[] = {
-      {{14, 11}, 1}, {{15, 10}, 1}, {{16, 11}, 3}, {{12, 10}, 3}, {{14, 13}, 3}, {{13, 9}, 3}, {{16, 13}, 9},
-  };
+  const std::pair<QSize, std::size_t> cases[] = {{{14, 11}, 1}, {{15, 10}, 1}, {{16, 11}, 3}, {{12, 10}, 3},
+                                                 {{14, 13}, 3}, {{13, 9}, 3},  {{16, 13}, 9}};
   for (const auto& [target, parts] : cases)
     EXPECT_EQ(DesignParts({14, 11}, QRect(QPoint(), target), kNine).size(), parts) << target.width();
 }

@@ -17,8 +17,7 @@ TEST_F(TRdEvents, ClicksOnCells) {
       {Cell(2, kProgressColumn).Cell.center(), u"down, click, up"},
       {Cell(9, kButtonColumn).Cell.center(), u"-Recorder, +Archive, down, click, up"},
       {Cell(9, kLabelColumn).Cell.center(), u"down, click, up"},
-      {Hot(9, kStarColumn), u"down, click, up, star Archive 4"},
-  };
+      {Hot(9, kStarColumn), u"down, click, up, star Archive 4"}};
   for (const auto& [pos, events] : cases) {
     Click(pos);
     EXPECT_EQ(TakeLog(), events);
@@ -113,8 +112,7 @@ TEST_F(TRdEvents, GroupsExpandByTheirButton) {
 TEST_F(TRdEvents, HeaderClicksSort) {
   const std::pair<int, const char16_t*> cases[] = {
       {kTextColumn, u"column 8 1"},  {kTextColumn, u"column 8 2"},   {kTextColumn, u"column 8 1"},
-      {kLabelColumn, u"column 2 2"}, {kButtonColumn, u"column 1 0"}, {kLabelColumn, u"column 2 1"},
-  };
+      {kLabelColumn, u"column 2 2"}, {kButtonColumn, u"column 1 0"}, {kLabelColumn, u"column 2 1"}};
   for (const auto& [column, events] : cases) {
     ClickHeader(Middle(column));
     EXPECT_EQ(TakeLog(), events);
@@ -172,30 +170,28 @@ TEST_F(TRdEvents, DividersKeepToTheirBounds) {
 }
 
 TEST_F(TRdEvents, KeysReachWhatTheMouseDoes) {
-  const std::pair<const char*, const char16_t*> cases[] = {
-      {"Down", u"+Media"},
-      {"-", u"hide Media"},
-      {"Shift++", u"show Media"},
-      {"Return", u"hide Media"},
-      {"Return", u"show Media"},
-      {"Home", u"-Media, +Picture"},
-      {"-", u"hide Media, -Picture, +Media"},
-      {"+", u"show Media"},
-      {"Home", u"-Media, +Picture"},
-      {"Space", u"box Picture, uncheck Picture"},
-      {"Ctrl+Right", u""},
-      {"F2", u"iconlabel Picture 0"},
-      {"Shift+F2", u"icon Picture 0"},
-      {"Ctrl+Right", u""},
-      {"Ctrl+Return", u"button Picture 1"},
-      {"Ctrl+0", u"column 1 0"},
-      {"Ctrl+Shift+Right", u""},
-      {"Ctrl+Right", u""},
-      {"F2", u"label Picture 2"},
-      {"Return", u"dblclick"},
-      {"End", u"-Picture, +Night"},
-      {"Down", u""},
-  };
+  const std::pair<const char*, const char16_t*> cases[] = {{"Down", u"+Media"},
+                                                           {"-", u"hide Media"},
+                                                           {"Shift++", u"show Media"},
+                                                           {"Return", u"hide Media"},
+                                                           {"Return", u"show Media"},
+                                                           {"Home", u"-Media, +Picture"},
+                                                           {"-", u"hide Media, -Picture, +Media"},
+                                                           {"+", u"show Media"},
+                                                           {"Home", u"-Media, +Picture"},
+                                                           {"Space", u"box Picture, uncheck Picture"},
+                                                           {"Ctrl+Right", u""},
+                                                           {"F2", u"iconlabel Picture 0"},
+                                                           {"Shift+F2", u"icon Picture 0"},
+                                                           {"Ctrl+Right", u""},
+                                                           {"Ctrl+Return", u"button Picture 1"},
+                                                           {"Ctrl+0", u"column 1 0"},
+                                                           {"Ctrl+Shift+Right", u""},
+                                                           {"Ctrl+Right", u""},
+                                                           {"F2", u"label Picture 2"},
+                                                           {"Return", u"dblclick"},
+                                                           {"End", u"-Picture, +Night"},
+                                                           {"Down", u""}};
   for (const auto& [keys, events] : cases) {
     const QKeyCombination key = QKeySequence(QString::fromLatin1(keys))[0];
     QTest::keyClick(&List, key.key(), key.keyboardModifiers());
@@ -251,8 +247,7 @@ TEST_F(TRdEvents, WhatLeavesTheEditorWrites) {
       {"a press on the header", [this] { ClickHeader(Middle(kTextColumn)); }},
       {"a scroll", [this] { List.SetTopIndex(1); }},
       {"another focus", [this] { List.setFocus(); }},
-      {"the program", [this] { List.HideEditors(); }},
-  };
+      {"the program", [this] { List.HideEditors(); }}};
   List.resize(1300, 400);
   int number = 0;
   for (const auto& [what, act] : cases) {
@@ -314,8 +309,7 @@ TEST_F(TRdEvents, ALineIsChosenByMouseOrKeysOrNot) {
          QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualItemRect(box.item(3)).center());
        },
        u"choose Picture 3", u"Monthly"_qs},
-      {[&] { key(Qt::Key_Return); }, u"choose Picture 2", u"Weekly"_qs},
-  };
+      {[&] { key(Qt::Key_Return); }, u"choose Picture 2", u"Weekly"_qs}};
   for (const auto& [act, events, text] : cases) {
     if (!box.isVisible()) List.Editors().Open(*List.Items()[1], kComboColumn, std::nullopt, false);
     TakeLog();

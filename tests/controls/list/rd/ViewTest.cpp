@@ -198,8 +198,7 @@ TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
       {kLabelColumn, QAccessible::Link},     {kProgressColumn, QAccessible::ProgressBar},
       {kStarColumn, QAccessible::Indicator}, {kEditColumn, QAccessible::EditableText},
       {kComboColumn, QAccessible::ComboBox}, {kCheckColumn, QAccessible::CheckBox},
-      {kTextColumn, QAccessible::Cell},
-  };
+      {kTextColumn, QAccessible::Cell}};
   for (const auto& [column, role] : roles)
     EXPECT_EQ(cell(1, column)->role(), role) << column;
   EXPECT_EQ(cell(1, kNameColumn)->text(QAccessible::Name), u"Picture Album Photos by day and place");
