@@ -101,6 +101,9 @@ TEST(RdCells, ACheckBoxCellKeepsItsPrefixAndAsksFirst) {
   for (const int column : {-1, 0, 2})
     row.SetSubItemChecked(column, true);
   EXPECT_EQ(list.Log, QStringList(u"checking a1"_qs));
+  list.OnSubItemChecking = [](TkListItem& item) { item.Delete(); };
+  row.SetSubItemChecked(1, true);
+  EXPECT_EQ(list.Log.last(), u"delete a"_qs) << "a handler may delete the row";
 }
 
 TEST(RdColumns, FontsFollowTheListUntilOneIsSet) {
@@ -147,14 +150,25 @@ TEST(RdListItems, ABracketChangesTheCountOfTheHostOnceAhead) {
   EXPECT_EQ(list.Realigned, 1);
 }
 
-TEST(RdListItems, OnlyRowsOfItsClassAreLetIn) {
+TEST(RdListItems, OnlyRowsOfItsClassAreLetInAndChangesShowUnlessABracketIsOpen) {
   TPlainRdList list;
   list.PlainFactory = true;
   EXPECT_THROW(list.Items.Add(), EListError);
+  list.PlainFactory = false;
   EXPECT_EQ(list.Model.AllItems().Count() + list.States.Count(), 0);
+
+  TkListItem* const item = list.Add(u"a"_qs);
+  list.Log.clear();
+  item->SetEnabled(false);
+  item->SubItems().Add(u"x"_qs);
+  EXPECT_EQ(list.Log.size(), 2);
+  list.Items.BeginUpdate();
+  item->SetOverlayIndex(2);
+  list.Items.EndUpdate();
+  EXPECT_EQ(list.Log.size(), 2);
 }
 
-TEST(RdListItems, AlphaSortGoesByOnCompareElseByCaption) {
+TEST(RdListItems, SortsGoByOnCompareByCaptionOrByTextPastThePrefix) {
   TPlainRdList list;
   list.Fill(u"bca"_qs);
   list.Model.AlphaSort();
@@ -162,10 +176,8 @@ TEST(RdListItems, AlphaSortGoesByOnCompareElseByCaption) {
   list.OnCompare = [](TListItem& a, TListItem& b) { return -ByCaption(a, b); };
   list.Model.AlphaSort();
   EXPECT_EQ(list.Captions(), u"cba");
-}
 
-TEST(RdListItems, SortByTextLooksPastThePrefixAndTakesMissingCellsAsEmpty) {
-  TPlainRdList list;
+  list.Items.Clear();
   list.Fill(u"abcd"_qs);
   const QString texts[] = {u"2"_qs, QChar(4) + u"3"_qs, u"1"_qs};
   for (int row = 0; row < 3; ++row)
@@ -230,8 +242,6 @@ TEST(RdListItems, AssignCopiesRowsHiddenOnesToo) {
   source.Fill(u"ab"_qs, 1);
   source.Fill(u"u"_qs);
   source.Items[1]->SetChecked(true);
-  source.Items[1]->SubItems().Add(u"sub"_qs);
-  source.Items[1]->SubItems().SetImageIndex(0, 7);
   source.Items[1]->SetBackColor(clCream);
   source.Group(1).SetGroupExpand(false);
 
@@ -243,27 +253,12 @@ TEST(RdListItems, AssignCopiesRowsHiddenOnesToo) {
   list.Items.Assign(source.Items);
   EXPECT_EQ(list.Captions(), u"[0][1]abu");
   EXPECT_FALSE(list.Log.contains(u"delete o"_qs));
-  TkListItem& a = *list.Items[2];
-  EXPECT_TRUE(a.Checked());
-  EXPECT_EQ(a.SubItems().ImageIndex(0), 7);
-  EXPECT_EQ(a.BackColor(), clCream);
+  EXPECT_TRUE(list.Items[2]->Checked());
+  EXPECT_EQ(list.Items[2]->BackColor(), clCream);
   EXPECT_EQ(list.Model.Checks().CheckedTotal(), 1);
 }
 
-TEST(RdListItems, ChangesShowUnlessABracketIsOpen) {
-  TPlainRdList list;
-  TkListItem* const item = list.Add(u"a"_qs);
-  list.Log.clear();
-  item->SetEnabled(false);
-  item->SubItems().Add(u"x"_qs);
-  EXPECT_EQ(list.Log.size(), 2);
-  list.Items.BeginUpdate();
-  item->SetOverlayIndex(2);
-  list.Items.EndUpdate();
-  EXPECT_EQ(list.Log.size(), 2);
-}
-
-TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWord) {
+TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWordWhereGroupsMayCollapse) {
   List.Fill(u"ab"_qs, 0);
   QStringList asked;
   List.OnGroupShowHide = [&](TkListGroup& group, bool& show) {
@@ -277,15 +272,14 @@ TEST_F(RdGroups, TheHandlerOfGroupShowHideHasTheLastWord) {
   List.OnGroupShowHide = nullptr;
   List.Group(0).SetGroupExpand(false);
   EXPECT_EQ(List.Log, QStringList(u"redraw Group"_qs));
-  List.OnGroupShowHide = [&](TkListGroup&, bool& show) { show = !show; };
+  List.OnGroupShowHide = [](TkListGroup&, bool& show) { show = !show; };
   List.Group(0).SetGroupExpand(true);
   EXPECT_TRUE(List.Group(0).Collapsed());
   EXPECT_EQ(List.Captions(), u"[0]");
   EXPECT_EQ(asked, QStringList(u"0 hide"_qs));
-}
 
-TEST_F(RdGroups, CollapsingIsRefusedWhereGroupsMayNotAndExpandingIsNot) {
-  List.Fill(u"ab"_qs, 0);
+  List.OnGroupShowHide = nullptr;
+  List.Group(0).SetGroupExpand(true);
   List.State.GroupCanExpand = false;
   List.Group(0).SetGroupExpand(false);
   EXPECT_TRUE(List.Group(0).GroupExpand());
@@ -295,17 +289,6 @@ TEST_F(RdGroups, CollapsingIsRefusedWhereGroupsMayNotAndExpandingIsNot) {
   List.State.GroupCanExpand = false;
   List.Group(0).SetGroupExpand(true);
   EXPECT_FALSE(List.Group(0).Collapsed());
-}
-
-TEST_F(RdGroups, AnIdThatNoGroupHasLeavesTheGroupUntilThereIsOne) {
-  List.Fill(u"ab"_qs, 0);
-  List.Items[1]->SetGroupID(3);
-  EXPECT_EQ(List.Items[1]->Group(), nullptr);
-  EXPECT_EQ(List.Group(0).Items().Count(), 1);
-  List.Add(u"c"_qs, 3)->Delete();
-  List.AddGroups(1);
-  EXPECT_EQ(List.Group(3).Items().Count(), 1);
-  EXPECT_EQ(List.Captions(), u"[0]b[3]a");
 }
 
 TEST_F(RdGroups, AComparisonThatThrowsOrDeletesLeavesHiddenRowsInOrder) {
@@ -347,7 +330,7 @@ TEST_F(RdGroups, AHandlerMayDeleteTheGroupThatItIsAskedAbout) {
   EXPECT_EQ(List.States.Count(), 2);
 }
 
-TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndLaterIdsMoveUp) {
+TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndAnIdWaitsForItsGroup) {
   List.Fill(u"a"_qs, 0);
   List.Fill(u"b"_qs, 1);
   List.Fill(u"c"_qs, 2);
@@ -357,9 +340,20 @@ TEST_F(RdGroups, ADeletedGroupLeavesItsRowsAndLaterIdsMoveUp) {
   EXPECT_EQ(List.Group(1).Items()[0]->Caption(), u"c");
   List.Model.Groups().Clear();
   EXPECT_EQ(List.Captions(), u"abc");
+
+  List.Items.Clear();
+  List.AddGroups(3);
+  List.Fill(u"ab"_qs, 0);
+  List.Items[1]->SetGroupID(3);
+  EXPECT_EQ(List.Items[1]->Group(), nullptr);
+  EXPECT_EQ(List.Group(0).Items().Count(), 1);
+  List.Add(u"c"_qs, 3)->Delete();
+  List.AddGroups(1);
+  EXPECT_EQ(List.Group(3).Items().Count(), 1);
+  EXPECT_EQ(List.Captions(), u"[0]b[3]a");
 }
 
-TEST_F(RdChecks, TheHeaderRowTakesItsRowsAlongAndOneRowDoesNotTakeTheOthers) {
+TEST_F(RdChecks, TheHeaderRowTakesItsRowsAlongAndTheBoxOfTheListShownRowsThenHiddenOnes) {
   List.Items[0]->SetChecked(true);
   EXPECT_EQ(List.Log, (QStringList{u"check Group"_qs, u"check a"_qs, u"check b"_qs, u"check c"_qs}));
   List.Log.clear();
@@ -367,9 +361,8 @@ TEST_F(RdChecks, TheHeaderRowTakesItsRowsAlongAndOneRowDoesNotTakeTheOthers) {
   EXPECT_EQ(List.Log, QStringList(u"uncheck b"_qs));
   EXPECT_FALSE(List.Items[0]->Checked());
   EXPECT_EQ(Row(u"b"_qs).CheckChangeCount(), 2);
-}
 
-TEST_F(RdChecks, TheBoxOfTheListChecksShownRowsThenHiddenOnes) {
+  List.Model.Checks().SetAll(false);
   List.Group(0).SetGroupExpand(false);
   List.Log.clear();
   List.Model.Checks().SetAll(true);
@@ -424,12 +417,4 @@ TEST_F(RdChecks, TheMarkOfAGroupMayClearTheListWhileItsRowIsDestroyed) {
   EXPECT_EQ(List.Model.AllItems().Count(), 0);
   EXPECT_EQ(List.RowsGone + List.HeadersGone, 5);
   EXPECT_EQ(List.Model.Checks().CheckedTotal(), 0);
-}
-
-TEST_F(RdChecks, ACheckBoxCellMayLoseItsRowToItsHandler) {
-  Row(u"a"_qs).SubItems().Add({});
-  List.Log.clear();
-  List.OnSubItemChecking = [](TkListItem& item) { item.Delete(); };
-  Row(u"a"_qs).SetSubItemChecked(1, true);
-  EXPECT_EQ(List.Log, (QStringList{u"checking a1"_qs, u"delete a"_qs}));
 }

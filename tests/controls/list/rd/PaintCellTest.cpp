@@ -30,7 +30,7 @@ class PaintCell : public TPaintSurface {
   }
 };
 
-TEST_F(PaintCell, ProgressGradientHasThreeColorsAndAFrame) {
+TEST_F(PaintCell, ProgressHasAGradientAndAFrameOrAPictureThatIsTiledAndCut) {
   Skin.Item.ProgressStartColor = 0x0000FF;
   Skin.Item.ProgressCenterColor = 0x00FF00;
   Skin.Item.ProgressEndColor = 0xFF0000;
@@ -44,9 +44,7 @@ TEST_F(PaintCell, ProgressGradientHasThreeColorsAndAFrame) {
   Paint(Cell(ltProgress, u"50"_qs));
   EXPECT_EQ(At(69, 8), Qt::blue) << "the last filled column";
   EXPECT_EQ(At(70, 8), Qt::white);
-}
 
-TEST_F(PaintCell, ProgressPictureIsTiledAndCut) {
   QImage picture = Filled({10, 4}, Qt::green);
   QPainter(&picture).fillRect(0, 0, 1, 4, Qt::red);
   Skin.Item.ProgressImage = TPicture(picture);
@@ -87,30 +85,28 @@ TEST_F(PaintCell, EditBandHasItsFrameAndColor) {
   EXPECT_TRUE(IsAll({114, 5, 16, 16}, Qt::green)) << "the button";
 }
 
-TEST_F(PaintCell, CheckBoxPictureFollowsTheText) {
+TEST_F(PaintCell, PicturesFollowTheTextAndTheState) {
   Skin.Item.ItemPic_CheckBox = PictureOf({16, 16}, Qt::green);
   Skin.Item.ItemPic_UnCheckBox = PictureOf({16, 16}, Qt::red);
   for (const bool checked : {false, true}) {
     Paint(Cell(ltCheckbox, checked ? u"1"_qs : QString()));
     EXPECT_TRUE(IsAll({10, 5, 16, 16}, checked ? Qt::green : Qt::red));
   }
-}
 
-TEST_F(PaintCell, ButtonPictureFollowsTheState) {
   Skin.Item.ButtonNormalImage = PictureOf({40, 20}, Qt::yellow);
   Skin.Item.ButtonDownImage = PictureOf({40, 20}, Qt::red);
   Skin.Item.ButtonGrayImage = PictureOf({40, 20}, Qt::gray);
-  const auto colorOf = [this](TPartState state, bool enabled) {
-    TRdCell cell = Cell(ltButton, {});
+  const std::tuple<TPartState, bool, QColor> buttons[] = {{TPartState::Normal, true, Qt::yellow},
+                                                          {TPartState::Hot, true, Qt::yellow},  // has none
+                                                          {TPartState::Pressed, true, Qt::red},
+                                                          {TPartState::Pressed, false, Qt::gray}};
+  TRdCell cell = Cell(ltButton, {});
+  for (const auto& [state, enabled, color] : buttons) {
     cell.State = state;
     cell.Enabled = enabled;
     Paint(cell);
-    return At(12, 4);
-  };
-  EXPECT_EQ(colorOf(TPartState::Normal, true), Qt::yellow);
-  EXPECT_EQ(colorOf(TPartState::Hot, true), Qt::yellow) << "for want of a picture";
-  EXPECT_EQ(colorOf(TPartState::Pressed, true), Qt::red);
-  EXPECT_EQ(colorOf(TPartState::Pressed, false), Qt::gray);
+    EXPECT_EQ(At(12, 4), color);
+  }
 }
 
 TEST_F(PaintCell, StylesDrawWhatHasNoPicture) {

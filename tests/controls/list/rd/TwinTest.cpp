@@ -305,8 +305,8 @@ class TTwinRun {
   void ChangeState(TTwinRow& row);
   void ChangeGroup(int id);
   void ChangeAll();
-  [[nodiscard]] std::string RowDifference(int index);
-  [[nodiscard]] std::string GroupDifference(int id);
+  [[nodiscard]] bool SameRow(int index);
+  [[nodiscard]] bool SameGroup(int id);
 
   std::mt19937 FRandom;
   TPlainRdList FList;
@@ -428,51 +428,36 @@ void TTwinRun::ChangeAll() {
   }
 }
 
-std::string TTwinRun::RowDifference(int index) {
+bool TTwinRun::SameRow(int index) {
   const TTwinRow& row = FTwin.Row(index);
   const TkListItem& item = *FList.Items[index];
-  const std::pair<const char*, bool> same[] = {
-      {"kind", item.IsGroupHeader() == row.Header},
-      {"group", item.GroupID() == row.Group},
-      {"item", &item == &ItemOf(row)},
-      {"index", item.Index() == index && !item.Hidden()},
-      {"selected", item.Selected() == row.Selected},
-      {"focused", item.Focused() == row.Focused},
-      {"checked", item.Checked() == row.Checked && item.HasState(kRowChecked) == row.Checked}};
-  for (const auto& [what, is] : same)
-    if (!is) return "row " + std::to_string(index) + ": " + what;
-  return {};
+  return item.IsGroupHeader() == row.Header && item.GroupID() == row.Group && &item == &ItemOf(row) &&
+         item.Index() == index && !item.Hidden() && item.Selected() == row.Selected &&
+         item.Focused() == row.Focused && item.Checked() == row.Checked &&
+         item.HasState(kRowChecked) == row.Checked;
 }
 
-std::string TTwinRun::GroupDifference(int id) {
+bool TTwinRun::SameGroup(int id) {
   const TkListGroup& group = FList.Group(id);
   const TTwinGroup& twin = FTwin.Group(id);
   const std::vector<TTwinRow*> members = FTwin.Members(id);
   const auto rows = [](const TkItemQuickList& items, const std::vector<TTwinRow*>& wanted) {
     return std::ranges::equal(items, wanted, {}, {}, [](const TTwinRow* row) { return row->Item; });
   };
-  const std::pair<const char*, bool> same[] = {
-      {"members", rows(group.Items(), members)},
-      {"hidden", rows(group.HiddenItems(), twin.Hidden)},
-      {"checked count", group.CheckedCount() == std::ranges::count_if(members, &TTwinRow::Checked)},
-      {"checked", group.GroupChecked() == twin.Checked},
-      {"collapsed", group.Collapsed() == twin.Collapsed},
-      {"header", (group.HeaderItem() != nullptr) == (FTwin.HeaderOf(id) >= 0)}};
-  for (const auto& [what, is] : same)
-    if (!is) return "group " + std::to_string(id) + ": " + what;
-  return {};
+  return rows(group.Items(), members) && rows(group.HiddenItems(), twin.Hidden) &&
+         group.CheckedCount() == std::ranges::count_if(members, &TTwinRow::Checked) &&
+         group.GroupChecked() == twin.Checked && group.Collapsed() == twin.Collapsed &&
+         (group.HeaderItem() != nullptr) == (FTwin.HeaderOf(id) >= 0);
 }
 
 std::string TTwinRun::Difference() {
   if (FList.Items.Count() != FTwin.Count()) return "count";
-  std::string found;
-  for (int row = 0; row < FTwin.Count() && found.empty(); ++row)
-    found = RowDifference(row);
-  for (int group = 0; group < kGroups && found.empty(); ++group)
-    found = GroupDifference(group);
+  for (int row = 0; row < FTwin.Count(); ++row)
+    if (!SameRow(row)) return "row " + std::to_string(row);
+  for (int group = 0; group < kGroups; ++group)
+    if (!SameGroup(group)) return "group " + std::to_string(group);
   const auto all = static_cast<int>(FTwin.All.size());
   const auto checked = std::ranges::count_if(FTwin.All, &TTwinRow::Checked);
-  if (!found.empty()) return found;
   if (FDepth == 0 && FList.States.Count() != FTwin.Count()) return "count of the host";
   if (FList.Model.AllItems().Count() != all) return "all items";
   if (FList.Model.Checks().CheckedTotal() != checked) return "checked total";

@@ -63,6 +63,12 @@ TEST_F(TRdView, SkinnedBarsMirrorTheHost) {
   EXPECT_EQ(vert.PageSize(), page);
   EXPECT_EQ(List.viewport()->width(), horz.width());
   EXPECT_EQ(vert.geometry().left(), List.viewport()->geometry().right() + 1);
+  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width() + vert.width()) << "over the bar";
+  EXPECT_EQ(vert.y(), List.viewport()->y());
+  List.AllSkinHeader().VertScrollBarCross = true;
+  QTest::qWait(1);
+  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width());
+  EXPECT_EQ(vert.y(), List.HeaderRect().y());
   vert.SetPosition(3);
   EXPECT_EQ(List.TopIndex(), 3);
   List.SetTopIndex(1);
@@ -118,13 +124,6 @@ TEST_F(TRdView, TipsComeOnlyForTextsThatArePaintedCut) {
   RdTipText(kTextColumn, u"too long a text for the column"_qs, false);
 }
 
-TEST_F(TRdView, TheFocusShowsOnASelectedRow) {
-  Click(Cell(2, kTextColumn).Cell.center());
-  const QImage focused = List.viewport()->grab().toImage();
-  List.Items()[2]->SetFocused(false);
-  EXPECT_NE(List.viewport()->grab().toImage(), focused);
-}
-
 TEST_F(TRdView, FreedImageListsAreForgotten) {
   auto images = std::make_unique<TImageList>(QSize(16, 16));
   TRdListProperties properties = List.Properties();
@@ -137,7 +136,7 @@ TEST_F(TRdView, FreedImageListsAreForgotten) {
   List.grab();
 }
 
-TEST_F(TRdView, HoverRepaintsTheRowAndTheSkinShowsIt) {
+TEST_F(TRdView, TheSkinShowsHoverSelectionAndFocus) {
   ApplySkin(List, TGallerySkin::Light);
   const auto pixel = [this](int row) {
     return List.viewport()->grab().toImage().pixelColor(List.Layout().CellRect(row, kTextColumn).topLeft() +
@@ -152,6 +151,11 @@ TEST_F(TRdView, HoverRepaintsTheRowAndTheSkinShowsIt) {
   EXPECT_EQ(pixel(3), normal);
   MoveTo(Cell(3, kTextColumn).Cell.center());
   EXPECT_EQ(pixel(3), hot);
+
+  Click(Cell(2, kTextColumn).Cell.center());
+  const QImage focused = List.viewport()->grab().toImage();
+  List.Items()[2]->SetFocused(false);
+  EXPECT_NE(List.viewport()->grab().toImage(), focused);
 }
 
 TEST_F(TRdView, AListThatTheHostDrawsBehavesAsAnyList) {
@@ -170,19 +174,6 @@ TEST_F(TRdView, AListThatTheHostDrawsBehavesAsAnyList) {
   List.AlphaSort();
   EXPECT_EQ(NameOf(*List.Selected()), u"Film") << "the selection goes with its row";
   EXPECT_EQ(List.CheckAll(), false);
-}
-
-TEST_F(TRdView, TheHeaderReachesOverTheVerticalBarUnlessThatCrossesIt) {
-  List.Bars().SetShowCustomVertScroll(true);
-  List.resize(700, 300);
-  QTest::qWait(1);
-  const int bar = List.Bars().VertBar().width();
-  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width() + bar);
-  EXPECT_EQ(List.Bars().VertBar().y(), List.viewport()->y());
-  List.AllSkinHeader().VertScrollBarCross = true;
-  QTest::qWait(1);
-  EXPECT_EQ(List.HeaderRect().width(), List.viewport()->width());
-  EXPECT_EQ(List.Bars().VertBar().y(), List.HeaderRect().y());
 }
 
 TEST_F(TRdView, GroupRowsAndCellsAreToldApart) {
