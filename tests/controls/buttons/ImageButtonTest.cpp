@@ -57,18 +57,16 @@ class ImageButtonTest : public ::testing::Test {
 }  // namespace
 
 TEST_F(ImageButtonTest, WhereThePressLandsDecidesWhatIsTold) {
-  const struct {
-    bool Box, Header;
-    QPoint Press, Release;
-    QString Told;
-  } cases[] = {{false, false, kBeside, kBeside, u"c"_qs}, {false, false, kBeside, kOutside, u""_qs},
-               {false, false, kOnIcon, kOnIcon, u"i"_qs}, {true, false, kOnBox, kOnBox, u"k"_qs},
-               {true, false, kBeside, kBeside, u"kc"_qs}, {true, false, kOnIcon, kOnIcon, u"i"_qs},
-               {true, true, kOnBox, kOnBox, u"k"_qs},     {true, true, kBeside, kBeside, u"c"_qs}};
-  for (const auto& row : cases) {
-    Button->ShowCheckBox = row.Box;
-    Button->SetFoldHeader(row.Header);
-    EXPECT_EQ(After(row.Press, row.Release), row.Told) << &row - cases;
+  const std::tuple<bool, bool, QPoint, QPoint, QString> cases[] = {
+      {false, false, kBeside, kBeside, u"c"_qs}, {false, false, kBeside, kOutside, u""_qs},
+      {false, false, kOnIcon, kOnIcon, u"i"_qs}, {true, false, kOnBox, kOnBox, u"k"_qs},
+      {true, false, kBeside, kBeside, u"kc"_qs}, {true, false, kOnIcon, kOnIcon, u"i"_qs},
+      {true, true, kOnBox, kOnBox, u"k"_qs},     {true, true, kBeside, kBeside, u"c"_qs}};
+  int number = 0;
+  for (const auto& [box, header, press, release, told] : cases) {
+    Button->ShowCheckBox = box;
+    Button->SetFoldHeader(header);
+    EXPECT_EQ(After(press, release), told) << number++;
     EXPECT_EQ(Button->State(), TImageButtonState::Normal);
   }
   Button->CheckState = TButtonCheck::Grayed;
