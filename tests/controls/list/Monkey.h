@@ -39,12 +39,13 @@ class TMonkey : public ::testing::Test {
   }
 
   // What was told of is still whole when a handler has done its worst.
+  void ToldOf(const TListItem& item) {
+    Anything();
+    (void)(item.Caption().size() + item.Index());
+  }
   void Handle(TCustomListView& list) {
     const auto anything = [this](auto&&...) { Anything(); };
-    const auto item = [this](TListItem* told, auto&&...) {
-      Anything();
-      (void)(told->Caption().size() + told->Index());
-    };
+    const auto item = [this](TListItem* told, auto&&...) { ToldOf(*told); };
     list.OnSelectItem = item;
     list.OnItemChecked = list.OnDeletion = item;
     list.OnChange = [this, item](TListItem* told, TItemChange) {

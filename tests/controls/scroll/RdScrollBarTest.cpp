@@ -5,17 +5,22 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTest>
 
 #include <string>
+#include <tuple>
 
+#include "controls/notes/PaintCounter.h"
 #include "controls/picture/Pictures.h"
 
 namespace {
 
 using ::testing::ElementsAre;
+
+using TStep = std::tuple<bool, TIScrollCode, TScrollMode, int>;  // as OnScroll tells it
 
 constexpr QSize kBar(16, 232);
 constexpr QColor kFace(120, 130, 140);
@@ -30,10 +35,9 @@ class RdScrollBarTest : public ::testing::Test {
     Bar.AllSkinImage().SetAutoSize(false);
     Bar.AllSkinImage().SetAutoArrow(false);
     Bar.resize(kBar);
-    Bar.OnScroll = [this](TRdScrollBar&, bool, TIScrollCode, TScrollMode mode, int change) {
+    Bar.OnScroll = [this](TRdScrollBar&, bool start, TIScrollCode code, TScrollMode mode, int change) {
       Events += "scroll";
-      Modes.push_back(mode);
-      LastChange = change;
+      Steps.emplace_back(start, code, mode, change);
     };
     Bar.OnChange = [this] { Events += "change"; };
     Bar.OnTrackEnd = [this] { Events += "end"; };
@@ -63,28 +67,43 @@ class RdScrollBarTest : public ::testing::Test {
   QWidget Form;
   TRdScrollBar Bar{&Form};
   std::string Events;
-  std::vector<TScrollMode> Modes;
-  int LastChange = 0;
+  std::vector<TStep> Steps;
 };
 
 }  // namespace
 
-TEST_F(RdScrollBarTest, AClickOnEachPartScrollsWithItsEventsInOrder) {
-  const std::pair<TScrollBarPos, int> cases[] = {{TScrollBarPos::TopButton, -3},
-                                                 {TScrollBarPos::BottomButton, 3},
-                                                 {TScrollBarPos::PageUp, -10},
-                                                 {TScrollBarPos::PageDown, 10}};
-  for (const auto& [part, change] : cases) {
+TEST_F(RdScrollBarTest, AClickOnEachPartScrollsWithItsEventsInOrderAsFarAsTheLastPage) {
+  using enum TScrollBarPos;
+  const std::tuple<TScrollBarPos, TIScrollCode, TScrollMode> cases[] = {
+      {TopButton, TIScrollCode::LineUp, kScrollByButton | kScrollUp},
+      {BottomButton, TIScrollCode::LineDown, kScrollByButton | kScrollDown},
+      {PageUp, TIScrollCode::PageUp, kScrollByPage | kScrollUp},
+      {PageDown, TIScrollCode::PageDown, kScrollByPage | kScrollDown}};
+  for (const auto& [part, code, mode] : cases) {
     Bar.SetPosition(50);
     Events.clear();
     QTest::mouseClick(&Bar, Qt::LeftButton, {}, CentreOf(part));
-    EXPECT_EQ(Bar.Position(), 50 + change);
-    EXPECT_EQ(LastChange, change);
+    const int change = Bar.Position() - 50;
+    EXPECT_EQ(std::abs(change), (mode & kScrollByPage) != 0 ? 10 : 3);
+    EXPECT_EQ(Steps.back(), TStep(true, code, mode, change));
     EXPECT_EQ(Events, "scrollchangeend");
   }
   Events.clear();
-  QTest::mouseClick(&Bar, Qt::RightButton, {}, CentreOf(TScrollBarPos::TopButton));
+  QTest::mouseClick(&Bar, Qt::RightButton, {}, CentreOf(TopButton));
   EXPECT_EQ(Events, "");
+  const std::tuple<int, TScrollBarPos, int, const char*> ends[] = {{69, BottomButton, 71, "scrollchangeend"},
+                                                                   {71, BottomButton, 71, ""},
+                                                                   {90, BottomButton, 71, "scrollchangeend"},
+                                                                   {2, TopButton, 0, "scrollchangeend"},
+                                                                   {0, TopButton, 0, ""}};
+  for (const auto& [position, part, after, events] : ends) {
+    Bar.SetParams(0, 100, 30, position);
+    Bar.SetPosition(position);
+    Events.clear();
+    QTest::mouseClick(&Bar, Qt::LeftButton, {}, CentreOf(part));
+    EXPECT_EQ(Bar.Position(), after) << position;
+    EXPECT_EQ(Events, events) << position;
+  }
 }
 
 TEST_F(RdScrollBarTest, AReleaseThatWasLostLetsGoOfTheThumb) {
@@ -97,22 +116,45 @@ TEST_F(RdScrollBarTest, AReleaseThatWasLostLetsGoOfTheThumb) {
   EXPECT_EQ(Events, "scrollchangeend");
 }
 
-TEST_F(RdScrollBarTest, AHeldButtonRepeatsUntilLetGo) {
-  Bar.SetWaitInterval(20);
-  QTest::mousePress(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::BottomButton));
+TEST_F(RdScrollBarTest, AHeldButtonRepeatsAfterTheWaitWhileTheMouseIsThere) {
+  const auto moves = [this](int milliseconds) {
+    const int before = Bar.Position();
+    return QTest::qWaitFor([&] { return Bar.Position() != before; }, milliseconds);
+  };
+  const QPoint button = CentreOf(TScrollBarPos::BottomButton);
+  Bar.SetWaitInterval(120);
+  QElapsedTimer held;
+  held.start();
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, button);
   ASSERT_EQ(Bar.Position(), 3);
   ASSERT_TRUE(QTest::qWaitFor([this] { return Bar.Position() >= 12; }, 5000));
-  QTest::mouseRelease(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::BottomButton));
-  const int released = Bar.Position();
-  EXPECT_FALSE(QTest::qWaitFor([&] { return Bar.Position() != released; }, 150));
+  EXPECT_GE(held.elapsed(), 200) << "120 and twice 50, less the timer's coarseness";
+  EXPECT_TRUE(std::get<bool>(Steps[0]) && !std::get<bool>(Steps[1])) << "the first begins";
+  MoveTo({-40, 5}, Qt::LeftButton);
+  EXPECT_FALSE(moves(150));
+  MoveTo(button, Qt::LeftButton);
+  EXPECT_TRUE(moves(5000));
+  QTest::mouseRelease(&Bar, Qt::LeftButton, {}, button);
+  EXPECT_FALSE(moves(150));
+  Bar.SetPosition(0);
+  QTest::mousePress(&Bar, Qt::LeftButton, {}, {8, 100});
+  while (moves(300)) {
+  }
+  EXPECT_TRUE(Bar.Layout().ThumbRect.contains(8, 100)) << "the thumb under the mouse ends the paging";
 }
 
 TEST_F(RdScrollBarTest, DraggingTheThumbKeepsItUnderTheMouseWhateverTheOwnerSets) {
   const QPoint start = CentreOf(TScrollBarPos::Thumb);
   const int top = Bar.Layout().ThumbRect.y();
   QTest::mousePress(&Bar, Qt::LeftButton, {}, start);
-  QTest::mouseMove(&Bar, start + QPoint(0, 37));
-  EXPECT_EQ(Bar.Layout().ThumbRect.y(), top + 37);
+  for (const int way : {60, -500, 37}) {
+    QTest::mouseMove(&Bar, start + QPoint(0, way));
+    EXPECT_EQ(Bar.Layout().ThumbRect.y(), top + std::max(way, 0));
+  }
+  using enum TIScrollCode;
+  const auto& [begins, code, mode, change] = Steps[1];
+  EXPECT_EQ(std::tuple(begins, code, mode), std::tuple(false, Track, kScrollByThumb | kScrollUp));
+  EXPECT_EQ(change, -std::get<int>(Steps[0]));
   Bar.SetPosition(90);
   Bar.SetParams(0, 100, 0, 80);
   EXPECT_EQ(Bar.Layout().ThumbRect.y(), top + 37);
@@ -128,7 +170,9 @@ TEST_F(RdScrollBarTest, WheelNotchesAddUpAndKeysFollowTheFocus) {
     QApplication::sendEvent(&Bar, &event);
   }
   EXPECT_EQ(Bar.Position(), 56);
-  EXPECT_THAT(Modes, ElementsAre(20u, 36u, 36u));
+  using enum TIScrollCode;
+  EXPECT_THAT(Steps, ElementsAre(TStep(true, LineUp, 20, -6), TStep(true, LineDown, 36, 6),
+                                 TStep(true, LineDown, 36, 6)));
 
   for (const Qt::FocusPolicy policy : {Qt::NoFocus, Qt::StrongFocus}) {
     Bar.setFocusPolicy(policy);
@@ -136,8 +180,17 @@ TEST_F(RdScrollBarTest, WheelNotchesAddUpAndKeysFollowTheFocus) {
     EXPECT_EQ(Bar.hasFocus(), policy == Qt::StrongFocus);
   }
   EXPECT_EQ(PixelAt(Bar.Layout().ThumbRect.topLeft()), Bar.palette().color(QPalette::Highlight));
-  QTest::keyClick(&Bar, Qt::Key_End);
-  EXPECT_EQ(Bar.Position(), 100);
+  const std::tuple<Qt::Key, int, TIScrollCode, TScrollMode> keys[] = {
+      {Qt::Key_Right, 41, LineDown, kScrollDown},
+      {Qt::Key_PageUp, 31, PageUp, kScrollUp},
+      {Qt::Key_Home, 0, Top, kScrollUp},
+      {Qt::Key_End, 91, Bottom, kScrollDown}};
+  for (const auto& [key, after, code, mode] : keys) {
+    Bar.SetParams(0, 100, 10, 40);
+    QTest::keyClick(&Bar, key);
+    EXPECT_EQ(Bar.Position(), after) << key;
+    EXPECT_EQ(Steps.back(), TStep(true, code, mode | kScrollByKey, after - 40)) << key;
+  }
 }
 
 TEST_F(RdScrollBarTest, OnlySettingThePositionFiresTheEvent) {
@@ -152,7 +205,7 @@ TEST_F(RdScrollBarTest, OnlySettingThePositionFiresTheEvent) {
   EXPECT_EQ(Events, "changechange") << "the last page took the position back";
   Bar.ScrollBy(-1, 5);
   EXPECT_EQ(Events, "changechangescrollchange");
-  EXPECT_EQ(LastChange, -5);
+  EXPECT_EQ(std::get<int>(Steps.back()), -5);
 }
 
 TEST_F(RdScrollBarTest, NothingToScrollDisablesAndWithAutoHideHides) {
@@ -190,7 +243,13 @@ TEST_F(RdScrollBarTest, PagesAreShadedByTheirState) {
   const QPoint down = CentreOf(TScrollBarPos::PageDown);
   EXPECT_EQ(PixelAt(up), Shaded(kFace, -20));
   EXPECT_EQ(PixelAt(down), Shaded(kFace, 10));
-  MoveTo(up);
+  QApplication::processEvents();
+  TPaintCounter paints(Bar);
+  for (const int beside : {0, 1}) {
+    MoveTo(up + QPoint(0, beside));
+    QApplication::processEvents();
+    EXPECT_EQ(paints.Count, 1) << "a move within the part paints nothing";
+  }
   EXPECT_EQ(PixelAt(up), Shaded(kFace, 50));
   QTest::mousePress(&Bar, Qt::LeftButton, {}, up);
   EXPECT_EQ(PixelAt(up), Shaded(kFace, -80));

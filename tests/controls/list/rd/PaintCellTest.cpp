@@ -139,14 +139,6 @@ TEST_F(PaintCell, HotLabelsHaveTheirColorAndDisabledOnesNot) {
   }
 }
 
-TEST_F(PaintCell, TextKeepsToItsCell) {
-  TRdCell cell = Cell(ltNone, u"a text that is much too long for its cell"_qs);
-  cell.Cell.setWidth(60);
-  Paint(cell);
-  EXPECT_LT(Darkest({10, 0, 50, 26}), 128);
-  EXPECT_TRUE(IsAll({60, 0, 80, 26}, Qt::white) && IsAll({0, 0, 10, 26}, Qt::white));
-}
-
 // Selected rows keep their light colour on a dark desktop, whose text is white.
 TEST_F(PaintCell, TextIsReadableOnWhateverIsBehind) {
   UseDarkPalette();

@@ -98,91 +98,74 @@ class TRdMonkey : public TMonkey {
          [&] { group->SetGroupExpand(!group->GroupExpand()); }});
   }
 
-  void Handle();
-  void Gesture();
-  void Check();
+  void Handle() {
+    TRdListView& list = List();
+    TMonkey::Handle(list);
+    const auto anything = [this](auto&&...) { Anything(); };
+    const auto item = [this](TListItem* told, auto&&...) { ToldOf(*told); };
+    list.GroupShowHide = [this](TRdListView&, TkListGroup& group, bool& show) {
+      Anything();
+      (void)group.Header().size();
+      if (Rarely(8)) show = !show;
+    };
+    list.OnButtonClick = list.OnLabelClick = list.OnIconLabelClick = list.OnLabelIconClick =
+        list.OnStarCaptionClick = item;
+    list.EditOnEnter = list.EditOnExit = list.EditOnChange = item;
+    list.OnSubItemChecking = list.OnSubItemChecked = item;
+    list.OnColumnComboBoxDropDown = list.OnColumnComboBoxChange = item;
+    list.OnItemCheckBoxClick = item;
+    list.OnCheckBoxClick = anything;
+    list.EditOnKeyPress = anything;
+    list.OnWriteLog = anything;
+  }
+
+  void Gesture() {
+    TRdEditors& editors = List().Editors();
+    if (editors.Shown() && Rarely(2)) {
+      QWidget& editor =
+          editors.Edit().isVisible() ? static_cast<QWidget&>(editors.Edit()) : editors.ComboBox();
+      return Rarely(2) ? Key(editor) : Mouse(*editors.ComboBox().viewport());
+    }
+    const auto wheel = [this] {
+      QWheelEvent event({50, 50}, {50, 50}, {}, {0, 120 * (Below(3) - 1)}, {}, {}, Qt::NoScrollPhase, false);
+      QCoreApplication::sendEvent(List().viewport(), &event);
+    };
+    const auto edit = [this] {
+      if (TkListItem* const row = SomeRow())
+        List().Editors().Open(*row, Below(List().Columns().Count()), std::nullopt, false);
+    };
+    const auto key = [this] { Key(List()); };
+    const auto mouse = [this] { Mouse(*List().viewport()); };
+    Any({[this] { Header(List()); },
+         [this] { Mouse(Rarely(2) ? List().Bars().VertBar() : List().Bars().HorzBar()); },
+         [this] { List().SetTopIndex(Below(12)); }, [this] { Anything(); }, wheel, edit, key, key, key, mouse,
+         mouse, mouse});
+  }
+
+  void Check() {
+    ASSERT_NO_FATAL_FAILURE(CheckRows(List()));
+    const auto& all = List().Model().AllItems();
+    const auto checked = [](const TkListItem* row) { return row->Checked(); };
+    ASSERT_EQ(List().Model().Checks().CheckedTotal(), std::count_if(all.begin(), all.end(), checked));
+    for (int row = 0; row < List().Items().Count(); ++row) {
+      const TkListItem& item = *List().Items()[row];
+      ASSERT_TRUE(all.Contains(item) && item.HasState(kRowChecked) == item.Checked());
+    }
+    for (const auto& group : List().Groups()) {
+      const TkItemQuickList& members = group->Items();
+      ASSERT_EQ(group->CheckedCount(), std::count_if(members.begin(), members.end(), checked));
+      for (const TkListItem* row : members)
+        ASSERT_TRUE(all.Contains(*row) && row->Group() == group.get());
+      for (const TkListItem* row : group->HiddenItems())
+        ASSERT_TRUE(row->Hidden() && members.Contains(*row));
+    }
+    const TkListItem* const edited = List().MouseState().EditItem;
+    ASSERT_TRUE(edited == nullptr || all.Contains(*edited));
+    ASSERT_EQ(edited != nullptr, List().Editors().Shown());
+  }
 
   std::unique_ptr<TGalleryList> FGallery;
 };
-
-void TRdMonkey::Handle() {
-  TRdListView& list = List();
-  TMonkey::Handle(list);
-  const auto anything = [this](auto&&...) { Anything(); };
-  const auto item = [this](TListItem* told, auto&&...) {
-    Anything();
-    (void)(told->Caption().size() + told->Index());
-  };
-  list.GroupShowHide = [this](TRdListView&, TkListGroup& group, bool& show) {
-    Anything();
-    (void)group.Header().size();
-    if (Rarely(8)) show = !show;
-  };
-  list.OnButtonClick = list.OnLabelClick = list.OnIconLabelClick = list.OnLabelIconClick =
-      list.OnStarCaptionClick = item;
-  list.OnCheckBoxClick = anything;
-  list.OnItemCheckBoxClick = item;
-  list.OnSubItemChecking = list.OnSubItemChecked = item;
-  list.EditOnEnter = list.EditOnExit = list.EditOnChange = item;
-  list.EditOnKeyPress = anything;
-  list.OnColumnComboBoxDropDown = list.OnColumnComboBoxChange = item;
-  list.OnWriteLog = anything;
-}
-
-void TRdMonkey::Gesture() {
-  TRdEditors& editors = List().Editors();
-  if (editors.Shown() && Rarely(2)) {
-    QWidget& editor = editors.Edit().isVisible() ? static_cast<QWidget&>(editors.Edit()) : editors.ComboBox();
-    return Rarely(2) ? Key(editor) : Mouse(*editors.ComboBox().viewport());
-  }
-  switch (Below(12)) {
-    case 0:
-      return Header(List());
-    case 1:
-      return Mouse(Rarely(2) ? List().Bars().VertBar() : List().Bars().HorzBar());
-    case 2:
-      return List().SetTopIndex(Below(12));
-    case 3:
-      return Anything();
-    case 4: {
-      QWheelEvent event({50, 50}, {50, 50}, {}, {0, 120 * (Below(3) - 1)}, {}, {}, Qt::NoScrollPhase, false);
-      QCoreApplication::sendEvent(List().viewport(), &event);
-      return;
-    }
-    case 5:
-      if (TkListItem* const row = SomeRow())
-        List().Editors().Open(*row, Below(List().Columns().Count()), std::nullopt, false);
-      return;
-    case 6:
-    case 7:
-    case 8:
-      return Key(List());
-    default:
-      return Mouse(*List().viewport());
-  }
-}
-
-void TRdMonkey::Check() {
-  ASSERT_NO_FATAL_FAILURE(CheckRows(List()));
-  const auto& all = List().Model().AllItems();
-  const auto checked = [](const TkListItem* row) { return row->Checked(); };
-  ASSERT_EQ(List().Model().Checks().CheckedTotal(), std::count_if(all.begin(), all.end(), checked));
-  for (int row = 0; row < List().Items().Count(); ++row) {
-    const TkListItem& item = *List().Items()[row];
-    ASSERT_TRUE(all.Contains(item) && item.HasState(kRowChecked) == item.Checked());
-  }
-  for (const auto& group : List().Groups()) {
-    const TkItemQuickList& members = group->Items();
-    ASSERT_EQ(group->CheckedCount(), std::count_if(members.begin(), members.end(), checked));
-    for (const TkListItem* row : members)
-      ASSERT_TRUE(all.Contains(*row) && row->Group() == group.get());
-    for (const TkListItem* row : group->HiddenItems())
-      ASSERT_TRUE(row->Hidden() && members.Contains(*row));
-  }
-  const TkListItem* const edited = List().MouseState().EditItem;
-  ASSERT_TRUE(edited == nullptr || all.Contains(*edited));
-  ASSERT_EQ(edited != nullptr, List().Editors().Shown());
-}
 
 }  // namespace
 

@@ -40,7 +40,6 @@ TEST_F(TRdView, TheTwoBarsOfAnAxisExcludeOneAnother) {
   bars.SetShowVertScroll(true);
   EXPECT_FALSE(bars.ShowCustomVertScroll());
   bars.SetShowVertScroll(false);
-  EXPECT_FALSE(bars.ShowVertScroll() || bars.ShowCustomVertScroll());
   List.AllSkinVertScroll().SetAutoHide(true);
   List.resize(1300, 200);
   QTest::qWait(1);
