@@ -5,7 +5,7 @@
 
 #include "app/WizardBand.h"
 #include "controls/list/ListView.h"
-#include "controls/notes/EllipsisLabel.h"
+#include "controls/notes/Labels.h"
 
 #include "controls/progress/PImageProgress.h"
 #include "scan/ScanMessages.h"

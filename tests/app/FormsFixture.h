@@ -10,7 +10,7 @@
 #include <memory>
 
 #include "app/UnitScanWizard.h"
-#include "controls/bars/BarItems.h"
+#include "controls/bars/BarManager.h"
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/list/ListView.h"
 #include "fixtures/GivenDialogs.h"

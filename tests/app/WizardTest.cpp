@@ -8,7 +8,7 @@
 
 #include "FormsFixture.h"
 #include "app/ScanProgressPage.h"
-#include "controls/notes/EllipsisLabel.h"
+#include "controls/notes/Labels.h"
 #include "controls/progress/PImageProgress.h"
 #include "fixtures/TestUser.h"
 #include "platform/KnownFolders.h"

@@ -8,7 +8,7 @@
 #include <QTest>
 
 #include "controls/list/rd/RdListView.h"
-#include "controls/notes/PImageNote.h"
+#include "controls/notes/Image.h"
 #include "fixtures/GivenDialogs.h"
 #include "fixtures/QtPrinters.h"
 #include "views/commands/Commands.h"

@@ -9,7 +9,7 @@
 #include <QTimer>
 
 #include "controls/list/ListView.h"
-#include "controls/notes/PImageNote.h"
+#include "controls/notes/Image.h"
 #include "fixtures/GivenDialogs.h"
 #include "fixtures/TempTree.h"
 #include "fixtures/TestUser.h"

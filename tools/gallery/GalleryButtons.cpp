@@ -1,7 +1,6 @@
 #include "GalleryButtons.h"
 
 #include "controls/buttons/RdImageButton.h"
-#include "controls/buttons/RdImageButtonEx.h"
 #include "controls/fold/RdFoldPanel.h"
 #include "controls/skin/RdBitmap.h"
 

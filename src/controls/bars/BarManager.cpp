@@ -1,5 +1,6 @@
 #include "controls/bars/BarManager.h"
 
+#include <QCursor>
 #include <QMenuBar>
 #include <QToolBar>
 
@@ -7,6 +8,22 @@
 #include <cstring>
 
 #include "controls/picture/Picture.h"
+
+TdxBarButton::TdxBarButton(QObject* parent) : QAction(parent) {
+  connect(this, &QAction::triggered, this, [this] {
+    if (OnClick) OnClick();
+  });
+}
+
+void TdxBarButton::SetCaption(const QString& caption) {
+  setText(caption);
+  // A tool button would drop the "..." of a text that it derives by itself.
+  setIconText(caption);
+}
+
+void TdxBarPopupMenu::PopupFromCursorPos() {
+  popup(QCursor::pos());
+}
 
 namespace {
 

@@ -201,6 +201,3 @@ class TCustomImageButton : public QWidget, protected TButtonOwner {
   bool FFoldHeader = false;
   bool FReading = false;
 };
-
-// From the first call on, every image button is told to assistive tools. Later calls do nothing.
-void TellAccessibilityOfImageButtons();

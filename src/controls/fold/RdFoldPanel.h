@@ -1,4 +1,5 @@
-// A panel that a click on its header opens and closes. Main thread.
+// A panel that a click on its header opens and closes, and the panel made of pictures that it is. Main
+// thread.
 #pragma once
 
 #include <QPointer>
@@ -7,7 +8,13 @@
 #include <vector>
 
 #include "controls/buttons/RdImageButton.h"
-#include "controls/fold/RdImageRect.h"
+#include "controls/progress/PImageRect.h"
+
+// Paints its Items, in their order, beneath the controls that stand on it.
+class TRdImagePanel : public TImageRect {
+ public:
+  using TImageRect::TImageRect;
+};
 
 // A click on the header or a new IsOpen only starts the way; a few milliseconds later one step goes all of
 // it, open to MaxHeight, closed to the header's height. Fold panels with the same parent that lie below go

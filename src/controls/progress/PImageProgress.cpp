@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
+#include "controls/AccessibleValue.h"
 #include "controls/notes/Image.h"
-#include "controls/progress/AccessibleProgress.h"
 #include "platform/Process.h"
 
 namespace {
@@ -20,6 +20,12 @@ constexpr qint64 kFarOutside = QWIDGETSIZE_MAX;  // no wild position makes coord
 void Debug(const char* what, int value) {
   DebugOutput((QByteArray(what) + QByteArray::number(value)).constData());
 }
+
+// A progress bar to assistive tools, with its range and position.
+class TAccessibleProgress : public TAccessibleValue<TImageProgress> {
+ public:
+  explicit TAccessibleProgress(TImageProgress& bar) : TAccessibleValue(bar, QAccessible::ProgressBar) {}
+};
 
 }  // namespace
 
@@ -51,7 +57,7 @@ TImageProgress::TImageProgress(QWidget* parent) : TImageRect(parent), FMoveContr
   FMoveControl->setObjectName(u"MoveImage"_qs);
   FMoveControl->setGeometry(0, FAnimateTop, 0, height());
   FMoveControl->hide();
-  TellAccessibilityOfProgressBars();
+  TellAccessibilityOf<TImageProgress, TAccessibleProgress>();
 }
 
 TImageProgress::~TImageProgress() = default;

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <array>
 
-#include "controls/scroll/AccessibleScrollBar.h"
+#include "controls/AccessibleValue.h"
 #include "controls/scroll/ScrollPainter.h"
 
 namespace {
@@ -32,6 +32,31 @@ TScrollDefaults PlatformDefaults(const QWidget& bar) {
 constexpr std::array kDrawnParts{TScrollBarPos::PageUp, TScrollBarPos::PageDown, TScrollBarPos::Thumb,
                                  TScrollBarPos::TopButton, TScrollBarPos::BottomButton};
 
+// What assistive tools are told of the bar: they read its value and set it as if the user had moved it.
+class TAccessibleScrollBar : public TAccessibleValue<TRdScrollBar> {
+ public:
+  explicit TAccessibleScrollBar(TRdScrollBar& bar) : TAccessibleValue(bar, QAccessible::ScrollBar) {}
+
+  QVariant minimumStepSize() const override { return FBar.SmallChange(); }
+
+  void setCurrentValue(const QVariant& value) override {
+    if (!FBar.isEnabled()) return;
+    const int target = std::clamp(value.toInt(), FBar.Min(), FBar.Max());
+    const bool up = target < FBar.Position();
+    FBar.ScrollBy(up ? -1 : 1, up ? FBar.Position() - target : target - FBar.Position());
+  }
+
+  QStringList actionNames() const override {
+    return QStringList{increaseAction(), decreaseAction()} + QAccessibleWidget::actionNames();
+  }
+
+  void doAction(const QString& name) override {
+    const bool increase = name == increaseAction();
+    if (!increase && name != decreaseAction()) return QAccessibleWidget::doAction(name);
+    if (FBar.isEnabled()) FBar.ScrollBy(increase ? 1 : -1, FBar.SmallChange());
+  }
+};
+
 }  // namespace
 
 TRdScrollBar::TRdScrollBar(QWidget* parent)
@@ -40,7 +65,7 @@ TRdScrollBar::TRdScrollBar(QWidget* parent)
   setMouseTracking(true);
   setAttribute(Qt::WA_NoSystemBackground);
   connect(&FRepeatTimer, &QTimer::timeout, this, [this] { FInput.Tick(); });
-  TellAccessibilityOfScrollBars();
+  TellAccessibilityOf<TRdScrollBar, TAccessibleScrollBar>();
   resize(sizeHint());
   ApplyKind();
 }

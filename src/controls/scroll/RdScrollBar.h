@@ -3,9 +3,9 @@
 
 #include "controls/scroll/RdScrollBarImages.h"
 #include "controls/scroll/ScrollInput.h"
+#include "controls/scroll/ScrollPainter.h"
 #include "controls/scroll/ScrollTrack.h"
 #include "controls/scroll/ScrollTypes.h"
-#include "controls/scroll/ThumbBitmaps.h"
 #include "controls/skin/RdBitmap.h"
 
 #include <QTimer>

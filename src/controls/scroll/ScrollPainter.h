@@ -1,12 +1,14 @@
-// The drawing of a skinned scroll bar's parts: values in, pixels out. Main thread.
+// The drawing of a skinned scroll bar's parts: values in, pixels out; and its thumb, composed once per size.
+// Main thread.
 #pragma once
-
-#include "controls/scroll/RdScrollBarImages.h"
-#include "controls/scroll/ScrollTypes.h"
 
 #include <QColor>
 #include <QPalette>
 #include <QRect>
+
+#include "controls/scroll/RdScrollBarImages.h"
+#include "controls/scroll/ScrollTypes.h"
+#include "controls/skin/RdBitmap.h"
 
 class QPainter;
 
@@ -40,3 +42,17 @@ inline constexpr unsigned kArrowFlat = 16384;
 // A scroll arrow as a button of its own. A flat one has no face unless it is pushed.
 void DrawScrollArrow(QPainter& painter, const QRect& rect, TArrowDirection direction, unsigned style,
                      const QPalette& palette);
+
+// Holds the thumb for the mouse elsewhere and for the mouse over it.
+class TThumbBitmaps {
+ public:
+  // Forgets both; to be called when a picture, the colour, the palette or the kind has changed.
+  void Clear();
+
+  // The thumb in that size, composed if it is not at hand.
+  [[nodiscard]] const TRdBitmap& Get(const TScrollPaint& paint, QSize size, qreal density, bool hot);
+
+ private:
+  TRdBitmap FThumbBitmap;
+  TRdBitmap FThumbHotBitmap;
+};

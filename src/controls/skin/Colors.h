@@ -1,4 +1,5 @@
-// Platform colour values, as skins and rows hold them, and what they look like in a palette. Main thread.
+// Platform colour values, as skins and rows hold them, what they look like in a palette, and colours of text
+// that can be read. Main thread.
 #pragma once
 
 #include <QColor>
@@ -43,3 +44,20 @@ inline constexpr TColor clInfoBk = kFirstSystemColor + 24;
 // The part `factor` of 255 of `other` in `color`: 0 gives `color`, 255 gives `other`. Throws
 // std::invalid_argument for a factor outside 0..255.
 [[nodiscard]] QColor Mixed(const QColor& color, const QColor& other, int factor);
+
+class QPainter;
+class QRect;
+
+// Colours of text that can be read on whatever was painted before it.
+//
+// Skins and styles draw backgrounds in colours and pictures of their own, most of them light, while text has
+// the palette's colour, which is light on a dark desktop. So the pixels behind a text are looked at: if its
+// own colour stands out too little there, it is mixed with black or white, whichever is farther from the
+// background, just as much as it takes. On the palettes that a background was drawn for nothing changes.
+
+// The colour behind that area, from a sample of its pixels. Invalid unless the painter paints on an image.
+[[nodiscard]] QColor BackgroundBehind(const QPainter& painter, const QRect& area);
+
+// The colour itself, or one of its shades with enough contrast. Pale: disabled text, which may be faint, as
+// long as it shows.
+[[nodiscard]] QColor ReadableOn(const QColor& background, const QColor& text, bool pale = false);

@@ -17,17 +17,15 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
-#include "controls/bars/BarItems.h"
+#include "controls/bars/BarManager.h"
 #include "controls/bars/StatusBar.h"
 #include "controls/bars/TabContainerDockSite.h"
 #include "controls/buttons/RdImageButton.h"
-#include "controls/buttons/RdImageButtonEx.h"
 #include "controls/fold/RdFoldPanel.h"
 #include "controls/list/ListView.h"
 #include "controls/list/rd/RdListView.h"
-#include "controls/notes/PImageNote.h"
-#include "controls/notes/PLabelNote.h"
-#include "controls/notes/TLabel_Transparent.h"
+#include "controls/notes/Image.h"
+#include "controls/notes/Labels.h"
 #include "controls/shell/RzShellCombo.h"
 #include "controls/shell/RzShellList.h"
 #include "support/PLanguage.h"

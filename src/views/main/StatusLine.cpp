@@ -3,7 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 
-#include "controls/notes/PImageNote.h"
+#include "controls/notes/Image.h"
 #include "support/Korvel_Routine_New.h"
 #include "views/main/Looks.h"
 #include "views/main/ResultTab.h"

@@ -14,7 +14,7 @@
 
 #include "controls/bars/StatusBar.h"
 #include "controls/bars/TabContainerDockSite.h"
-#include "controls/notes/PImageNote.h"
+#include "controls/notes/Image.h"
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
 #include "views/commands/Commands.h"

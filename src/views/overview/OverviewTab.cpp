@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "controls/list/ListView.h"
-#include "controls/notes/PImageNote.h"
+#include "controls/notes/Image.h"
 #include "platform/FileTests.h"
 #include "platform/Messages.h"
 #include "platform/Paths.h"

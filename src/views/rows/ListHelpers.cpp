@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "controls/bars/BarItems.h"
+#include "controls/bars/BarManager.h"
 #include "controls/list/ListView.h"
 
 // An empty list leaves room for the scroll bar that its rows will bring, so that they don't push a second one

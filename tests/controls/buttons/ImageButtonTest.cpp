@@ -6,7 +6,6 @@
 #include <QTest>
 
 #include "controls/buttons/RdImageButton.h"
-#include "controls/buttons/RdImageButtonEx.h"
 #include "controls/notes/PaintCounter.h"
 #include "controls/picture/Pictures.h"
 

@@ -5,12 +5,10 @@
 #include <QElapsedTimer>
 #include <QTest>
 
-#include "controls/notes/EllipsisLabel.h"
-#include "controls/notes/PImageNote.h"
-#include "controls/notes/PLabelNote.h"
+#include "controls/notes/Image.h"
+#include "controls/notes/Labels.h"
 #include "controls/notes/PPageNote.h"
 #include "controls/notes/PaintCounter.h"
-#include "controls/notes/TLabel_Transparent.h"
 #include "controls/picture/Pictures.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include "controls/list/ListTypes.h"
 #include "controls/list/model/ListColumns.h"
 #include "controls/picture/ImageList.h"
-#include "controls/skin/ReadableColor.h"
+#include "controls/skin/Colors.h"
 
 #include <QImage>
 #include <QPainter>

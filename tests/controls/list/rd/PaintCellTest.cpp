@@ -3,7 +3,7 @@
 #include "controls/list/rd/painter/RdCellPainter.h"
 #include "controls/list/rd/painter/RdGroupPainter.h"
 #include "controls/picture/ImageList.h"
-#include "controls/skin/ReadableColor.h"
+#include "controls/skin/Colors.h"
 
 #include <QFontMetrics>
 

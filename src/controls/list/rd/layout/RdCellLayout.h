@@ -1,16 +1,45 @@
-// Where the parts of a row lie, and the content of a cell by its type: figures in, rectangles out, in the
-// same coordinates. Painters and hit tests share these.
+// Where the parts of a row lie, the content of a cell by its type, and a text in its rectangle: figures in,
+// rectangles out, in the same coordinates. Painters and hit tests share these. Any thread that may use fonts.
 #pragma once
 
-#include "controls/list/rd/layout/RdTextBlock.h"
-#include "controls/list/rd/skin/RdSkinValues.h"
-
+#include <QFont>
 #include <QPoint>
 #include <QRect>
 #include <QSize>
+#include <QString>
+#include <QStringList>
 
 #include <array>
 #include <vector>
+
+#include "controls/list/model/ListColumns.h"
+#include "controls/list/rd/skin/RdSkinValues.h"
+
+// A text: cut with an ellipsis or broken at words. Every text of the list goes this way.
+
+// A text as it is drawn.
+struct TTextBlock {
+  QStringList Lines;
+  int LineHeight = 0;
+  QRect Rect;        // what the lines take, at most as wide as the room
+  bool Cut = false;  // a line is not shown whole
+};
+
+// A rectangle of that size in the middle of `outer`; half a difference is truncated towards zero.
+[[nodiscard]] QRect CentredIn(const QRect& outer, QSize size);
+// The same in height only, at the given x.
+[[nodiscard]] QRect CentredInHeight(const QRect& outer, int x, QSize size);
+
+// The rectangle without the margins that every text leaves, by its alignment.
+[[nodiscard]] QRect TextRoom(const QRect& rect, TAlignment alignment);
+
+// The whole text on its lines, uncut; broken at words where a line exceeds the width, if asked. "\r\n", "\r"
+// and "\n" each end a line.
+[[nodiscard]] QSize MeasureText(const QString& text, const QFont& font, int width, bool wordBreak = false);
+
+// Centred in height; in width as the alignment says.
+[[nodiscard]] TTextBlock LayoutText(const QString& text, const QFont& font, const QRect& rect,
+                                    TAlignment alignment, bool wordBreak = false);
 
 // How the mouse stands to a button, a cell or a header section. The numbers are those of CellHotState.
 enum class TPartState { Normal = 0, Hot = 1, Pressed = 2 };

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "controls/list/model/ListColumns.h"
-#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/list/rd/model/RdListColumn.h"
 
 #include <QString>
 

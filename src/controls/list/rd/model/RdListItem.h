@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/list/model/ListItem.h"
-#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/list/rd/model/RdListColumn.h"
 #include "controls/skin/Colors.h"
 
 #include <memory>

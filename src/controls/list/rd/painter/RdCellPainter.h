@@ -2,7 +2,7 @@
 #pragma once
 
 #include "controls/list/rd/layout/RdCellLayout.h"
-#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/list/rd/model/RdListColumn.h"
 #include "controls/list/rd/painter/RdDrawing.h"
 
 class QPainter;

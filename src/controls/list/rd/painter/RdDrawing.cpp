@@ -1,6 +1,6 @@
 #include "controls/list/rd/painter/RdDrawing.h"
 
-#include "controls/skin/ReadableColor.h"
+#include "controls/skin/Colors.h"
 
 #include <QLinearGradient>
 #include <QPainter>

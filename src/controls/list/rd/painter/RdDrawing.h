@@ -3,7 +3,6 @@
 #pragma once
 
 #include "controls/list/rd/layout/RdCellLayout.h"
-#include "controls/list/rd/layout/RdTextBlock.h"
 #include "controls/skin/RdBitmap.h"
 
 #include <QColor>

@@ -3,8 +3,7 @@
 #pragma once
 
 #include "controls/list/rd/layout/RdCellLayout.h"
-#include "controls/list/rd/layout/RdTextBlock.h"
-#include "controls/list/rd/model/RdColumnTypes.h"
+#include "controls/list/rd/model/RdListColumn.h"
 #include "controls/list/rd/skin/RdSkinValues.h"
 
 class QPainter;

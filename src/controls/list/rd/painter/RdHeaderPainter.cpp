@@ -1,7 +1,6 @@
 #include "controls/list/rd/painter/RdHeaderPainter.h"
 
 #include "controls/list/rd/layout/RdCellLayout.h"
-#include "controls/list/rd/layout/RdTextBlock.h"
 #include "controls/list/rd/painter/RdCellPainter.h"
 #include "controls/list/rd/painter/RdDrawing.h"
 #include "controls/picture/ImageList.h"

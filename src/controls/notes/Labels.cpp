@@ -1,8 +1,35 @@
-#include "controls/notes/EllipsisLabel.h"
+#include "controls/notes/Labels.h"
 
 #include <QPainter>
 #include <QStyle>
 #include <QTimerEvent>
+
+TLabel::TLabel(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+TLabelNote::TLabelNote(QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+}
+
+void TLabelNote::SetTextIndex(int index) {
+  if (FLoading) {
+    FTextIndex = index;
+    return;
+  }
+  if (!FItems.IsIndex(index)) return;
+  FTextIndex = index;
+  setText(FItems[index].Text);
+}
+
+QString TLabelNote::NameIndex() const {
+  return FItems.IsIndex(FTextIndex) ? FItems[FTextIndex].Name : QString();
+}
+
+void TLabelNote::SetNameIndex(const QString& name) {
+  const int index = FItems.IndexOf(name);
+  if (index >= 0) SetTextIndex(index);
+}
 
 TEllipsisLabel::TEllipsisLabel(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);

@@ -1,5 +1,0 @@
-#include "controls/notes/TLabel_Transparent.h"
-
-TLabel::TLabel(QWidget* parent) : QLabel(parent) {
-  setTextFormat(Qt::PlainText);
-}
