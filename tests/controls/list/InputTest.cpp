@@ -82,8 +82,7 @@ TEST(RowInputKeys, MultipleSelection) {
 TEST(RowInputKeys, SingleSelectionNeverSelectsTwo) {
   TPlainHost host({});
   ExpectKeys(host, u"Up a|a, Shift+Down b|b, Ctrl+Down b|c, Space c|c, Ctrl+Shift+End c|j"_qs);
-  EXPECT_FALSE(host.Input.Key(Qt::Key_A, kCtrl));
-  EXPECT_FALSE(host.Input.Key(Qt::Key_F2, kNone));
+  EXPECT_FALSE(host.Input.Key(Qt::Key_A, kCtrl) || host.Input.Key(Qt::Key_F2, kNone));
   TPlainHost pages({});  // to the edge first, and then further
   ExpectKeys(pages, u"PgDown d|d, PgDown g|g, PgDown j|j, PgDown j|j, PgUp g|g, PgUp d|d, PgUp a|a"_qs);
 }
@@ -155,8 +154,7 @@ TEST(TypeAhead, LettersLeadToTheNextRowThatBeginsWithThem) {
 
 TEST(TypeAhead, APauseBeginsANewWord) {
   TPlainHost host({});
-  EXPECT_TRUE(host.Input.Type(u"c"_qs, 100));
-  EXPECT_TRUE(host.Input.Type(u"d"_qs, 600));
+  EXPECT_TRUE(host.Input.Type(u"c"_qs, 100) && host.Input.Type(u"d"_qs, 600));
   EXPECT_EQ(host.State(), u"c|c") << "no row begins with \"cd\"";
   EXPECT_TRUE(host.Input.Type(u"d"_qs, 1700));
   EXPECT_EQ(host.State(), u"d|d");

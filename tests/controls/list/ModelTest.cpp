@@ -66,13 +66,10 @@ TEST(ListItems, BitsStayWithTheirItemsAndTheFocusIsHandedOn) {
 
 TEST(ListItems, BracketsNestTellOnceAndRefuseASurplusClose) {
   TPlainList list;
-  EXPECT_TRUE(list.Items.BeginUpdate());
-  EXPECT_FALSE(list.Items.BeginUpdate());
+  EXPECT_TRUE(list.Items.BeginUpdate() && !list.Items.BeginUpdate());
   list.Add(u"a"_qs);
   list.Add(u"b"_qs);
-  EXPECT_FALSE(list.Items.EndUpdate());
-  EXPECT_TRUE(list.Items.Updating());
-  EXPECT_TRUE(list.Items.EndUpdate());
+  EXPECT_TRUE(!list.Items.EndUpdate() && list.Items.Updating() && list.Items.EndUpdate());
   EXPECT_EQ(list.Log, (QStringList{u"begin"_qs, u"rows"_qs, u"end"_qs}));
 
   EXPECT_THROW(list.Items.EndUpdate(), EListError);

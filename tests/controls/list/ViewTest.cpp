@@ -77,8 +77,7 @@ TEST_F(TListViewTest, RowsScrollIntoViewAndTheTopFollowsTheEnd) {
 
 TEST_F(TListViewTest, ScrollBarsShowAsNeeded) {
   Show({}, 3);
-  EXPECT_FALSE(List.verticalScrollBar()->isVisible());
-  EXPECT_FALSE(List.horizontalScrollBar()->isVisible());
+  EXPECT_FALSE(List.verticalScrollBar()->isVisible() || List.horizontalScrollBar()->isVisible());
   const int width = List.ClientWidth();
   {
     const TListUpdate update(List.Items());
@@ -185,8 +184,7 @@ TEST_F(TListViewTest, TheFocusIsSeenOnItsRowElseOnTheFirstAndAChangeRepaintsItsR
   List.Items()[2]->SetFocused(true);
   EXPECT_TRUE(watch.Take().contains(List.Layout().RowRect(0).center()))
       << "where the frame was is painted too";
-  EXPECT_FALSE(framed(0));
-  EXPECT_TRUE(framed(2));
+  EXPECT_TRUE(!framed(0) && framed(2));
   List.clearFocus();
   EXPECT_FALSE(framed(2));
 

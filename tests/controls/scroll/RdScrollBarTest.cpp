@@ -214,14 +214,12 @@ TEST_F(RdScrollBarTest, NothingToScrollDisablesAndWithAutoHideHides) {
   Bar.SetPageSize(100);
   EXPECT_TRUE(Bar.isEnabled()) << "a page as large as the range still scrolls";
   Bar.SetPageSize(101);
-  EXPECT_FALSE(Bar.isEnabled());
-  EXPECT_FALSE(Bar.Layout().HasThumb());
+  EXPECT_FALSE(Bar.isEnabled() || Bar.Layout().HasThumb());
   EXPECT_EQ(PixelAt({8, 100}), kFace) << "shown, as one part";
   Bar.AllSkinImage().SetAutoHide(true);
   EXPECT_FALSE(Bar.isVisible());
   Bar.SetParams(0, 500, 101, 0);
-  EXPECT_TRUE(Bar.isVisible());
-  EXPECT_TRUE(Bar.Layout().HasThumb());
+  EXPECT_TRUE(Bar.isVisible() && Bar.Layout().HasThumb());
   EXPECT_EQ(enabledChanges, 2);
 
   QTest::mousePress(&Bar, Qt::LeftButton, {}, CentreOf(TScrollBarPos::PageDown));

@@ -42,7 +42,7 @@ TEST(LayoutText, LongTextIsCutOrBrokenAndLinesEndAsWritten) {
             QSize(metrics.horizontalAdvance(u"bb"_qs), 3 * metrics.height()));
 }
 
-TEST(LayoutRow, CheckBoxGrowsWithItsPicture) {
+TEST(LayoutRow, CheckBoxGrowsWithItsPictureAndTheBitmapHoldsWhatShows) {
   TItemSkin skin;
   const QRect row(0, 100, 300, 27);
   EXPECT_EQ(RowCheckBoxRect(row, skin), QRect(10, 105, 16, 16));
@@ -51,9 +51,7 @@ TEST(LayoutRow, CheckBoxGrowsWithItsPicture) {
   EXPECT_EQ(RowCheckBoxRect(row, skin), QRect(10, 105, 20, 16));
   EXPECT_EQ(FirstCellRect({0, 100, 120, 27}, true, skin).left(), 25);
   EXPECT_EQ(FirstCellRect({0, 100, 120, 27}, false, skin).left(), 0);
-}
 
-TEST(LayoutRow, BitmapHoldsWhatShows) {
   EXPECT_EQ(PaintedRow({-40, 26, 300, 26}, 200, 26), QRect(0, 26, 200, 26));
   EXPECT_EQ(PaintedRow({-40, 26, 100, 90}, 200, 26), QRect(0, 26, 60, 52));
   EXPECT_TRUE(PaintedRow({-40, 0, 30, 26}, 200, 26).isEmpty());

@@ -109,13 +109,11 @@ TEST(RdCells, ACheckBoxCellKeepsItsPrefixAndAsksFirst) {
 TEST(RdColumns, FontsFollowTheListUntilOneIsSet) {
   TkListColumns columns;
   TkListColumn& column = columns.Add();
-  QFont font;
-  font.setPointSize(23);
+  const QFont font({u"one"_qs}, 23);
   columns.SetListFont(font);
   EXPECT_EQ(column.ColumnFont(), font);
   EXPECT_EQ(columns.Add().ColumnHeaderFont(), font);
-  QFont own;
-  own.setPointSize(31);
+  const QFont own({u"one"_qs}, 31);
   column.SetColumnFont(own);
   EXPECT_FALSE(column.ParentFont());
   columns.SetListFont(QFont());
@@ -252,8 +250,7 @@ TEST(RdListItems, AssignCopiesRowsHiddenOnesToo) {
   list.Log.clear();
   list.Items.Assign(source.Items);
   EXPECT_EQ(list.Captions(), u"[0][1]abu");
-  EXPECT_FALSE(list.Log.contains(u"delete o"_qs));
-  EXPECT_TRUE(list.Items[2]->Checked());
+  EXPECT_TRUE(!list.Log.contains(u"delete o"_qs) && list.Items[2]->Checked());
   EXPECT_EQ(list.Items[2]->BackColor(), clCream);
   EXPECT_EQ(list.Model.Checks().CheckedTotal(), 1);
 }
