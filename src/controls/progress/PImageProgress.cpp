@@ -29,6 +29,7 @@ class TAccessibleProgress : public TAccessibleValue<TImageProgress> {
 
 }  // namespace
 
+// Rounded up, so that the first step of a long way shows. In 64 bits, as the range may be all of int.
 int FilledWidth(int position, int min, int max, int width) {
   const qint64 scaled = (qint64{position} - min) * width;
   const qint64 range = qint64{max} - min;
@@ -36,6 +37,8 @@ int FilledWidth(int position, int min, int max, int width) {
   return static_cast<int>(std::clamp(filled, -kFarOutside, kFarOutside));
 }
 
+// The sheen walks to the right with its end ten pixels before that of the filled part; there it shrinks, and
+// then rests.
 TSheenMove MoveSheen(TSheen& sheen, int progressRight) {
   const bool advances = progressRight - sheen.Width > sheen.Left;
   if (!advances && sheen.Left >= progressRight) {
@@ -107,6 +110,7 @@ void TImageProgress::SetAnimateTop(int top) {
   FMoveControl->move(FMoveControl->x(), top);
 }
 
+// Not isVisible: a control of a form that is not shown yet is as good as visible, and takes its positions.
 bool TImageProgress::Visible() const {
   return !(isHidden() && testAttribute(Qt::WA_WState_ExplicitShowHide));
 }
@@ -128,6 +132,7 @@ void TImageProgress::moveEvent(QMoveEvent* event) {
 
 void TImageProgress::Tick() {
   if (FPausing) return EndPause();
+  // Nothing is filled that it could run over.
   if (FPosition < 1) return PlaceSheen({FMoveControl->x(), 0});
 
   TSheen sheen{FMoveControl->x(), FMoveControl->width()};

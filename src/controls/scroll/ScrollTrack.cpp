@@ -75,6 +75,7 @@ void TScrollRange::SetPageSize(int pageSize) {
   Revalidate();
 }
 
+// May lie beyond the last page, as SetParams hands it over; steps and drags lead back.
 void TScrollRange::SetPosition(qint64 position) {
   Position = static_cast<int>(std::clamp<qint64>(position, Min, Max));
 }
@@ -90,6 +91,8 @@ void TScrollRange::Revalidate() {
   SetPosition(std::min<qint64>(Position, LargestPosition()));
 }
 
+// Where the last page begins; below Min if a page is more than all. In 64 bits, as Max may be the largest
+// int.
 qint64 TScrollRange::LargestPosition() const {
   return std::min<qint64>(Max, qint64{Max} - PageSize + 1);
 }
@@ -104,6 +107,7 @@ double TScrollRange::Fraction() const {
   return std::clamp(static_cast<double>(qint64{Position} - Min) / static_cast<double>(scale), 0.0, 1.0);
 }
 
+// A tenth of a page step, or a thirtieth of the way.
 int TScrollRange::SmallStep() const {
   if (SmallChange > 0) return SmallChange;
   const qint64 computed = PageSize > 0 ? qint64{PageSize} * 9 / 10 / 10 : (qint64{Max} - Min) / 30;
@@ -194,6 +198,7 @@ TScrollLayout ScrollLayout(const TScrollRange& range, const TScrollRoom& given) 
   TScrollSizes& sizes = room.Sizes;
   const int length = Along(room.Kind, room.Bar);
   const int arrows = sizes.TopArrow + sizes.BottomArrow;
+  // `arrows` stays the sum that was wanted: a bar that has no room for them has none for a track either.
   if (arrows > length) sizes.TopArrow = sizes.BottomArrow = length / 2;
 
   TScrollLayout layout;
@@ -234,6 +239,8 @@ bool TScrollTrack::DragThumb(int start) {
   return FRange.Position != before;
 }
 
+// Moves the thumb in the layout only: it stays under the mouse, between the places that positions have, until
+// the release arranges the bar anew.
 qint64 TScrollTrack::WayOfDrag(int start) {
   if (!FLayout.HasThumb()) return 0;
   const int size = End(FRoom.Kind, FLayout.ThumbRect) - ThumbStart();

@@ -20,6 +20,7 @@ int PartWidth(QSize size, int gap) {
 
 }  // namespace
 
+// Rows above the top have negative places: who paints a range need not know where the client area begins.
 QRect TListLayout::RowRect(int row) const {
   return {-FMetrics.HorzPos, (row - FMetrics.TopRow) * FMetrics.RowHeight, TotalWidth(), FMetrics.RowHeight};
 }
@@ -81,11 +82,13 @@ THit TListLayout::HitTest(const QPoint& pos) const {
     return hit;
   }
   const int row = RowAt(pos.y());
+  // Beside the columns, and right of the first where only that is hit, is nothing of the row.
   if (row < 0 || hit.Column < 0 || (hit.Column > 0 && !FMetrics.RowSelect)) return hit;
   hit.Row = row;
   hit.Flags = htOnLabel;
   if (hit.Column > 0) return hit;
   const TCellParts parts = CellParts(row, 0);
+  // A narrow column cuts its parts off: what does not show is not hit.
   const bool onCell = parts.Cell.contains(pos);
   const QRect& state = parts.CheckBox.isNull() ? parts.StateImage : parts.CheckBox;
   if (onCell && state.contains(pos)) hit.Flags = htOnStateIcon;
@@ -109,6 +112,7 @@ int TListLayout::ColumnAt(int x) const {
   return -1;
 }
 
+// The last that is in reach, so that a column of no width can be dragged open.
 int TListLayout::DividerAt(int x, int reach) const {
   int found = -1;
   int edge = -FMetrics.HorzPos;
@@ -129,6 +133,7 @@ int TListLayout::EndOfVisibleRows() const {
 }
 
 int TListLayout::TopRowShowing(int row, bool partialOk) const {
+  // A row that shows in part only is the one behind the page.
   const int end = partialOk ? EndOfVisibleRows() : FMetrics.TopRow + RowsPerPage();
   if (row < FMetrics.TopRow) return row;
   return row < end ? FMetrics.TopRow : row - RowsPerPage() + 1;

@@ -56,6 +56,10 @@ void TListItem::Update() {
   Notify(TItemChange::Image);
 }
 
+// One block of memory holds the head, TBlock, and behind it the texts themselves: a list of a million rows
+// pays for one allocation a row, and none before the first text. Images are rare and have a vector of their
+// own, as long as Count.
+//
 // The texts.
 
 static_assert(QTypeInfo<QString>::isRelocatable, "texts are moved in memory as they are");
@@ -72,6 +76,7 @@ QString TSubItems::Text(int index) const {
   return index >= 0 && index < Count() ? Texts()[static_cast<size_t>(index)] : QString();
 }
 
+// realloc may move the block, texts and all, which QString stands (see the assertion).
 void TSubItems::Reserve(int room) {
   if (FBlock != nullptr && FBlock->Room >= room) return;
   const bool first = FBlock == nullptr;
@@ -95,6 +100,7 @@ void TSubItems::InsertText(int index, const QString& text) {
   const QString kept = text;  // may be one of ours, and ours are about to move
   if (FBlock == nullptr || FBlock->Count == FBlock->Room) Reserve(std::max(kFirstRoom, 2 * Count()));
   if (FBlock->Images != nullptr) FBlock->Images->insert(FBlock->Images->begin() + index, -1);
+  // Built behind the last and then turned into its place, so that no gap is ever half alive.
   ++FBlock->Count;
   const std::span<QString> texts = Texts();
   new (&texts.back()) QString(kept);

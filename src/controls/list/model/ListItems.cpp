@@ -111,6 +111,9 @@ void TListItems::TakeOutLeaving() {
     FOwner.Life()->Bury(std::unique_ptr<TListItem>(item));
 }
 
+// A bit that one row may have alone is taken from its holder first, which tells so. Its handler may give it
+// to a third row: then that one keeps it, and no two rows ever have it. The row is followed as an object,
+// wherever it goes.
 void TListItems::ChangeState(TListItem& item, unsigned bits, unsigned mask) {
   if (item.Index() < 0) return;
   const TEventScope scope(FOwner.Life());
@@ -140,6 +143,8 @@ TListItem* TListItems::operator[](int index) const {
   return item;
 }
 
+// The numbers in the rows are hints: inserting and deleting leave them, and the first that is wrong renews
+// all.
 int TListItems::IndexOf(const TListItem* item) const {
   if (item == nullptr || item->FIndex < 0 || &item->FOwner != this) return -1;
   if (Item(item->FIndex) == item) return item->FIndex;

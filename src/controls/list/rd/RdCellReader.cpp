@@ -36,6 +36,7 @@ TRdGroupRow TRdCellReader::GroupRow(const TkListItem& item, int row) const {
   result.Content.CheckBoxes = FList.Options().CheckBoxes;
   result.Content.HasCheckBox = HasCheckBox(item);
   result.Content.ButtonAlign = group.GroupExpandBtnAlign();
+  // By the size of the resting button: the layout must not jump with the mouse.
   result.Content.Button = GroupButtonSize(FList.Skin().Group, result.Collapsed);
   result.Content.TitleImage = IconSize(result.TitleImages, result.TitleImage);
   return result;
@@ -60,6 +61,8 @@ QRect TRdCellReader::ExpandButtonRect(const TkListItem& item, int row) const {
   return LayoutGroupRow(group.Row, group.Content, FList.Skin()).Button;
 }
 
+// The check box takes its room from the first cell, by the skin or, where the host draws, by the host's
+// layout.
 QRect TRdCellReader::CellRect(const TkListItem& item, int row, int column) const {
   const QRect cell = FLayout.CellRect(row, column);
   if (column > 0) return cell;

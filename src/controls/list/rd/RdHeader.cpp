@@ -117,6 +117,8 @@ void TRdHeader::Release(const QPoint& pos, const QSize& header) {
     if (inBox) ToggleCheckAll();
     return;
   }
+  // The press went to the section and the release to its box: the click that the header bar now tells sorts
+  // nothing.
   const int down = FList.Header().DownColumn();
   FReleasedInBox = inBox && down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
 }

@@ -30,6 +30,8 @@ void TRdRowsPainter::Paint(QPainter& painter, const QRegion& region) {
   PaintBlank(painter, reader, region);
 }
 
+// Each row is composed in one bitmap that all rows share and that keeps the coordinates of the client area;
+// so a text can look at the pixels behind it (BackgroundBehind).
 void TRdRowsPainter::PaintRow(QPainter& target, TRow& row) {
   TRowCanvas canvas(target, FBitmap, row.Area);
   if (!canvas.Valid()) return;
@@ -52,6 +54,7 @@ TRdRowLook TRdRowsPainter::LookOf(const TRow& row) const {
   look.Selected = Selected(row.Index);
   look.Hovered = row.Index == FList.RowMouse().HotRow && FList.isEnabled();
   look.BackColor = row.Item.HasBackColor() ? row.Item.BackColor() : clDefault;
+  // A selected group row without a picture of its own shows no frame that could lie over this row.
   const auto frames = [this, &row](int neighbour) {
     const TkListItem* const item = FList.Items().Item(neighbour);
     if (item == nullptr || !Selected(neighbour)) return false;
@@ -128,6 +131,7 @@ void TRdRowsPainter::PaintBlank(QPainter& painter, const TRdCellReader& reader, 
   const int end = reader.Layout().EndOfVisibleRows();
   const int shown = end - metrics.TopRow;
   const int width = std::clamp(reader.Layout().TotalWidth() - metrics.HorzPos, 0, client.width());
+  // The stripes go on below the last row as if there were more.
   const int height = metrics.RowCount > 0 ? metrics.RowHeight : BlankRowHeight(FList.Skin().Item);
   const int top = shown * metrics.RowHeight;
   const QRect beside(QPoint(width, 0), client.bottomRight());

@@ -42,6 +42,8 @@ TRdEditors::~TRdEditors() {
   }
 }
 
+// Entered from Qt, through which no exception may pass: a mistake of the program in its cells goes to
+// OnWriteLog.
 template <typename Step>
 void TRdEditors::Guarded(Step step) {
   const TEventScope scope(FList.EventLife());
@@ -52,6 +54,8 @@ void TRdEditors::Guarded(Step step) {
   }
 }
 
+// Closing the editor that is open, scrolling and each event may change the list, so row and cell are looked
+// up after these, and EditItem says afterwards whether the row is still the edited one.
 bool TRdEditors::Open(TkListItem& item, int column, std::optional<QPoint> pos, bool bothButtons) {
   if (FExiting) return false;
   const TEventScope scope(FList.EventLife());
@@ -167,6 +171,8 @@ void TRdEditors::Drop() {
   Guarded([this] { Hide(); });
 }
 
+// The row goes, in the middle of whatever removes it: the editor is hidden by DropForgotten, once that has
+// ended.
 void TRdEditors::Forget(const TkListItem& item) {
   if (FState.EditItem != &item) return;
   FState.EditItem = nullptr;
@@ -191,6 +197,7 @@ void TRdEditors::ExitEdit() {
 }
 
 void TRdEditors::EndEdit() {
+  // Before it hides, else Qt would give the focus to any other control of the form.
   const bool focused = FEdit->hasFocus();
   FState.EditItem = nullptr;
   FState.EditActive = false;

@@ -20,6 +20,8 @@ bool HasHover(TListColumnType type) {
 
 }  // namespace
 
+// True: the plain list shall not have the press. First what lies over the cells, expand button and box, which
+// take a second press of a double click as one more; cells and group rows take the first alone.
 bool TRdCellMouse::Press(const QPoint& pos, bool bothButtons, bool second) {
   const TEventScope scope(FList.EventLife());
   FList.CloseEditors();
@@ -56,6 +58,7 @@ bool TRdCellMouse::SwitchBox(TkListItem& item, bool checked) {
   if (!TRdCellReader(FList).HasCheckBox(item)) return false;
   const TEventScope scope(FList.EventLife());
   if (!Tell(FList.EventLife(), FList.OnItemCheckBoxClick, &item) || item.Gone()) return true;
+  // Set lets go of the box, as the program may have called it; here it was the user, whose click goes on.
   const bool clicked = FState.BoxClicked;
   FList.Model().Checks().Set(item, checked);
   if (!scope.ListGone()) FState.BoxClicked = clicked;
@@ -87,6 +90,8 @@ bool TRdCellMouse::PressCell(TkListItem& item, const THit& hit, const QPoint& po
   return scope.ListGone();
 }
 
+// The row counts as an object and by its place: a row that a handler has moved under the mouse was not
+// pressed there.
 void TRdCellMouse::Release(const QPoint& pos) {
   FList.Editors().EndGesture();
   if (!FList.OpenOwnerDraw()) return LosePress();
@@ -187,6 +192,9 @@ bool TRdCellMouse::Act(TkListItem& item, int column, bool onIcon) {
   }
 }
 
+// A press whose release was lost (a menu, another window took it) ends with the first move without a button.
+// Moves that follow faster than the eye are passed over, but not those that the list makes up itself, whose
+// tick is 0.
 void TRdCellMouse::Move(const QPoint& pos, quint64 tick, bool held) {
   FLast = pos;
   if (!held && FState.PressedRow >= 0) {
@@ -264,6 +272,7 @@ void TRdCellMouse::Leave() {
   if (!FList.Editors().State().EditActive) LosePress();
 }
 
+// What lies under the resting mouse has changed.
 void TRdCellMouse::Refresh() {
   if (FLast.x() >= 0) Move(FLast, 0, FState.PressedRow >= 0);
 }

@@ -7,12 +7,15 @@
 
 #include <algorithm>
 
+// Kept by every change instead of summed at every question, as the box of a long list is asked at each check.
 void TkCheckBook::AddChecked(int change) {
   const int count = FModel.AllItems().Count();
   FCheckedTotal = std::clamp(FCheckedTotal + change, 0, count);
   FCheckAll = count > 0 && FCheckedTotal == count;
 }
 
+// Counts first and tells last, so that a handler finds list and group as they are now. After BookMember the
+// list may be gone.
 void TkCheckBook::Book(TkListItem& item, bool checked, bool fireEvent) {
   const TEventScope scope(FModel.Life());
   AddChecked(checked ? 1 : -1);
@@ -21,12 +24,15 @@ void TkCheckBook::Book(TkListItem& item, bool checked, bool fireEvent) {
   if (fireEvent && !scope.ListGone() && !item.Gone()) (void)FModel.ListView().DoItemChecked(item);
 }
 
+// A group loses its mark with its first unchecked row and gets it with its last checked one.
 void TkCheckBook::BookMember(TkListGroup& group, bool checked, bool fireEvent) {
   CountMember(group, checked ? 1 : -1);
   const bool full = group.FCheckedCount > 0 && group.FCheckedCount == group.Items().Count();
   if (fireEvent && (!checked || full)) MarkGroup(group, checked);
 }
 
+// The bit of the host is what paints; FCheckedState is what has been booked. They differ while a
+// change is on its way.
 void TkCheckBook::HostChanged(TkListItem& item) {
   const bool checked = item.HasState(kRowChecked);
   if (checked != item.FCheckedState) Changed(item, checked, GroupGivesBox(item));
@@ -47,9 +53,13 @@ void TkCheckBook::HeaderChanged(TkListItem& header, bool checked, bool fireEvent
   group.FGroupChecked = checked;
   Book(header, checked, leads);
   if (scope.ListGone() || !leads || FPropagating) return;
+  // The handler may have put the box back, or another row in the place of this one.
   if (group.HeaderItem() == &header && group.GroupChecked() == checked) Propagate(group, checked);
 }
 
+// The members are copied, as their handlers may move and delete rows. Both guards keep the group from
+// following its rows while these follow it; the one of the row goes with the row, so nothing clears it when
+// the list is gone.
 void TkCheckBook::Propagate(TkListGroup& group, bool checked) {
   const TEventScope scope(FModel.Life());
   const TListUpdate update(FModel.Items());
@@ -73,6 +83,7 @@ void TkCheckBook::Set(TkListItem& item, bool checked) {
   FModel.Items().ChangeState(item, checked ? kRowChecked : 0, kRowChecked);  // comes back to HostChanged
 }
 
+// A hidden row has no bit in the host, so nobody reports its change.
 void TkCheckBook::SetHidden(TkListItem& item, bool checked) {
   if (item.FCheckedState == checked) return;
   Changed(item, checked, FModel.State().CheckBoxes && GroupGivesBox(item));
@@ -83,6 +94,8 @@ void TkCheckBook::SetAll(bool checked) {
   const TListUpdate update(FModel.Items());
   const QScopedValueRollback list(FPropagating, true);
   FCheckAll = checked;
+  // Shown rows, those of collapsed groups, then whatever else is hidden: a row that is met twice has nothing
+  // left to change.
   std::vector<TkListItem*> rows = FModel.Items().ShownRows();
   for (const auto& group : FModel.Groups())
     rows.insert(rows.end(), group->HiddenItems().begin(), group->HiddenItems().end());

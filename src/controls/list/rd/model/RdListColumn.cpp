@@ -19,6 +19,7 @@ void TkListColumn::SetColumnType(TListColumnType type) {
   SetField(FColumnType, type);
 }
 
+// Its own from now on, even if it is the one that it had.
 void TkListColumn::SetColumnFont(const QFont& font) {
   FParentFont = false;
   SetField(FColumnFont, font);

@@ -17,10 +17,13 @@ int Order(const T& a, const T& b) {
 
 }  // namespace
 
+// Serials are unique in a list, for a row's whole life.
 int BySerial(const TkListItem& a, const TkListItem& b) {
   return Order(a.Serial(), b.Serial());
 }
 
+// Stamps are unique in a group until their counter has gone round; then the address decides, so that the
+// order stays an order.
 int ByGroupOrder(const TkListItem& a, const TkListItem& b) {
   const int byStamp = Order(a.GroupOrder(), b.GroupOrder());
   return byStamp != 0 ? byStamp : Order(&a, &b);
@@ -41,6 +44,7 @@ TkItemQuickList::TPlace TkItemQuickList::Find(const TkListItem& item) const {
   return {low, FList[low] == &item};
 }
 
+// 0 is the stamp of a row that has none.
 int TkItemQuickList::NextStamp() {
   if (++FStampCounter == 0) ++FStampCounter;
   return FStampCounter;
@@ -65,6 +69,8 @@ int TkItemQuickList::IndexOf(const TkListItem& item) const {
   return place.Found ? static_cast<int>(place.Index) : -1;
 }
 
+// `order` may lack rows that came while it was made, and hold rows that have left: the former keep their
+// order behind the others, the latter are passed over.
 void TkItemQuickList::Restamp(const std::vector<TkListItem*>& order) {
   if (FList.empty()) return;
   int stamp = FList.front()->FGroupOrder;
@@ -126,6 +132,7 @@ void TkListGroups::Delete(int index) {
   FGroups.erase(FGroups.begin() + index);
   for (int id = index; id < Count(); ++id)
     FModel.Placing().Renumber(*FGroups[static_cast<size_t>(id)], id);
+  // A handler up the stack may still hold the group.
   gone->FGroupID = -1;
   FModel.Life()->Bury(std::move(gone));
 }

@@ -45,6 +45,8 @@ int TkRowNumbers::IndexOf(const TkListItem& item) const {
   return found != FRows.end() && *found == &item ? static_cast<int>(found - FRows.begin()) : -1;
 }
 
+// Within a bracket rows come by the thousand: there each is numbered without touching those behind it, and
+// the numbers are made whole when it closes.
 void TkRowNumbers::Inserted(int index, int count, bool batch) {
   const auto first = static_cast<size_t>(index);
   const size_t end = first + static_cast<size_t>(count);
@@ -140,6 +142,8 @@ bool TkGroupOrder::AllOrdered() const {
   return *FOrdered;
 }
 
+// The usual case, rows in the order of their groups, is found by halving; FOrdered remembers whether it
+// holds, unset: not known.
 int TkGroupOrder::LastOf(int groupID) const {
   const auto inGroup = [groupID](const TListItem* row) { return GroupOf(row) == groupID; };
   const auto notAfter = [groupID](const TListItem* row) { return Rank(GroupOf(row)) <= Rank(groupID); };
