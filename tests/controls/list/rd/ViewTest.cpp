@@ -49,7 +49,7 @@ TEST_F(TRdView, TheTwoBarsOfAnAxisExcludeOneAnother) {
   EXPECT_TRUE(bars.VertBar().isVisible());
 }
 
-TEST_F(TRdView, SkinnedBarsMirrorTheHostAndTheWheelMovesThreeRows) {
+TEST_F(TRdView, SkinnedBarsMirrorTheHost) {
   List.Bars().SetShowCustomVertScroll(true);
   List.Bars().SetShowCustomHorzScroll(true);
   List.resize(500, 300);
@@ -57,16 +57,6 @@ TEST_F(TRdView, SkinnedBarsMirrorTheHostAndTheWheelMovesThreeRows) {
   TRdScrollBar& vert = List.Bars().VertBar();
   TRdScrollBar& horz = List.Bars().HorzBar();
   const int page = List.Layout().RowsPerPage();
-  const auto wheel = [this](int delta) {
-    QWheelEvent event({50, 50}, {50, 50}, {}, {0, delta}, {}, {}, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(List.viewport(), &event);
-    return List.TopIndex();
-  };
-  EXPECT_EQ(wheel(-120), 3);
-  EXPECT_EQ(wheel(-60), 3);
-  EXPECT_EQ(wheel(-60), 6);
-  EXPECT_EQ(wheel(120), 3);
-  EXPECT_EQ(wheel(240), 0);
   EXPECT_FALSE(List.verticalScrollBar()->isVisible());
   EXPECT_EQ(vert.Max(), 11);
   EXPECT_EQ(vert.PageSize(), page);
@@ -92,6 +82,22 @@ TEST_F(TRdView, SkinnedBarsMirrorTheHostAndTheWheelMovesThreeRows) {
   List.Clear();
   QTest::qWait(1);
   EXPECT_FALSE(vert.isVisible());
+}
+
+TEST_F(TRdView, TheWheelMovesThreeRowsOfTheSkinnedBar) {
+  List.Bars().SetShowCustomVertScroll(true);
+  List.resize(1300, 200);
+  QTest::qWait(1);
+  const auto wheel = [this](int delta) {
+    QWheelEvent event({50, 50}, {50, 50}, {}, {0, delta}, {}, {}, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(List.viewport(), &event);
+    return List.TopIndex();
+  };
+  EXPECT_EQ(wheel(-120), 3);
+  EXPECT_EQ(wheel(-60), 3);
+  EXPECT_EQ(wheel(-60), 6);
+  EXPECT_EQ(wheel(120), 3);
+  EXPECT_EQ(wheel(240), 0);
 }
 
 TEST_F(TRdView, TipsComeOnlyForTextsThatArePaintedCut) {
