@@ -105,18 +105,24 @@ void TDownloadDirectoryScan::ScanDirectories() {
 
 void TDownloadDirectoryScan::ScanDirectories(const QString& catalogueFile) {
   FDirectories.clear();
-  AddFound(GetFirefoxDownloadDir);
-  AddFound(GetChromeDownloadDir);
+  FFound.clear();
+  AddFound([] { return TFound{u"Firefox"_qs, GetFirefoxDownloadDir()}; });
+  AddFound([] { return TFound{u"Chrome"_qs, GetChromeDownloadDir()}; });
   const auto catalogue = LoadCatalogue(catalogueFile);
   const int count = catalogue ? catalogue->Count() : 0;
   for (int i = 0; i < count; ++i)
-    AddFound([&] { return DownloadDirectoryOf(catalogue->Application(i)); });
+    AddFound([&] {
+      const TXMLApplicationType application = catalogue->Application(i);
+      return TFound{application.Name(), DownloadDirectoryOf(application)};
+    });
 }
 
 // Settings that can't be read or are broken cost their own application its folder and no other one.
-void TDownloadDirectoryScan::AddFound(const std::function<QString()>& find) {
+void TDownloadDirectoryScan::AddFound(const std::function<TFound()>& find) {
   try {
-    AddDirectory(FDirectories, find());
+    const TFound found = find();
+    AddDirectory(FDirectories, found.Directory);
+    if (DirectoryExists(found.Directory)) FFound.push_back(found);
   } catch (const std::exception&) {
   }
 }
@@ -153,9 +159,28 @@ void TDownloadDirectoryScan::FilterByLocations(const QStringList& locations, con
   }
 }
 
+std::vector<TDownloadLocation> TDownloadDirectoryScan::Locations() const {
+  std::vector<TDownloadLocation> locations;
+  for (const QString& directory : FDirectories) {
+    TDownloadLocation& location = locations.emplace_back(TDownloadLocation{directory, {}});
+    for (const TFound& found : FFound)
+      if (BeginAlike(AsFolder(found.Directory), directory, directory.size()) &&
+          !location.Applications.contains(found.Application))
+        location.Applications.append(found.Application);
+  }
+  return locations;
+}
+
 QStringList FindDownloadLocations(const QStringList& paths) {
   TDownloadDirectoryScan scan;
   scan.ScanDirectories();
   scan.FilterByLocations(paths);
   return scan.FDirectories;
+}
+
+std::vector<TDownloadLocation> FindDownloads(const QStringList& paths) {
+  TDownloadDirectoryScan scan;
+  scan.ScanDirectories();
+  scan.FilterByLocations(paths);
+  return scan.Locations();
 }

@@ -6,6 +6,13 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
+
+// A folder and the names of the applications that download into it or into a folder inside it.
+struct TDownloadLocation {
+  QString Directory;
+  QStringList Applications;
+};
 
 // One object per scan, on one thread. Nothing is kept from one to the next.
 class TDownloadDirectoryScan {
@@ -19,6 +26,9 @@ class TDownloadDirectoryScan {
   void ScanDirectories();
   void ScanDirectories(const QString& catalogueFile);
 
+  // FDirectories, each with its applications in the order in which they were looked at.
+  [[nodiscard]] std::vector<TDownloadLocation> Locations() const;
+
   // Keeps the folders below one of the locations only, and of folders inside each other the outer one. A
   // location ends where a fixed volume begins below it; the roots of these volumes end in the delimiter.
   void FilterByLocations(const QStringList& locations);
@@ -30,8 +40,17 @@ class TDownloadDirectoryScan {
   static void AddDirectory(QStringList& target, const QString& dir);
 
  private:
-  void AddFound(const std::function<QString()>& find);
+  struct TFound {
+    QString Application;
+    QString Directory;
+  };
+
+  void AddFound(const std::function<TFound()>& find);
+
+  std::vector<TFound> FFound;  // all folders that are there, nested or not
 };
 
 // The download folders on these paths.
 [[nodiscard]] QStringList FindDownloadLocations(const QStringList& paths);
+// The same with their applications.
+[[nodiscard]] std::vector<TDownloadLocation> FindDownloads(const QStringList& paths);

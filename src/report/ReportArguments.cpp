@@ -3,6 +3,8 @@
 #include "platform/Paths.h"
 #include "platform/Volumes.h"
 
+#include <utility>
+
 namespace {
 
 TReportArguments Wrong(const QString& complaint) {
@@ -38,8 +40,13 @@ bool TakeOption(const QString& option, TReportArguments& result) {
 TReportArguments ParseReportArguments(const QStringList& arguments) {
   TReportArguments result;
   bool options = true;
+  bool file = false;  // comes next
   for (const QString& argument : arguments) {
-    if (options && argument == u"--")
+    if (std::exchange(file, false))
+      result.HtmlFile = argument;
+    else if (options && argument == u"--html")
+      result.Format = TReportFormat::Html, file = true;
+    else if (options && argument == u"--")
       options = false;
     else if (!options || !argument.startsWith(u'-') || argument == u"-")
       result.Paths.append(argument);
@@ -47,13 +54,15 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
       return Wrong(u"unknown option "_qs + argument);
     if (result.Action != TReportAction::Scan) return result;
   }
+  if (file || (result.Format == TReportFormat::Html && result.HtmlFile.isEmpty()))
+    return Wrong(u"--html needs a file"_qs);
   if (result.Paths.isEmpty()) return Wrong(u"no path given"_qs);
   if (result.Folder && result.Paths.size() > 1) return Wrong(u"--folder takes exactly one path"_qs);
   return result;
 }
 
 QString ReportUsageLine() {
-  return u"Usage: tallyscope-report [--json | --csv] [--elevate] [--folder] [--unreadable] PATH...\n"_qs;
+  return u"Usage: tallyscope-report [--json | --csv | --html FILE] [--elevate] [--folder] [--unreadable] PATH...\n"_qs;
 }
 
 QString ReportHelp() {
@@ -63,6 +72,7 @@ QString ReportHelp() {
          u"\n"
          u"  --json        print one JSON object instead of text\n"
          u"  --csv         print a table for spreadsheets: kind, sizes and counts, path\n"
+         u"  --html FILE   write a page for any browser, with a map of the folders; - prints it\n"
          u"  --elevate     ask for the administrator's consent to read volumes in bulk\n"
          u"  --folder      PATH is one folder to be walked, not a list of drives\n"
          u"  --unreadable  list the folders that could not be read\n"

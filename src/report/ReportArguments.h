@@ -5,12 +5,13 @@
 
 enum class TReportAction { Scan, Help, Version, Wrong };
 
-enum class TReportFormat { Text, Json, Csv };
+enum class TReportFormat { Text, Json, Csv, Html };
 
 struct TReportArguments {
   TReportAction Action = TReportAction::Scan;
   QString Complaint;  // what is wrong, for TReportAction::Wrong
   TReportFormat Format = TReportFormat::Text;
+  QString HtmlFile;         // as given, for TReportFormat::Html; "-" is standard output
   bool Elevate = false;     // ask for the right to read volumes in bulk
   bool Folder = false;      // one folder instead of drives
   bool Unreadable = false;  // list the folders that could not be read

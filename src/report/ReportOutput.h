@@ -1,9 +1,11 @@
 // The forms in which the console program prints a scan's results.
 #pragma once
 
+#include "download/DownloadDirectoryScan.h"
 #include "scan/UnitScan.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QStringList>
 
 #include <optional>
@@ -17,6 +19,10 @@ struct TReport {
   std::span<const TFileInfoEx> Files;
   std::span<const TFileInfoEx> DownloadFiles;
   std::optional<QStringList> Unreadable = {};  // folders; only if they are to be listed
+  // For the page alone:
+  std::span<const TFolderTree> Trees;            // of the paths; none unless the scan was asked to keep them
+  std::span<const TDownloadLocation> Downloads;  // the folders of DownloadFiles
+  QDateTime Begun;
   bool Stopped = false;
   qint64 Milliseconds = 0;
 };

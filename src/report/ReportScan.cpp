@@ -38,8 +38,9 @@ TReportScan::TReportScan(bool showProgress)
           {WM_SCANSTOPPED, [this](const TMessage&) { End(true); }},
           {kInterrupted, [this](const TMessage&) { FInterrupted = true, FScan->Stop(); }},
       }),
-      FScan(new TTallyscopeScan(&FWindow, FindDownloadLocations,
-                                showProgress ? TPathDisplay::Shown : TPathDisplay::None)) {
+      FScan(new TTallyscopeScan(
+          &FWindow, [this](const QStringList& folders) { return FindLocations(folders); },
+          showProgress ? TPathDisplay::Shown : TPathDisplay::None)) {
   CountDownloads = true;
   FScan->SetProgressTarget(&FWindow, WM_SCANPROGRESS);
   QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
@@ -47,6 +48,7 @@ TReportScan::TReportScan(bool showProgress)
 
 TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
   FPaths = paths;
+  FBegun = QDateTime::currentDateTime();
   FClock.start();
   FTick.start(kTick);
   FScan->Start(paths, folderMode);
@@ -61,8 +63,19 @@ TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
           .Files = Rows(FScan->Files()),
           .DownloadFiles = Rows(FScan->DownloadFiles()),
           .Unreadable = ListUnreadable ? std::optional(FScan->UnreadableFolders()) : std::nullopt,
+          .Trees = FScan->FolderTrees(),
+          .Downloads = FDownloads,
+          .Begun = FBegun,
           .Stopped = FStopped,
           .Milliseconds = FClock.elapsed()};
+}
+
+QStringList TReportScan::FindLocations(const QStringList& paths) {
+  FDownloads = FindDownloads(paths);
+  QStringList directories;
+  for (const TDownloadLocation& location : FDownloads)
+    directories.append(location.Directory);
+  return directories;
 }
 
 void TReportScan::Interrupt() {

@@ -22,6 +22,7 @@ class TReportScan {
   void Interrupt();
 
  private:
+  [[nodiscard]] QStringList FindLocations(const QStringList& paths);
   void TakeStatus(const TMessage& message);
   void Tick();
   void End(bool stopped);
@@ -29,6 +30,8 @@ class TReportScan {
   const bool FShowProgress;
   QStringList FPaths;  // of the present run
   TProgressLine FLine;
+  std::vector<TDownloadLocation> FDownloads;  // written by the scan, as its own results are
+  QDateTime FBegun;
   bool FInterrupted = false;
   bool FStopped = false;
   QElapsedTimer FClock;

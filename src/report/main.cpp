@@ -2,10 +2,13 @@
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/Process.h"
+#include "report/HtmlPage.h"
 #include "report/ReportArguments.h"
 #include "report/ReportScan.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
+#include <QSaveFile>
 
 #include <cstdio>
 #include <cstdlib>
@@ -65,9 +68,41 @@ bool CheckPaths(const QStringList& paths) {
   return good;
 }
 
+bool IsStandardOutput(const QString& file) {
+  return file == u"-";
+}
+
+// Said before a scan that may take its time. What is no plain file, as a device, would be replaced by one.
+bool CheckPageFile(const QString& file) {
+  if (IsStandardOutput(file)) return true;
+  const QFileInfo target(file);
+  const QFileInfo folder(target.path());
+  const bool nameKept = QFile::encodeName(file) == NameToBytes(file);
+  if (nameKept && (target.exists() ? target.isFile() && target.isWritable() : !target.isSymLink()) &&
+      folder.isDir() && folder.isWritable())
+    return true;
+  Complain(file + u": the page can't be written there"_qs);
+  return false;
+}
+
+// To a name of its own beside the file, which takes the file's name when all is on the disk.
+bool WritePage(const QString& file, const QByteArray& page) {
+  if (IsStandardOutput(file)) {
+    Print(stdout, page);
+    return true;
+  }
+  QSaveFile target(file);
+  if (target.open(QIODevice::WriteOnly) && target.write(page) == page.size() && target.commit()) return true;
+  Complain(file + u": the page can't be written"_qs);
+  return false;
+}
+
 int Report(const TReportArguments& arguments, const QStringList& paths) {
+  const bool page = arguments.Format == TReportFormat::Html;
+  if (page && !CheckPageFile(arguments.HtmlFile)) return kFailed;
+  KeepFolderTrees = page;
   if (arguments.Elevate) AskForElevation = TALLYSCOPE_ASK_ON_TERMINAL_TOO;
-  ListUnreadable = arguments.Unreadable;
+  ListUnreadable = arguments.Unreadable || page;
   TReportScan scan(StdErrIsTerminal());
   SetInterruptTarget(&scan);
   const TReport report = scan.Run(paths, arguments.Folder);
@@ -80,6 +115,7 @@ int Report(const TReportArguments& arguments, const QStringList& paths) {
   }
   if (arguments.Format == TReportFormat::Text) Print(stdout, ReportAsText(report));
   if (arguments.Format == TReportFormat::Csv) Print(stdout, ReportAsCsv(report));
+  if (page && !WritePage(arguments.HtmlFile, ReportAsHtml(report))) return kFailed;
   return FinishOutput(kDone);
 }
 

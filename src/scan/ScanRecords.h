@@ -127,6 +127,9 @@ class TFileList {
   [[nodiscard]] TIterator end() const { return {*this, Count()}; }
   void Clear() { *this = {}; }
 
+  // What the files are packed in, in their order; spares those who look at all of them a record for each.
+  [[nodiscard]] const std::vector<TFileBlock>& Blocks() const { return FBlocks; }
+
  private:
   std::vector<TFileBlock> FBlocks;  // none is empty
   std::vector<int> FEnds;           // by block, the index behind its last file

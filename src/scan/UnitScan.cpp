@@ -139,10 +139,12 @@ void TTallyscopeScan::Start(const QStringList& paths, bool folderMode) {
   FDownloadFiles.Clear();
   FPathTotals.Clear();
   FUnreadable.clear();
+  FTrees.clear();
   FPaths = paths;
   FFolderMode = folderMode;
   FStopped.store(false);
   Tallyscope_SetElevation(AskForElevation);
+  Tallyscope_KeepFolderKinds(KeepFolderTrees ? 1 : 0);
   Resume();
 }
 
@@ -204,6 +206,7 @@ void TTallyscopeScan::ScanFolder(const QString& path) {
   FFolderCount = static_cast<quint32>(FWalker.FolderCount());
   FTotalSize = FWalker.TotalSize();
   FPathTotals.Add({FFileCount, FFolderCount, FTotalSize});
+  if (KeepFolderTrees) FTrees.push_back(TreeOfFiles(IncludeTrailingPathDelimiter(path), files));
   PostPhase(kPhaseDone);
 }
 
@@ -228,6 +231,7 @@ void TTallyscopeScan::ScanVolume(const QString& path) {
   Tallyscope_GetRecordCount(&FFileCount, &FFolderCount);
   FPathTotals.Add({FFileCount, FFolderCount, VolumeBytes(path), VolumeUsage()});
   if (ListUnreadable) PullUnreadable();
+  if (KeepFolderTrees) FTrees.push_back(TreeOfVolume());
   Tallyscope_Free();
   if (ticks) FTicker->Stop();
 }

@@ -4,6 +4,7 @@
 
 #include "platform/FileEnumeration.h"
 #include "platform/Messages.h"
+#include "scan/FolderTree.h"
 #include "scan/ScanRecords.h"
 #include "scan/Volindex.h"
 #include "support/TWorkerThread.h"
@@ -37,6 +38,9 @@ struct TPathUsage {
   std::optional<quint64> VolumeUsed;  // of a whole volume
   quint32 Unreadable = 0;             // folders
 };
+// Whether a scan keeps the folders of each path with what lies in them by kind of content. Read as a path is
+// begun.
+inline std::atomic<bool> KeepFolderTrees{false};
 
 // What one scanned path held.
 struct TPathTotals {
@@ -127,6 +131,8 @@ class TTallyscopeScan : public TWorkerThread {
   [[nodiscard]] const TList<TPathTotals>& PathTotals() const { return FPathTotals; }
   // Of all paths, if they were asked for by ListUnreadable.
   [[nodiscard]] const QStringList& UnreadableFolders() const { return FUnreadable; }
+  // The same paths' folders; none without KeepFolderTrees.
+  [[nodiscard]] const std::vector<TFolderTree>& FolderTrees() const { return FTrees; }
 
  protected:
   ~TTallyscopeScan() override;
@@ -156,6 +162,7 @@ class TTallyscopeScan : public TWorkerThread {
   quint64 FTotalSize = 0;
   TList<TPathTotals> FPathTotals;
   QStringList FUnreadable;
+  std::vector<TFolderTree> FTrees;
   bool FFolderMode = false;
   TList<TFileInfoEx> FFolders;
   TList<TFileInfoEx> FFiles;

@@ -2,6 +2,7 @@
 // who runs out of memory gets an empty scan.
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_folders.h"
 #include "volindex/include/volindex_usage.h"
 
 #include "volindex/index/ProgressPost.h"
@@ -26,6 +27,7 @@ constexpr size_t kMostBytesPerUnit = 3;
 
 struct TSession {
   std::atomic<bool> Stop{false};
+  std::atomic<bool> KeepKinds{false};
   volindex::TProgressPost Progress;
   std::string Root;  // the scanned path as it was given, with a delimiter at the end
   TVolumeIndex Index;
@@ -100,7 +102,7 @@ void Scan(TSession& session, const char16_t* path) {
   const std::string bytes = volindex::ToBytes(path);
   session.Root = WithDelimiter(bytes);
   const auto post = [&session](int percent) { session.Progress.Post(percent); };
-  session.Index = volindex::ScanVolume(bytes, {session.Stop, post});
+  session.Index = volindex::ScanVolume(bytes, {session.Stop, post, session.KeepKinds});
 }
 
 uint64_t TotalOf(const TSession& session, const char16_t* path) {
@@ -109,6 +111,12 @@ uint64_t TotalOf(const TSession& session, const char16_t* path) {
   const auto folder = session.Index.FindFolder(std::string_view(bytes).substr(session.Root.size()));
   return folder ? session.Index.FolderTotal(*folder) : 0;
 }
+
+bool HasFolder(uint32_t number) {
+  return number < Tallyscope_GetFolderEnd() && Session().Index.HasFolder(number);
+}
+
+static_assert(volindex::kKinds == TALLYSCOPE_KINDS);
 
 }  // namespace
 
@@ -194,6 +202,37 @@ void Tallyscope_Stop(void) {
 
 void Tallyscope_SetElevation(int32_t ask) {
   volindex::SetElevation(ask);
+}
+
+void Tallyscope_KeepFolderKinds(int32_t keep) {
+  Session().KeepKinds = keep != 0;
+}
+
+uint32_t Tallyscope_GetFolderEnd(void) {
+  const TVolumeIndex& index = Session().Index;
+  return index.KeepsKinds() ? index.FolderEnd() : 0;
+}
+
+uint8_t Tallyscope_GetFolder(uint32_t number, TTallyscopeFolder* folder) {
+  const TVolumeIndex& index = Session().Index;
+  if (!HasFolder(number) || folder == nullptr) return 0;
+  folder->Parent = index.FolderParent(number);
+  folder->Total = index.FolderTotal(number);
+  std::ranges::copy(index.FolderKinds(number), folder->Own);
+  return 1;
+}
+
+uint8_t Tallyscope_GetFolderName(uint32_t number, char16_t* name, uint32_t capacity) {
+  std::u16string text;
+  if (!HasFolder(number) || name == nullptr) return 0;
+  if (!Guarded([&] { text = volindex::ToUtf16(Session().Index.FolderName(number)); })) return 0;
+  if (text.size() >= capacity) return 0;
+  PutText(text, name);
+  return 1;
+}
+
+int32_t Tallyscope_GetKindOfName(const char16_t* name, uint32_t units) {
+  return static_cast<int32_t>(volindex::KindOf(std::u16string_view(name, name != nullptr ? units : 0)));
 }
 
 void Tallyscope_Free(void) {

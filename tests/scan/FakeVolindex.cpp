@@ -2,6 +2,7 @@
 
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_folders.h"
 #include "volindex/include/volindex_usage.h"
 
 #include <algorithm>
@@ -75,6 +76,19 @@ uint8_t Tallyscope_GetUnreadable(uint32_t index, char16_t* path, uint32_t) {
 }
 void Tallyscope_SetElevation(int32_t ask) {
   FakeElevation = ask;
+}
+void Tallyscope_KeepFolderKinds(int32_t) {}
+uint32_t Tallyscope_GetFolderEnd(void) {
+  return 0;
+}
+uint8_t Tallyscope_GetFolder(uint32_t, TTallyscopeFolder*) {
+  return 0;
+}
+uint8_t Tallyscope_GetFolderName(uint32_t, char16_t*, uint32_t) {
+  return 0;
+}
+int32_t Tallyscope_GetKindOfName(const char16_t*, uint32_t) {
+  return TALLYSCOPE_OTHER;
 }
 void Tallyscope_Stop(void) {
   ++FakeStops;

@@ -3,8 +3,10 @@ _tallyscope_report()
 {
     local cur prev words cword
     _init_completion || return
-    if [[ $cur == -* ]]; then
-        COMPREPLY=($(compgen -W '--json --csv --elevate --folder --unreadable --help --version' -- "$cur"))
+    if [[ $prev == --html ]]; then
+        _filedir html
+    elif [[ $cur == -* ]]; then
+        COMPREPLY=($(compgen -W '--json --csv --html --elevate --folder --unreadable --help --version' -- "$cur"))
     else
         _filedir -d
     fi

@@ -1,6 +1,7 @@
 complete -c tallyscope-report -f -a '(__fish_complete_directories)'
 complete -c tallyscope-report -l json -d 'Print one JSON object instead of text'
 complete -c tallyscope-report -l csv -d 'Print a table for spreadsheets'
+complete -c tallyscope-report -l html -r -F -d 'Write a page for any browser'
 complete -c tallyscope-report -l elevate -d 'Ask for consent to read volumes in bulk'
 complete -c tallyscope-report -l folder -d 'Walk one folder instead of reading drives'
 complete -c tallyscope-report -l unreadable -d 'List the folders that could not be read'

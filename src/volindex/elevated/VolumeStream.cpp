@@ -11,6 +11,7 @@ namespace volindex {
 namespace {
 
 constexpr size_t kProgressLength = 2;
+constexpr size_t kKindLength = 1 + 1 + 8;
 constexpr size_t kFolderHead = 1 + 4 + 8 + 8 + 4 + 2;
 constexpr size_t kFileHead = 1 + 4 + 8 + 2;
 constexpr size_t kUnreadableLength = 1 + 4;
@@ -82,6 +83,20 @@ std::vector<uint32_t> OwnFiles(const TVolumeIndex& index) {
   return own;
 }
 
+// The same by kind. What the name in the list tells of a file with several names may differ from what it was
+// added as; so no more is taken away than there is.
+std::vector<TKindBytes> OwnKinds(const TVolumeIndex& index) {
+  std::vector<TKindBytes> own(index.KeepsKinds() ? index.FolderEnd() : 0);
+  for (TFolderId id = 0; id < own.size(); ++id)
+    if (index.HasFolder(id)) own[id] = index.FolderKinds(id);
+  for (const TFileRecord& file : index.TopFiles()) {
+    if (own.empty()) break;
+    uint64_t& bytes = own[file.Folder][static_cast<size_t>(KindOf(file.Name))];
+    bytes -= std::min(bytes, file.Size);
+  }
+  return own;
+}
+
 // Numbers the folders in the order in which they are sent.
 class TFolderSender {
  public:
@@ -91,6 +106,7 @@ class TFolderSender {
         FBytes(OwnBytes(index)),
         FAllocated(OwnPart(index, &TVolumeIndex::FolderAllocated)),
         FFiles(OwnFiles(index)),
+        FKinds(OwnKinds(index)),
         FNumbers(index.FolderEnd(), kNoFolder) {}
 
   // Sends the folder behind those above it that have not been sent.
@@ -112,6 +128,8 @@ class TFolderSender {
     FNumbers[id] = FSent++;
     FFrames.Letter('D').Number(FNumbers[FIndex.FolderParent(id)]).Number(FBytes[id]);
     FFrames.Number(FAllocated[id]).Number(FFiles[id]).Name(FIndex.FolderName(id));
+    for (uint8_t kind = 1; kind < kKinds && !FKinds.empty(); ++kind)
+      if (FKinds[id][kind] != 0) FFrames.Letter('K').Number(kind).Number(FKinds[id][kind]);
   }
 
   const TVolumeIndex& FIndex;
@@ -119,6 +137,7 @@ class TFolderSender {
   const std::vector<uint64_t> FBytes;
   const std::vector<uint64_t> FAllocated;
   const std::vector<uint32_t> FFiles;
+  const std::vector<TKindBytes> FKinds;  // empty if the index keeps none
   std::vector<uint32_t> FNumbers;
   std::vector<TFolderId> FPath;
   uint32_t FSent = 0;
@@ -193,6 +212,7 @@ size_t TStreamParser::FrameLength(TBytes bytes) {
     const size_t length = letter == 'P'   ? kProgressLength
                           : letter == 'U' ? kUnreadableLength
                           : letter == 'E' ? kEndLength
+                          : letter == 'K' ? kKindLength
                                           : 1;
     return bytes.size() < length ? 0 : length;
   }
@@ -210,11 +230,14 @@ bool TStreamParser::Take(TBytes frame) {
     }
     case 'D':
       return TakeFolder(frame);
+    case 'K':
+      return TakeKind(frame);
     case 'F':
       return TakeFile(frame);
     case 'U':
       return TakeUnreadable(frame);
     case 'E':
+      AddFolderContent();
       FBuilder.Shard(0).CountBytesRead(Load<uint64_t>(frame, 1));
       FState = TStreamState::Done;
       return FFolders != 0;
@@ -228,18 +251,38 @@ bool TStreamParser::TakeFolder(TBytes frame) {
   const auto bytes = Load<uint64_t>(frame, 5);
   const auto allocated = Load<uint64_t>(frame, 13);
   const std::string_view name = NameIn(frame, kFolderHead);
-  TIndexShard& shard = FBuilder.Shard(0);
   TFolderId id = kRootFolder;
+  AddFolderContent();
   if (FFolders == 0) {
     if (parent != kRootFolder || !name.empty()) return false;
   } else {
     if (parent >= FFolders || FFolders >= FMostFolders || !IsName(name)) return false;
     id = FBuilder.ReserveFolder();
-    if (!shard.SetFolder(id, parent, name)) return false;
+    if (!FBuilder.Shard(0).SetFolder(id, parent, name)) return false;
   }
   ++FFolders;
   if (!Count(bytes, FBytes) || !Count(allocated, FAllocated)) return false;
-  shard.AddUnlisted(id, bytes, Load<uint32_t>(frame, 21), allocated);
+  FFolder = id;
+  FFolderBytes[static_cast<size_t>(TKind::Other)] = bytes;
+  FFolderFiles = Load<uint32_t>(frame, 21);
+  FFolderAllocated = allocated;
+  return true;
+}
+
+void TStreamParser::AddFolderContent() {
+  if (FFolder == kNoFolder) return;
+  FBuilder.Shard(0).AddUnlisted(FFolder, FFolderBytes, FFolderFiles, FFolderAllocated);
+  FFolder = kNoFolder;
+  FFolderBytes = {};
+}
+
+// A kind gets no more than is left of the folder's bytes.
+bool TStreamParser::TakeKind(TBytes frame) {
+  const auto kind = std::to_integer<size_t>(frame[1]);
+  if (FFolder == kNoFolder || kind == 0 || kind >= kKinds || FFolderBytes[kind] != 0) return false;
+  uint64_t& rest = FFolderBytes[static_cast<size_t>(TKind::Other)];
+  FFolderBytes[kind] = std::min(rest, Load<uint64_t>(frame, 2));
+  rest -= FFolderBytes[kind];
   return true;
 }
 
@@ -247,6 +290,7 @@ bool TStreamParser::TakeFile(TBytes frame) {
   const auto folder = Load<uint32_t>(frame, 1);
   const auto bytes = Load<uint64_t>(frame, 5);
   const std::string_view name = NameIn(frame, kFileHead);
+  AddFolderContent();
   if (folder >= FFolders || FFiles >= kTopCount || !IsName(name) || !Count(bytes, FBytes)) return false;
   ++FFiles;
   FBuilder.Shard(0).AddFile(folder, name, bytes);

@@ -13,6 +13,9 @@
 //   'U'  u32 folder                        a folder that could not be read; by rising numbers
 //   'E'  u64 bytes read                    the end; nothing follows
 //
+// 'K' u8 kind, u64 bytes: of the bytes of the folder in the 'D' frame before, so many are of this kind
+// (index/ContentKinds.h), no kind twice; sent where the index keeps kinds, for all but the first kind.
+//
 // Folders are numbered as they come, each behind its parent; number 0 is the root, with an empty name and
 // itself as parent. A sender that can't read the volume closes the pipe without an 'E'.
 #pragma once
@@ -27,6 +30,9 @@
 namespace volindex {
 
 inline constexpr std::string_view kStreamMark{"TSVOL\0\0\2", 8};
+
+// What the sending program gets behind its path where the index shall keep kinds.
+inline constexpr std::string_view kKindsWord = "kinds";
 
 // Takes the next bytes to be sent; false when the receiver is gone. May be called while another thread is in
 // it.
@@ -57,7 +63,9 @@ class TStreamParser {
   [[nodiscard]] static size_t FrameLength(TBytes bytes);
   [[nodiscard]] bool Take(TBytes frame);
   [[nodiscard]] bool TakeFolder(TBytes frame);
+  [[nodiscard]] bool TakeKind(TBytes frame);
   [[nodiscard]] bool TakeFile(TBytes frame);
+  void AddFolderContent();
   [[nodiscard]] bool TakeUnreadable(TBytes frame);
   // Adds to a sum; false if it is more than any disk holds, so that no sum can overflow.
   [[nodiscard]] static bool Count(uint64_t bytes, uint64_t& sum);
@@ -68,6 +76,11 @@ class TStreamParser {
   std::vector<std::byte> FRest;  // the beginning of a frame
   TStreamState FState = TStreamState::Reading;
   bool FBegun = false;
+  // What the folder of the last 'D' frame holds, which is added when its last 'K' frame has come.
+  TFolderId FFolder = kNoFolder;
+  TKindBytes FFolderBytes{};
+  uint64_t FFolderAllocated = 0;
+  uint32_t FFolderFiles = 0;
   uint64_t FFolders = 0;
   uint64_t FFiles = 0;
   uint64_t FBytes = 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <unordered_map>
 #include <utility>
 
@@ -59,8 +60,9 @@ class TCoverTree {
 
 }  // namespace
 
-TIndexShard::TIndexShard(TFolderTable& folders, TFolderOrder order, size_t linkTextRoom)
+TIndexShard::TIndexShard(TFolderTable& folders, TFolderKinds* kinds, TFolderOrder order, size_t linkTextRoom)
     : FFolders(folders),
+      FKinds(kinds),
       FOrder(order),
       FTop(folders, order == TFolderOrder::ParentsFirst),
       FLinks(folders, order == TFolderOrder::ParentsFirst, linkTextRoom) {}
@@ -84,12 +86,13 @@ void TIndexShard::AddFile(TFolderId parent, std::string_view name, uint64_t size
   FPendingSize += size;
   FPendingAllocated += allocated;
   ++FPendingFiles;
+  if (FKinds != nullptr) FPendingKinds[static_cast<size_t>(KindOf(name))] += size;
   FTop.Add(parent, name, size);
 }
 
 void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key,
                                 uint64_t allocated) {
-  if (FSecondPass == nullptr) return FLinks.Add(parent, name, size, key, allocated);
+  if (FSecondPass == nullptr) return FLinks.Add(parent, name, size, key, allocated, KindIfKept(name));
   if ((*FSecondPass)[parent] != TFolderState::Counted) return;
   FOpenLinks->Note(FFolders, parent, name, key.File);
   FTop.Add(parent, name, size, key.File + 1);
@@ -97,9 +100,20 @@ void TIndexShard::AddLinkedFile(TFolderId parent, std::string_view name, uint64_
 
 void TIndexShard::FlushPending() {
   if (FPendingFiles != 0) FFolders.AddContent(FPendingFolder, FPendingSize, FPendingFiles, FPendingAllocated);
+  if (FKinds != nullptr && FPendingFiles != 0) FKinds->Add(FPendingFolder, std::exchange(FPendingKinds, {}));
   FPendingFolder = kNoFolder;
   FPendingSize = FPendingAllocated = 0;
   FPendingFiles = 0;
+}
+
+void TIndexShard::AddUnlisted(TFolderId folder, const TKindBytes& bytes, uint32_t files, uint64_t allocated) {
+  FFolders.AddContent(folder, std::accumulate(bytes.begin(), bytes.end(), uint64_t{0}), files, allocated);
+  if (FKinds != nullptr) FKinds->Add(folder, bytes);
+}
+
+void TIndexShard::WithdrawFile(TFolderId parent, uint64_t size, uint64_t allocated, TKind kind) {
+  FFolders.RemoveContent(parent, size, 1, allocated);
+  if (FKinds != nullptr) FKinds->Remove(parent, kind, size);
 }
 
 TIndexBuilder::TIndexBuilder(size_t linkTextRoom) : FLinkTextRoom(linkTextRoom) {
@@ -112,6 +126,7 @@ void TIndexBuilder::Begin(unsigned shards, TFolderOrder order) {
   FShards.clear();
   FIndex = TVolumeIndex();
   FFolders = std::make_unique<TFolderTable>();
+  FKinds = FKeepsKinds ? std::make_unique<TFolderKinds>() : nullptr;
   FOrder = order;
   FExcluded.clear();
   FLinkedTop.emplace(*FFolders, true);
@@ -120,7 +135,7 @@ void TIndexBuilder::Begin(unsigned shards, TFolderOrder order) {
   FSecondPass = false;
   shards = std::max(shards, 1U);
   for (unsigned shard = 0; shard < shards; ++shard)
-    FShards.push_back(std::make_unique<TIndexShard>(*FFolders, order, FLinkTextRoom / shards));
+    FShards.push_back(std::make_unique<TIndexShard>(*FFolders, FKinds.get(), order, FLinkTextRoom / shards));
 }
 
 void TIndexBuilder::ExcludeFolder(TFolderId id) {
@@ -143,7 +158,7 @@ TFinish TIndexBuilder::Finish(const std::atomic<bool>& stop) {
     PrepareSecondPass();
     return TFinish::TopListAgain;
   }
-  FOpenLinks.Settle(*FFolders);
+  FOpenLinks.Settle(*FFolders, FKinds.get());
   SortUnreadable();
   return MakeTotals(stop) ? TFinish::Done : FinishStopped();
 }
@@ -195,7 +210,9 @@ bool TIndexBuilder::ResolveFolders(const std::atomic<bool>& stop) {
   for (TFolderId id = 0; id < count; ++id) {
     if (StopSeen(stop, id)) return false;
     ResolveFolder(id, path);
-    if (FStates[id] != TFolderState::Counted) FFolders->ClearContent(id);
+    if (FStates[id] == TFolderState::Counted) continue;
+    FFolders->ClearContent(id);
+    if (FKinds != nullptr) FKinds->Clear(id);
   }
   return true;
 }
@@ -249,18 +266,23 @@ void TIndexBuilder::AddLinks(std::span<TLinkedName> sorted) {
   }
 }
 
+void TIndexBuilder::AddContent(TFolderId id, const TLinkedName& file) {
+  FFolders->AddContent(id, file.Size, 1, file.Allocated);
+  if (FKinds != nullptr) FKinds->Add(id, file.Kind, file.Size);
+}
+
 // Where a text is missing the folder may be known all the same, but not whether the list has to show the
 // file.
 void TIndexBuilder::AddLink(std::span<TLinkedName> names) {
   const TLinkedName first = names.front();
   if (std::all_of(names.begin(), names.end(), [](const TLinkedName& name) { return name.HasText; })) {
-    FFolders->AddContent(first.Parent, first.Size, 1, first.Allocated);
+    AddContent(first.Parent, first);
     FLinkedTop->Add(first.Parent, first.Text, first.Size);
     return;
   }
   const TFolderId folder = FOpenLinks.FirstFolder(*FFolders, names);
   if (folder == kNoFolder) return;
-  FFolders->AddContent(folder, first.Size, 1, first.Allocated);
+  AddContent(folder, first);
   FLinkedTop->NoteDropped(first.Size);
 }
 
@@ -339,6 +361,7 @@ TVolumeIndex TIndexBuilder::TakeIndex() {
   for (const auto& shard : FShards)
     index.FNames.push_back(std::move(shard->FFolderNames));
   index.FFolders = std::move(FFolders);
+  index.FKinds = std::move(FKinds);
   index.FCounted.resize(FStates.size());
   for (size_t id = 0; id < FStates.size(); ++id)
     index.FCounted[id] = FStates[id] == TFolderState::Counted || FStates[id] == TFolderState::Covered;

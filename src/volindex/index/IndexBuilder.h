@@ -9,6 +9,7 @@
 // may get into the top list or belongs to a file with several names; of these a few megabytes, then no more.
 #pragma once
 
+#include "volindex/index/ContentKinds.h"
 #include "volindex/index/FolderTable.h"
 #include "volindex/index/LinkedFiles.h"
 #include "volindex/index/TopFiles.h"
@@ -40,7 +41,8 @@ enum class TFolderState : uint8_t { Unknown, OnPath, Counted, Covered, LeftOut }
 // One thread's part of the builder. Used by one thread at a time; never locks.
 class TIndexShard {
  public:
-  TIndexShard(TFolderTable& folders, TFolderOrder order, size_t linkTextRoom);
+  // `kinds` may be null: then no kind of content is looked at.
+  TIndexShard(TFolderTable& folders, TFolderKinds* kinds, TFolderOrder order, size_t linkTextRoom);
   TIndexShard(const TIndexShard&) = delete;
   TIndexShard& operator=(const TIndexShard&) = delete;
 
@@ -60,13 +62,18 @@ class TIndexShard {
       FFolders.AddContent(parent, 0, 0, allocated);
   }
 
-  // Takes a file back that was added, by whichever shard, when MayList had refused its size.
-  void WithdrawFile(TFolderId parent, uint64_t size, uint64_t allocated) {
-    FFolders.RemoveContent(parent, size, 1, allocated);
-  }
+  // Takes a file back that was added, by whichever shard, when MayList had refused its size; of the kind that
+  // KindIfKept had answered.
+  void WithdrawFile(TFolderId parent, uint64_t size, uint64_t allocated, TKind kind);
 
-  // Whether AddFile looks at the name of a file of that size.
+  // Whether a file of that size may get into the list.
   [[nodiscard]] bool MayList(uint64_t size) const { return FTop.MayTake(size); }
+  // Whether AddFile looks at the name of a file of that size.
+  [[nodiscard]] bool WantsName(uint64_t size) const { return FKinds != nullptr || MayList(size); }
+  // The kind by the name where kinds are kept, else Other.
+  [[nodiscard]] TKind KindIfKept(std::string_view name) const {
+    return FKinds != nullptr ? KindOf(name) : TKind::Other;
+  }
 
   // One of the names of a file with several. The file will count once, under that of its added names in
   // folders not left out whose full path sorts first.
@@ -74,9 +81,7 @@ class TIndexShard {
                      uint64_t allocated = 0);
 
   // What lies in a folder and is too small for the list, told as a sum.
-  void AddUnlisted(TFolderId folder, uint64_t bytes, uint32_t files, uint64_t allocated) {
-    FFolders.AddContent(folder, bytes, files, allocated);
-  }
+  void AddUnlisted(TFolderId folder, const TKindBytes& bytes, uint32_t files, uint64_t allocated);
 
   // A folder that could not be read, or not all of it; at most once for each.
   void AddUnreadable(TFolderId folder) { FUnreadable.push_back(folder); }
@@ -89,6 +94,7 @@ class TIndexShard {
   void FlushPending();
 
   TFolderTable& FFolders;
+  TFolderKinds* const FKinds;
   TFolderOrder FOrder;
   TTopFiles FTop;
   // In the second pass: which folders' files are wanted for the list, and the linked ones to be settled;
@@ -101,6 +107,7 @@ class TIndexShard {
   TFolderId FPendingFolder = kNoFolder;
   uint64_t FPendingSize = 0;
   uint64_t FPendingAllocated = 0;
+  TKindBytes FPendingKinds{};  // with FKinds
   uint32_t FPendingFiles = 0;
   std::vector<TFolderId> FUnreadable;
   uint64_t FBytesRead = 0;
@@ -115,6 +122,10 @@ class TIndexBuilder {
   ~TIndexBuilder();
   TIndexBuilder(const TIndexBuilder&) = delete;
   TIndexBuilder& operator=(const TIndexBuilder&) = delete;
+
+  // Whether the index shall tell the bytes of each folder's own files by kind. Called before Begin, by who
+  // starts the reader.
+  void KeepKinds(bool keep) { FKeepsKinds = keep; }
 
   // Forgets everything (also what a reader that handed over has left) but the covered paths, makes the
   // root folder and `shards` shards. Not thread-safe.
@@ -153,6 +164,7 @@ class TIndexBuilder {
  private:
   void FlushShards();
   void ResolveFolder(TFolderId id, std::vector<TFolderId>& path);
+  void AddContent(TFolderId id, const TLinkedName& file);
   void AddLinks(std::span<TLinkedName> sorted);
   void AddLink(std::span<TLinkedName> names);
   void SortUnreadable();
@@ -167,7 +179,9 @@ class TIndexBuilder {
   [[nodiscard]] TFinish FinishStopped();
 
   std::unique_ptr<TFolderTable> FFolders;
+  std::unique_ptr<TFolderKinds> FKinds;  // the same content as the table, while FKeepsKinds
   std::vector<std::unique_ptr<TIndexShard>> FShards;
+  bool FKeepsKinds = false;
   TFolderOrder FOrder = TFolderOrder::Any;
   std::vector<std::string> FCovers;
   std::mutex FExcludedLock;

@@ -37,7 +37,9 @@ uint64_t TakeNumber(const char*& at) {
 TLinkedName TakeName(const char*& at) {
   TLinkedName name;
   name.File = TakeNumber(at);
-  name.Device = static_cast<uint32_t>(TakeNumber(at));
+  const uint64_t deviceAndKind = TakeNumber(at);
+  name.Device = static_cast<uint32_t>(deviceAndKind / kKinds);
+  name.Kind = static_cast<TKind>(deviceAndKind % kKinds);
   name.Parent = static_cast<TFolderId>(TakeNumber(at));
   name.Size = TakeNumber(at);
   name.Allocated = TakeNumber(at);
@@ -54,10 +56,11 @@ TLinkedFiles::TLinkedFiles(const TFolderTable& folders, bool pathsKnown, size_t 
     : FFolders(folders), FPathsKnown(pathsKnown), FTextRoom(pathsKnown ? kAnyText : textRoom / kParts) {}
 
 void TLinkedFiles::Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key,
-                       uint64_t allocated) {
+                       uint64_t allocated, TKind kind) {
   TPart& part = FParts[key.File % kParts];
   const bool hasText = FTextRoom - part.TextBytes >= name.size();
-  part.Put({key.File, size, allocated, key.Device, parent, hasText, hasText ? name : std::string_view()});
+  part.Put(
+      {key.File, size, allocated, key.Device, parent, kind, hasText, hasText ? name : std::string_view()});
   if (part.Count >= part.CompactAt) Compact(part);
 }
 
@@ -69,8 +72,8 @@ void TLinkedFiles::TPart::Put(const TLinkedName& name) {
     Blocks.emplace_back().reserve(std::max(wanted, most));
   }
   std::string& block = Blocks.back();
-  for (const uint64_t number :
-       {name.File, uint64_t{name.Device}, uint64_t{name.Parent}, name.Size, name.Allocated})
+  for (const uint64_t number : {name.File, uint64_t{name.Device} * kKinds + static_cast<uint64_t>(name.Kind),
+                                uint64_t{name.Parent}, name.Size, name.Allocated})
     PutNumber(number, block);
   PutNumber(name.HasText ? name.Text.size() + 1 : 0, block);
   block += name.Text;
@@ -143,7 +146,7 @@ TFolderId TOpenLinks::FirstFolder(const TFolderTable& folders, std::span<TLinked
     if (below == kNoFolder) break;
   }
   part.Files.push_back({names.front().File, names.front().Size, names.front().Allocated,
-                        static_cast<uint32_t>(part.Places.size())});
+                        static_cast<uint32_t>(part.Places.size()), names.front().Kind});
   return kNoFolder;
 }
 
@@ -166,13 +169,15 @@ void TOpenLinks::Note(const TFolderTable& folders, TFolderId parent, std::string
 }
 
 // The last place of a file has nothing below.
-void TOpenLinks::Settle(TFolderTable& folders) const {
+void TOpenLinks::Settle(TFolderTable& folders, TFolderKinds* kinds) const {
   for (const TPart& part : FParts) {
     for (size_t file = 0; file < part.Files.size(); ++file) {
       size_t place = part.Begin(file);
       while (part.Places[place].Below != kNoFolder)
         ++place;
       folders.AddContent(part.Places[place].Folder, part.Files[file].Size, 1, part.Files[file].Allocated);
+      if (kinds != nullptr)
+        kinds->Add(part.Places[place].Folder, part.Files[file].Kind, part.Files[file].Size);
     }
   }
 }

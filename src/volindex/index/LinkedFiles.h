@@ -2,6 +2,7 @@
 // which that is not enough until a second pass has told the names again.
 #pragma once
 
+#include "volindex/index/ContentKinds.h"
 #include "volindex/index/FolderTable.h"
 
 #include <array>
@@ -27,6 +28,7 @@ struct TLinkedName {
   uint64_t Allocated = 0;
   uint32_t Device = 0;
   TFolderId Parent = kNoFolder;
+  TKind Kind = TKind::Other;
   bool HasText = false;   // without it nothing but the folder is known of the name
   std::string_view Text;  // void when the part that it comes from changes
 
@@ -36,8 +38,8 @@ struct TLinkedName {
 };
 
 // One thread's names, kept in parts by file so that no step over them takes long. A name is a run of bytes:
-// file, device, folder, size and what is allocated as numbers of 7 bits a byte, then its length plus one and
-// the text, or 0. That is 12 to 24 bytes without the text.
+// file, device with kind, folder, size and what is allocated as numbers of 7 bits a byte, then its length
+// plus one and the text, or 0. That is 12 to 24 bytes without the text.
 class TLinkedFiles {
  public:
   static constexpr size_t kParts = 64;  // all names of a file are in one part
@@ -46,7 +48,8 @@ class TLinkedFiles {
   // names in one folder the first is kept, and no more than `textRoom` bytes of text in all.
   TLinkedFiles(const TFolderTable& folders, bool pathsKnown, size_t textRoom);
 
-  void Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key, uint64_t allocated);
+  void Add(TFolderId parent, std::string_view name, uint64_t size, TLinkKey key, uint64_t allocated,
+           TKind kind = TKind::Other);
 
   void Append(size_t part, std::vector<TLinkedName>& names) const { FParts[part].AppendTo(names); }
   void Clear(size_t part) { FParts[part] = TPart(); }
@@ -88,8 +91,9 @@ class TOpenLinks {
   // A name told once more. Any thread, when all files are taken in.
   void Note(const TFolderTable& folders, TFolderId parent, std::string_view name, uint64_t file);
 
-  // Adds each file to the folder in which it has its first name.
-  void Settle(TFolderTable& folders) const;
+  // Adds each file to the folder in which it has its first name, and to the kinds where these are given. Its
+  // kind is that of one of its names, which as a rule end alike.
+  void Settle(TFolderTable& folders, TFolderKinds* kinds) const;
 
  private:
   struct TFile {
@@ -97,6 +101,7 @@ class TOpenLinks {
     uint64_t Size;
     uint64_t Allocated;
     uint32_t Places;  // the end of its places in the part
+    TKind Kind;
   };
   // A folder in which a file has names, behind the one that it lies in.
   struct TPlace {

@@ -2,6 +2,7 @@
 // Read by one thread.
 #pragma once
 
+#include "volindex/index/ContentKinds.h"
 #include "volindex/index/FolderTable.h"
 #include "volindex/index/TopFiles.h"
 
@@ -45,6 +46,11 @@ class TVolumeIndex {
   [[nodiscard]] uint64_t FolderAllocated(TFolderId id) const { return FFolders->Allocated(id); }
   // Those that lie directly in it.
   [[nodiscard]] uint32_t FolderFiles(TFolderId id) const { return FFolders->Files(id); }
+  // The bytes of the files that lie directly in it, by kind; where these were not kept there are none.
+  [[nodiscard]] bool KeepsKinds() const { return FKinds != nullptr; }
+  [[nodiscard]] TKindBytes FolderKinds(TFolderId id) const {
+    return KeepsKinds() ? FKinds->Of(id) : TKindBytes{};
+  }
   // The path relative to the root, a '/' at its end unless it is the root's own, empty one.
   [[nodiscard]] std::string FolderPath(TFolderId id) const { return FFolders->Path(id); }
   // False when it is longer than `limit` bytes.
@@ -61,6 +67,7 @@ class TVolumeIndex {
   [[nodiscard]] std::optional<TFolderId> FindChild(TFolderId parent, std::string_view name) const;
 
   std::unique_ptr<TFolderTable> FFolders;
+  std::unique_ptr<TFolderKinds> FKinds;  // may be null
   std::vector<TNameArena> FNames;
   std::vector<bool> FCounted;  // per folder: not left out
   std::vector<TFileRecord> FTopFiles;

@@ -74,6 +74,7 @@ TVolumeIndex ScanVolume(const std::string& path, const TScanControl& control, co
   const TReader* reader = nullptr;
   if (const std::optional<TScanRoot> root = DescribeScanRoot(path)) {
     TIndexBuilder builder;
+    builder.KeepKinds(control.KeepKinds);
     for (const std::string& mount : root->MountsBelow)
       builder.CoverPath(mount);
     reader = ReadWithFirst(readers, *root, builder, control);

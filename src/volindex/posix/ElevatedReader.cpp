@@ -168,6 +168,7 @@ TReadResult TElevatedReader::Read(const TScanRoot& root, TIndexBuilder& builder,
   std::vector<std::string> command = FCommand.empty() ? AskingCommand() : FCommand;
   if (command.empty()) return TReadResult::HandedOver;
   command.push_back(root.Path);
+  if (control.KeepKinds) command.emplace_back(kKindsWord);
   TStreamParser parser(builder, MostFolders(root.Path), control.Progress);
   TSender sender(command);
   if (!sender.Runs()) return TReadResult::HandedOver;

@@ -1,8 +1,8 @@
 // tallyscope-volume: reads one volume in bulk and writes its index to standard output (see VolumeStream.h).
-// The window starts it as the administrator, so it takes nothing from its surroundings: one argument, the
-// mount point of a fixed volume; no environment, no open files, and of the administrator's rights only those
-// that reading takes. It ends as soon as its standard input does, which is when the one who started it has
-// gone or wants no more.
+// The window starts it as the administrator, so it takes nothing from its surroundings: the mount point of a
+// fixed volume and perhaps one word more, whether kinds of content are asked for; no environment, no open
+// files, and of the administrator's rights only those that reading takes. It ends as soon as its standard
+// input does, which is when the one who started it has gone or wants no more.
 #include "volindex/elevated/VolumeStream.h"
 #include "volindex/index/VolumeScan.h"
 #include "volindex/system/ScanRoot.h"
@@ -123,7 +123,7 @@ volindex::TReaders BulkReaders() {
   return readers;
 }
 
-int SendVolume(const std::string& path, TOutput& output) {
+int SendVolume(const std::string& path, bool kinds, TOutput& output) {
   const volindex::TStreamSink sink = [&output](TBytes bytes) { return output.Send(bytes); };
   if (!volindex::SendMark(sink)) return kDone;
   const auto root = volindex::DescribeScanRoot(path);
@@ -132,21 +132,22 @@ int SendVolume(const std::string& path, TOutput& output) {
   const auto progress = [&sink](int percent) {
     if (!volindex::SendProgress(sink, percent)) _exit(kDone);
   };
-  const volindex::TVolumeIndex index = volindex::ScanVolume(path, {stop, progress}, BulkReaders());
+  const volindex::TVolumeIndex index = volindex::ScanVolume(path, {stop, progress, kinds}, BulkReaders());
   return index.FolderEnd() != 0 && volindex::SendIndex(sink, index) ? kDone : kUnreadable;
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-  const std::string path = count == 2 ? arguments[1] : "";
+  const bool kinds = count == 3 && arguments[2] == volindex::kKindsWord;
+  const std::string path = count == 2 || kinds ? arguments[1] : "";
   if (!path.starts_with('/')) return kWrongUsage;
   if (!LeaveSurroundings()) return kUnreadable;
   static TOutput output;  // outlives the watch
   int exitCode = kUnreadable;
   try {
     std::thread([] { KeepWatch(output); }).detach();
-    exitCode = SendVolume(path, output);
+    exitCode = SendVolume(path, kinds, output);
   } catch (...) {
     // For want of memory: the other side reads the volume in another way.
   }

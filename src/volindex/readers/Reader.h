@@ -34,6 +34,8 @@ struct TScanControl {
   const std::atomic<bool>& Stop;
   // Reports 1 to 99; any thread. A value that is not higher than all before is dropped by the receiver.
   std::function<void(int percent)> Progress;
+  // Whether the index shall tell folders' bytes by kind of content; the builder has been told.
+  bool KeepKinds = false;
 };
 
 enum class TReadResult {

@@ -2,6 +2,7 @@
 // fake, so that the linker takes none from the real one.
 #include "volindex/include/volindex.h"
 #include "volindex/include/volindex_elevation.h"
+#include "volindex/include/volindex_folders.h"
 #include "volindex/include/volindex_usage.h"
 
 extern "C" {
@@ -16,6 +17,11 @@ TALLYSCOPE_IMPORT(Tallyscope_GetFolderSize);
 TALLYSCOPE_IMPORT(Tallyscope_GetUsage);
 TALLYSCOPE_IMPORT(Tallyscope_GetUnreadable);
 TALLYSCOPE_IMPORT(Tallyscope_SetElevation);
+TALLYSCOPE_IMPORT(Tallyscope_KeepFolderKinds);
+TALLYSCOPE_IMPORT(Tallyscope_GetFolderEnd);
+TALLYSCOPE_IMPORT(Tallyscope_GetFolder);
+TALLYSCOPE_IMPORT(Tallyscope_GetFolderName);
+TALLYSCOPE_IMPORT(Tallyscope_GetKindOfName);
 TALLYSCOPE_IMPORT(Tallyscope_Stop);
 TALLYSCOPE_IMPORT(Tallyscope_Free);
 }

@@ -2,11 +2,16 @@
 set(expected
   Tallyscope_CheckFileSystem
   Tallyscope_Free
+  Tallyscope_GetFolder
+  Tallyscope_GetFolderEnd
+  Tallyscope_GetFolderName
   Tallyscope_GetFolderSize
+  Tallyscope_GetKindOfName
   Tallyscope_GetRecordByIndex
   Tallyscope_GetRecordCount
   Tallyscope_GetUnreadable
   Tallyscope_GetUsage
+  Tallyscope_KeepFolderKinds
   Tallyscope_OpenRecord
   Tallyscope_ScanLocalDrive
   Tallyscope_SetElevation

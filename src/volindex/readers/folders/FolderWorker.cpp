@@ -134,7 +134,7 @@ void TFolderWorker::AddFile(TFolderId parent, TEntryFacts& facts) {
   if (asks) FListing.CountLinks(facts);
   const bool mayHaveOthers = facts.Links > 1 || (asks && facts.Links == 0);
   if (!mayHaveOthers) {
-    if (facts.Links == 0) FSeen.AddSingle(facts.Number, parent, size);
+    if (facts.Links == 0) FSeen.AddSingle(facts.Number, parent, size, FShard.KindIfKept(FListing.Name()));
     return FShard.AddFile(parent, FListing.Name(), size, allocated);
   }
   if (untold) FSeen.AddLinked(facts.Number);

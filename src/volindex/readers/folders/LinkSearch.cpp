@@ -78,7 +78,7 @@ void TLinkSearch::Withdraw() {
     const TSeenFile& file = FRepeated[i];
     if (i == 0 || file.Number != FRepeated[i - 1].Number) found = FFound[i], counted = found != 0;
     if (file.Folder != kNoFolder && counted)
-      shard.WithdrawFile(file.Folder, file.Size, std::max<uint64_t>(found, 1) - 1);
+      shard.WithdrawFile(file.Folder, file.Size, std::max<uint64_t>(found, 1) - 1, file.Kind());
     counted = true;
   }
 }

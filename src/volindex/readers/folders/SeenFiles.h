@@ -2,21 +2,27 @@
 // were met more than once are found by their numbers.
 #pragma once
 
+#include "volindex/index/ContentKinds.h"
 #include "volindex/index/FolderTable.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
 #include <vector>
 
 namespace volindex {
+
+inline constexpr unsigned kSeenSizeBits = 29;
 
 struct TSeenFile {
   uint64_t Number = 0;
   // That it was added to by that name; none for a file whose names are all known as links.
   TFolderId Folder = kNoFolder;
-  uint32_t Size = 0;
+  // Both in the four bytes that a size alone would take.
+  uint32_t Size : kSeenSizeBits = 0;
+  uint32_t KindNumber : 32 - kSeenSizeBits = 0;
+
+  [[nodiscard]] TKind Kind() const { return static_cast<TKind>(KindNumber); }
 };
 
 // One thread at a time.
@@ -24,16 +30,16 @@ class TSeenFiles {
  public:
   static constexpr size_t kParts = 64;  // all that is seen of a file is in one part
 
-  [[nodiscard]] static constexpr bool Takes(uint64_t size) {
-    return size <= std::numeric_limits<uint32_t>::max();
-  }
+  [[nodiscard]] static constexpr bool Takes(uint64_t size) { return size < uint64_t{1} << kSeenSizeBits; }
 
   // A file that was added as if it had one name; of a size that Takes.
-  void AddSingle(uint64_t number, TFolderId folder, uint64_t size) {
-    FParts[number % kParts].push_back({number, folder, static_cast<uint32_t>(size)});
+  void AddSingle(uint64_t number, TFolderId folder, uint64_t size, TKind kind) {
+    constexpr uint32_t kMost = (1U << kSeenSizeBits) - 1;
+    FParts[number % kParts].push_back(
+        {number, folder, static_cast<uint32_t>(size) & kMost, static_cast<uint32_t>(kind) & 7U});
   }
   // A name of a file that is known to have others.
-  void AddLinked(uint64_t number) { FParts[number % kParts].push_back({number, kNoFolder, 0}); }
+  void AddLinked(uint64_t number) { FParts[number % kParts].push_back({number, kNoFolder, 0, 0}); }
 
   [[nodiscard]] bool Empty() const {
     return std::all_of(FParts.begin(), FParts.end(), [](const auto& part) { return part.empty(); });

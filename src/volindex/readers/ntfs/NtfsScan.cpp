@@ -198,7 +198,7 @@ bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
     const std::uint64_t length = record.Facts.Length();
     if (parent)
       worker.Shard.AddFile(*parent,
-                           worker.Shard.MayList(length) ? worker.TextOf(names[0]) : std::string_view(),
+                           worker.Shard.WantsName(length) ? worker.TextOf(names[0]) : std::string_view(),
                            length, record.Facts.Allocated());
     return true;
   }
