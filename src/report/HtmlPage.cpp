@@ -70,7 +70,7 @@ footer{color:var(--soft);font-size:13px}
 footer p{margin:6px 2px 0}
 @media (max-width:860px){main{padding:20px 16px 32px}.totals{grid-template-columns:repeat(auto-fit,minmax(130px,1fr));gap:10px}.two{grid-template-columns:minmax(0,1fr);gap:0}
 section{padding:16px 14px}.wide{display:none}.narrow{display:block;max-width:620px}h1{font-size:22px;margin-bottom:14px}.totals b{font-size:18px}}
-@media (max-width:480px){.b{display:none}}
+@media (max-width:480px){.b{display:none}.totals li:first-child:nth-last-child(odd){grid-column:1/-1}}
 @media print{body{background:none}section{break-inside:avoid}}
 )css";
 

@@ -78,9 +78,12 @@ QString ShownText(const QString& text) {
 
 QByteArray HtmlText(const QString& text, qsizetype mostBytes) {
   if (text.size() <= mostBytes && IsPlain(text)) return text.toLatin1();
+  // Each unit makes a byte or more, so that what is left out here would be left out below.
+  const bool tooLong = text.size() / 2 > mostBytes;
+  const QString ends = tooLong ? text.left(mostBytes + 1) + text.right(mostBytes + 1) : text;
   std::vector<QByteArray> pieces;
   qsizetype bytes = 0;
-  for (const char32_t point : CodePoints(ShownText(text)))
+  for (const char32_t point : CodePoints(ShownText(ends)))
     bytes += pieces.emplace_back(Marked(point)).size();
   size_t begin = pieces.size();
   size_t end = begin;

@@ -20,9 +20,9 @@ struct TReport {
   std::span<const TFileInfoEx> DownloadFiles;
   std::optional<QStringList> Unreadable = {};  // folders; only if they are to be listed
   // For the page alone:
-  std::span<const TFolderTree> Trees;            // of the paths; none unless the scan was asked to keep them
-  std::span<const TDownloadLocation> Downloads;  // the folders of DownloadFiles
-  QDateTime Begun;
+  std::span<const TFolderTree> Trees = {};  // of the paths; none unless the scan was asked to keep them
+  std::span<const TDownloadLocation> Downloads = {};  // the folders of DownloadFiles
+  QDateTime Begun = {};
   bool Stopped = false;
   qint64 Milliseconds = 0;
 };

@@ -149,10 +149,12 @@ constexpr double kLabelHeight = 17;
 constexpr double kLabelPadding = 10;
 constexpr double kLabelInset = 3;  // from the folder's edge
 constexpr double kNarrowest = 40;  // text
+constexpr double kSpare = 1.04;    // for bold letters
+constexpr int kMostLetters = 400;  // that any label has room for
 
 // About, and rather more: which fonts a browser has is not known.
 double LetterWidth(char32_t point) {
-  if (TextColumns(QString::fromUcs4(&point, 1)) != 1) return 12;
+  if (point >= 0x80 && TextColumns(QString::fromUcs4(&point, 1)) != 1) return 12;
   if (QStringView(u"ijlIt.,:;'|!()[] ").contains(QChar(static_cast<char16_t>(point)))) return 4;
   return QChar::isUpper(point) || point == U'm' || point == U'w' || point == U'@' || point == U'%' ? 8.4
                                                                                                    : 6.6;
@@ -234,10 +236,12 @@ std::vector<TMapLabel> LabelMap(const TFolderTree& tree, const TMap& map) {
     if (folder.Level == 0 || room < kNarrowest) continue;
     MoveBelow(labels, box);
     if (box.Y + kLabelHeight + kLabelInset > folder.Box.Y + folder.Box.Height) continue;
-    const QString text = Beginning(ShownText(PathInTree(tree, folder.Folder, folder.Top)), room);
+    const QString name = PathInTree(tree, folder.Folder, folder.Top).left(kMostLetters);
+    const QString text = Beginning(ShownText(name), room);
     QString size = SizeToText(static_cast<qint64>(tree.Folders[static_cast<size_t>(folder.Folder)].Total));
     if (TextWidth(text + u' ' + size) > room) size.clear();
-    box.Width = kLabelPadding + TextWidth(size.isEmpty() ? text : text + u' ' + size);
+    box.Width =
+        std::min(kLabelPadding + kSpare * TextWidth(size.isEmpty() ? text : text + u' ' + size), box.Width);
     labels.push_back({box, folder.Folder, folder.Level, text, size});
   }
   return labels;

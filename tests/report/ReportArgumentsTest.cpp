@@ -17,6 +17,7 @@ TEST(ReportArguments, AreTakenApart) {
   } cases[] = {{u"a"_qs, TReportAction::Scan, kText, false, u"a"_qs},
                {u"--json a --folder"_qs, TReportAction::Scan, TReportFormat::Json, true, u"a"_qs},
                {u"--csv a"_qs, TReportAction::Scan, TReportFormat::Csv, false, u"a"_qs},
+               {u"--html -- a"_qs, TReportAction::Scan, TReportFormat::Html, false, u"a"_qs},
                {u"a b a"_qs, TReportAction::Scan, kText, false, u"a b a"_qs},
                {u"-- --json"_qs, TReportAction::Scan, kText, false, u"--json"_qs},
                {u"-"_qs, TReportAction::Scan, kText, false, u"-"_qs},

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
 #include <QJsonArray>
 
 namespace {
@@ -72,6 +74,7 @@ TEST(ReportProgram, AnswersWithItsExitStatus) {
                      {{tree.Path(), missing}, 1, "", "missing: no such folder\n"},
                      {{}, 2, "", "no path given\nUsage:"},
                      {{u"--nonsense"_qs}, 2, "", "unknown option --nonsense\n"},
+                     {{u"--html"_qs}, 2, "", "--html needs a file\n"},
                      {{u"--folder"_qs, tree.Path(), tree.Path()}, 2, "", "exactly one path\n"}};
   for (const auto& [arguments, exitCode, out, err] : cases) {
     const TRun run = RunProgram(arguments);
@@ -80,4 +83,33 @@ TEST(ReportProgram, AnswersWithItsExitStatus) {
     EXPECT_TRUE(run.Err.contains(err) && run.Err.isEmpty() == err.isEmpty()) << run.Err.constData();
     EXPECT_LE(exitCode == 1 ? run.Err.count('\n') : 0, 1);
   }
+}
+
+// The map is the same whoever has read the folders.
+TEST(ReportProgram, APageIsWrittenWholeOrNotAtAll) {
+  TTempTree tree;
+  tree.MakeFile("scanned/a/one.png", 5000);
+  tree.MakeFile("scanned/a/b/two.mp3", 2000);
+  tree.MakeFile("scanned/c/three", 1000);
+  tree.MakeFile("page.html", 3);
+  const QString page = tree.Path("page.html");
+  const QString scanned = tree.Path("scanned");
+  const TRun written = RunProgram({u"--html"_qs, page, scanned});
+  EXPECT_EQ(std::tuple(written.ExitCode, written.Out, written.Err), std::tuple(0, "", ""));
+  const TRun printed = RunProgram({u"--folder"_qs, u"--html"_qs, u"-"_qs, scanned});
+  const auto map = [](const QByteArray& html) {
+    return html.mid(html.indexOf("<svg"), html.lastIndexOf("</svg>") - html.indexOf("<svg"));
+  };
+  QFile file(page);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray html = file.readAll();
+  EXPECT_TRUE(html.endsWith("</html>\n") && html.contains("pictures, 4.88") && html.contains("(5000 bytes)"));
+  EXPECT_EQ(map(html), map(printed.Out));
+  for (const QString& target : {scanned, tree.Path("missing/page.html")}) {
+    const TRun refused = RunProgram({u"--html"_qs, target, scanned});
+    EXPECT_EQ(refused.ExitCode, 1);
+    EXPECT_TRUE(refused.Err.contains("the page can't be written")) << refused.Err.constData();
+  }
+  EXPECT_EQ(QDir(tree.Path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+            QStringList({u"page.html"_qs, u"scanned"_qs}));
 }

@@ -27,6 +27,20 @@ namespace volindex {
   return answer;
 }
 
+// What lies in each folder adds up to what it holds beside the folders in it.
+inline void ExpectKindsAddUp(const TVolumeIndex& index) {
+  std::vector<uint64_t> below(index.FolderEnd(), 0);
+  for (TFolderId id = 1; id < index.FolderEnd(); ++id)
+    if (index.HasFolder(id)) below[index.FolderParent(id)] += index.FolderTotal(id);
+  for (TFolderId id = 0; id < index.FolderEnd(); ++id) {
+    for (const uint64_t bytes : index.FolderKinds(id)) {
+      EXPECT_LE(bytes, index.FolderTotal(id)) << id;
+      below[id] += bytes;
+    }
+    EXPECT_EQ(below[id], index.HasFolder(id) ? index.FolderTotal(id) : 0) << id;
+  }
+}
+
 // By the reader of that name alone; an empty answer when it does not accept the path.
 [[nodiscard]] inline TAnswer AnswerOfReader(const char* reader, const std::string& path) {
   const std::atomic<bool> goOn{false};

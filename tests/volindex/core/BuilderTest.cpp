@@ -47,6 +47,7 @@ class TRandomVolume {
   // The answer of a builder that is told all this by that many shards, after however many passes.
   TAnswer Build(unsigned shards, size_t linkTextRoom, unsigned& secondPasses) {
     TIndexBuilder builder(linkTextRoom);
+    builder.KeepKinds(true);
     builder.Begin(shards, FWhole ? TFolderOrder::ParentsFirst : TFolderOrder::Any);
     for (TFolderId id = 1; id < kFolders; ++id) {
       EXPECT_EQ(builder.ReserveFolder(), id);
@@ -66,6 +67,7 @@ class TRandomVolume {
     }
     EXPECT_EQ(result, TFinish::Done);
     const TVolumeIndex index = builder.TakeIndex();
+    ExpectKindsAddUp(index);
     for (TFolderId id = 0; id < kFolders; ++id)
       EXPECT_EQ(index.FolderAllocated(id), kBlocks * index.FolderTotal(id)) << id;
     return AnswerOf(index);

@@ -1,6 +1,7 @@
 // The folders reader, the readers in turn, and what they ask of the system.
 #include "volindex/IndexAnswer.h"
 #include "volindex/TestTree.h"
+#include "volindex/index/ContentKinds.h"
 #include "volindex/index/RunThreads.h"
 #include "volindex/index/Wtf8.h"
 #include "volindex/readers/ByteSource.h"
@@ -111,6 +112,7 @@ TVolumeIndex SearchAfter(TTestTree& tree, std::initializer_list<const char*> fol
   const std::atomic<bool> stop{false};
   const TScanControl control{stop, [](int) {}};
   TIndexBuilder builder;
+  builder.KeepKinds(true);
   TFolderHandle root;
   TEntryFacts facts;
   builder.Begin(1, TFolderOrder::ParentsFirst);
@@ -134,7 +136,7 @@ TVolumeIndex SearchAfter(TTestTree& tree, std::initializer_list<const char*> fol
     listing.Start(handle);
     while (listing.Next() == TAccess::Ok && listing.Facts(facts) == TAccess::Ok) {
       builder.Shard(0).AddFile(id, listing.Name(), facts.Size);
-      scan.Seen[0].AddSingle(facts.Number, id, facts.Size);
+      scan.Seen[0].AddSingle(facts.Number, id, facts.Size, builder.Shard(0).KindIfKept(listing.Name()));
     }
   }
   for (const char* folder : gone)
@@ -148,14 +150,15 @@ TVolumeIndex SearchAfter(TTestTree& tree, std::initializer_list<const char*> fol
 TEST(LinkSearch, NothingThatWasCountedGetsLost) {
   for (const bool gone : {false, true}) {
     TTestTree tree;
-    tree.AddFile("b/both", 100);
-    tree.AddLink("b/both", "a/both");
+    tree.AddFile("b/both.mp3", 100);
+    tree.AddLink("b/both.mp3", "a/both.mp3");
     tree.AddFile("b/thrice", 10);
     tree.AddLink("b/thrice", "b/thrice again");
     tree.AddLink("b/thrice", "c/thrice");
     tree.AddFile("c/one", 1);
     const TVolumeIndex index =
         gone ? SearchAfter(tree, {"c", "b", "a"}, {"a", "b"}) : SearchAfter(tree, {"c", "b", "a"}, {});
+    ExpectKindsAddUp(index);
     EXPECT_EQ(index.FileCount(), 3U);
     EXPECT_EQ(index.FolderTotal(kRootFolder), 111U);
     EXPECT_EQ(index.FolderTotal(3), 100U) << "a";
@@ -263,6 +266,33 @@ TEST(Wtf8, NamesBecomeBytesWithoutLoss) {
     AppendWtf8(std::as_bytes(std::span(each.Text)), bytes);
     EXPECT_EQ(bytes, each.Bytes);
     EXPECT_EQ(Wtf8Length(std::as_bytes(std::span(each.Text))), bytes.size());
+  }
+}
+
+TEST(KindOf, GoesByTheEndingAlone) {
+  const std::pair<std::string, TKind> cases[] = {{"a.jpg", TKind::Pictures},
+                                                 {"A.B.JPeG", TKind::Pictures},
+                                                 {"\xff\xC3\xA4.mkv", TKind::Video},
+                                                 {"x.flac", TKind::Audio},
+                                                 {"x.pdf", TKind::Documents},
+                                                 {"x.tar.gz", TKind::Archives},
+                                                 {"x.7z", TKind::Archives},
+                                                 {"x.squashfs", TKind::Archives},
+                                                 {"x.c", TKind::Code},
+                                                 {"libx.so", TKind::Programs},
+                                                 {"libx.so.6.0.31", TKind::Programs},
+                                                 {"x.appimage", TKind::Programs},
+                                                 {"x.xappimage", TKind::Other},
+                                                 {"x.123456789", TKind::Other},
+                                                 {"x.jp\xC3\xA4", TKind::Other},
+                                                 {".png", TKind::Other},
+                                                 {"png", TKind::Other},
+                                                 {"x.png.", TKind::Other},
+                                                 {"x.png~", TKind::Other},
+                                                 {"", TKind::Other}};
+  for (const auto& [name, kind] : cases) {
+    EXPECT_EQ(KindOf(name), kind) << name;
+    EXPECT_EQ(KindOf(ToUtf16(name)), kind) << name;
   }
 }
 

@@ -1,11 +1,13 @@
 // The shared library from the outside: the order of calls and what a caller may get wrong.
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_folders.h"
 
 #include "volindex/TestSystem.h"
 #include "volindex/TestTree.h"
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <tuple>
@@ -153,6 +155,35 @@ TEST_F(VolindexLibrary, NothingIsLeftAfterAStopOrOfWhatIsDeclined) {
   Tallyscope_ScanLocalDrive(u"/no such folder/");
   Tallyscope_ScanLocalDrive(nullptr);
   EXPECT_EQ(Tallyscope_GetRecordCount(nullptr, nullptr), 0U);
+}
+
+TEST_F(VolindexLibrary, TellsWhatLiesInEachFolderByKindOnlyWhenAsked) {
+  FTree.AddFile("a/one.png", 100);
+  FTree.AddLink("a/one.png", "b/again");
+  FTree.AddFile("a/two.mp3", 10);
+  FTree.AddFile("a/long name \u00E4/x", 1);
+  TTallyscopeFolder folder{};
+  Scan();
+  EXPECT_EQ(Tallyscope_GetFolderEnd(), 0U);
+  EXPECT_EQ(Tallyscope_GetFolder(0, &folder), 0);
+  Tallyscope_KeepFolderKinds(1);
+  Scan();
+  Tallyscope_KeepFolderKinds(0);
+  std::map<std::u16string, std::tuple<uint64_t, uint64_t, uint64_t, uint64_t>> told;
+  for (uint32_t number = 0; number < Tallyscope_GetFolderEnd(); ++number) {
+    char16_t name[20];
+    ASSERT_TRUE(Tallyscope_GetFolder(number, &folder) != 0 &&
+                Tallyscope_GetFolderName(number, name, 20) != 0);
+    told[name] = {folder.Total, folder.Own[TALLYSCOPE_PICTURES], folder.Own[TALLYSCOPE_AUDIO],
+                  folder.Own[TALLYSCOPE_OTHER]};
+    EXPECT_EQ(folder.Parent == 0, std::u16string(name) != u"long name \u00E4") << number;
+    EXPECT_EQ(Tallyscope_GetFolderName(number, name, static_cast<uint32_t>(std::u16string(name).size())), 0);
+  }
+  EXPECT_EQ(told, (decltype(told){{u"", {111, 0, 0, 0}},
+                                  {u"a", {111, 100, 10, 0}},
+                                  {u"b", {0, 0, 0, 0}},
+                                  {u"long name \u00E4", {1, 0, 0, 1}}}));
+  EXPECT_EQ(Tallyscope_GetFolder(Tallyscope_GetFolderEnd(), &folder), 0);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-/* The public header serves a C program. */
+/* The public headers serve a C program. */
 #include "volindex/include/volindex.h"
+#include "volindex/include/volindex_folders.h"
 
 uint32_t CountInC(const char16_t* path, uint32_t* folders);
 

@@ -75,6 +75,9 @@ std::string Folder(uint32_t parent, uint64_t bytes, uint32_t files, const std::s
 std::string File(uint32_t folder, uint64_t bytes, const std::string& name) {
   return 'F' + Number(folder, 4) + Number(bytes, 8) + Number(name.size(), 2) + name;
 }
+std::string Kind(uint8_t kind, uint64_t bytes) {
+  return 'K' + Number(kind, 1) + Number(bytes, 8);
+}
 const std::string kMark(kStreamMark);
 const std::string kRoot = Folder(0, 0, 0, "");
 std::string Unreadable(uint32_t folder) {
@@ -132,6 +135,9 @@ TEST(VolumeStream, WhatNoVolumeCanHoldIsRefused) {
       {"blocks that overflow", kMark + Folder(0, 0, 0, "", kHalf) + Folder(0, 0, 0, "a", kHalf)},
       {"an unreadable folder nowhere", kMark + kRoot + Unreadable(1)},
       {"one that is unreadable twice", kMark + kRoot + Unreadable(0) + Unreadable(0)},
+      {"a kind of no folder", kMark + Kind(1, 5)},
+      {"no kind", kMark + kRoot + Kind(0, 5)},
+      {"one kind too many", kMark + kRoot + Kind(8, 5)},
       {"too far", kMark + kRoot + 'P' + '\x64'},
       {"no frame", kMark + kRoot + 'X'},
       {"something behind the end", kMark + kRoot + kEnd + 'P'},
@@ -145,6 +151,24 @@ TEST(VolumeStream, WhatNoVolumeCanHoldIsRefused) {
     files += File(0, 1, "f" + std::to_string(i));
   EXPECT_EQ(Received(files + kEnd, 1000).State, TStreamState::Done);
   EXPECT_EQ(Received(files + File(0, 1, "more") + kEnd, 1000).State, TStreamState::Wrong);
+}
+
+TEST(VolumeStream, CarriesKindsAndNoMoreOfThemThanFoldersHold) {
+  const auto indexOf = [](const std::string& bytes) {
+    TIndexBuilder builder;
+    builder.KeepKinds(true);
+    TStreamParser parser(builder, kManyFolders, [](int) {});
+    EXPECT_EQ(parser.Feed(std::as_bytes(std::span(bytes))), TStreamState::Done);
+    const std::atomic<bool> goOn{false};
+    EXPECT_EQ(builder.Finish(goOn), TFinish::Done);
+    return builder.TakeIndex();
+  };
+  const TVolumeIndex index = indexOf(kMark + kRoot + Folder(0, 100, 3, "a") + Kind(1, 60) + Kind(7, 90) +
+                                     File(1, 1000, "b.mp3") + kEnd);
+  const TKindBytes kinds{0, 60, 0, 1000, 0, 0, 0, 40};
+  EXPECT_EQ(index.FolderKinds(1), kinds);
+  ExpectKindsAddUp(index);
+  EXPECT_EQ(indexOf(Sent(index)).FolderKinds(1), kinds);
 }
 
 class ElevatedReader : public testing::Test {
