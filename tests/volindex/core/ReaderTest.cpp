@@ -272,6 +272,11 @@ TEST(Wtf8, NamesBecomeBytesWithoutLoss) {
 TEST(KindOf, GoesByTheEndingAlone) {
   const std::pair<std::string, TKind> cases[] = {{"a.jpg", TKind::Pictures},
                                                  {"A.B.JPeG", TKind::Pictures},
+                                                 {"a long name.JPeG", TKind::Pictures},
+                                                 {"a long name.", TKind::Other},
+                                                 {"a long name.jp\xC3\xA4", TKind::Other},
+                                                 {"a long name.mp3.gz", TKind::Archives},
+                                                 {"a long name.mp3", TKind::Audio},
                                                  {"\xff\xC3\xA4.mkv", TKind::Video},
                                                  {"x.flac", TKind::Audio},
                                                  {"x.pdf", TKind::Documents},
