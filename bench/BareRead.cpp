@@ -35,10 +35,10 @@ bool ReadAll(int device, const std::vector<TPiece>& pieces) {
   std::atomic<size_t> next{0};
   std::atomic<bool> failed{false};
   const auto work = [&] {
-    std::vector<char> buffer(kLargestRead);
+    // To an odd address the system copies at half the speed.
+    alignas(4096) static thread_local char buffer[kLargestRead];
     for (size_t i = next++; i < pieces.size(); i = next++) {
-      const ssize_t got =
-          pread(device, buffer.data(), pieces[i].Length, static_cast<off_t>(pieces[i].Offset));
+      const ssize_t got = pread(device, buffer, pieces[i].Length, static_cast<off_t>(pieces[i].Offset));
       if (got != static_cast<ssize_t>(pieces[i].Length)) failed = true;
     }
   };
