@@ -29,6 +29,13 @@ class TPackedSize {
     return more << kLengthBits | length;
   }
 
+  // The same where what is allocated is told in bytes, which need not be whole blocks.
+  [[nodiscard]] constexpr std::optional<std::uint64_t> PackBytes(std::uint64_t length,
+                                                                 std::uint64_t allocated) const {
+    const std::uint64_t blocks = allocated >> FBlockBits;
+    return blocks << FBlockBits == allocated ? Pack(length, blocks) : std::nullopt;
+  }
+
   [[nodiscard]] constexpr TFileSize Unpack(std::uint64_t packed) const {
     const std::uint64_t length = packed & kLongest;
     return {length, (BlocksOf(length) + (packed >> kLengthBits) - kMostLess) << FBlockBits};

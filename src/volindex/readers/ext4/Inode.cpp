@@ -54,9 +54,9 @@ enum class TModeType : unsigned {
   constexpr std::uint64_t kUnit = 512;
   std::uint64_t units = Load<std::uint32_t>(bytes, 0x1C);
   if (super.HasLargeFiles) units = Join(Load<std::uint16_t>(bytes, 0x74), Load<std::uint32_t>(bytes, 0x1C));
-  const std::uint64_t unit =
-      super.HasLargeFiles && (flags & kFlagCountsBlocks) != 0 ? super.BlockSize : kUnit;
-  return std::min(units, super.BlockCount * super.BlockSize / unit) * unit;
+  if (super.HasLargeFiles && (flags & kFlagCountsBlocks) != 0)
+    return std::min(units, super.BlockCount) * super.BlockSize;
+  return std::min(units, super.BlockCount * (super.BlockSize / kUnit)) * kUnit;
 }
 
 [[nodiscard]] TFolderLayout LayoutOf(std::uint32_t flags) {

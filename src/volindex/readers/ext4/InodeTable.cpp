@@ -37,9 +37,7 @@ std::optional<std::vector<TTablePiece>> TInodeTable::Pieces(const std::atomic<bo
 
 TInodeTable::TEntry TInodeTable::EntryFor(const TInode& file, std::vector<TFileSize>& list) const {
   const TUse use = file.Links > 1 ? TUse::LinkedFile : TUse::File;
-  const bool wholeBlocks = file.Allocated % FSuper.BlockSize == 0;
-  if (const auto packed = FPacking.Pack(file.Size, file.Allocated / FSuper.BlockSize); packed && wholeBlocks)
-    return {use, *packed};
+  if (const auto packed = FPacking.PackBytes(file.Size, file.Allocated)) return {use, *packed};
   list.push_back({file.Size, file.Allocated});
   return {use, TEntry::kListed | (list.size() - 1)};
 }
