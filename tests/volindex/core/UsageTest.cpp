@@ -9,10 +9,12 @@
 
 #include <array>
 #include <chrono>
+#include <cstring>
 #include <thread>
 
 #include "volindex/TestSystem.h"
 #include "volindex/posix/Volumes.h"
+#include "volindex/readers/btrfs/TreeItems.h"
 #include "volindex/system/Utf16.h"
 
 namespace volindex {
@@ -122,6 +124,32 @@ TEST_P(VolumeUsage, AddsUpAndAgreesWithTheTool) {
 
 INSTANTIATE_TEST_SUITE_P(Kinds, VolumeUsage, testing::ValuesIn(kKinds),
                          [](const auto& row) { return row.param.Reader; });
+
+// Of what only older volumes have, or none that is new.
+TEST(VolumeUsage, PiecesOfBtrfsFilesOccupyWhatTheySay) {
+  const struct {
+    uint8_t Compression, Kind;
+    uint64_t Held, Place, Stored, Piece;
+    size_t Length;
+    std::optional<uint64_t> Bytes;
+  } rows[] = {{0, 1, 8192, 4096, 8192, 4096, 53, 4096},
+              {0, 1, 8192, 0, 0, 8192, 53, 0},
+              {0, 0, 100, 1, 1, 1, 121, 0},
+              {0, 2, 8192, 4096, 8192, 8192, 53, 8192},
+              {3, 1, 8192, 4096, 4096, 4096, 53, 2048},
+              {3, 1, 0, 4096, 4096, 4096, 53, 4096},
+              {0, 1, 8192, 4096, 8192, 4096, 52, {}},
+              {0, 0, 0, 0, 0, 0, 20, {}}};
+  for (const auto& row : rows) {
+    std::array<std::byte, 121> item{};
+    item[16] = std::byte{row.Compression};
+    item[20] = std::byte{row.Kind};
+    for (const auto& [at, value] :
+         {std::pair(8, row.Held), {21, row.Place}, {29, row.Stored}, {45, row.Piece}})
+      std::memcpy(item.data() + at, &value, sizeof value);
+    EXPECT_EQ(btrfs::ParseExtent(std::span(item).first(row.Length)), row.Bytes) << &row - rows;
+  }
+}
 
 TEST(VolumeUsage, UnreadableFoldersAreNamedInTheirOrder) {
   TTestTree tree;
