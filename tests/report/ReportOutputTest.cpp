@@ -127,5 +127,7 @@ TEST(VolumeBalance, AddsUpWhateverIsLeft) {
   const QByteArray text = ReportAsText(report);
   EXPECT_TRUE(text.contains(" on disk, 3 unreadable folders\n")) << text.constData();
   EXPECT_TRUE(text.endsWith("\n\nUnreadable folders\n  /a/shut\n")) << text.constData();
+  folder.Usage->Unreadable = 0;
+  EXPECT_TRUE(ReportAsText(report).contains(" on disk\n"));
   EXPECT_TRUE(ReportAsJson(report).contains("\"unreadableFolders\": [\n    \"/a/shut\"\n  ],\n"));
 }
