@@ -57,10 +57,11 @@ QByteArray Marked(char32_t point) {
   }
 }
 
-// Nearly all names.
+// Nearly all names: nothing to be told in letters, nothing that means anything to HTML.
 bool IsPlain(const QString& text) {
   return std::ranges::all_of(text, [](QChar c) {
-    return c >= u' ' && c <= u'~' && c != u'&' && c != u'<' && c != u'>' && c != u'"' && c != u'\'';
+    if (c > u'~') return !c.isSurrogate() && IsVisible(c.unicode()) && !IsMark(c.unicode());
+    return c >= u' ' && c != u'&' && c != u'<' && c != u'>' && c != u'"' && c != u'\'';
   });
 }
 
@@ -77,7 +78,8 @@ QString ShownText(const QString& text) {
 }
 
 QByteArray HtmlText(const QString& text, qsizetype mostBytes) {
-  if (text.size() <= mostBytes && IsPlain(text)) return text.toLatin1();
+  if (text.size() <= mostBytes && IsPlain(text))
+    if (const QByteArray plain = text.toUtf8(); plain.size() <= mostBytes) return plain;
   // Each unit makes a byte or more, so that what is left out here would be left out below.
   const bool tooLong = text.size() / 2 > mostBytes;
   const QString ends = tooLong ? text.left(mostBytes + 1) + text.right(mostBytes + 1) : text;
