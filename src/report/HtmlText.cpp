@@ -40,20 +40,28 @@ QString Named(char32_t point) {
   return point < 0x100 ? u"\\x"_qs + Hexadecimal(point, 2) : u"\\u"_qs + Hexadecimal(point, 4);
 }
 
-QByteArray Marked(char32_t point) {
+void AppendMarked(char32_t point, QByteArray& html) {
   switch (point) {
     case U'&':
-      return "&amp;";
+      html += "&amp;";
+      return;
     case U'<':
-      return "&lt;";
+      html += "&lt;";
+      return;
     case U'>':
-      return "&gt;";
+      html += "&gt;";
+      return;
     case U'"':
-      return "&quot;";
+      html += "&quot;";
+      return;
     case U'\'':
-      return "&#39;";
+      html += "&#39;";
+      return;
     default:
-      return QString::fromUcs4(&point, 1).toUtf8();
+      if (point < 0x80)
+        html += static_cast<char>(point);
+      else
+        html += QStringView(QChar::fromUcs4(point)).toUtf8();
   }
 }
 
@@ -72,7 +80,10 @@ QString ShownText(const QString& text) {
   QString shown;
   for (const char32_t point : CodePoints(text)) {
     if (shown.isEmpty() && IsMark(point)) shown += u'◌';
-    shown += IsVisible(point) ? QString::fromUcs4(&point, 1) : Named(point);
+    if (IsVisible(point))
+      shown += QStringView(QChar::fromUcs4(point));
+    else
+      shown += Named(point);
   }
   return shown;
 }
@@ -83,25 +94,15 @@ QByteArray HtmlText(const QString& text, qsizetype mostBytes) {
   // Each unit makes a byte or more, so that what is left out here would be left out below.
   const bool tooLong = text.size() / 2 > mostBytes;
   const QString ends = tooLong ? text.left(mostBytes + 1) + text.right(mostBytes + 1) : text;
-  std::vector<QByteArray> pieces;
-  qsizetype bytes = 0;
-  for (const char32_t point : CodePoints(ShownText(ends)))
-    bytes += pieces.emplace_back(Marked(point)).size();
-  size_t begin = pieces.size();
-  size_t end = begin;
-  if (bytes > mostBytes) {
-    qsizetype room = mostBytes / 3;
-    for (begin = 0; pieces[begin].size() <= room; ++begin)
-      room -= pieces[begin].size();
-    for (room += mostBytes - mostBytes / 3; pieces[end - 1].size() <= room; --end)
-      room -= pieces[end - 1].size();
-  }
   QByteArray html;
-  for (size_t i = 0; i < pieces.size(); ++i) {
-    if (i < begin || i >= end)
-      html += pieces[i];
-    else if (i == begin)
-      html += "…";
+  std::vector<qsizetype> begins;  // of each character, and the end
+  for (const char32_t point : CodePoints(ShownText(ends))) {
+    begins.push_back(html.size());
+    AppendMarked(point, html);
   }
-  return html;
+  begins.push_back(html.size());
+  if (html.size() <= mostBytes) return html;
+  const qsizetype front = *std::prev(std::ranges::upper_bound(begins, mostBytes / 3));
+  const qsizetype back = *std::ranges::lower_bound(begins, html.size() - (mostBytes - front));
+  return html.first(front) + "…" + html.sliced(back);
 }
