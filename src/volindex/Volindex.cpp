@@ -218,7 +218,8 @@ uint8_t Tallyscope_GetFolder(uint32_t number, TTallyscopeFolder* folder) {
   if (!HasFolder(number) || folder == nullptr) return 0;
   folder->Parent = index.FolderParent(number);
   folder->Total = index.FolderTotal(number);
-  std::ranges::copy(index.FolderKinds(number), folder->Own);
+  const volindex::TKindBytes own = index.FolderKinds(number);
+  std::copy(own.begin(), own.end(), folder->Own);
   return 1;
 }
 
