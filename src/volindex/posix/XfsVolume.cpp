@@ -81,8 +81,8 @@ class TMountedInodes : public TInodeSource {
 
   // A number is made of the group, the block within it and the inode within the block.
   [[nodiscard]] unsigned GroupBits() const override {
-    return static_cast<unsigned>(std::bit_width(FGeometry.GroupBlocks - 1) +
-                                 std::countr_zero(FGeometry.BlockSize / FGeometry.InodeSize));
+    return static_cast<unsigned>(std::bit_width(FGeometry.GroupBlocks - 1)) +
+           static_cast<unsigned>(std::countr_zero(FGeometry.BlockSize / FGeometry.InodeSize));
   }
 
  private:
