@@ -5,6 +5,7 @@
 #include "controls/skin/RdBitmap.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
