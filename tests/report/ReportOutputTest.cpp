@@ -84,7 +84,7 @@ TEST(ReportAsCsv, IsATableWithTheWholePathLast) {
   TReport report = kReport;
   report.DownloadFiles = kFolders;
   report.Unreadable = QStringList(u"/a/shut"_qs);
-  const QByteArray undecodable = HasDrives() ? "f\xed\xb3\xbf" : "f\\xff";
+  const QByteArray undecodable = HasDrives() ? "f?" : "f\\xff";
   const QByteArray odd = HasDrives() ? "q\"\"b\\n\n" : "q\"\"b\\\\n\n";
   EXPECT_EQ(ReportAsCsv(report),
             "kind,bytes,files,folders,allocated,volumeUsed,unreadable,path\n"
