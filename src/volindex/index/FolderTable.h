@@ -88,7 +88,7 @@ class TFolderTable {
     uint32_t Depth;
     TFolderId Jump;  // an ancestor, chosen so that any ancestor is reached in logarithmically many steps
   };
-  static constexpr unsigned kFirstChunkBits = 12;
+  static constexpr unsigned kFirstChunkBits = 8;
 
   [[nodiscard]] TRecord& At(TFolderId id) const;
   void MakeChunk(unsigned chunk);
@@ -97,8 +97,8 @@ class TFolderTable {
   [[nodiscard]] int CompareWithDescendant(TFolderId a, std::string_view nameA, TFolderId b,
                                           std::string_view nameB) const;
 
-  // Chunk k holds 4096 << k folders.
-  std::array<std::atomic<TRecord*>, 21> FChunks{};
+  // Chunk k holds 256 << k folders.
+  std::array<std::atomic<TRecord*>, 25> FChunks{};
   std::mutex FGrowLock;
   std::atomic<uint32_t> FCount{0};
 };

@@ -117,9 +117,9 @@ TEST(NtfsFixups, RestoreEachStrideOrRefuse) {
 }
 
 bool HoldsTogether(TBytes record) {
-  const auto header = ParseRecordHeader(record);
-  if (!header) return false;
-  TAttributeWalk walk(record, *header);
+  TRecordHeader header;
+  if (!ParseRecordHeader(record, header)) return false;
+  TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);) {
   }
   return !walk.Broken();

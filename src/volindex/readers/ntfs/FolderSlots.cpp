@@ -1,5 +1,6 @@
 #include "volindex/readers/ntfs/FolderSlots.h"
 
+#include <algorithm>
 #include <new>
 
 namespace volindex::ntfs {
@@ -22,12 +23,21 @@ TFolderSlots::TFolderSlots(TIndexBuilder& builder, std::uint64_t recordCount, TF
   FSlots[root.Record()] = Packed(0, root.Sequence());
 }
 
-std::optional<TFolderId> TFolderSlots::IdOfNewcomer(TFileReference folder) {
-  if (folder.Record() < kFirstUserRecord && folder.Record() != kRootRecord) return std::nullopt;
+bool TFolderSlots::PreparePart() {
+  constexpr std::uint64_t kSlotsPerPage = 4096 / sizeof(std::uint64_t);
+  constexpr std::uint64_t kPart = 64 * kSlotsPerPage;
+  const std::uint64_t first = FPrepared.fetch_add(kPart, std::memory_order_relaxed);
+  for (std::uint64_t slot = first; slot < std::min(first + kPart, FRecordCount); slot += kSlotsPerPage)
+    std::atomic_ref(FSlots[slot]).fetch_or(0, std::memory_order_relaxed);
+  return first < FRecordCount;
+}
+
+TFolderId TFolderSlots::IdOfNewcomer(TFileReference folder) {
+  if (folder.Record() < kFirstUserRecord && folder.Record() != kRootRecord) return kNoFolder;
   const auto slot = Slot(folder);
   std::uint64_t held = slot.load(std::memory_order_relaxed);
   if (held == 0) {
-    if (FClosed) return std::nullopt;
+    if (FClosed) return kNoFolder;
     const TFolderId id = FBuilder.ReserveFolder();
     if (slot.compare_exchange_strong(held, Packed(id, folder.Sequence()), std::memory_order_relaxed))
       return id;
@@ -36,14 +46,14 @@ std::optional<TFolderId> TFolderSlots::IdOfNewcomer(TFileReference folder) {
   return IdOfRival(folder);
 }
 
-std::optional<TFolderId> TFolderSlots::IdOfRival(TFileReference folder) {
+TFolderId TFolderSlots::IdOfRival(TFileReference folder) {
   const std::lock_guard lock(FRivalLock);
   const auto found = FRivals.find(folder);
   if (found != FRivals.end()) return found->second;
-  if (FClosed) return std::nullopt;
+  if (FClosed) return kNoFolder;
   if (FRivals.size() == kMaxRivals) {
     FOverfull = true;
-    return std::nullopt;
+    return kNoFolder;
   }
   return FRivals.emplace(folder, FBuilder.ReserveFolder()).first->second;
 }

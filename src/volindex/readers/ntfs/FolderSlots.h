@@ -8,7 +8,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 
 #include "volindex/index/IndexBuilder.h"
 #include "volindex/readers/ntfs/FileRecord.h"
@@ -24,15 +23,19 @@ class TFolderSlots {
   // The root's pair stands for folder 0. The builder must outlive the slots.
   TFolderSlots(TIndexBuilder& builder, std::uint64_t recordCount, TFileReference root);
 
-  // The identifier of the pair, made at its first use; nothing for a record that does not exist or belongs to
-  // the metadata. Any thread.
-  [[nodiscard]] std::optional<TFolderId> IdOf(TFileReference folder) {
-    if (folder.Record() >= FRecordCount) return std::nullopt;
+  // The identifier of the pair, made at its first use; kNoFolder for a record that does not exist or belongs
+  // to the metadata. Any thread.
+  [[nodiscard]] TFolderId IdOf(TFileReference folder) {
+    if (folder.Record() >= FRecordCount) return kNoFolder;
     const std::uint64_t held = Slot(folder).load(std::memory_order_relaxed);
     if (held != 0 && static_cast<std::uint16_t>(held) == folder.Sequence())
       return static_cast<TFolderId>((held >> 16) - 1);
     return IdOfNewcomer(folder);
   }
+
+  // Has the system give the table's memory, a part at each call; false when there is none left. A page that
+  // is read before it is written to would be given twice, and all processors told. Any thread.
+  [[nodiscard]] bool PreparePart();
 
   // From now on there is nothing for pairs not seen before. While no other thread asks.
   void Close() { FClosed = true; }
@@ -48,15 +51,15 @@ class TFolderSlots {
   [[nodiscard]] std::atomic_ref<std::uint64_t> Slot(TFileReference folder) const {
     return std::atomic_ref(FSlots[folder.Record()]);
   }
-  [[nodiscard]] std::optional<TFolderId> IdOfNewcomer(TFileReference folder);
-  [[nodiscard]] std::optional<TFolderId> IdOfRival(TFileReference folder);
+  [[nodiscard]] TFolderId IdOfNewcomer(TFileReference folder);
+  [[nodiscard]] TFolderId IdOfRival(TFileReference folder);
 
   TIndexBuilder& FBuilder;
   std::uint64_t FRecordCount;
   bool FClosed = false;
-  // Per record the first pair seen: identifier + 1, then the 16 bits of the sequence number. 0 is none. Of a
-  // large table only what is touched takes memory and time.
+  // Per record the first pair seen: identifier + 1, then the 16 bits of the sequence number. 0 is none.
   std::unique_ptr<std::uint64_t[], TFree> FSlots;
+  std::atomic<std::uint64_t> FPrepared{0};
   std::mutex FRivalLock;
   std::map<TFileReference, TFolderId> FRivals;  // pairs whose record has another pair in its slot
   std::atomic<bool> FOverfull{false};

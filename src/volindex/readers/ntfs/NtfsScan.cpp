@@ -10,7 +10,8 @@ namespace volindex::ntfs {
 
 namespace {
 
-constexpr std::size_t kShareBytes = 1u << 20;
+// What is read in one go: little enough to be parsed while the second-level cache still has it.
+constexpr std::size_t kShareBytes = 128u << 10;
 constexpr std::size_t kAhead = 8;  // records between the one parsed and the one asked for
 constexpr std::uint64_t kMaxRecords = 1u << 28;
 constexpr int kTries = 4;  // a record or a file may be caught while its volume's driver changes it
@@ -94,6 +95,8 @@ void TNtfsScan::Work(TWorker& worker) {
 
 bool TNtfsScan::TakeTable(TWorker& worker) {
   const std::uint64_t share = kShareBytes / FVolume.RecordSize();
+  while (!FControl.Stop && FSlots->PreparePart()) {
+  }
   worker.Buffer = TAlignedBytes(std::min<std::uint64_t>(share, FVolume.RecordCount()) * FVolume.RecordSize());
   while (!FFailed && !FControl.Stop) {
     const std::uint64_t first = FNext.fetch_add(share);
@@ -140,11 +143,10 @@ bool TNtfsScan::Understand(std::uint64_t number, std::span<std::byte> bytes, TRe
 bool TNtfsScan::Parse(std::span<std::byte> bytes, TRecord& record) const {
   record.Facts.Clear();
   if (!ApplyFixups(bytes)) return false;
-  const auto header = ParseRecordHeader(bytes);
-  if (!header) return false;
-  record.Header = *header;
-  record.Self = TFileReference(record.Self.Record(), header->Sequence);
-  return !header->InUse || GatherFacts(FVolume, bytes, *header, FDriver, record.Facts);
+  const TRecordHeader& header = record.Header;
+  if (!ParseRecordHeader(bytes, record.Header)) return false;
+  record.Self = TFileReference(record.Self.Record(), header.Sequence);
+  return !header.InUse || GatherFacts(FVolume, bytes, header, FDriver, record.Facts);
 }
 
 bool TNtfsScan::ReadRecord(std::uint64_t number, std::vector<std::byte>& bytes, TRecord& record) const {
@@ -194,10 +196,10 @@ bool TNtfsScan::JoinHolders(TWorker& worker) {
 bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
   const auto& names = record.Facts.Names;
   if (names.size() == 1 && !IsFolder(record)) {
-    const auto parent = FSlots->IdOf(names[0].Parent);
+    const TFolderId parent = FSlots->IdOf(names[0].Parent);
     const std::uint64_t length = record.Facts.Length();
-    if (parent)
-      worker.Shard.AddFile(*parent,
+    if (parent != kNoFolder)
+      worker.Shard.AddFile(parent,
                            worker.Shard.WantsName(length) ? worker.TextOf(names[0]) : std::string_view(),
                            length, record.Facts.Allocated());
     return true;
@@ -210,17 +212,17 @@ bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
 bool TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names) {
   TWaitingName& waiting = worker.Waiting;
   for (const TFileName& name : names) {
-    const auto parent = FSlots->IdOf(name.Parent);
-    if (!parent) continue;
+    const TFolderId parent = FSlots->IdOf(name.Parent);
+    if (parent == kNoFolder) continue;
     if (waiting.Parent != kNoFolder && IsFolder(base)) return false;
     const std::string_view text = worker.TextOf(name);
-    if (*parent == waiting.Parent && waiting.Text <= text) continue;
-    if (*parent != waiting.Parent && waiting.Parent != kNoFolder) {
+    if (parent == waiting.Parent && waiting.Text <= text) continue;
+    if (parent != waiting.Parent && waiting.Parent != kNoFolder) {
       worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()},
                                  base.Facts.Allocated());
       waiting.OthersTold = true;
     }
-    waiting.Parent = *parent;
+    waiting.Parent = parent;
     waiting.Text = text;
   }
   return true;
@@ -231,8 +233,8 @@ bool TNtfsScan::TellWaiting(TWorker& worker, const TRecord& base) {
   if (waiting.Parent == kNoFolder) return true;
   if (IsFolder(base)) {
     if (FFilesOnly) return true;
-    const auto id = FSlots->IdOf(base.Self);
-    return id && worker.Shard.SetFolder(*id, waiting.Parent, waiting.Text);
+    const TFolderId id = FSlots->IdOf(base.Self);
+    return id != kNoFolder && worker.Shard.SetFolder(id, waiting.Parent, waiting.Text);
   }
   if (waiting.OthersTold)
     worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()},

@@ -95,9 +95,9 @@ bool TNtfsVolume::MapTable(const std::atomic<bool>& stop) {
 
 // Record 0: the beginning of the table, its length, and the list of its further extents if it has one.
 bool TNtfsVolume::MapFirstExtent(TBytes record, std::vector<std::byte>& list) {
-  const auto header = ParseRecordHeader(record);
-  if (!header || !header->InUse || !header->IsBase()) return false;
-  TAttributeWalk walk(record, *header);
+  TRecordHeader header;
+  if (!ParseRecordHeader(record, header) || !header.InUse || !header.IsBase()) return false;
+  TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);) {
     if (attribute.Type == TAttributeType::AttributeList) {
       auto value = ReadValue(attribute, kMaxAttributeList);
@@ -126,10 +126,11 @@ bool TNtfsVolume::MapExtent(const TListEntry& entry) {
   const std::uint64_t mapped = MappedClusters(FTable) * FGeometry.ClusterSize / FGeometry.RecordSize;
   if (entry.Holder.Record() >= mapped || !ReadRecords(entry.Holder.Record(), record)) return false;
   if (!ApplyFixups(record)) return false;
-  const auto header = ParseRecordHeader(record);
-  if (!header || !header->InUse || header->Sequence != entry.Holder.Sequence() || header->Base.Record() != 0)
+  TRecordHeader header;
+  if (!ParseRecordHeader(record, header) || !header.InUse || header.Sequence != entry.Holder.Sequence() ||
+      header.Base.Record() != 0)
     return false;
-  TAttributeWalk walk(record, *header);
+  TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);)
     if (attribute.Type == TAttributeType::Data && !attribute.Named && !attribute.Resident &&
         attribute.LowestVcn == entry.LowestVcn)
