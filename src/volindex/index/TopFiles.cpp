@@ -7,8 +7,8 @@ namespace volindex {
 
 namespace {
 
-constexpr size_t kRoom = 4 * kTopCount;     // records before the list is pruned
-constexpr size_t kTieRoom = 2 * kTopCount;  // records after that, where paths are not known
+constexpr size_t kRoom = 5 * kTopCount / 2;  // records before the list is pruned
+constexpr size_t kTieRoom = 2 * kTopCount;   // records after that, where paths are not known
 
 auto BySizeThenPath(const TFolderTable& folders) {
   return [&folders](const TFileRecord& a, const TFileRecord& b) {

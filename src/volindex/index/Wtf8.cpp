@@ -43,13 +43,18 @@ bool NarrowFour(const std::byte* units, char* bytes) {
   return true;
 }
 
-// Appends the ASCII that the text begins with, nearly always all but the last few units; the position behind.
+// Appends the ASCII that the text begins with, nearly always all of it; the position behind.
 std::size_t AppendAscii(TBytes utf16, std::string& text) {
   std::array<char, 256> ascii;
   std::size_t length = 0;
   while (length + 4 <= ascii.size() && 2 * length + 8 <= utf16.size() &&
          NarrowFour(utf16.data() + 2 * length, ascii.data() + length))
     length += 4;
+  // The last few once more with those before them, as four.
+  const std::size_t units = utf16.size() / 2;
+  if (length >= 4 && units - length < 4 && units <= ascii.size() &&
+      NarrowFour(utf16.data() + 2 * (units - 4), ascii.data() + units - 4))
+    length = units;
   text.append(ascii.data(), length);
   return 2 * length;
 }

@@ -51,18 +51,55 @@ enum class TAttributeType : std::uint32_t {
   End = 0xFFFFFFFF,
 };
 
-struct TAttribute {
-  TAttributeType Type = TAttributeType::End;
-  bool Named = false;
-  bool Resident = true;
-  TBytes Value;                 // resident: the value
-  TBytes PackedRuns;            // not resident: the run list of this extent
-  std::uint64_t LowestVcn = 0;  // not resident: the first cluster of this extent
-  std::uint64_t DataSize = 0;   // the logical length in bytes; true in the first extent only
-  std::uint64_t InitializedSize = 0;
-  std::uint64_t AllocatedSize = 0;  // the bytes of its clusters, holes excluded; 0 if resident
+// Lies in its record, which must outlive it; what it tells is loaded from there when asked for. Made by the
+// walk below, which has checked all offsets in it.
+class TAttribute {
+ public:
+  TAttribute() = default;
+  explicit TAttribute(TBytes bytes) : FBytes(bytes) {}
 
-  [[nodiscard]] bool IsFirstExtent() const { return Resident || LowestVcn == 0; }
+  [[nodiscard]] TAttributeType Type() const { return Load<TAttributeType>(FBytes, 0); }
+  [[nodiscard]] bool Named() const { return Load<std::uint8_t>(FBytes, 0x09) > 0; }
+  [[nodiscard]] bool Resident() const { return Load<std::uint8_t>(FBytes, 0x08) == 0; }
+
+  // The value if it is resident, else nothing.
+  [[nodiscard]] TBytes Value() const {
+    return Resident() ? FBytes.subspan(Load<std::uint16_t>(FBytes, 0x14), Load<std::uint32_t>(FBytes, 0x10))
+                      : TBytes{};
+  }
+  // Not resident: the run list of this extent and the first cluster that it maps.
+  [[nodiscard]] TBytes PackedRuns() const { return FBytes.subspan(Load<std::uint16_t>(FBytes, 0x20)); }
+  [[nodiscard]] std::uint64_t LowestVcn() const { return Load<std::uint64_t>(FBytes, 0x10); }
+  [[nodiscard]] bool IsFirstExtent() const { return Resident() || LowestVcn() == 0; }
+
+  // The logical length in bytes, how much of it was ever written, and the bytes of its clusters, holes
+  // excluded; 0 if resident. True in the first extent only.
+  [[nodiscard]] std::uint64_t DataSize() const { return LengthAt(0x30); }
+  [[nodiscard]] std::uint64_t InitializedSize() const { return LengthAt(0x38); }
+  [[nodiscard]] std::uint64_t AllocatedSize() const {
+    return Resident() ? 0 : Load<std::uint64_t>(FBytes, TellsHoles() ? 0x40 : 0x28);
+  }
+
+  // Whether its name and its value or run list lie within it; for the walk.
+  [[nodiscard]] bool HoldsTogether() const;
+
+ private:
+  static constexpr std::size_t kResidentHeaderSize = 0x18;
+  static constexpr std::size_t kNonResidentHeaderSize = 0x40;
+  static constexpr std::size_t kHoledHeaderSize = 0x48;
+  static constexpr std::uint16_t kCompressedOrSparse = 0x80FF;
+  friend class TAttributeWalk;
+
+  [[nodiscard]] std::uint64_t LengthAt(std::size_t offset) const {
+    return Resident() ? Load<std::uint32_t>(FBytes, 0x10) : Load<std::uint64_t>(FBytes, offset);
+  }
+  // What has holes tells its clusters apart from those that it would have without any.
+  [[nodiscard]] bool TellsHoles() const {
+    return (Load<std::uint16_t>(FBytes, 0x0C) & kCompressedOrSparse) != 0 &&
+           Load<std::uint16_t>(FBytes, 0x20) >= kHoledHeaderSize;
+  }
+
+  TBytes FBytes;
 };
 
 // Walks the attributes of one record in their order, stepping over those of types not named above. The record
@@ -98,11 +135,7 @@ struct TListEntry {
 // What is done for each record of the volume stands here, for who calls it to have it without a call.
 
 inline constexpr std::size_t kStride = 512;
-inline constexpr std::size_t kHeaderSize = 0x2A;
-inline constexpr std::size_t kResidentHeaderSize = 0x18;
-inline constexpr std::size_t kNonResidentHeaderSize = 0x40;
-inline constexpr std::size_t kHoledHeaderSize = 0x48;
-inline constexpr std::uint16_t kCompressedOrSparse = 0x80FF;
+inline constexpr std::size_t kRecordHeaderSize = 0x2A;
 inline constexpr std::size_t kListEntrySize = 0x1A;
 inline constexpr std::uint16_t kRecordInUse = 0x01;
 inline constexpr std::uint16_t kRecordOfFolder = 0x02;
@@ -120,39 +153,18 @@ inline constexpr std::uint16_t kRecordOfFolder = 0x02;
   }
 }
 
-[[nodiscard]] inline bool ParseResident(TBytes bytes, TAttribute& attribute) {
-  const auto length = Load<std::uint32_t>(bytes, 0x10);
-  const auto offset = Load<std::uint16_t>(bytes, 0x14);
-  if (offset < kResidentHeaderSize || !Fits(offset, length, bytes.size())) return false;
-  attribute.Value = bytes.subspan(offset, length);
-  attribute.DataSize = attribute.InitializedSize = length;
-  return true;
-}
-
-[[nodiscard]] inline bool ParseNonResident(TBytes bytes, TAttribute& attribute) {
-  if (bytes.size() < kNonResidentHeaderSize) return false;
-  const auto offset = Load<std::uint16_t>(bytes, 0x20);
-  if (offset < kNonResidentHeaderSize || offset >= bytes.size()) return false;
-  attribute.PackedRuns = bytes.subspan(offset);
-  attribute.LowestVcn = Load<std::uint64_t>(bytes, 0x10);
-  attribute.DataSize = Load<std::uint64_t>(bytes, 0x30);
-  attribute.InitializedSize = Load<std::uint64_t>(bytes, 0x38);
-  // What has holes tells its clusters apart from those that it would have without any.
-  const bool holed =
-      (Load<std::uint16_t>(bytes, 0x0C) & kCompressedOrSparse) != 0 && offset >= kHoledHeaderSize;
-  attribute.AllocatedSize = Load<std::uint64_t>(bytes, holed ? 0x40 : 0x28);
-  return static_cast<std::int64_t>(attribute.DataSize) >= 0;
-}
-
-[[nodiscard]] inline bool ParseAttribute(TBytes bytes, TAttribute& attribute) {
-  const auto nameLength = Load<std::uint8_t>(bytes, 0x09);
-  const auto nameOffset = Load<std::uint16_t>(bytes, 0x0A);
-  if (nameLength > 0 && !Fits(nameOffset, 2u * nameLength, bytes.size())) return false;
-  attribute = TAttribute{};
-  attribute.Type = Load<TAttributeType>(bytes, 0);
-  attribute.Named = nameLength > 0;
-  attribute.Resident = Load<std::uint8_t>(bytes, 0x08) == 0;
-  return attribute.Resident ? ParseResident(bytes, attribute) : ParseNonResident(bytes, attribute);
+inline bool TAttribute::HoldsTogether() const {
+  const auto nameLength = Load<std::uint8_t>(FBytes, 0x09);
+  if (nameLength > 0 && !Fits(Load<std::uint16_t>(FBytes, 0x0A), 2u * nameLength, FBytes.size()))
+    return false;
+  if (Resident()) {
+    const auto offset = Load<std::uint16_t>(FBytes, 0x14);
+    return offset >= kResidentHeaderSize && Fits(offset, Load<std::uint32_t>(FBytes, 0x10), FBytes.size());
+  }
+  if (FBytes.size() < kNonResidentHeaderSize) return false;
+  const auto offset = Load<std::uint16_t>(FBytes, 0x20);
+  return offset >= kNonResidentHeaderSize && offset < FBytes.size() &&
+         static_cast<std::int64_t>(DataSize()) >= 0;
 }
 
 inline bool ApplyFixups(std::span<std::byte> record) {
@@ -160,7 +172,7 @@ inline bool ApplyFixups(std::span<std::byte> record) {
   const std::size_t offset = Load<std::uint16_t>(record, 0x04);
   const std::size_t strides = record.size() / kStride;
   if (Load<std::uint16_t>(record, 0x06) != strides + 1) return false;
-  if (offset < kHeaderSize - 2 || offset % 2 != 0 || !Fits(offset, 2 * (strides + 1), kStride - 2))
+  if (offset < kRecordHeaderSize - 2 || offset % 2 != 0 || !Fits(offset, 2 * (strides + 1), kStride - 2))
     return false;
   const std::byte* const number = record.data() + offset;
   for (std::size_t stride = 1; stride <= strides; ++stride)
@@ -179,7 +191,7 @@ inline bool ParseRecordHeader(TBytes record, TRecordHeader& header) {
   header.Base = TFileReference(Load<std::uint64_t>(record, 0x20));
   header.AttributesBegin = Load<std::uint16_t>(record, 0x14);
   header.BytesInUse = Load<std::uint32_t>(record, 0x18);
-  if (header.AttributesBegin < kHeaderSize || header.AttributesBegin % 8 != 0) return false;
+  if (header.AttributesBegin < kRecordHeaderSize || header.AttributesBegin % 8 != 0) return false;
   return header.BytesInUse <= record.size() && header.AttributesBegin <= header.BytesInUse;
 }
 
@@ -194,11 +206,13 @@ inline bool TAttributeWalk::Next(TAttribute& attribute) {
     if (rest.size() < 4) return Fail();
     const auto type = Load<TAttributeType>(rest, 0);
     if (type == TAttributeType::End) return false;
-    if (rest.size() < kResidentHeaderSize) return Fail();
+    if (rest.size() < TAttribute::kResidentHeaderSize) return Fail();
     const auto length = Load<std::uint32_t>(rest, 0x04);
-    if (length < kResidentHeaderSize || length % 8 != 0 || length > rest.size()) return Fail();
+    if (length < TAttribute::kResidentHeaderSize || length % 8 != 0 || length > rest.size()) return Fail();
     FPosition += length;
-    if (IsOfInterest(type)) return ParseAttribute(rest.first(length), attribute) || Fail();
+    if (!IsOfInterest(type)) continue;
+    attribute = TAttribute(rest.first(length));
+    return attribute.HoldsTogether() || Fail();
   }
 }
 

@@ -32,6 +32,14 @@ bool TFolderSlots::PreparePart() {
   return first < FRecordCount;
 }
 
+void TFolderSlots::Prefetch([[maybe_unused]] TFileReference folder) const {
+#ifdef __has_builtin
+#if __has_builtin(__builtin_prefetch)
+  if (folder.Record() < FRecordCount) __builtin_prefetch(&FSlots[folder.Record()], 1);
+#endif
+#endif
+}
+
 TFolderId TFolderSlots::IdOfNewcomer(TFileReference folder) {
   if (folder.Record() < kFirstUserRecord && folder.Record() != kRootRecord) return kNoFolder;
   const auto slot = Slot(folder);

@@ -37,6 +37,9 @@ class TFolderSlots {
   // is read before it is written to would be given twice, and all processors told. Any thread.
   [[nodiscard]] bool PreparePart();
 
+  // Asks for the memory that IdOf will look at.
+  void Prefetch(TFileReference folder) const;
+
   // From now on there is nothing for pairs not seen before. While no other thread asks.
   void Close() { FClosed = true; }
 

@@ -12,7 +12,6 @@ namespace {
 
 // What is read in one go: little enough to be parsed while the second-level cache still has it.
 constexpr std::size_t kShareBytes = 128u << 10;
-constexpr std::size_t kAhead = 8;  // records between the one parsed and the one asked for
 constexpr std::uint64_t kMaxRecords = 1u << 28;
 constexpr int kTries = 4;  // a record or a file may be caught while its volume's driver changes it
 
@@ -22,21 +21,6 @@ bool HasMark(TBytes record, std::string_view mark) {
 
 bool IsBaseInUse(TBytes record) {
   return (Load<std::uint16_t>(record, 0x16) & 1) != 0 && Load<std::uint64_t>(record, 0x20) == 0;
-}
-
-void PrefetchLine([[maybe_unused]] const std::byte* line) {
-#ifdef __has_builtin
-#if __has_builtin(__builtin_prefetch)
-  __builtin_prefetch(line);
-#endif
-#endif
-}
-
-// Asks for the lines that a record's parsing touches first, while records before it are being parsed.
-void Prefetch(TBytes record) {
-  for (std::size_t line = 0; line < 512; line += 64)
-    PrefetchLine(record.data() + line);
-  PrefetchLine(record.data() + record.size() - 1);
 }
 
 }  // namespace
@@ -114,11 +98,9 @@ bool TNtfsScan::TakeShare(TWorker& worker, std::uint64_t first) {
   const auto records = worker.Buffer.All().first(count * size);
   if (!FVolume.ReadRecords(first, records)) return false;
   worker.Shard.CountBytesRead(records.size());
-  for (std::size_t i = 0; i < count && !FControl.Stop.load(std::memory_order_relaxed); ++i) {
-    if (i + kAhead < count) Prefetch(records.subspan((i + kAhead) * size, size));
+  for (std::size_t i = 0; i < count && !FControl.Stop.load(std::memory_order_relaxed); ++i)
     if (!TakeRecord(worker, first + i, records.subspan(i * size, size))) return false;
-  }
-  return true;
+  return AddFolders(worker);
 }
 
 // Extension records are of interest only to the file that names them. What a checker has marked as bad may
@@ -195,7 +177,13 @@ bool TNtfsScan::JoinHolders(TWorker& worker) {
 
 bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
   const auto& names = record.Facts.Names;
-  if (names.size() == 1 && !IsFolder(record)) {
+  if (names.size() == 1 && IsFolder(record)) {
+    worker.Folders.push_back({record.Self, names[0]});
+    FSlots->Prefetch(record.Self);
+    FSlots->Prefetch(names[0].Parent);
+    return true;
+  }
+  if (names.size() == 1) {
     const TFolderId parent = FSlots->IdOf(names[0].Parent);
     const std::uint64_t length = record.Facts.Length();
     if (parent != kNoFolder)
@@ -206,6 +194,22 @@ bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
   }
   worker.Waiting = {};
   return TakeNames(worker, record, names) && TellWaiting(worker, record);
+}
+
+bool TNtfsScan::AddFolders(TWorker& worker) {
+  bool good = true;
+  for (const auto& [self, name] : worker.Folders) {
+    const TFolderId parent = FSlots->IdOf(name.Parent);
+    if (parent != kNoFolder) good = good && TellFolder(worker, self, parent, worker.TextOf(name));
+  }
+  worker.Folders.clear();
+  return good;
+}
+
+bool TNtfsScan::TellFolder(TWorker& worker, TFileReference self, TFolderId parent, std::string_view name) {
+  if (FFilesOnly) return true;
+  const TFolderId id = FSlots->IdOf(self);
+  return id != kNoFolder && worker.Shard.SetFolder(id, parent, name);
 }
 
 // A folder has one name.
@@ -231,11 +235,7 @@ bool TNtfsScan::TakeNames(TWorker& worker, const TRecord& base, const std::vecto
 bool TNtfsScan::TellWaiting(TWorker& worker, const TRecord& base) {
   const TWaitingName& waiting = worker.Waiting;
   if (waiting.Parent == kNoFolder) return true;
-  if (IsFolder(base)) {
-    if (FFilesOnly) return true;
-    const TFolderId id = FSlots->IdOf(base.Self);
-    return id != kNoFolder && worker.Shard.SetFolder(id, waiting.Parent, waiting.Text);
-  }
+  if (IsFolder(base)) return TellFolder(worker, base.Self, waiting.Parent, waiting.Text);
   if (waiting.OthersTold)
     worker.Shard.AddLinkedFile(waiting.Parent, waiting.Text, base.Facts.Length(), {base.Self.Record()},
                                base.Facts.Allocated());

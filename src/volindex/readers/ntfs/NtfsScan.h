@@ -47,6 +47,12 @@ class TNtfsScan {
     bool OthersTold = false;
   };
 
+  // A folder with one name, its bytes in the worker's buffer.
+  struct TFolder {
+    TFileReference Self;
+    TFileName Name;
+  };
+
   // What one thread works with.
   struct TWorker {
     explicit TWorker(TIndexShard& shard) : Shard(shard) {}
@@ -57,6 +63,8 @@ class TNtfsScan {
     TIndexShard& Shard;
     TAlignedBytes Buffer;
     TRecord Record;
+    std::vector<TFolder>
+        Folders;  // of the share that is being taken, told at its end when their slots are near
     std::string Text;
     TWaitingName Waiting;
     std::deque<std::uint32_t> Spread;  // numbers of the records with an attribute list
@@ -83,6 +91,9 @@ class TNtfsScan {
     return record.Header.Folder && !record.Facts.IsLink(FDriver);
   }
   [[nodiscard]] bool AddRecord(TWorker& worker, const TRecord& record);
+  [[nodiscard]] bool AddFolders(TWorker& worker);
+  [[nodiscard]] bool TellFolder(TWorker& worker, TFileReference self, TFolderId parent,
+                                std::string_view name);
   [[nodiscard]] bool TakeNames(TWorker& worker, const TRecord& base, const std::vector<TFileName>& names);
   [[nodiscard]] bool TellWaiting(TWorker& worker, const TRecord& base);
   void Report(std::uint64_t recordsDone);

@@ -69,13 +69,14 @@ bool TNtfsVolume::ReadMapped(const std::vector<TRun>& runs, std::uint64_t offset
 
 std::optional<std::vector<std::byte>> TNtfsVolume::ReadValue(const TAttribute& attribute,
                                                              std::size_t limit) const {
-  if (attribute.DataSize > limit || attribute.InitializedSize < attribute.DataSize) return std::nullopt;
-  std::vector<std::byte> value(attribute.Value.begin(), attribute.Value.end());
-  if (attribute.Resident) return value;
-  value.resize(static_cast<std::size_t>(attribute.DataSize));
+  if (attribute.DataSize() > limit || attribute.InitializedSize() < attribute.DataSize()) return std::nullopt;
+  const TBytes resident = attribute.Value();
+  std::vector<std::byte> value(resident.begin(), resident.end());
+  if (attribute.Resident()) return value;
+  value.resize(static_cast<std::size_t>(attribute.DataSize()));
   std::vector<TRun> runs;
-  if (attribute.LowestVcn != 0) return std::nullopt;
-  if (!AppendRuns(attribute.PackedRuns, 0, FGeometry.ClusterCount, runs)) return std::nullopt;
+  if (attribute.LowestVcn() != 0) return std::nullopt;
+  if (!AppendRuns(attribute.PackedRuns(), 0, FGeometry.ClusterCount, runs)) return std::nullopt;
   if (!ReadMapped(runs, 0, value)) return std::nullopt;
   return value;
 }
@@ -99,15 +100,15 @@ bool TNtfsVolume::MapFirstExtent(TBytes record, std::vector<std::byte>& list) {
   if (!ParseRecordHeader(record, header) || !header.InUse || !header.IsBase()) return false;
   TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);) {
-    if (attribute.Type == TAttributeType::AttributeList) {
+    if (attribute.Type() == TAttributeType::AttributeList) {
       auto value = ReadValue(attribute, kMaxAttributeList);
       if (!value || !list.empty()) return false;
       list = std::move(*value);
     }
-    if (attribute.Type != TAttributeType::Data || attribute.Named || attribute.LowestVcn != 0) continue;
-    if (attribute.Resident || !AppendRuns(attribute.PackedRuns, 0, FGeometry.ClusterCount, FTable))
+    if (attribute.Type() != TAttributeType::Data || attribute.Named() || !attribute.IsFirstExtent()) continue;
+    if (attribute.Resident() || !AppendRuns(attribute.PackedRuns(), 0, FGeometry.ClusterCount, FTable))
       return false;
-    FRecordCount = std::min(attribute.DataSize, attribute.InitializedSize) / FGeometry.RecordSize;
+    FRecordCount = std::min(attribute.DataSize(), attribute.InitializedSize()) / FGeometry.RecordSize;
   }
   return !walk.Broken() && !FTable.empty();
 }
@@ -132,9 +133,9 @@ bool TNtfsVolume::MapExtent(const TListEntry& entry) {
     return false;
   TAttributeWalk walk(record, header);
   for (TAttribute attribute; walk.Next(attribute);)
-    if (attribute.Type == TAttributeType::Data && !attribute.Named && !attribute.Resident &&
-        attribute.LowestVcn == entry.LowestVcn)
-      return AppendRuns(attribute.PackedRuns, entry.LowestVcn, FGeometry.ClusterCount, FTable);
+    if (attribute.Type() == TAttributeType::Data && !attribute.Named() && !attribute.Resident() &&
+        attribute.LowestVcn() == entry.LowestVcn)
+      return AppendRuns(attribute.PackedRuns(), entry.LowestVcn, FGeometry.ClusterCount, FTable);
   return false;
 }
 

@@ -18,21 +18,41 @@ constexpr std::uint64_t InEachUnit(std::uint16_t unit) {
   return std::uint64_t{0x0001'0001'0001'0001} * unit;
 }
 
-bool HasZeroUnit(std::uint64_t units) {
-  return ((units - InEachUnit(1)) & ~units & InEachUnit(0x8000)) != 0;
+// Other than 0 if one of the four units is 0.
+std::uint64_t ZeroUnits(std::uint64_t units) {
+  return (units - InEachUnit(1)) & ~units & InEachUnit(0x8000);
 }
 
-// Whether a path can hold the name. Four units at a time: every name of the volume comes by here.
+// Other than 0 if a path can't hold one of that many times four units. There is no branch in it.
+template <std::size_t fours>
+std::uint64_t Separators(const std::byte* utf16) {
+  std::uint64_t found = 0;
+  for (std::size_t i = 0; i < fours; ++i) {
+    std::uint64_t units;
+    std::memcpy(&units, utf16 + i * sizeof units, sizeof units);
+    found |= ZeroUnits(units) | ZeroUnits(units ^ InEachUnit(u'/'));
+  }
+  return found;
+}
+
+// Whether a path can hold the name, of so many units or up to twice as many: looks at those from the front
+// and those from behind.
+template <std::size_t fours>
+bool IsPlain(TBytes utf16) {
+  const std::byte* const behind = utf16.data() + utf16.size() - fours * sizeof(std::uint64_t);
+  return (Separators<fours>(utf16.data()) | Separators<fours>(behind)) == 0;
+}
+
+// Every name of the volume comes by here.
 bool IsPlainName(TBytes utf16) {
+  if (utf16.size() >= 16 && utf16.size() <= 32) return IsPlain<2>(utf16);
+  if (utf16.size() > 32 && utf16.size() <= 64) return IsPlain<4>(utf16);
   const TBytes dots = std::as_bytes(std::span(u"..", utf16.size() <= 4 ? utf16.size() / 2 : 0));
   if (!dots.empty() && std::equal(utf16.begin(), utf16.end(), dots.begin())) return false;
-  std::size_t position = 0;
-  for (; position + 8 <= utf16.size(); position += 8) {
-    const auto units = Load<std::uint64_t>(utf16, position);
-    if (HasZeroUnit(units) || HasZeroUnit(units ^ InEachUnit(u'/'))) return false;
-  }
-  for (; position < utf16.size(); position += 2) {
-    const auto unit = Load<char16_t>(utf16, position);
+  for (; utf16.size() >= 8; utf16 = utf16.subspan(8))
+    if (Separators<1>(utf16.data()) != 0) return false;
+  for (; !utf16.empty(); utf16 = utf16.subspan(2)) {
+    const auto unit = Load<char16_t>(utf16, 0);
     if (unit == u'/' || unit == u'\0') return false;
   }
   return true;
@@ -61,16 +81,16 @@ class TGathering {
       : FVolume(volume), FExtension(extension), FDriver(driver), FFacts(facts) {}
 
   [[nodiscard]] bool Take(const TAttribute& attribute) {
-    if (attribute.Named) {
-      if (attribute.Type == TAttributeType::Data && attribute.IsFirstExtent())
-        FFacts.StreamsAllocated += attribute.AllocatedSize;
+    if (attribute.Named()) {
+      if (attribute.Type() == TAttributeType::Data && attribute.IsFirstExtent())
+        FFacts.StreamsAllocated += attribute.AllocatedSize();
       return true;
     }
-    switch (attribute.Type) {
+    switch (attribute.Type()) {
       case TAttributeType::StandardInformation:
         return TakeInformation(attribute);
       case TAttributeType::FileName:
-        return attribute.Resident && TakeName(attribute.Value, FFacts);
+        return attribute.Resident() && TakeName(attribute.Value(), FFacts);
       case TAttributeType::Data:
         return TakeData(attribute);
       case TAttributeType::ReparsePoint:
@@ -84,21 +104,22 @@ class TGathering {
 
  private:
   bool TakeInformation(const TAttribute& attribute) {
-    if (attribute.Value.size() < kFileAttributes + 4) return false;
-    FFacts.System = (Load<std::uint32_t>(attribute.Value, kFileAttributes) & kSystemFile) != 0;
+    const TBytes value = attribute.Value();
+    if (value.size() < kFileAttributes + 4) return false;
+    FFacts.System = (Load<std::uint32_t>(value, kFileAttributes) & kSystemFile) != 0;
     return true;
   }
 
   bool TakeData(const TAttribute& attribute) {
     if (!attribute.IsFirstExtent()) return true;
     if (FFacts.DataLength) return false;
-    FFacts.DataLength = attribute.DataSize;
-    FFacts.DataAllocated = attribute.AllocatedSize;
-    if (FDriver == TDriver::Windows || attribute.DataSize > kMaxSpecialData ||
-        !(attribute.Resident || FFacts.System || FExtension))
+    FFacts.DataLength = attribute.DataSize();
+    FFacts.DataAllocated = attribute.AllocatedSize();
+    if (FDriver == TDriver::Windows || attribute.DataSize() > kMaxSpecialData ||
+        !(attribute.Resident() || FFacts.System || FExtension))
       return true;
-    if (attribute.Resident)
-      FFacts.SpecialSize = SpecialDataSize(attribute.Value);
+    if (attribute.Resident())
+      FFacts.SpecialSize = SpecialDataSize(attribute.Value());
     else if (const auto data = FVolume.ReadValue(attribute, kMaxSpecialData))
       FFacts.SpecialSize = SpecialDataSize(*data);
     return true;
@@ -133,14 +154,6 @@ class TGathering {
 
 }  // namespace
 
-void TRecordFacts::Clear() {
-  Names.clear();
-  List.reset();
-  DataLength = LinkLength = SpecialSize = std::nullopt;
-  DataAllocated = StreamsAllocated = 0;
-  Reparse = ReparseHoldsFiles = System = false;
-}
-
 bool TRecordFacts::Take(const TRecordFacts& extension, const THolder& holder) {
   if (holder.Named) {
     StreamsAllocated += extension.StreamsAllocated;
@@ -156,12 +169,6 @@ bool TRecordFacts::Take(const TRecordFacts& extension, const THolder& holder) {
   ReparseHoldsFiles = extension.ReparseHoldsFiles;
   LinkLength = extension.LinkLength;
   return Reparse;
-}
-
-std::uint64_t TRecordFacts::Length() const {
-  if (Reparse) return LinkLength.value_or(DataLength.value_or(0));
-  if (System && SpecialSize) return *SpecialSize;
-  return DataLength.value_or(0);
 }
 
 bool GatherFacts(const TNtfsVolume& volume, TBytes record, const TRecordHeader& header, TDriver driver,

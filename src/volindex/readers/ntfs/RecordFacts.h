@@ -40,7 +40,13 @@ struct TRecordFacts {
   bool System = false;             // the attribute that makes such data special
   std::optional<TAttribute> List;  // names the other records of the file
 
-  void Clear();
+  void Clear() {
+    Names.clear();
+    List.reset();
+    DataLength = LinkLength = SpecialSize = std::nullopt;
+    DataAllocated = StreamsAllocated = 0;
+    Reparse = ReparseHoldsFiles = System = false;
+  }
 
   // Adds what an extension record tells of its data, streams or reparse point, for which it was named. False
   // if it tells nothing of it.
@@ -52,7 +58,11 @@ struct TRecordFacts {
   }
 
   // The length that the file shows.
-  [[nodiscard]] std::uint64_t Length() const;
+  [[nodiscard]] std::uint64_t Length() const {
+    if (Reparse) return LinkLength.value_or(DataLength.value_or(0));
+    if (System && SpecialSize) return *SpecialSize;
+    return DataLength.value_or(0);
+  }
 
   [[nodiscard]] std::uint64_t Allocated() const { return DataAllocated + StreamsAllocated; }
 };
