@@ -426,7 +426,9 @@ TEST(NtfsReader, NamesThatNoPathCanHoldAreIgnored) {
   TVolumeMaker maker;
   using namespace std::string_view_literals;
   std::uint64_t record = 24;
-  for (const auto name : {u"."sv, u".."sv, u"a/b"sv, u"a\0b"sv, u"abc/"sv, u"abcdefg\0"sv, u"abcdefgh/"sv})
+  for (const auto name : {u"."sv, u".."sv, u"a/b"sv, u"a\0b"sv, u"abc/"sv, u"abcdefg\0"sv, u"abcdefgh/"sv,
+                          u"/bcdefghijklmnop"sv, u"abcdefghijklmnop/"sv,
+                          u"abcdefghijklmno\0qrstuvwxyz012345"sv, u"abcdefghijklmnopqrstuvwxyz012345/"sv})
     maker.Put(record++, File(name, 1));
   // A lone surrogate, dots that mean nothing, and units with the forbidden bytes in one half.
   maker.Put(40, File(u"\xD800", 5)).Put(41, File(u"...", 6)).Put(42, File(u"\u2F00\u012F\u2F2F\u0100", 7));
