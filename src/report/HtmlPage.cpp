@@ -127,7 +127,8 @@ QByteArray BoxHtml(const TMapBox& box) {
 
 class TPage {
  public:
-  explicit TPage(const TReport& report) : FReport(report), FTree(JoinTrees(report.Paths, report.Trees)) {
+  explicit TPage(const TReport& report)
+      : FReport(report), FTree(JoinTrees(report.Paths, report.Trees)), FPaths(FTree.Folders.size()) {
     for (const TPathTotals& totals : report.PathTotals) {
       FBytes += totals.Bytes;
       FAllocated =
@@ -166,6 +167,7 @@ class TPage {
 
   const TReport& FReport;
   const TFolderTree FTree;
+  mutable std::vector<QByteArray> FPaths;  // the beginnings of the titles of those folders that had one
   quint64 FBytes = 0;
   std::optional<quint64> FAllocated = 0;  // if it is known of all paths
   quint64 FFiles = 0;
@@ -255,9 +257,10 @@ QByteArray TPage::Map(const TMapShape& shape) const {
 }
 
 QByteArray TPage::Title(int folder, const QByteArray& what, quint64 bytes) const {
-  return "<title>" + HtmlText(PathInTree(FTree, folder), kLongestTitle) + "\n" + what + SizeHtml(bytes) +
-         " (" + QByteArray::number(bytes) + " bytes), " + ShareHtml(bytes, FTree.Folders[0].Total) +
-         "</title>";
+  QByteArray& path = FPaths[static_cast<size_t>(folder)];
+  if (path.isNull()) path = "<title>" + HtmlText(PathInTree(FTree, folder), kLongestTitle) + "\n";
+  return path + what + SizeHtml(bytes) + " (" + QByteArray::number(bytes) + " bytes), " +
+         ShareHtml(bytes, FTree.Folders[0].Total) + "</title>";
 }
 
 // One line around all folders of a level, the thicker the fewer boxes are around them.

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace {
 
@@ -40,15 +41,11 @@ quint64 Sum(const TKindSizes& sizes) {
   return std::accumulate(sizes.begin(), sizes.end(), quint64{0});
 }
 
-// Lays one tree out with a given smallest tile.
+// Lays one tree out, with a given smallest tile each time.
 class TMapMaker {
  public:
-  TMapMaker(const TFolderTree& tree, double scale, double smallest)
-      : FTree(tree),
-        FScale(scale),
-        FSmallest(smallest),
-        FBelow(tree.Folders.size()),
-        FChildren(FBelow.size()) {
+  TMapMaker(const TFolderTree& tree, double scale)
+      : FTree(tree), FScale(scale), FBelow(tree.Folders.size()), FChildren(FBelow.size()) {
     for (size_t folder = FBelow.size(); folder-- > 0;) {
       const TFolderTree::TFolder& facts = tree.Folders[folder];
       const auto parent = static_cast<size_t>(facts.Parent);
@@ -61,14 +58,15 @@ class TMapMaker {
     }
   }
 
-  [[nodiscard]] TMap Make(const TMapBox& box) {
+  [[nodiscard]] TMap Make(const TMapBox& box, double smallest) {
+    FSmallest = smallest;
     Place({box, 0, 0, 0});
     while (!FOpen.empty()) {
       const TMapFolder next = FOpen.back();
       FOpen.pop_back();
       Place(next);
     }
-    return std::move(FMap);
+    return std::exchange(FMap, {});
   }
 
  private:
@@ -136,8 +134,8 @@ class TMapMaker {
   }
 
   const TFolderTree& FTree;
-  const double FScale;     // square pixels a byte
-  const double FSmallest;  // square pixels
+  const double FScale;   // square pixels a byte
+  double FSmallest = 0;  // square pixels
   std::vector<TKindSizes> FBelow;
   std::vector<std::vector<int>> FChildren;
   std::vector<TMapFolder> FOpen;
@@ -221,8 +219,9 @@ std::vector<TMapBox> PartBox(TMapBox box, std::span<const quint64> sizes) {
 TMap LayOutMap(const TFolderTree& tree, double width, double height, size_t mostTiles) {
   if (tree.Folders.empty() || tree.Folders[0].Total == 0) return {};
   const double scale = width * height / static_cast<double>(tree.Folders[0].Total);
+  TMapMaker maker(tree, scale);
   for (double smallest = kFirstSmallest;; smallest *= 1.5) {
-    TMap map = TMapMaker(tree, scale, smallest).Make({0, 0, width, height});
+    TMap map = maker.Make({0, 0, width, height}, smallest);
     if (map.Tiles.size() <= mostTiles) return map;
   }
 }

@@ -58,7 +58,9 @@ void Add(const TKindSizes& sizes, TKindSizes& sum) {
 }
 
 // Gives what lies in each folder to the nearest one above it, or itself, that has a place.
-void AddContents(const std::vector<TGatheredFolder>& gathered, std::vector<int>& places, TFolderTree& tree) {
+void AddContents(const std::vector<TGatheredFolder>& gathered,
+                 const std::function<TKindSizes(quint32 folder)>& ownOf, std::vector<int>& places,
+                 TFolderTree& tree) {
   std::vector<quint32> path;
   for (quint32 folder = 0; folder < gathered.size(); ++folder) {
     if (!gathered[folder].There) continue;
@@ -67,7 +69,7 @@ void AddContents(const std::vector<TGatheredFolder>& gathered, std::vector<int>&
       path.push_back(above);
     for (const quint32 below : path)
       places[below] = places[above];
-    Add(gathered[folder].Own, tree.Folders[static_cast<size_t>(places[folder])].Own);
+    Add(ownOf(folder), tree.Folders[static_cast<size_t>(places[folder])].Own);
   }
 }
 
@@ -77,22 +79,24 @@ class TWalkedFolders {
   explicit TWalkedFolders(const QString& root) : FRootLength(root.size()) { FNumbers.insert({}, 0); }
 
   void Add(const TFileBlock& files) {
-    TGatheredFolder& folder = FFolders[NumberOf(QStringView(files.Path()).mid(FRootLength))];
+    TKindSizes& own = FOwn[NumberOf(QStringView(files.Path()).mid(FRootLength))];
     for (int i = 0; i < files.Count(); ++i) {
       const QStringView name = files.NameOf(i);
       const int kind = Tallyscope_GetKindOfName(reinterpret_cast<const char16_t*>(name.utf16()),
                                                 static_cast<quint32>(name.size()));
-      folder.Own[static_cast<size_t>(kind)] += files.SizeOf(i);
+      own[static_cast<size_t>(kind)] += files.SizeOf(i);
     }
   }
 
   [[nodiscard]] TFolderTree MakeTree() {
     for (size_t folder = FFolders.size(); folder-- > 0;) {
-      const TKindSizes& own = FFolders[folder].Own;
+      const TKindSizes& own = FOwn[folder];
       FFolders[folder].Total += std::accumulate(own.begin(), own.end(), quint64{0});
       if (folder != 0) FFolders[FFolders[folder].Parent].Total += FFolders[folder].Total;
     }
-    return MakeFolderTree(FFolders, [this](quint32 folder) { return FNames[folder].toString(); });
+    return MakeFolderTree(
+        FFolders, [this](quint32 folder) { return FNames[folder].toString(); },
+        [this](quint32 folder) { return FOwn[folder]; });
   }
 
  private:
@@ -114,14 +118,16 @@ class TWalkedFolders {
 
   quint32 AddFolder(QStringView path, qsizetype aboveLength, quint32 parent) {
     const auto number = static_cast<quint32>(FFolders.size());
-    FFolders.push_back({true, parent, 0, {}});
+    FFolders.push_back({true, parent, 0});
+    FOwn.emplace_back();
     FNames.push_back(path.mid(aboveLength).chopped(1));
     FNumbers.insert(path, number);
     return number;
   }
 
   const qsizetype FRootLength;
-  std::vector<TGatheredFolder> FFolders{{true, 0, 0, {}}};
+  std::vector<TGatheredFolder> FFolders{{true, 0, 0}};
+  std::vector<TKindSizes> FOwn{{}};
   std::vector<QStringView> FNames{{}};  // in the paths of the files' blocks
   QHash<QStringView, quint32> FNumbers;
   QStringView FLastPath;
@@ -137,10 +143,19 @@ QString NameOfFolder(quint32 folder) {
   return QString::fromUtf16(name.data());
 }
 
+TKindSizes OwnOfFolder(quint32 number) {
+  TTallyscopeFolder folder{};
+  (void)Tallyscope_GetFolder(number, &folder);
+  TKindSizes own;
+  std::ranges::copy(folder.Own, own.begin());
+  return own;
+}
+
 }  // namespace
 
 TFolderTree MakeFolderTree(const std::vector<TGatheredFolder>& gathered,
-                           const std::function<QString(quint32 folder)>& nameOf) {
+                           const std::function<QString(quint32 folder)>& nameOf,
+                           const std::function<TKindSizes(quint32 folder)>& ownOf) {
   TFolderTree tree;
   if (gathered.empty()) return tree;
   std::vector<int> places(gathered.size(), kNoPlace);
@@ -150,7 +165,7 @@ TFolderTree MakeFolderTree(const std::vector<TGatheredFolder>& gathered,
     places[folder] = static_cast<int>(tree.Folders.size());
     tree.Folders.push_back({nameOf(folder), places[gathered[folder].Parent], gathered[folder].Total, {}});
   }
-  AddContents(gathered, places, tree);
+  AddContents(gathered, ownOf, places, tree);
   return tree;
 }
 
@@ -158,11 +173,9 @@ TFolderTree TreeOfVolume() {
   std::vector<TGatheredFolder> gathered(Tallyscope_GetFolderEnd());
   TTallyscopeFolder folder{};
   for (quint32 number = 0; number < gathered.size(); ++number) {
-    if (Tallyscope_GetFolder(number, &folder) == 0) continue;
-    gathered[number] = {true, folder.Parent, folder.Total, {}};
-    std::ranges::copy(folder.Own, gathered[number].Own.begin());
+    if (Tallyscope_GetFolder(number, &folder) != 0) gathered[number] = {true, folder.Parent, folder.Total};
   }
-  return MakeFolderTree(gathered, NameOfFolder);
+  return MakeFolderTree(gathered, NameOfFolder, OwnOfFolder);
 }
 
 TFolderTree TreeOfFiles(const QString& root, const TFileList& files) {

@@ -30,17 +30,18 @@ struct TFolderTree {
 inline constexpr size_t kMostTreeFolders = 1500;
 inline constexpr quint64 kSmallestTreePart = 20'000;
 
-// A folder as it is gathered: in any order, with 0 for the scanned one.
+// A folder as it is gathered: in any order, with 0 for the scanned one. Few bytes, since it is climbed from
+// each folder of a volume to those above it.
 struct TGatheredFolder {
   bool There = false;
   quint32 Parent = 0;
   quint64 Total = 0;
-  TKindSizes Own{};
 };
 
-// Keeps the largest folders; asks for the names of these alone.
+// Keeps the largest folders. Asks for the names of these alone, and once for the files' bytes in each folder.
 [[nodiscard]] TFolderTree MakeFolderTree(const std::vector<TGatheredFolder>& gathered,
-                                         const std::function<QString(quint32 folder)>& nameOf);
+                                         const std::function<QString(quint32 folder)>& nameOf,
+                                         const std::function<TKindSizes(quint32 folder)>& ownOf);
 
 // Of the volume that the volume index library holds. On the thread that calls the library.
 [[nodiscard]] TFolderTree TreeOfVolume();

@@ -116,6 +116,13 @@ TKind KindOfUnits(std::basic_string_view<TUnit> name) {
   return TKind::Other;
 }
 
+// Whether all eight bytes are: their upper halves tell, with room for six more in the lower ones.
+bool AreDigits(uint64_t bytes) {
+  constexpr uint64_t kEach = 0x0101010101010101;
+  constexpr uint64_t kUpper = 0xF0 * kEach;
+  return (bytes & kUpper) == 0x30 * kEach && ((bytes + 0x06 * kEach) & kUpper) == 0x30 * kEach;
+}
+
 // The same for most names at once: the last eight bytes as a number, the first letter of an ending lowest, in
 // which each byte that is a point is found by its upper bit.
 TKind KindOfBytes(std::string_view name) {
@@ -126,6 +133,8 @@ TKind KindOfBytes(std::string_view name) {
   const uint64_t differs = tail ^ '.' * kEach;
   const uint64_t points = ~(((differs & kLow) + kLow) | differs | kLow);
   const auto after = static_cast<unsigned>(std::countl_zero(points));  // bits behind the last point
+  // The ninth byte from behind is the point of the longest endings.
+  if (points == 0 && name[name.size() - kLongestEnding - 1] != '.' && !AreDigits(tail)) return TKind::Other;
   if (points == 0 || after == 0) return KindOfUnits(name);
   const uint64_t ending = tail >> (64 - after);
   const char last = name.back();
