@@ -13,6 +13,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <semaphore>
 
@@ -243,7 +244,7 @@ TEST_F(TScanThreadTest, TheTickerShowsPathsWhileEachVolumeIsRead) {
   Make();
   std::counting_semaphore<2> shown{0};
   QElapsedTimer clock;
-  qint64 begun = 0;
+  std::atomic<qint64> begun = 0;
   FakeVolindex().DuringScan = [&] {
     begun = clock.elapsed();
     (void)shown.try_acquire_for(std::chrono::seconds(20));

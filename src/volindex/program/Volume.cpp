@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <mutex>
+#include <optional>
 #include <string_view>
 #include <thread>
 
@@ -65,14 +66,20 @@ class TOutput {
  public:
   bool Send(TBytes bytes) {
     const std::lock_guard guard(FLock);
-    FBegun = true;
+    FBeats = FBeats.value_or(true);
     return Write(bytes);
+  }
+
+  // Nothing may stand behind the index, so there are none from here on.
+  void EndHeartbeats() {
+    const std::lock_guard guard(FLock);
+    FBeats = false;
   }
 
   // Unless another thread is at it, and then the receiver hears something anyhow.
   void SendHeartbeat() {
     const std::unique_lock guard(FLock, std::try_to_lock);
-    if (guard.owns_lock() && FBegun)
+    if (guard.owns_lock() && FBeats.value_or(false))
       (void)volindex::SendProgress([this](TBytes bytes) { return Write(bytes); }, 0);
   }
 
@@ -87,7 +94,7 @@ class TOutput {
   }
 
   std::mutex FLock;
-  bool FBegun = false;  // the first that is sent is the mark
+  std::optional<bool> FBeats;  // not before the mark, which is the first that is sent
 };
 
 // Ends the process with its standard input, and says every second that it lives.
@@ -133,6 +140,7 @@ int SendVolume(const std::string& path, bool kinds, TOutput& output) {
     if (!volindex::SendProgress(sink, percent)) _exit(kDone);
   };
   const volindex::TVolumeIndex index = volindex::ScanVolume(path, {stop, progress, kinds}, BulkReaders());
+  output.EndHeartbeats();
   return index.FolderEnd() != 0 && volindex::SendIndex(sink, index) ? kDone : kUnreadable;
 }
 
