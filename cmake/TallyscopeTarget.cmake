@@ -119,8 +119,22 @@ function(tallyscope_test name)
   tallyscope_use_precompiled(${name} _test ${ARG_LINKS})
   add_test(NAME ${name} COMMAND ${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${tallyscope_test_environment}")
-  if(WIN32 AND ARG_GUI)
-    set_tests_properties(${name} PROPERTIES RESOURCE_LOCK screen) # real windows: one program has the focus at a time
+  if(ARG_GUI)
+    _tallyscope_lock_screen(${name})
+  endif()
+endfunction()
+
+# Runs the cases of the test program that match FILTER once more, on a screen of twice the density.
+function(tallyscope_dense_test name program filter)
+  add_test(NAME ${name} COMMAND ${program} --gtest_filter=${filter})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "${tallyscope_test_environment};QT_SCALE_FACTOR=2")
+  _tallyscope_lock_screen(${name})
+endfunction()
+
+# On Windows the windows are real ones, of which one program at a time has the focus.
+function(_tallyscope_lock_screen test)
+  if(WIN32)
+    set_tests_properties(${test} PROPERTIES RESOURCE_LOCK screen)
   endif()
 endfunction()
 

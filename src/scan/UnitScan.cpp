@@ -74,7 +74,7 @@ constexpr std::chrono::milliseconds kEntryPause{20};
 TTextProgressThread::TTextProgressThread(TMessageWindow* statusWnd) : FStatusWnd(statusWnd) {}
 
 void TTextProgressThread::Start(const QString& path) {
-  FIdle.acquire();
+  WaitForRest();
   FFolders = QStringList{path};
   FStopped.store(false);
   std::this_thread::sleep_for(kStartPause);
@@ -87,7 +87,6 @@ void TTextProgressThread::Execute() {
     while (!FFolders.isEmpty() && !FStopped && !Terminated())
       VisitFolder(FFolders.takeFirst());
     FFolders.clear();
-    FIdle.release();
     Suspend();
   }
 }

@@ -17,7 +17,6 @@
 #include <atomic>
 #include <functional>
 #include <optional>
-#include <semaphore>
 
 // True while the first scan is to begin by itself; cleared at the end of every scan. The window's own flag.
 inline std::atomic<bool> AutoScan{false};
@@ -88,7 +87,6 @@ class TTextProgressThread : public TWorkerThread {
   std::atomic<bool> FStopped{false};
   TPathText FTextBuffer;
   TMessageWindow* const FStatusWnd;
-  std::binary_semaphore FIdle{1};  // free while the thread is at rest
 };
 
 // Owned by the main thread, which calls everything public, through a TOwnedThread: a scan that hangs in the

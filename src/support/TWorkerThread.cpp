@@ -37,6 +37,11 @@ void TWorkerThread::Suspend() {
   WaitForResume();
 }
 
+void TWorkerThread::WaitForRest() {
+  std::unique_lock lock(FGuard);
+  FChanged.wait(lock, [this] { return FSuspended.load() || FEnded; });
+}
+
 void TWorkerThread::Finish() {
   Terminate();
   Resume();  // a suspended thread has to wake to see that it is to end
@@ -77,6 +82,7 @@ void TWorkerThread::Run() {
 void TWorkerThread::WaitForResume() {
   std::unique_lock lock(FGuard);
   FSuspended.store(!FResumed);
+  FChanged.notify_all();
   FChanged.wait(lock, [this] { return FResumed; });
   FResumed = false;
 }

@@ -52,6 +52,9 @@ class TWorkerThread {
   // Waits for the next Resume; returns at once if one came already. The thread itself.
   void Suspend();
 
+  // Waits until the thread is suspended with no Resume under way, or has ended. Any other thread.
+  void WaitForRest();
+
   // Terminates, resumes and joins. Safe to call twice. The owner.
   void Finish();
 
@@ -61,7 +64,7 @@ class TWorkerThread {
   [[nodiscard]] bool WaitForEnd();
 
   std::mutex FGuard;
-  std::condition_variable FChanged;  // FResumed or FEnded
+  std::condition_variable FChanged;  // FResumed, FSuspended or FEnded
   bool FResumed = false;             // under FGuard, like the next two
   bool FEnded = false;
   bool FLeftBehind = false;

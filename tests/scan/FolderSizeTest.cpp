@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QSemaphore>
 
 #include <mutex>
-#include <semaphore>
 
 using testing::ElementsAre;
 
@@ -36,8 +36,8 @@ class TTracer : public TFolderVisitor {
     FFound.swap(next);
   }
 
-  std::binary_semaphore* Hangs = nullptr;
-  std::binary_semaphore Answer{0};
+  QSemaphore* Hangs = nullptr;
+  QSemaphore Answer;
   QStringList Read;
   int Entries = 0;
   int ByOthers = 0;
@@ -119,7 +119,7 @@ TEST(FolderCrew, AStopEndsARunWithinAFolder) {
 TEST(FolderCrew, AThreadThatHangsIsLeftBehindWithWhatItUses) {
   TTempTree tree;
   tree.MakeFile("file", 1);
-  std::binary_semaphore hangs{0};
+  QSemaphore hangs;
   auto hanging = std::make_shared<TTracer>();
   hanging->Hangs = &hangs;
   const std::weak_ptr<TTracer> lives = hanging;

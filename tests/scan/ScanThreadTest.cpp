@@ -11,11 +11,11 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QSemaphore>
 
 #include <algorithm>
 #include <atomic>
 #include <functional>
-#include <semaphore>
 
 namespace {
 
@@ -242,12 +242,12 @@ TEST_F(TScanThreadTest, TheTickerShowsPathsWhileEachVolumeIsRead) {
   MakeFiles("folder/deep/", 1000);
   MakeVolume(1);
   Make();
-  std::counting_semaphore<2> shown{0};
+  QSemaphore shown;
   QElapsedTimer clock;
   std::atomic<qint64> begun = 0;
   FakeVolindex().DuringScan = [&] {
     begun = clock.elapsed();
-    (void)shown.try_acquire_for(std::chrono::seconds(20));
+    (void)shown.tryAcquire(1, 20'000);
   };
   clock.start();
   FScan->Start({FTree.Path(), FTree.Path()}, false);

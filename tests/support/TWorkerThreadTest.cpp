@@ -33,8 +33,9 @@ class TCountingThread : public TWorkerThread {
     if (++Asked >= OpensWhenAsked) Open();
   }
   void Open() {
+    const std::lock_guard lock(FGuard);
     Closed = false;
-    Closed.notify_all();
+    FOpened.notify_all();
   }
   void ResumeAndHold() {
     Closed = true;
@@ -52,13 +53,20 @@ class TCountingThread : public TWorkerThread {
     while (!Terminated()) {
       Value *= 2;
       ++Begun;
-      Closed.wait(true);
+      WaitUntilOpen();
       ++Ended;
       Suspend();
     }
   }
 
  private:
+  void WaitUntilOpen() {
+    std::unique_lock lock(FGuard);
+    FOpened.wait(lock, [this] { return !Closed; });
+  }
+
+  std::mutex FGuard;
+  std::condition_variable FOpened;
   std::atomic<bool>* const FGone;
 };
 

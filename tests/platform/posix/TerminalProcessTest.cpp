@@ -2,11 +2,12 @@
 
 #include "../PlatformTest.h"
 
+#include <QSemaphore>
+
 #include <fcntl.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 #include <csignal>
-#include <semaphore>
 
 namespace {
 
@@ -22,13 +23,13 @@ class TStdErrTo {
   const int FBefore;
 };
 
-std::counting_semaphore<> gInterrupts{0};
+QSemaphore gInterrupts;
 
 TEST(TerminalProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
   OnInterrupt([] { gInterrupts.release(); });
   for (const int signal : {SIGINT, SIGTERM, SIGINT}) {
     ASSERT_EQ(kill(getpid(), signal), 0);
-    EXPECT_TRUE(gInterrupts.try_acquire_for(std::chrono::seconds(10))) << signal;
+    EXPECT_TRUE(gInterrupts.tryAcquire(1, 10'000)) << signal;
   }
   std::signal(SIGINT, SIG_DFL);
   std::signal(SIGTERM, SIG_DFL);

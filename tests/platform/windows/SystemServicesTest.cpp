@@ -8,11 +8,10 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QSemaphore>
 
 #include <windows.h>
 
-#include <chrono>
-#include <semaphore>
 #include <string>
 
 namespace {
@@ -50,7 +49,7 @@ TEST(ConsoleProcess, DebugOutputAndTheDpiAwarenessGoToTheDebugger) {
   EXPECT_NE(IsProcessDPIAware(), 0);
 }
 
-std::counting_semaphore<> gInterrupts{0};
+QSemaphore gInterrupts;
 
 TEST(ConsoleProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
   OnInterrupt([] { gInterrupts.release(); });
@@ -60,7 +59,7 @@ TEST(ConsoleProcess, EachInterruptCallsTheHandlerAndTheProcessGoesOn) {
   }
   for (int i = 0; i < 2; ++i) {
     ASSERT_NE(GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0), 0);
-    EXPECT_TRUE(gInterrupts.try_acquire_for(std::chrono::seconds(10)));
+    EXPECT_TRUE(gInterrupts.tryAcquire(1, 10'000));
   }
 }
 
