@@ -119,7 +119,10 @@ TRzShellList::TRzShellList(QWidget* parent)
   QObject::connect(&FLeaving, &QTimer::timeout, this, [this] { FreeLeftRows(); });
   FRest.setSingleShot(true);
   QObject::connect(&FRest, &QTimer::timeout, this, [this] {
-    if (FStale) Refresh();
+    if (FStale)
+      Refresh();
+    else
+      FStep.start(0);
   });
   QObject::connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this] { TypeVisible(); });
 }
@@ -349,6 +352,8 @@ void TRzShellList::EndMerge() {
   FRest.start(static_cast<int>(std::min(kRestPerWork * FClock.elapsed(), kLongestRest)));
   if (FState == TState::Filling) FState = TState::Complete;
   const bool isFirst = !std::exchange(FAnnounced, true);
+  // While the folder goes on changing, only the rows in view get their types.
+  if (!isFirst) FStep.stop();
   if (isFirst && OnFolderChanged) OnFolderChanged();
   if (!isFirst && FChanged && OnRefreshed) OnRefreshed();
 }
