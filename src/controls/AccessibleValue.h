@@ -8,6 +8,7 @@
 template <class TBar>
 class TAccessibleValue : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
+  // A widget has no value for the service, so the cast has to name this interface.
   void* interface_cast(QAccessible::InterfaceType type) override {
     if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
     return QAccessibleWidget::interface_cast(type);
@@ -22,10 +23,12 @@ class TAccessibleValue : public QAccessibleWidget, public QAccessibleValueInterf
  protected:
   TAccessibleValue(TBar& bar, QAccessible::Role role) : QAccessibleWidget(&bar, role), FBar(bar) {}
 
+  // The service forgets the interface as the widget goes, so nobody asks it of a bar that is gone.
   TBar& FBar;
 };
 
 // From the first call on, every TBar is a TAccessible to assistive tools. Later calls do nothing.
+// The service keeps a factory once, known by its address; each pair of types has one of its own.
 template <class TBar, class TAccessible>
 void TellAccessibilityOf() {
   const QAccessible::InterfaceFactory factory = [](const QString&, QObject* object) -> QAccessibleInterface* {

@@ -27,6 +27,7 @@ void TdxBarPopupMenu::PopupFromCursorPos() {
 
 namespace {
 
+// Device-independent pixels, above the captions of a tool bar.
 constexpr QSize kLargePicture(32, 32);
 
 TdxBarButton* NewButton(const TBarItemRow& row, QObject* parent) {
@@ -69,6 +70,7 @@ QWidget* NewBar(const TBarItemRow& row, QWidget* parent) {
   return bar;
 }
 
+// A bar is to be used without a mouse as well: Tab goes through its buttons.
 // Tool buttons take no focus by themselves.
 void LetTabReach(const QToolBar& bar, QAction* action) {
   bar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
@@ -125,6 +127,7 @@ void TdxBarManager::Place(const TBarLinkRow& link) {
     return AddSeparator(bar);
 
   const QString name = QString::fromUtf8(link.Item);
+  // What a bar shows of a sub-item is its menu's own action, which carries caption and enabled state along.
   if (auto* menu = dynamic_cast<TdxBarSubItem*>(Find(name))) return bar.addAction(menu->menuAction());
   TdxBarButton& button = Button(name);
   bar.addAction(&button);

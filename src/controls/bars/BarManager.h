@@ -1,5 +1,11 @@
 // The items of menus and tool bars, and what makes the bars and popup menus of a form out of two tables. A
 // component's name is its objectName. Main thread.
+//
+// How the bars of a form come about: the form hands Build two tables, what there is (TBarItemRow) and where
+// it is shown (TBarLinkRow). All items are made before any is placed, so the rows of the first may stand in
+// any order; the rows of the second are the order on the screen. Whoever owns the tables then takes each
+// command by its name and gives it its OnClick. The main form's are in views/commands/Commands.cpp, and a new
+// command is a row in each.
 #pragma once
 
 #include <QAction>
@@ -94,6 +100,8 @@ class TdxBarManager {
   // All components, in the order of their rows.
   [[nodiscard]] const std::vector<QObject*>& Components() const { return FComponents; }
 
+  // A look-up walks the components and compares names: for the making of a form and its changes, not for a
+  // paint.
   [[nodiscard]] TdxBarButton& Button(const QString& name) const { return Get<TdxBarButton>(name); }
   [[nodiscard]] TdxBarSubItem& SubItem(const QString& name) const { return Get<TdxBarSubItem>(name); }
   [[nodiscard]] TdxBarPopupMenu& Popup(const QString& name) const { return Get<TdxBarPopupMenu>(name); }
@@ -113,5 +121,6 @@ class TdxBarManager {
   void Place(const TBarLinkRow& link);
 
   QWidget& FForm;
+  // The form's children, so they live as long as it does; nothing here takes one away.
   std::vector<QObject*> FComponents;
 };

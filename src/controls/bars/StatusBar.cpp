@@ -7,6 +7,7 @@
 
 namespace {
 
+// Device-independent pixels from the left edge of a panel to its text.
 constexpr int kTextIndent = 6;
 
 // The row that holds the panels, with room in its height for the hidden ones too.
@@ -69,6 +70,7 @@ TdxStatusBarPanel& TdxStatusBar::AddTextPanel(int width) {
   return Add(new TdxStatusBarPanel(*label), 0);
 }
 
+// The only panels that stretch: texts keep their width as the window grows.
 TdxStatusBarPanel& TdxStatusBar::AddContainerPanel() {
   return Add(new TdxStatusBarPanel(*new QWidget(FRow)), 1);
 }

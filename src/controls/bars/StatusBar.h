@@ -59,7 +59,9 @@ class TdxStatusBar : public QStatusBar {
  private:
   TdxStatusBarPanel& Add(TdxStatusBarPanel* panel, int stretch);
 
+  // The status bar of the toolkit knows this one widget. Order, stretch and hidden panels within it are ours.
   QWidget* FRow;
   QHBoxLayout* FRowLayout;
+  // They go before the widgets of the row and touch none of these as they go.
   std::vector<std::unique_ptr<TdxStatusBarPanel>> FPanels;
 };

@@ -7,6 +7,7 @@
 
 #include "controls/picture/Picture.h"
 
+// The first panel becomes active here, which is told while it has neither caption nor content.
 TdxDockPanel::TdxDockPanel(TdxTabContainerDockSite& site) : FSite(site) {
   site.FTabs->addTab(this, {});
 }
@@ -61,6 +62,7 @@ void TdxTabContainerDockSite::SetActiveChildIndex(int index) {
   FTabs->setCurrentIndex(index);
 }
 
+// The shortcut works in the whole window, wherever the focus is, as long as the container shows.
 void TdxTabContainerDockSite::AddCycleKeys(const QList<QKeySequence>& keys, int step) {
   auto* shortcut = new QShortcut(this);
   shortcut->setKeys(keys);
@@ -70,6 +72,7 @@ void TdxTabContainerDockSite::AddCycleKeys(const QList<QKeySequence>& keys, int 
 void TdxTabContainerDockSite::Cycle(int step) {
   const int count = ChildCount();
   for (int away = 1; away < count; ++away) {
+    // With the count added, the sum stays above 0 for a step back too, so that the rest is an index.
     const int index = (ActiveChildIndex() + (step + count) * away) % count;
     if (FTabs->isTabEnabled(index)) return SetActiveChildIndex(index);
   }

@@ -9,6 +9,7 @@
 
 namespace {
 
+// Pixels: higher than any caption that is broken at words.
 constexpr int kAnyHeight = 1 << 20;
 const TPicture kNoPicture;
 
@@ -117,6 +118,7 @@ QRect CheckBoxRect(const TButtonLook& look, QSize button) {
   return {QPoint(look.CheckBoxOffset, y), size};
 }
 
+// An icon whose place reaches beyond the aligned room at the right does not widen it.
 QRect TextRoom(const TButtonLook& look, QSize button, const QRect& icon) {
   QRect room = AlignedRoom(look, button);
   if (icon.isEmpty()) return room;
@@ -158,6 +160,7 @@ void PaintTexts(QPainter& painter, const TButtonLook& look, const QRect& text, c
     painter.drawText(text, Qt::TextSingleLine | Qt::TextDontClip, look.Caption);
   }
   if (look.SubCaption.isEmpty() && look.SubCaptionData.isEmpty()) return;
+  // The second line hangs from the caption, not from the button: it goes where the caption goes.
   QPoint at(text.left() + look.SubCaptionOffset, text.bottom() + 1);
   painter.setFont(look.SubCaptionFont.resolve(font));
   PaintLine(painter, at, look.SubCaption);

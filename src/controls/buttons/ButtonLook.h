@@ -75,6 +75,9 @@ struct TButtonLook {
   int CheckBoxOffsetY = 0;
 };
 
+// Two ways to hold pictures. The drawing functions below take look, mood and pictures as they are and change
+// none of them; whoever wants another picture for a state changes ImageOf or SlicesOf alone.
+//
 // One picture for each state, drawn by one set of slices.
 struct TButtonPictures {
   TPicture ImageNormal;

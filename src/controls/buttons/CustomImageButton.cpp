@@ -10,6 +10,7 @@
 
 namespace {
 
+// Device-independent pixels, as is the inset.
 constexpr QSize kDefaultSize(23, 23);
 constexpr int kFocusInset = 2;
 constexpr int kDarkShadowStrength = 143;  // of 255: how much of the text's colour it has
@@ -37,6 +38,9 @@ void TellName(QWidget* button) {
 
 // What assistive tools are told: a button, a check box if it has one, and whether the panel beneath it is
 // open.
+//
+// A name that the form has given (setAccessibleName) goes before the caption. The second line is the
+// description, as it is read after the name.
 class TAccessibleImageButton : public QAccessibleWidget {
  public:
   explicit TAccessibleImageButton(TCustomImageButton& button)
@@ -99,6 +103,7 @@ QAccessibleInterface* AccessibleOf(const QString&, QObject* object) {
 
 }  // namespace
 
+// The event is a field of the control that its handler may delete, so what runs is a copy.
 bool TellEvent(const QPointer<QWidget>& control, const TButtonEvent& event) {
   const QPointer<QWidget> alive = control;
   const TButtonEvent running = event;
@@ -236,6 +241,8 @@ void TCustomImageButton::mousePressEvent(QMouseEvent* event) {
   Press(event->position().toPoint());
 }
 
+// The box comes first, as its handler may disable or delete the button. A button that is Selected takes the
+// press and clicks at its end, but never looks pressed.
 void TCustomImageButton::Press(QPoint point) {
   const bool onBox = CheckBoxRect(FLook, size()).contains(point);
   const bool onIcon = ShownIconRect().contains(point);
@@ -248,12 +255,15 @@ void TCustomImageButton::Press(QPoint point) {
   if (FMood.State == TImageButtonState::Normal) SetState(TImageButtonState::Down);
 }
 
+// The look of the press ends, then OnClick comes, or OnIconClick for a press on the icon.
+//
 // The click comes first: it is left out if the icon is still held.
 void TCustomImageButton::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return event->ignore();
   if (!FPressed) return;
   FPressed = false;
   FMouse = event->position().toPoint();
+  // The release counts in the whole rectangle, also where the picture of the range leaves a hole.
   if (rect().contains(FMouse) && !Click()) return;
   const bool iconHeld = FMood.IconState == TButtonIconState::Down;
   CancelPress();
@@ -331,6 +341,7 @@ void TCustomImageButton::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) ValueChanged(TButtonChange::Look);
 }
 
+// Selected is not remembered: a button that was disabled comes back as Normal.
 void TCustomImageButton::EnabledChanged() {
   CancelPress();
   const bool enabled = isEnabled();
@@ -342,6 +353,8 @@ void TCustomImageButton::EnabledChanged() {
   Repaint();
 }
 
+// The pixels of a widget can not be read back, so the picture is drawn a second time, into an image of one
+// pixel per device-independent one. That is what a paint costs beside the picture itself.
 QColor TCustomImageButton::TextColor(const QRect& text) const {
   const bool disabled = FMood.State == TImageButtonState::Disabled;
   QColor color;

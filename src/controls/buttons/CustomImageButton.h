@@ -1,5 +1,12 @@
 // What the two image buttons have in common: the texts, icon and check box with their properties, and the way
 // from mouse, keys and assistive tools to the events. Main thread.
+//
+// How a button works, from outside in. A property (Caption, Expand, ...) writes a field of what the button
+// shows and calls ValueChanged, which repaints, sizes and tells assistive tools. Mouse and keys change the
+// mood and tell the events. paintEvent asks the descendant for its picture and the place of the caption
+// (PaintPicture, CaptionRect), which have them from ButtonLook.h by look and mood, and paints texts, icon and
+// box itself. A new value of a button is a field of TButtonLook, a property here or in RdImageButton.h, and
+// its use in ButtonLook.cpp.
 #pragma once
 
 #include <QPointer>
@@ -81,6 +88,7 @@ class TButtonPicture {
 // Every handler but OnPaintImage may delete the button.
 class TCustomImageButton : public QWidget, protected TButtonOwner {
  protected:
+  // Stands before the properties, which are made of references to its fields.
   TButtonLook FLook;
 
  public:
@@ -193,6 +201,8 @@ class TCustomImageButton : public QWidget, protected TButtonOwner {
   void EnabledChanged();
   [[nodiscard]] QColor TextColor(const QRect& text) const;
 
+  // FInside follows the mouse always. FMood.Over is what the button shows of it: not while it is disabled,
+  // and not from the moment it is made Selected until the mouse moves on it again.
   TButtonMood FMood;
   QPoint FMouse;          // where the mouse was last
   bool FInside = false;   // and whether that was on the button

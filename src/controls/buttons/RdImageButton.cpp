@@ -18,6 +18,7 @@ bool IsMouse(const QEvent& event) {
          event.type() == QEvent::MouseButtonRelease || event.type() == QEvent::MouseMove;
 }
 
+// Walks every pixel: once, as the picture is set.
 bool AllTransparent(const QImage& image) {
   for (int y = 0; y < image.height(); ++y)
     for (int x = 0; x < image.width(); ++x)
@@ -94,6 +95,7 @@ QSize TRdImageButton::sizeHint() const {
 void TRdImageButton::ApplyAutoSize() {
   if (!FAutoSize && !FAutoSizeByText) return;
   const QLayout* const layout = parentWidget() == nullptr ? nullptr : parentWidget()->layout();
+  // A layout would undo a size that is set here.
   if (layout != nullptr && layout->indexOf(this) >= 0) return updateGeometry();
   resize(sizeHint());
 }
@@ -111,6 +113,8 @@ bool TRdImageButton::PassBeneath(QMouseEvent& event) {
     FBeneath.clear();
     if (!Hit(point)) FBeneath = WidgetBeneath(event.globalPosition().toPoint());
   }
+  // Moves without a button belong to nobody: each is passed on for itself, after this button has seen the
+  // mouse leave it.
   QPointer<QWidget> target = FBeneath;
   if (event.type() == QEvent::MouseMove && event.buttons() == Qt::NoButton && !Hit(point)) {
     const QPointer<QWidget> alive(this);
@@ -127,6 +131,7 @@ bool TRdImageButton::PassBeneath(QMouseEvent& event) {
   return true;
 }
 
+// For the time of the question the button is transparent for the mouse, as it would be the answer otherwise.
 QWidget* TRdImageButton::WidgetBeneath(QPoint global) {
   QWidget* const form = window();
   if (form == this) return nullptr;

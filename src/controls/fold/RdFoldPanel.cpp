@@ -1,3 +1,9 @@
+// The way of one opening: HeaderClick or SetIsOpen turns IsOpen over and Start arms the timer. Its Tick
+// settles: the content shows, the height is taken (SettleOpen), the parent grows (PlaceParent), OnOpened
+// comes, and if that has left the panel open, the panels below go down (PlaceSiblings). A closing goes the
+// same way back (SettleClosed). Growth is always counted from FStartHeight, the height before the opening,
+// never from the step before, so that nothing adds up.
+
 #include "controls/fold/RdFoldPanel.h"
 
 #include <QAccessibleWidget>
@@ -8,6 +14,8 @@
 namespace {
 
 constexpr int kHeaderHeight = 25;
+// From the gesture to the step, so that OnTopButtonClick has come before the panel takes its height and
+// OnOpened or OnClosed comes.
 constexpr int kTickInterval = 5;  // milliseconds
 
 // A group under the header's name, whose header tells whether it is open, as the group does itself.
@@ -86,6 +94,8 @@ void TRdFoldPanel::SetParentHeight(int height) {
   if (dynamic_cast<TRdFoldPanel*>(parentWidget()) != nullptr) FTaken = parentWidget()->height() - height;
 }
 
+// A click that closes also closes the open panels below. As it opens, a parent that is a fold panel takes its
+// new height at once, the panel itself with the tick.
 void TRdFoldPanel::HeaderClick() {
   if (FCanExpand) {
     if (FIsOpen) {
@@ -174,8 +184,10 @@ void TRdFoldPanel::ShowContent(bool show) {
       if (!hidden.isNull() && hidden->parentWidget() == this) hidden->show();
     return;
   }
+  // Before its holder hides, else the toolkit would give the focus to any other control of the form.
   if (focusWidget() != nullptr && focusWidget()->hasFocus()) FButton->setFocus();
   for (QWidget* const content : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    // A child that nobody has shown or hidden yet is as good as shown: it comes with the panel.
     const bool hidden = content->isHidden() && content->testAttribute(Qt::WA_WState_ExplicitShowHide);
     if (content == FButton || content->isWindow() || hidden) continue;
     FHiddenContent.emplace_back(content);
@@ -192,6 +204,7 @@ std::vector<TRdFoldPanel*> TRdFoldPanel::Siblings() const {
   return siblings;
 }
 
+// Below the panel as it was before it grew, as those below may have gone down already.
 bool TRdFoldPanel::LiesBelow(const TRdFoldPanel& other) const {
   return other.y() >= y() + FStartHeight;
 }
@@ -234,6 +247,8 @@ void TRdFoldPanel::PlaceParent(int growth) {
   if (!parent->FFolded) parent->FollowContent(parent->height() + by);
 }
 
+// A panel on this one has grown or shrunk, and the height follows. If this one was opened, what lies below it
+// and its parent follow in turn.
 void TRdFoldPanel::FollowContent(int height) {
   SetPanelHeight(height);
   if (!FGrown) return;

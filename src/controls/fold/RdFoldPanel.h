@@ -131,6 +131,8 @@ class TRdFoldPanel : public TRdImagePanel {
   void FollowContent(int height);
 
   QTimer FTimer;
+  // Kept from the first opening to the end of a closing, so that panels that open one after another bring
+  // each other back to the pixel.
   std::vector<TMoved> FTops;
   std::vector<QPointer<QWidget>> FHiddenContent;
   int FMaxHeight;

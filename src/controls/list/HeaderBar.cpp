@@ -13,6 +13,7 @@
 
 namespace {
 
+// Device-independent pixels on either side of a divider.
 constexpr int kDividerReach = 4;
 
 // What metrics round away, so that a caption in a room of its own width is not cut.
@@ -127,6 +128,9 @@ void THeaderBar::mouseDoubleClickEvent(QMouseEvent* event) {
   Press(*event, true);
 }
 
+// The list comes first with each gesture (HeaderMouse), then the header by itself. A second press in a row is
+// one like the first but at a divider, so that fast clicks on a section all count.
+//
 // Each gesture may end in a handler that destroys the list, and the header with it.
 
 void THeaderBar::Press(QMouseEvent& event, bool second) {
@@ -178,11 +182,14 @@ void THeaderBar::PressAt(int x, bool second) {
 }
 
 void THeaderBar::MoveTo(int x) {
+  // By the way from where the drag began, not by the last step: a bound that holds the width back for a while
+  // leaves the divider where the mouse expects it.
   if (Tracking()) return Columns()[FTrackedColumn].SetWidth(FTrackWidth + x - FTrackStart);
   const bool hot = FHost.Options().ColumnClick && (FDownColumn >= 0 || DividerAt(x) < 0);
   FHotColumn = hot ? FHost.Layout().ColumnAt(x) : -1;
 }
 
+// The click is told last, after the header has let go of it, as its handler may destroy both.
 void THeaderBar::ReleaseAt(int x) {
   FTrackedColumn = -1;
   const int down = std::exchange(FDownColumn, -1);

@@ -49,6 +49,8 @@ class THeaderBar : public QWidget {
   // The column whose divider is within reach and can be dragged, -1 for none.
   [[nodiscard]] int DividerAt(int x) const;
 
+  // Columns by index. Any change of their number makes these forget (ColumnsChanged), so an index is good
+  // whenever it is not -1.
   TRowHost& FHost;
   int FHotColumn = -1;
   int FDownColumn = -1;

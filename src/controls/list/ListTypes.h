@@ -8,6 +8,9 @@
 
 class TListColumns;
 
+// Six bits, as many as TRowStateList counts. Focus and anchor are one row's alone; so is the selection
+// without MultiSelect.
+//
 // State bits of a row. The first four are those that a row host keeps in any mode.
 inline constexpr unsigned kRowFocused = 1;      // at most one row
 inline constexpr unsigned kRowSelected = 2;     // at most one row unless MultiSelect
@@ -66,6 +69,7 @@ class TRowSource {
 
   [[nodiscard]] virtual const TListColumns& RowColumns() const = 0;
 
+  // Column 0 is the caption; column n is text n - 1 of the sub-items.
   // Text and small image of a cell; empty and -1 for a cell that the row does not have.
   [[nodiscard]] virtual QString CellText(int row, int column) const = 0;
   [[nodiscard]] virtual int CellImage(int row, int column) const = 0;

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Ctrl+1 to Ctrl+9; a tenth column has no key of its own.
 constexpr int kNumberKeys = 9;
 
 // Milliseconds of a clock that never goes back.
@@ -26,6 +27,8 @@ TCustomListView::TCustomListView(QWidget* parent) : TRowHost(parent), FInput(*th
                      std::make_unique<TListColumns>());
 }
 
+// Rows go while the handlers still stand. What is left is buried, not freed, as one of its objects may be
+// telling an event up the stack; the columns are silent by then, as the host that they tell is going.
 TCustomListView::~TCustomListView() {
   FItems->Clear();
   FColumns->OnChange = nullptr;
@@ -68,6 +71,7 @@ void TCustomListView::DeleteSelected() {
   std::vector<TListItem*> rows;
   for (TListItem* item = Selected(); item != nullptr; item = GetNextSelected(item))
     rows.push_back(item);
+  // One layout and one paint for all of them.
   const TListUpdate update(*FItems);
   FItems->DeleteRows(rows);
 }
@@ -148,6 +152,7 @@ std::unique_ptr<TListItem> TCustomListView::CreateListItem(TListItems& items) {
 void TCustomListView::ItemChanged(TListItem& item, TItemChange change) {
   const int row = item.Index();
   if (row < 0) return;
+  // In a bracket all is painted anew at its end.
   if (!FItems->Updating()) UpdateRow(row);
   (void)Tell(EventLife(), OnChange, &item, change);
 }
@@ -187,6 +192,8 @@ int TCustomListView::StateImage(int row) const {
   return item != nullptr ? item->StateIndex() : -1;
 }
 
+// What a handler does to the row again is told before the rest of this change is, as bits tell at once. The
+// anchor is nobody's business. A row that OnChange has deleted is told of no further.
 void TCustomListView::RowStateChanged(int row, unsigned before, unsigned after) {
   const unsigned changed = (before ^ after) & ~kRowAnchor;
   TListItem* const item = FItems->Item(row);
@@ -220,6 +227,7 @@ void TCustomListView::Press(QMouseEvent& event, bool second) {
   const QPoint pos = event.position().toPoint();
   const Qt::MouseButton button = event.button();
   const bool left = button == Qt::LeftButton;
+  // The rows change first, so that OnMouseDown finds the selection as the press has left it.
   FInput.BeginPress(left && !second);
   const bool onBox = PressRows(pos, button, event.modifiers());
   if (scope.ListGone() || (second && left && !onBox && !Tell(EventLife(), OnDblClick))) return;
@@ -276,12 +284,14 @@ void TCustomListView::keyPressEvent(QKeyEvent* event) {
   int key = event->key();
   if (!Tell(EventLife(), OnKeyDown, key, event->modifiers()) || key == 0) return;
   const bool done = DoKey(key, *event);
+  // A key whose handler has destroyed the list was used: no window gets it after that.
   event->setAccepted(done || scope.ListGone());
 }
 
 bool TCustomListView::DoKey(int key, const QKeyEvent& event) {
   const Qt::KeyboardModifiers shift = event.modifiers();
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    // Left alone, Enter goes on to the window, whose default button it may press.
     if (ItemFocused() == nullptr || !OnDblClick) return false;
     (void)Tell(EventLife(), OnDblClick);
     return true;
@@ -314,6 +324,7 @@ bool TCustomListView::viewportEvent(QEvent* event) {
 }
 
 void TCustomListView::ShowTip(const QPoint& pos, const QPoint& globalPos) {
+  // Names of files may look like markup, which a tip would render.
   const QString cut = CutText(pos);
   const QString text = !cut.isEmpty() ? cut : Options().ShowHint ? FHint : QString();
   QToolTip::showText(globalPos, Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text,

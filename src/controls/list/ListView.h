@@ -8,6 +8,15 @@
 //   list.OnSelectItem = [](TListItem* item, bool selected) { ... };
 //
 // The objectName is the component name. Main thread.
+//
+// Where to look: a row and its texts are in model/ListItem, the order of rows in model/ListItems, their bits
+// in model/RowStates; where things lie is in layout/ListLayout, how they look in painter/RowPainter, what
+// mouse and keys do in input/RowInput, scrolling and repainting in RowHost, the header in HeaderBar, what a
+// screen reader hears in accessible/. This class hands from one to the other and tells the events of
+// ListViewEvents.h in their order.
+// For an everyday change: a column is Columns().Add where the form is made, its texts are sub-items; a value
+// that rows show goes from TListItem through TRowSource to TRowPainter; a key goes to TRowInput::Key; an
+// event to ListViewEvents.h and the one place here that tells it.
 #pragma once
 
 #include "controls/list/ListTypes.h"
@@ -79,7 +88,8 @@ class TCustomListView : public TRowHost,
   void SetHint(const QString& hint) { FHint = hint; }
 
  protected:
-  // For lists with rows and columns of classes of their own, in their constructors, before any row exists.
+  // For lists with rows and columns of classes of their own: in their constructors, before any row exists,
+  // and with the plain classes in their destructors, after the last row has gone.
   void ReplaceCollections(std::unique_ptr<TListItems> items, std::unique_ptr<TListColumns> columns);
 
   // TListItemsOwner
@@ -136,6 +146,8 @@ class TCustomListView : public TRowHost,
   bool ContextPopup(const QPoint& pos);
   void ShowTip(const QPoint& pos, const QPoint& globalPos);
 
+  // Never null between constructor and destructor. The input holds rows by pointer and hears of each that
+  // goes (ItemGone).
   std::unique_ptr<TListColumns> FColumns;
   std::unique_ptr<TListItems> FItems;
   TRowInput FInput;

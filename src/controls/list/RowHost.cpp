@@ -16,7 +16,9 @@
 
 namespace {
 
+// A fit measures no more than these, as each costs the measuring of a text on the main thread.
 constexpr int kFitRows = 20000;
+// Device-independent pixels. The slack is what metrics round away; the paddings are above and below together.
 constexpr int kFitSlack = 2;
 constexpr int kHorzStep = 20;
 constexpr int kRowPadding = 8;
@@ -118,6 +120,8 @@ int TRowHost::RowHeight() const {
   return std::max(fontMetrics().height() + kRowPadding, image + kImagePadding);
 }
 
+// Gathered anew at each call, with a look at every column. So a loop over rows asks for the layout once,
+// before it.
 TListMetrics TRowHost::Metrics() const {
   TListMetrics metrics;
   metrics.Client = viewport()->size();
@@ -156,6 +160,8 @@ QRect TRowHost::HeaderRect() const {
   return FOptions.ShowColumnHeaders ? FHeader->geometry() : QRect();
 }
 
+// A row that does not show asks for nothing, so that a fill behind the page costs no paint. While ranges are
+// behind, a paint of all is on its way already.
 void TRowHost::UpdateRow(int row) {
   if (FStale || row < verticalScrollBar()->value()) return;
   const int below = row - verticalScrollBar()->value();
@@ -191,6 +197,7 @@ void TRowHost::ContentChanged() {
   viewport()->update();
 }
 
+// Const, as asking for a position is: what it brings up to date is the widget, not what it shows.
 void TRowHost::Settle() const {
   if (FStale) const_cast<TRowHost*>(this)->Arrange();
 }
@@ -209,6 +216,7 @@ void TRowHost::LockPainting(bool locked) {
   FLocked = locked;
   viewport()->setUpdatesEnabled(!locked);
   if (locked) return;
+  // As if nothing were pending: ContentChanged then asks for the layout and the paint that it held back.
   FStale = false;
   ContentChanged();
 }
@@ -276,6 +284,8 @@ void TRowHost::resizeEvent(QResizeEvent* event) {
   Arrange();
 }
 
+// The rows that show are few and are all painted anew. The mouse has not moved, so no row is taken to be
+// under it until it does.
 void TRowHost::scrollContentsBy(int dx, int dy) {
   if (dy != 0) FHoverRow = -1;
   if (dx != 0) FHeader->update();

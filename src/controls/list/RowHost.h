@@ -18,6 +18,13 @@ class THeaderBar;
 class TListColumns;
 class TRowSource;
 
+// The states have one entry per row of the source: whoever changes the rows brings both in step before
+// anything is asked or painted. Only in an open bracket with a count (TkListItems::BeginUpdate) there may be
+// entries behind the last row, and nothing is painted then.
+//
+// Rows are counted rather than pixels, so that the range of a bar, an int, holds any number of them and the
+// row at the top is never cut.
+//
 // Main thread. The vertical scroll bar counts rows, the horizontal one pixels; both show as needed.
 class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
  public:
@@ -119,6 +126,7 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   void PlaceHeader();
   [[nodiscard]] int MeasureColumn(int column) const;
 
+  // Shared with whoever tells an event, and so what may outlive the list, with what is buried in it.
   const TListLifePtr FEventLife = std::make_shared<TListLife>();
   TRowStateList FStates;
   TListViewOptions FOptions;
@@ -127,6 +135,7 @@ class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
   TImageListLink FSmallImages{[this] { ContentChanged(); }};
   TImageListLink FStateImages{[this] { ContentChanged(); }};
   THeaderBar* FHeader;  // owned as a child window
+  // As last told to ColumnCountChanged.
   int FColumnCount = 0;
   int FHoverRow = -1;
   bool FLocked = false;

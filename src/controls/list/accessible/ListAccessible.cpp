@@ -1,3 +1,12 @@
+// How a screen reader gets here: it asks the service for the interface of a list, which MakeInterface gives,
+// and walks from the table to header cells and cells by number or by place. These are made as somebody asks
+// for them, so that a list of a million rows costs nothing until then. A cell says its text as its name,
+// progress and rating also as their value; a header cell says its caption, and as its value how the rows are
+// sorted by it. What changes is told by the two Tell functions at the end, which the list calls; nobody else
+// sends a notice of rows.
+// All of it asks the list as it is at that moment (DescribeCell, DescribeHeader) and keeps no text. A cell is
+// a place, not a row: when rows or columns change, all cells are forgotten.
+
 #include "controls/list/accessible/ListAccessible.h"
 
 #include "controls/list/ListView.h"
@@ -142,6 +151,7 @@ class TTableAccessible : public QAccessibleWidget, public QAccessibleTableInterf
   bool SetRowSelected(int row, bool selected);
 
   // By child number, as long as columns and header are the ones that the numbers were reckoned by.
+  // The service owns the interfaces; these are its numbers for them.
   mutable QHash<int, QAccessible::Id> FCells;
   mutable int FKnownColumns = 0;
   mutable int FKnownHeaders = 0;
@@ -206,6 +216,8 @@ int TTableAccessible::childCount() const {
   return HeaderCells() + rowCount() * columnCount();
 }
 
+// Header cells take the first numbers only while the header shows, so switching it gives every cell another
+// number, as a column more or less does.
 QAccessibleInterface* TTableAccessible::child(int index) const {
   if (FKnownColumns != columnCount() || FKnownHeaders != HeaderCells()) ForgetCells();
   FKnownColumns = columnCount();
@@ -487,6 +499,7 @@ QAccessibleInterface* MakeInterface(const QString&, QObject* object) {
   return list != nullptr ? new TTableAccessible(*list) : nullptr;
 }
 
+// For tests: with a sink, notices go there even if no tool listens.
 TListNoticeSink Sink = nullptr;
 
 bool Listening() {
@@ -528,6 +541,8 @@ void InstallListAccessibility() {
   Q_UNUSED(installed);
 }
 
+// A row is told by its first cell, the focus by the cell that the keys act on, and that only while the list
+// has the keyboard: else tools would follow a list that the user is not in.
 void TellRowState(TCustomListView& list, int row, unsigned changed, unsigned state) {
   if (!Listening()) return;
   const TTableAccessible* const table = TableOf(list);
@@ -540,6 +555,8 @@ void TellRowState(TCustomListView& list, int row, unsigned changed, unsigned sta
   if ((changed & kRowChecked) != 0) TellChecked(list, child);
 }
 
+// Always as a reset: rows come and go by the thousand, and a notice for each would cost more than asking
+// anew.
 void TellRowsChanged(TCustomListView& list) {
   if (!Listening()) return;
   if (TTableAccessible* const table = TableOf(list)) table->ForgetCells();

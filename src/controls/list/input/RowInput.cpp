@@ -6,7 +6,9 @@
 #include <utility>
 
 namespace {
+// After a second without a letter the next one begins a new word.
 constexpr qint64 kTypingPauseMs = 1000;
+// Told from -1, the row that a key leads to in an empty list.
 constexpr int kNoKey = -2;
 constexpr unsigned kSelection = kRowSelected | kRowFocused | kRowAnchor;
 }  // namespace
@@ -52,6 +54,8 @@ std::vector<TListItem*> TRowInput::SelectedItems() const {
   return items;
 }
 
+// One change, with its events, per row, as if the user had gone through them one by one. The rows are a copy
+// that no handler can change.
 void TRowInput::ChangeAll(const std::vector<TListItem*>& items, unsigned bits, unsigned mask) {
   const TEventScope scope = Scope();
   for (TListItem* item : items) {
@@ -84,6 +88,7 @@ void TRowInput::Toggle(TListItem& item) {
 void TRowInput::SelectRange(TListItem& item, bool add) {
   const TEventScope scope = Scope();
   TListItem* const anchor = AnchorItem();
+  // The anchor keeps its bit, so that a next Shift makes the range longer or shorter from the same end.
   Items().ChangeState(*anchor, kRowAnchor, kRowAnchor);
   if (scope.ListGone() || item.Gone() || anchor->Gone()) return;
   const auto [first, last] = std::minmax({anchor->Index(), item.Index()});
@@ -98,6 +103,8 @@ void TRowInput::SelectAll() {
   ChangeAll({Items().begin(), Items().end()}, kRowSelected, kRowSelected);
 }
 
+// Without MultiSelect, Shift counts for nothing, and Ctrl only lets the keys move the focus away from the
+// selected row.
 void TRowInput::Apply(TListItem& item, Qt::KeyboardModifiers shift, bool ctrlFocuses) {
   const bool ctrl = shift.testFlag(Qt::ControlModifier);
   const bool multi = FHost.Options().MultiSelect;
@@ -138,6 +145,8 @@ void TRowInput::PressRow(TListItem& item, Qt::MouseButton button, Qt::KeyboardMo
   } else if (button == Qt::RightButton) {
     item.SetFocused(true);
   } else if (plain) {
+    // A press on one of several selected rows may begin a drag of all of them: what it would deselect waits
+    // for the release.
     FCollapse = &item;
     Items().ChangeState(item, kRowFocused | kRowAnchor, kRowFocused | kRowAnchor);
   } else {
@@ -219,6 +228,7 @@ bool TRowInput::MoveTo(int row, Qt::KeyboardModifiers shift) {
 bool TRowInput::Space(Qt::KeyboardModifiers shift) {
   TListItem* const item = Items().Item(std::max(0, FocusedRow()));
   if (item == nullptr) return true;
+  // Where Space checks, Ctrl+Space still selects.
   if (shift == Qt::NoModifier && FHost.Options().CheckBoxes)
     SwitchChecks(*item);
   else

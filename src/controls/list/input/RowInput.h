@@ -4,6 +4,10 @@
 //
 // Each act may tell events, whose handlers may do anything to the list: rows are followed as objects, and
 // after the list itself is gone nothing more is done.
+//
+// From a press to the bits: Press finds box or row, PressRow and Apply choose the rule (SelectOnly, Toggle,
+// SelectRange), ChangeState of the rows changes the bits of one row at a time and tells the list of each, and
+// the list tells its events. A new gesture of the keyboard is a case of Key, and of TargetOf if it moves.
 #pragma once
 
 #include "controls/list/layout/ListLayout.h"
@@ -111,6 +115,7 @@ class TRowInput {
 
   TRowInputHost& FHost;
   TTypeAhead FTypeAhead;
+  // The row is forgotten as it goes (Forget), so the pointer is good whenever it is not null.
   // What the release is to do: select this row alone, which was pressed while selected among others; click.
   TListItem* FCollapse = nullptr;
   bool FClicks = false;

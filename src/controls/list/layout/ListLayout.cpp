@@ -127,6 +127,7 @@ int TListLayout::RowsPerPage() const {
   return std::max(1, FMetrics.Client.height() / FMetrics.RowHeight);
 }
 
+// One that shows in part counts, unlike in RowsPerPage.
 int TListLayout::EndOfVisibleRows() const {
   const int shown = (FMetrics.Client.height() + FMetrics.RowHeight - 1) / FMetrics.RowHeight;
   return std::min(FMetrics.RowCount, FMetrics.TopRow + shown);
@@ -139,6 +140,8 @@ int TListLayout::TopRowShowing(int row, bool partialOk) const {
   return row < end ? FMetrics.TopRow : row - RowsPerPage() + 1;
 }
 
+// The last page is full, unless there are fewer rows than that: no way leads to empty room below the last
+// row.
 int TListLayout::MaxTopRow() const {
   return std::max(0, FMetrics.RowCount - RowsPerPage());
 }

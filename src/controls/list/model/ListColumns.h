@@ -92,6 +92,7 @@ class TListColumns {
   virtual ~TListColumns() = default;
 
   // Called after any change of a column or of their number.
+  // It is the host that listens, not the program, so this is called plainly and not told as an event.
   std::function<void()> OnChange;
 
   // Set once, by the list that the columns belong to, before there are any.
@@ -118,6 +119,7 @@ class TListColumns {
   void Changed() const;
   void Bury(std::unique_ptr<TListColumn> column);
 
+  // A life of its own until the list gives its own: columns without a list can be deleted too.
   TListLifePtr FLife = std::make_shared<TListLife>();
   std::vector<std::unique_ptr<TListColumn>> FColumns;
 };

@@ -9,6 +9,7 @@
 #include <new>
 
 namespace {
+// Texts that a first block has room for; a block that is full doubles.
 constexpr int kFirstRoom = 3;  // a report of four columns needs no more
 }
 

@@ -140,6 +140,7 @@ class TListItem {
   TSubItems FSubItems;
   int FImageIndex = -1;
   int FStateIndex = -1;
+  // A hint: the row was there once (TListItems::IndexOf).
   mutable int FIndex = -1;
   TLife FLife = TLife::Staying;
 };

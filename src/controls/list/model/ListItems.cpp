@@ -20,6 +20,7 @@ TListItem* TListItems::AddItem(std::unique_ptr<TListItem> item, int index) {
   if (index < 0 || index > Count()) throw EListError("TListItems: index out of range");
   TListItem* const added = item.get();
   FRows.insert(FRows.begin() + index, added);
+  // Not before the list has it: insert may throw.
   item.release();
   added->FIndex = index;
   FOwner.RowStates().Insert(index, 1);
@@ -29,6 +30,7 @@ TListItem* TListItems::AddItem(std::unique_ptr<TListItem> item, int index) {
 
 // Removing.
 
+// A handler that throws keeps the row: it is as if nobody had asked for its end.
 bool TListItems::TellDeletion(TListItem& item) {
   if (item.FLife != TListItem::TLife::Staying) return false;
   const TEventScope scope(FOwner.Life());
@@ -58,6 +60,8 @@ void TListItems::Delete(int index) {
   DeleteRows({item});
 }
 
+// All are told first and leave together: no row moves between one event and the next, unless a handler moves
+// it. What was told leaves also if a handler throws.
 void TListItems::DeleteRows(const std::vector<TListItem*>& rows) {
   const TEventScope scope(FOwner.Life());
   const auto removal = qScopeGuard([&] {
@@ -165,6 +169,8 @@ bool TListItems::EndUpdate() {
     throw EListError("LV\\EndUpdate\\: EndUpdate Overflow call! ");
   }
   if (--FUpdateDepth > 0) return false;
+  // The row host hears of the rows while it is still locked: layout and paint are asked for once, as it is
+  // unlocked.
   if (std::exchange(FRowsChanged, false)) FOwner.RowsChanged();
   FOwner.UpdatingChanged(false);
   return true;
@@ -187,6 +193,7 @@ void TListItems::Sort(const TCompare& compare) {
   if (!scope.ListGone()) SetOrder(order);
 }
 
+// The bits are read before the first row moves, and go with their rows without a word.
 void TListItems::SetOrder(const std::vector<TListItem*>& order) {
   TRowStates& states = FOwner.RowStates();
   std::vector<unsigned> bits(FRows.size());

@@ -1,5 +1,9 @@
 // The rows of a list in their order: adding, deleting, sorting, update brackets. Plain objects that need no
 // window; main thread.
+//
+// Place n of the rows is row n of the bits that the control keeps (RowStates): whatever adds, removes or
+// moves a row here does the same there before it tells anybody. A row is held by this list alone; all others
+// hold a pointer and are told as it goes (ItemGone).
 #pragma once
 
 #include "controls/list/model/EventScope.h"
@@ -115,6 +119,7 @@ class TListItems {
 
   void NoteRowsChanged();
   [[nodiscard]] int UpdateDepth() const { return FUpdateDepth; }
+  // Owned, as plain pointers: a sort and a shift of many rows swap these.
   std::vector<TListItem*> FRows;
 
  private:

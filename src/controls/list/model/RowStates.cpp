@@ -58,6 +58,7 @@ void TRowStateList::Remove(const std::vector<int>& rows) {
   if (heir >= 0) Put(std::min(heir, Count() - 1), State(std::min(heir, Count() - 1)) | kRowFocused);
 }
 
+// A walk, but for the focus: one row has it, and where it was last found is tried first.
 int TRowStateList::Next(int after, unsigned bits) const {
   if ((bits & kRowFocused) != 0 && CountOf(kRowFocused) == 0) return -1;
   const auto is = [bits](unsigned state) { return (state & bits) == bits; };

@@ -69,6 +69,7 @@ class TRowStateList : public TRowStates {
   [[nodiscard]] bool Has(int row) const { return row >= 0 && row < Count(); }
   void Recount(unsigned before, unsigned after);
 
+  // A byte per row. The counts, one per bit, spare a walk over all rows for "is anything selected".
   std::vector<quint8> FStates;
   int FCounts[6] = {};
   bool FSingleSelect = false;

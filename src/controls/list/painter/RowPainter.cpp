@@ -15,8 +15,10 @@
 
 namespace {
 
+// Of 255: how much of the highlight shows under the mouse.
 constexpr int kHoverAlpha = 28;
 constexpr int kDark = 128;  // of 255
+// Device-independent pixels, about the shape of a row, as a style may draw a gradient over it.
 constexpr QSize kSample(64, 24);
 
 }  // namespace
@@ -53,6 +55,7 @@ void TRowPainter::Paint(int row, TRowLook look) {
   PaintBackground(row, look);
   const TListMetrics& metrics = FLayout.Metrics();
   for (int column = 0; column < static_cast<int>(metrics.ColumnWidths.size()); ++column) {
+    // A wide report may show a few of its columns only.
     const QRect cell = FLayout.CellRect(row, column);
     if (cell.right() >= 0 && cell.left() < metrics.Client.width()) PaintCell(row, column, look.State);
   }
@@ -119,6 +122,7 @@ const TRowPainter::THighlight& TRowPainter::Highlight() {
   return FHighlight.emplace(THighlight{background, suits ? QPalette::HighlightedText : QPalette::Text});
 }
 
+// The source is asked here and nowhere else in a paint: once for each cell that shows.
 void TRowPainter::PaintCell(int row, int column, unsigned state) {
   const int image = FSource.CellImage(row, column);
   const TCellParts parts = FLayout.CellParts(row, column, image >= 0);
