@@ -37,6 +37,8 @@
 class TListColumn;
 class TListItem;
 
+// Fields rather than signals: one handler each, which the form sets and may replace at any time.
+//
 // Positions are in pixels of the client area. A handler may do anything to the list (model/EventScope.h).
 struct TListViewEvents {
   std::function<void(TListItem* item, bool selected)> OnSelectItem;

@@ -33,5 +33,6 @@ class TCollection {
   }
 
  private:
+  // A deque, as adding behind the last moves none of those that references were given of.
   std::deque<TItem> FItems;
 };

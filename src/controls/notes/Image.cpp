@@ -42,6 +42,7 @@ void TImageNote::SetShowHint(bool show) {
   SetHint(FHint);
 }
 
+// The bounds are those of this moment, so locking again after a move takes the new ones.
 void TImageNote::SetLocked(bool locked) {
   FLocked = locked;
   FLockedBounds = geometry();

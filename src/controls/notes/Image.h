@@ -44,6 +44,8 @@ struct TPictureItem {
 
 using TPictureCollection = TCollection<TPictureItem>;
 
+// Holds its pictures by value, each shared with whoever gave it. Clear of the items leaves the picture that
+// shows.
 class TImageNote : public TImage {
  public:
   explicit TImageNote(QWidget* parent = nullptr) : TImage(parent) {}

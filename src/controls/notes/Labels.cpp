@@ -35,6 +35,7 @@ TEllipsisLabel::TEllipsisLabel(QWidget* parent) : QLabel(parent) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
+// A timer that is running already will paint this text too.
 void TEllipsisLabel::SetCaption(const QString& caption) {
   FCaption = caption;
   if (!FRepaint.isActive()) FRepaint.start(kRepaintInterval, this);
@@ -53,6 +54,7 @@ QSize TEllipsisLabel::sizeHint() const {
 void TEllipsisLabel::timerEvent(QTimerEvent* event) {
   if (event->timerId() != FRepaint.timerId()) return QLabel::timerEvent(event);
   FRepaint.stop();
+  // With the repaint and not with each text: a screen reader is not to be told of more than is shown.
   setAccessibleName(FCaption);
   update();
 }

@@ -62,6 +62,7 @@ class TLabelNote : public QLabel {
 class TEllipsisLabel : public QLabel {
  public:
   // Milliseconds.
+  // About as often as an eye can follow; a scan may give a text for each of a million files.
   static constexpr int kRepaintInterval = 30;
 
   explicit TEllipsisLabel(QWidget* parent = nullptr);

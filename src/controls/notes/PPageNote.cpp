@@ -27,6 +27,7 @@ TPageNote::TPageNote(QWidget* parent) : QWidget(parent) {
 }
 
 TPageNote::~TPageNote() {
+  // Each takes itself out of the list, which still stands (~TPageTab).
   while (!FPages.empty())
     delete FPages.back();
 }
@@ -47,6 +48,7 @@ int TPageNote::IndexOf(const TPageTab& page) const {
 
 void TPageNote::Insert(TPageTab& page) {
   static_cast<QGridLayout*>(layout())->addWidget(&page, 0, 0);
+  // Behind the page that shows, which for pages made one after another is the end.
   const int place = FTabIndex + 1;
   FPages.insert(FPages.begin() + place, &page);
   Apply(place);

@@ -36,6 +36,7 @@ int TImageList::AddChangeLink(std::function<void()> onChange, std::function<void
 }
 
 TImageList::~TImageList() {
+  // One by one, as what hears of the end may remove links of its own.
   while (!FLinks.empty()) {
     const TLink link = std::move(FLinks.extract(FLinks.begin()).mapped());
     if (link.OnGone) link.OnGone();

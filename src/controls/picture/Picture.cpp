@@ -8,6 +8,7 @@
 
 namespace {
 
+// The one other density that pictures come in; on a device in between the dense one is scaled down.
 constexpr qreal kDense = 2.0;
 
 QImage ReadPng(const QString& path) {
@@ -35,6 +36,7 @@ TPicture TPicture::FromIcon(const QIcon& icon, QSize size) {
   if (icon.isNull()) return {};
   const QImage oneX = icon.pixmap(size, 1.0).toImage();
   const QImage twoX = icon.pixmap(size, kDense).toImage();
+  // An icon that has no more pixels to give answers with the same ones.
   return TPicture(oneX, twoX.width() > oneX.width() ? twoX : QImage());
 }
 
@@ -52,6 +54,7 @@ void TPicture::Draw(QPainter& painter, const QRect& target, bool stretch) const 
   if (Empty()) return;
   const QRect area = stretch ? target : QRect(target.topLeft(), Size());
   if (area.isEmpty()) return;
+  // As the caller had it, afterwards: a painter is handed through many hands.
   const bool smooth = painter.testRenderHint(QPainter::SmoothPixmapTransform);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   painter.drawImage(area, ImageFor(painter.device()->devicePixelRatioF()));

@@ -1,4 +1,8 @@
 // A picture of the interface with the sizes that it is drawn for. Main thread.
+//
+// The program's own pictures are rendered from SVGs, most in two densities (tools/render-art); a name in the
+// resource is the name of that file. A caller gives sizes and places in device-independent pixels and leaves
+// the choice of the density to Draw.
 #pragma once
 
 #include <QIcon>

@@ -36,6 +36,7 @@ QImage DecodePng(const QByteArray& bytes) {
   png.format = kPixelFormat;
   QImage image(static_cast<int>(png.width), static_cast<int>(png.height), QImage::Format_ARGB32);
   if (image.isNull()) return {};
+  // Broken data may have filled part of the image; none of it is given out.
   if (png_image_finish_read(&png, nullptr, image.bits(), static_cast<png_int_32>(image.bytesPerLine()),
                             nullptr) == 0)
     return {};

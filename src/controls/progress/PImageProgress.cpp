@@ -10,6 +10,7 @@
 
 namespace {
 
+// A sweep goes ten pixels per tick, five hundred a second, and rests for a second between two.
 constexpr int kTickInterval = 20;     // milliseconds
 constexpr int kSweepPause = 5 * 200;  // milliseconds
 constexpr int kSheenStep = 10;
@@ -73,6 +74,8 @@ void TImageProgress::SetPosition(int position) {
   QAccessible::updateAccessibility(&event);
 }
 
+// Ends keep the widths of their pictures and the middle gets the rest, so that the least filled part is as
+// wide as both ends.
 void TImageProgress::ApplyPosition() {
   TImageCollection& items = Items();
   if (items.Count() < kProgressItemCount || !Visible() || FMax <= FMin) return;

@@ -1,4 +1,8 @@
 // A progress bar made of named pictures, with a sheen that can move over its filled part. Main thread.
+//
+// Who does what: SetPosition reckons the widths of the filled part from the range (ApplyPosition) and
+// repaints; the timer moves a sheen, a control of its own above the pictures, within what is filled (Tick,
+// MoveSheen). The two share only ProgressRight.
 #pragma once
 
 #include <QTimer>

@@ -16,6 +16,8 @@ TImageItem& TImageCollection::Add() {
   return item;
 }
 
+// An aligned item keeps the one length that its side leaves free; the other and its place are the control's.
+// Items do not push each other aside.
 QRect ImageItemRect(const TImageItem& item, const QRect& client) {
   switch (item.Align) {
     case TImageAlign::Top:

@@ -29,6 +29,7 @@ TScrollDefaults PlatformDefaults(const QWidget& bar) {
   return {thickness, thickness, std::min(slider > 0 ? slider : kLargestMinThumb, kLargestMinThumb)};
 }
 
+// The order of drawing: the thumb lies over the pages, the buttons over all.
 constexpr std::array kDrawnParts{TScrollBarPos::PageUp, TScrollBarPos::PageDown, TScrollBarPos::Thumb,
                                  TScrollBarPos::TopButton, TScrollBarPos::BottomButton};
 
@@ -122,6 +123,7 @@ void TRdScrollBar::SetPosition(int position) {
   TScrollRange range = FTrack.Range();
   range.SetPosition(position);
   if (!FTrack.SetRange(range) || FReading) return;
+  // A held thumb stays under the mouse, whatever position the program sets.
   if (FInput.DownPart() != TScrollBarPos::Thumb) {
     FTrack.Arrange();
     update();
@@ -180,6 +182,8 @@ void TRdScrollBar::SetOwnerDraw(bool ownerDraw) {
   update();
 }
 
+// Whether the bar itself is disabled is asked of its own attribute: a disabled parent disables it too, but
+// hides nothing.
 void TRdScrollBar::SetAllowed(bool allowed) {
   FAllowed = allowed;
   setVisible(allowed && !(Skin().AutoHide && testAttribute(Qt::WA_ForceDisabled)));
@@ -210,6 +214,7 @@ void TRdScrollBar::changeEvent(QEvent* event) {
       update();
       if (OnEnabledChange) OnEnabledChange();
       break;
+    // Another window may take the release with it.
     case QEvent::ActivationChange:
       if (!isActiveWindow()) FInput.LoseMouse();
       break;
@@ -293,6 +298,7 @@ void TRdScrollBar::TellPosition() {
 }
 
 void TRdScrollBar::LooksChanged() {
+  // Composed from what has just changed.
   FThumbs.Clear();
   // A parent that shows through has to be painted beneath.
   setAttribute(Qt::WA_OpaquePaintEvent, ControlColor().isValid());
@@ -313,6 +319,7 @@ void TRdScrollBar::ApplyAutoHide() {
   if (!FReading && Skin().AutoHide && isHidden() == shows) setVisible(shows);
 }
 
+// May resize the bar to the thickness of its pictures, which arranges nothing a second time (FAutoSizing).
 void TRdScrollBar::Arrange() {
   if (FReading) return;
   TScrollRoom room = FTrack.Room();
@@ -349,6 +356,7 @@ void TRdScrollBar::paintEvent(QPaintEvent* event) {
   if (!buffered || !FBackBuffer.SetSize(size(), devicePixelRatioF())) return PaintBar(surface, area);
   QPainter painter(&FBackBuffer.Image());
   painter.setClipRect(area);
+  // The buffer has what was painted before; where the parent shows through it has to be empty again.
   painter.setCompositionMode(QPainter::CompositionMode_Source);
   painter.fillRect(area, Qt::transparent);
   painter.setCompositionMode(QPainter::CompositionMode_SourceOver);

@@ -1,4 +1,13 @@
 // A scroll bar drawn from pictures, or in a plain look without them. Main thread.
+//
+// Four parts, of which only this one is a widget: ScrollTrack has the numbers and the rectangles, ScrollInput
+// what the user does, ScrollPainter the drawing, RdScrollBarImages the looks. A press goes to
+// TScrollInput::Press, which steps the track and comes back by TScrollInputHost: Scrolled tells OnScroll,
+// Changed tells OnChange. ScrollBy steps the same way. A range or position that the program sets goes to the
+// track directly and tells OnChange alone, or nothing (SetParams, SetPositionSilent).
+// A new picture of the skin is a word of TScrollPicture, its size in ScrollSizes, its drawing in
+// ScrollPainter.cpp. What a screen reader hears is the value in its range; it may set it, which is told as a
+// step by the program.
 #pragma once
 
 #include "controls/scroll/RdScrollBarImages.h"
@@ -120,6 +129,7 @@ class TRdScrollBar : public QWidget, private TScrollInputHost {
   [[nodiscard]] QColor ControlColor() const;
 
   TRdScrollBarImages FImages;
+  // The input holds track and bar by reference and so stands behind the track.
   TScrollTrack FTrack;
   TScrollInput FInput;
   QTimer FRepeatTimer;

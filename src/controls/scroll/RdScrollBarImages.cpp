@@ -11,6 +11,7 @@ void TRdScrollBarImages::Assign(const TRdScrollBarImages* other) {
     FSkin.Color = clDefault;
     return OnChange();
   }
+  // A picture that the other lacks is kept, so that a skin may be put together from several.
   TScrollSkin skin = other->FSkin;
   for (std::size_t i = 0; i < skin.Pictures.size(); ++i)
     if (skin.Pictures[i].Empty()) skin.Pictures[i] = FSkin.Pictures[i];

@@ -9,9 +9,11 @@
 
 namespace {
 
+// After the first wait, twenty steps a second.
 constexpr int kRepeatInterval = 50;  // milliseconds
 constexpr int kWheelSteps = 2;
 
+// The range may be all of int, so a difference may be more than one.
 int Difference(int from, int to) {
   using TLimits = std::numeric_limits<int>;
   return static_cast<int>(std::clamp<qint64>(qint64{to} - from, TLimits::min(), TLimits::max()));
@@ -64,6 +66,7 @@ void TScrollInput::Tick() {
   FRepeating = true;
   // The thumb that has come under the mouse ends the paging.
   if (IsPage(FDownPart)) SetHotPart(FTrack.Layout().PartAt(FMouse));
+  // A mouse that was drawn off the part only pauses the repeat.
   if (FHotPart == FDownPart) StepPart(FDownPart, false);
 }
 
@@ -157,6 +160,7 @@ void TScrollInput::StepBy(qint64 amount, TScrollStep step) {
   range.SetPosition(range.StepTarget(amount));
   if (!FTrack.SetRange(range)) return;
   step.ChangeValue = Difference(before, range.Position);
+  // OnScroll finds the new position in the old layout; OnChange finds both new.
   FHost.Scrolled(step);
   FTrack.Arrange();
   FHost.RepaintAll();

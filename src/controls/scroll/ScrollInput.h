@@ -1,4 +1,8 @@
 // What mouse, wheel and keys do to a scroll bar, without a widget. Main thread.
+//
+// Order of what the host is told: for a step Scrolled, then, with the parts at their new places, Changed; for
+// a drag the same at each move; at the release TrackEnded, if the position is another than at the press. A
+// handler may set the range or disable the bar in each of these; the input reads the track anew after it.
 #pragma once
 
 #include "controls/scroll/ScrollTypes.h"
@@ -71,10 +75,12 @@ class TScrollInput {
 
   TScrollTrack& FTrack;
   TScrollInputHost& FHost;
+  // Milliseconds.
   int FWaitInterval = 500;
   TScrollBarPos FDownPart = TScrollBarPos::None;
   TScrollBarPos FHotPart = TScrollBarPos::None;
   QPoint FMouse;
+  // Where the thumb was taken: the mouse, the first pixel of the thumb, and the position at any press.
   QPoint FDragOffset;
   int FDragStartThumb = 0;
   int FDownPosition = 0;

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Added to red, green and blue of the bar's colour.
 constexpr int kPageDownShade = 10;
 constexpr int kPageUpShade = -20;
 constexpr int kPageHotShade = 50;
@@ -139,6 +140,8 @@ void PaintTriangle(QPainter& painter, const QRect& rect, TArrowDirection directi
 void PaintBackground(QPainter& painter, const TScrollPaint& paint, const QRect& bar, const QRect& area) {
   if (paint.Color.isValid()) painter.fillRect(area, paint.Color);
   const TScrollSkin& skin = paint.Skin;
+  // The whole bar and not the area alone: a stretched picture has to meet itself at the edges of each
+  // repaint.
   PaintEndsAndMiddle(painter, paint, bar, skin[ScrollBgTop], skin[ScrollBg], skin[ScrollBgBottom]);
 }
 
@@ -193,6 +196,7 @@ void TThumbBitmaps::Clear() {
   FThumbHotBitmap = {};
 }
 
+// A thumb is composed when it is shown at another size or density; dragging and hovering only copy it.
 const TRdBitmap& TThumbBitmaps::Get(const TScrollPaint& paint, QSize size, qreal density, bool hot) {
   TRdBitmap& bitmap = hot ? FThumbHotBitmap : FThumbBitmap;
   const bool atHand = bitmap.Size() == size && bitmap.Image().devicePixelRatio() == density;

@@ -114,6 +114,7 @@ int TScrollRange::SmallStep() const {
   return static_cast<int>(std::max<qint64>(1, computed));
 }
 
+// Nine tenths of a page, so that something of the page before still shows; without a page a tenth of the way.
 int TScrollRange::LargeStep() const {
   if (LargeChange > 0) return LargeChange;
   if (PageSize > 0) return static_cast<int>(std::max<qint64>(4, qint64{PageSize} * 9 / 10));
@@ -132,6 +133,7 @@ bool TScrollRange::SameScale(const TScrollRange& other) const {
   return Min == other.Min && Max == other.Max && PageSize == other.PageSize;
 }
 
+// The least thumb has room for its pictures; a bar of AutoSize is as thick as its thickest picture.
 TScrollSizes ScrollSizes(const TScrollSkin& skin, TScrollBarKind kind, const TScrollDefaults& defaults) {
   TScrollSizes sizes;
   sizes.TopArrow = ArrowLength(skin, skin[BtnLeft], skin[BtnRight], kind, defaults.Arrow);
@@ -175,6 +177,7 @@ const QRect& TScrollLayout::RectOf(TScrollBarPos part) const {
   return nowhere;
 }
 
+// Without a thumb the track is no part: a press on it does nothing.
 TScrollBarPos TScrollLayout::PartAt(QPoint point) const {
   for (const auto button : {TScrollBarPos::TopButton, TScrollBarPos::BottomButton})
     if (RectOf(button).contains(point)) return button;

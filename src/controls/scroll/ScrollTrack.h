@@ -1,4 +1,9 @@
 // The numbers and rectangles of a scroll bar, without a widget. Pixels are device-independent. Main thread.
+//
+// Positions are int, as published; every sum or difference of them is reckoned in 64 bits, as Min and Max may
+// be the ends of int.
+// The page belongs to the range: a position is its first visible value, and the last page begins at Max -
+// PageSize + 1.
 #pragma once
 
 #include "controls/scroll/ScrollTypes.h"
@@ -10,6 +15,7 @@
 
 struct TScrollSkin;
 
+// The largest step that can be set, as published.
 inline constexpr int kMaxScrollInc = 32767;
 
 // Range, position and steps. Max is never below Min, PageSize never below 0, Position within Min..Max.

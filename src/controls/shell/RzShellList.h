@@ -151,6 +151,7 @@ class TRzShellList : public TListView {
   std::map<QString, TType> FTypes;
   std::map<QString, int> FImageOf;  // by the icon's name
   TRows* const FRows;               // the list's
+  // A task that is given up is left to itself: what it tells afterwards is dropped.
   TDetachedTask FListing;
   TFolderWatch FWatch;
   TOpenFolder FFolder;

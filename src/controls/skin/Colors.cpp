@@ -91,6 +91,9 @@ QColor Mixed(const QColor& color, const QColor& other, int factor) {
 
 namespace {
 
+// Contrast is the ratio of luminances as guidelines for readable text define it; they ask 3 of large text and
+// 7 of small text at their strictest.
+//
 // Contrasts of light to dark, 1 to 21. A text with less than Least is brought to Good.
 struct TContrastRule {
   double Least;
@@ -100,6 +103,7 @@ constexpr TContrastRule kNormalText{3.0, 7.0};
 constexpr TContrastRule kPaleText{1.5, 3.0};
 constexpr int kMixSteps = 8;
 
+// Pixels that are looked at behind a text, whatever its size: a paint looks behind each text.
 constexpr int kSampleColumns = 8;
 constexpr int kSampleRows = 3;
 
@@ -144,6 +148,7 @@ QColor MeanColor(const QImage& image, const QRect& area) {
 QColor BackgroundBehind(const QPainter& painter, const QRect& area) {
   const auto* const image = dynamic_cast<const QImage*>(painter.device());
   if (image == nullptr) return {};
+  // Device pixels of the image, in the part that the area covers.
   const QRect pixels = painter.deviceTransform().mapRect(area).intersected(image->rect());
   return pixels.isEmpty() ? QColor() : MeanColor(*image, pixels);
 }
@@ -153,6 +158,7 @@ QColor ReadableOn(const QColor& background, const QColor& text, bool pale) {
   if (!background.isValid() || Contrast(background, text) >= rule.Least) return text;
   const QColor end =
       Contrast(background, Qt::black) >= Contrast(background, Qt::white) ? Qt::black : Qt::white;
+  // The first shade that is good enough, so that a colour keeps as much of itself as can be.
   for (int step = 1; step < kMixSteps; ++step) {
     const QColor mixed = MixedTowards(text, end, step);
     if (Contrast(background, mixed) >= rule.Good) return mixed;

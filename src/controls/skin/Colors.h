@@ -10,6 +10,7 @@
 // 0x00BBGGRR, or a system colour: kFirstSystemColor plus its index, or clNone or clDefault.
 using TColor = std::int32_t;
 
+// Neither a colour of 24 bits nor a system colour.
 inline constexpr TColor clNone = 536870911;
 inline constexpr TColor clDefault = 536870912;
 inline constexpr TColor clSilver = 12632256;

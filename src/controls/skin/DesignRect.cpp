@@ -118,6 +118,7 @@ std::vector<TDesignPart> DesignParts(QSize picture, const QRect& target, const T
   for (const auto& [column, row] : kOrder) {
     TDesignPart part{RectOf(x.Source[column], y.Source[row]), RectOf(x.Target[column], y.Target[row])};
     if (part.Source.isEmpty() || part.Target.isEmpty()) continue;
+    // Corners have the same size on both sides, so there is nothing to fill.
     const bool corner = column != 1 && row != 1;
     part.Tiled =
         fill && !corner && part.Source.width() > kLargestUntiled && part.Source.height() > kLargestUntiled;

@@ -1,4 +1,8 @@
 // Nine-slice pictures: four slices that keep their size while the middle fills the room. Main thread.
+//
+// Corners keep their size, edges change in one axis, the middle in both. DesignParts is the whole rule,
+// without a painter; drawing only copies what it gives. Buttons, rows and group rows of skins all draw this
+// way.
 #pragma once
 
 #include <QRect>

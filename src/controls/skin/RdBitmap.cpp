@@ -15,6 +15,7 @@ int Pixels(int length, qreal density) {
   return static_cast<int>(std::min(std::ceil(length * density), kMost));
 }
 
+// The weights of blue, green and red add up to 256.
 QImage Gray(QImage image) {
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
@@ -35,6 +36,7 @@ bool TRdBitmap::SetSize(QSize size, qreal density) {
   }
   const QSize pixels(Pixels(size.width(), density), Pixels(size.height(), density));
   if (FImage.size() != pixels) FImage = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
+  // Pixels are kept where only the density differs.
   if (!FImage.isNull()) FImage.setDevicePixelRatio(density);
   return !FImage.isNull();
 }

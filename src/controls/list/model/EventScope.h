@@ -10,11 +10,13 @@
 //      leave the object alone if it is Gone().
 //   3. Indexes do not outlive an event: ask the object for its Index() again. A loop over rows that tells
 //      events runs over a copy of their pointers.
-//   4. An object that is deleted leaves every collection at once, is marked gone and goes to Bury, which frees
+//   4. An object that is deleted leaves every collection at once, is marked gone and goes to Bury, which
+//   frees
 //      it when the outermost scope ends, or now if none is open. Its destructor tells nothing and calls no
 //      other object of the list.
 //   5. The list's destructor buries its collections and inner objects that may be at work up the stack.
-//   6. Whatever cleans up as a block is left (brackets, rollbacks) asks ListGone() before it touches the list.
+//   6. Whatever cleans up as a block is left (brackets, rollbacks) asks ListGone() before it touches the
+//   list.
 #pragma once
 
 #include <memory>
@@ -52,7 +54,9 @@ class TListLife {
       std::exchange(FBuried, {}).clear();
   }
 
+  // With the deleter of its class each, as rows, groups, columns and whole collections lie here together.
   std::vector<std::unique_ptr<void, void (*)(void*)>> FBuried;
+  // Open scopes, nested ones counted each.
   int FDepth = 0;
   bool FGone = false;
 };
@@ -75,8 +79,8 @@ class TEventScope {
   TListLifePtr FLife;
 };
 
-// Tells an event; an unassigned one is told to nobody. False if the list is gone. The handler stays whole while
-// it runs, even if it is replaced or goes with the list.
+// Tells an event; an unassigned one is told to nobody. False if the list is gone. The handler stays whole
+// while it runs, even if it is replaced or goes with the list.
 template <typename Event, typename... Arguments>
 [[nodiscard]] bool Tell(const TListLifePtr& life, const Event& event, Arguments&&... arguments) {
   if (!event) return true;

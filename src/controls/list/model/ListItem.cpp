@@ -11,7 +11,7 @@
 namespace {
 // Texts that a first block has room for; a block that is full doubles.
 constexpr int kFirstRoom = 3;  // a report of four columns needs no more
-}
+}  // namespace
 
 TListItem::TListItem(TListItems& owner) : FOwner(owner), FSubItems(*this) {}
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 
 namespace {
+// Small steps of a bar: one row down the list, one row height sideways (Mirror).
 constexpr int kWheelRows = 3;
 constexpr int kWheelSteps = 2;
 }  // namespace
@@ -61,6 +62,8 @@ void TRdBars::Mirror() {
   const QScopedValueRollback guard(FMirroring, true);
   const TListMetrics metrics = FList.Layout().Metrics();
   const auto show = [](const TAxis& axis, bool wanted) { axis.Bar->SetAllowed(axis.Skinned && wanted); };
+  // Rows for the one, pixels for the other. Max is the last of them, not their number: a bar's last page
+  // begins at Max - PageSize + 1.
   FVert.Bar->SetSmallChange(1);
   FVert.Bar->SetParams(0, std::max(0, metrics.RowCount - 1), FList.Layout().RowsPerPage(), metrics.TopRow);
   show(FVert, metrics.RowCount > 0);
@@ -75,6 +78,7 @@ void TRdBars::Mirror() {
 void TRdBars::Place() {
   const QRect room = FList.contentsRect();
   const QMargins taken = Margins();
+  // Beside the header too, or only below it.
   const int top = FList.Skin().Header.VertScrollBarCross ? 0 : FList.HeaderRect().height();
   FVert.Bar->setGeometry(room.right() + 1 - FVert.Bar->width(), room.top() + top, FVert.Bar->width(),
                          room.height() - top - taken.bottom());
@@ -82,6 +86,7 @@ void TRdBars::Place() {
                          FHorz.Bar->height());
 }
 
+// The host takes the position as far as it goes, and the bar is set right by it afterwards.
 void TRdBars::Moved(const TAxis& axis) {
   if (FMirroring) return;
   const TEventScope scope(FList.EventLife());

@@ -33,8 +33,8 @@ class TRdBars {
   [[nodiscard]] QMargins Margins() const;
   // Copies the host's ranges and positions and puts the bars in their place.
   void Mirror();
-  // One notch, up for a direction below 0: 3 rows, or 2 pixels without a vertical bar. False if neither shows
-  // or nothing moved.
+  // One notch, up for a direction below 0: 3 rows, or sideways by 2 row heights without a vertical bar. False
+  // if neither shows or nothing moved.
   bool Wheel(int direction);
 
  private:
@@ -52,5 +52,6 @@ class TRdBars {
   TRdListView& FList;
   TAxis FVert;
   TAxis FHorz;
+  // What the bars tell meanwhile is what was copied to them, not a move.
   bool FMirroring = false;
 };

@@ -88,6 +88,7 @@ TRdCell TRdCellReader::Cell(const TkListItem& item, int row, int column) const {
   return cell;
 }
 
+// Where the host draws, the editor takes the whole cell, as nothing marks a band in it.
 QRect TRdCellReader::EditBand(const TRdCell& cell) const {
   if (!FList.OpenOwnerDraw()) return cell.Cell;
   return LayoutEdit(cell.Cell, FList.Skin().Item.EditHeight, cell.Type == ltComboBox).Band;
@@ -100,6 +101,7 @@ int TRdCellReader::IconTextHit(const TRdCell& cell, const QPoint& pos) const {
 
 bool TRdCellReader::InHotArea(const TRdCell& cell, const QPoint& pos) const {
   const TListSkin& skin = FList.Skin();
+  // Disabled is a row for its buttons and labels; its stars, boxes and editors react.
   const bool edits = cell.Type == ltEdit || cell.Type == ltComboBox;
   if (!cell.Cell.contains(pos) || (!cell.Exists && !edits)) return false;
   switch (cell.Type) {

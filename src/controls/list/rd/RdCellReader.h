@@ -1,5 +1,8 @@
 // Cells and group rows of a TRdListView as layout and painters want them: what they show, where they lie,
 // what of them the mouse can hit. Reads the list as it is now; to be made afresh for each event or paint.
+//
+// Painter, mouse, tip, editors and assistive tools all ask here, so that what is hit is what is painted. A
+// new cell type has its hot area in InHotArea, and its text in TextCut if it can be cut.
 #pragma once
 
 #include "controls/list/layout/ListLayout.h"

@@ -65,6 +65,7 @@ int TRdHeader::ArrowOf(int column) {
 }
 
 void TRdHeader::AskArrow(int column) {
+  // Mostly within a paint (ArrowOf), and once for each click: the handler answers and changes nothing.
   int arrow = FState.SortState - 1;
   if (Tell(FList.EventLife(), FList.OnDrawSortColumnIcon, arrow, column, FState.SortState)) FArrow = arrow;
 }
@@ -119,6 +120,7 @@ void TRdHeader::Release(const QPoint& pos, const QSize& header) {
   }
   // The press went to the section and the release to its box: the click that the header bar now tells sorts
   // nothing.
+  // The header bar sees this release after the list, so its column is still the one that was pressed.
   const int down = FList.Header().DownColumn();
   FReleasedInBox = inBox && down >= 0 && FList.Layout().ColumnAt(pos.x()) == down;
 }

@@ -1,5 +1,9 @@
 // The header of a TRdListView: its painting, its mouse, the sort mark and the check box of the whole list.
 // Main thread.
+//
+// Of the header's check box the press is kept from the header bar and the release acts; of a section the
+// header bar tells the click (HeaderClicked), and SortByClick turns the sort over before OnColumnClick comes.
+// The way turns with each click, whichever column it is on: up, then down, then up again.
 #pragma once
 
 #include "controls/list/rd/RdListState.h"
@@ -47,6 +51,7 @@ class TRdHeader {
   TRdListView& FList;
   TRdHeaderState FState;
   TRdBitmap FBitmap;
+  // Index in the list of sort images.
   int FArrow = -1;              // as last asked for
   bool FReleasedInBox = false;  // the click that follows changes no sort
 };

@@ -1,5 +1,8 @@
 // What a TRdListView remembers of the mouse, the editors and the header, each part kept by the one class that
 // writes it. Rows and columns are -1 for none.
+//
+// Rows here are places, and a place outlives no change of the rows: whoever holds a press across events also
+// holds the row as an object (TRdCellMouse::FPressed, TRdEditState::EditItem) and compares.
 #pragma once
 
 #include "controls/list/rd/RdListEvents.h"

@@ -13,8 +13,9 @@
 #include <utility>
 
 namespace {
+// What a wheel with steps turns by; a smooth one adds up to it (FWheelRest).
 constexpr int kWheelNotch = 120;  // eighths of a degree
-}
+}  // namespace
 
 TRdListView::TRdListView(QWidget* parent)
     : TCustomListView(parent),
@@ -70,6 +71,7 @@ void TRdListView::ImagesChanged() {
   ContentChanged();
 }
 
+// The options are set again, as owner drawing decides on two of them.
 void TRdListView::SetOpenOwnerDraw(bool open) {
   if (open == FOpenOwnerDraw) return;
   FOpenOwnerDraw = open;
@@ -114,6 +116,7 @@ void TRdListView::RepaintCell(TkListItem& item, int column, bool onlyHover) {
   const bool group = reader.IsGroupRow(item);
   if (onlyHover && (group ? FSkin.Group.GroupPic_BgHover.Empty() : FSkin.Item.ItemHoverColor == clNone))
     return;
+  // A group row has no cells: any column of it is all of it.
   const bool whole = group || column < 0 || column >= reader.ColumnCount();
   viewport()->update(whole ? reader.PaintedRect(row) : reader.Layout().CellRect(row, column));
 }
@@ -206,6 +209,9 @@ QMargins TRdListView::BarMargins() const {
 void TRdListView::Arranged() {
   if (FArranging || FBars == nullptr) return;
   const QScopedValueRollback guard(FArranging, true);
+  // Each pass may upset what the one before reckoned with: bars take room, room moves auto columns, their
+  // widths bring bars or spare them. What has not settled after three is taken to swing for ever and left at
+  // that.
   for (int pass = 0; pass < 3; ++pass) {
     FBars->Mirror();
     const QMargins bars = BarMargins();
@@ -225,6 +231,7 @@ bool TRdListView::ShareColumns() {
     columns.push_back(
         {about.AutoSize(), about.AutoSize() ? 0 : about.Width(), about.MinWidth(), about.MaxWidth()});
   }
+  // The widths of auto columns are not compared, so that a drag of one of them stays.
   const bool same = columns == FShared && viewport()->width() == FSharedRoom;
   if (same) return false;
   FShared = columns;
@@ -282,6 +289,8 @@ void TRdListView::changeEvent(QEvent* event) {
 }
 
 bool TRdListView::event(QEvent* event) {
+  // A skinned bar that shows or hides itself (AutoHide), or takes the thickness of new pictures, has the room
+  // beside the rows change behind the back of the host.
   const bool bars = event->type() == QEvent::LayoutRequest && FBars != nullptr;
   if (bars && viewportMargins().right() != BarMargins().right()) ContentChanged();
   if (event->type() != QEvent::Paint || FProperties.FrameColor == clNone)
@@ -317,6 +326,7 @@ void TRdListView::Realign() {
   ContentChanged();
 }
 
+// Each comparison is an event, with all that one costs. SortByText of the rows is the way for many.
 TListItems::TCompare TRdListView::RowCompare() {
   if (!OnCompare) return {};
   return [this](TListItem& a, TListItem& b) {
@@ -356,6 +366,7 @@ void TRdListView::Press(QMouseEvent& event, bool second) {
   const TEventScope scope(EventLife());
   FTip->Hide();
   LosePress();
+  // With the middle button held an editor does not open: the press only counts as taken.
   const bool both = event.buttons().testFlag(Qt::MiddleButton);
   if (event.button() == Qt::LeftButton && FMouse.Press(event.position().toPoint(), both, second)) return;
   if (second)
@@ -406,6 +417,7 @@ void TRdListView::wheelEvent(QWheelEvent* event) {
   CloseEditors();
   if (scope.ListGone()) return;
   setFocus(Qt::MouseFocusReason);
+  // A wheel that turns sideways only counts the same.
   FWheelRest += event->angleDelta().y() != 0 ? event->angleDelta().y() : event->angleDelta().x();
   const int notches = FWheelRest / kWheelNotch;
   FWheelRest %= kWheelNotch;
@@ -479,6 +491,7 @@ void TRdListView::SwitchCheck(TListItem& item, bool checked) {
   FMouse.SwitchBox(static_cast<TkListItem&>(item), checked);
 }
 
+// The focus of the row is where it was, but for assistive tools it is at another cell.
 void TRdListView::CursorMoved() {
   TListItem* const item = ItemFocused();
   if (item == nullptr) return;
@@ -486,6 +499,8 @@ void TRdListView::CursorMoved() {
   TellRowState(*this, item->Index(), kRowFocused, kRowFocused);
 }
 
+// For gestures, which nobody could tell of a mistake by an exception: it goes to OnWriteLog. Null until the
+// constructor has made them.
 void TRdListView::CloseEditors() {
   if (FEditors == nullptr) return;
   const TEventScope scope(EventLife());
@@ -525,6 +540,8 @@ TCellFacts TRdListView::DescribeCell(int row, int column) const {
   TCellFacts facts = TCustomListView::DescribeCell(row, column);
   facts.HasCheckBox = column == 0 && TRdCellReader(*this).HasCheckBox(*item);
   if (!FOpenOwnerDraw || !HasCell(*item, column)) return facts;
+  // By the number of TListColumnType. Of the icon cells, ltIconCaption is told as a link, as it has a label;
+  // ltNormalIconCaption, which need not have one, as a text.
   static constexpr TCellKind kKinds[] = {TCellKind::Text,     TCellKind::Link, TCellKind::Text,
                                          TCellKind::Button,   TCellKind::Link, TCellKind::Progress,
                                          TCellKind::Rating,   TCellKind::Edit, TCellKind::ComboBox,

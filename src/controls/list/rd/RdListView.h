@@ -10,6 +10,14 @@
 // The header is always drawn by the header skin. Rows and cells are, with OpenOwnerDraw; otherwise they look
 // and react as on any list, and all cells show their texts. With OpenGroupDraw too, groups have header rows.
 // What the keys do stands in input/RdCellKeys.h, the order of events in RdListEvents.h. Main thread.
+//
+// Each gesture goes to the part that knows it, and each part owns what it remembers: rows and cells under the
+// mouse to FMouse, keys to FKeys, editing to FEditors, the header to FHeaderPart, scroll bars to FBars, tips
+// to FTip; what none of them takes goes on to the plain list. Rows, groups and checks are in model/.
+// For an everyday change: a skin part is a field in skin/RdSkinValues.h, a property in skin/RdSkins.h and its
+// use in layout/ or painter/. A cell type is a word of TListColumnType (model/RdListColumn.h), a case of
+// PaintContent (painter/RdCellPainter.cpp), of InHotArea and TextCut (RdCellReader.cpp), of press, release
+// and Act (input/RdCellMouse.cpp), and its kind for a screen reader in DescribeCell.
 #pragma once
 
 #include "controls/list/ListView.h"
@@ -183,6 +191,8 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void ImagesChanged();
   [[nodiscard]] TCellFacts DescribeGroup(const TkListItem& header) const;
 
+  // The skins are views on FSkin and stand behind it. The parts below keep a reference to the list and end
+  // with it; a bar or editor that is telling of itself as they end is left to the event loop.
   TListSkin FSkin;
   TRdListProperties FProperties;
   TkListState FListState;
@@ -193,6 +203,7 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   TRdRowsPainter FRowsPainter{*this};
   TRdCellMouse FMouse{*this};
   TRdCellKeys FKeys{*this};
+  // Made in the body of the constructor: whoever may be called before that asks for null.
   std::unique_ptr<TRdBars> FBars;
   std::unique_ptr<TRdEditors> FEditors;
   std::unique_ptr<TRdTip> FTip;

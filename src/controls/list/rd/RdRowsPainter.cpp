@@ -48,6 +48,8 @@ bool TRdRowsPainter::Selected(int row) const {
   return shows && (FList.States().State(row) & kRowSelected) != 0;
 }
 
+// Asks for the selection of the two neighbours too: in cross mode their frames lie over the edges of this
+// row.
 TRdRowLook TRdRowsPainter::LookOf(const TRow& row) const {
   TRdRowLook look;
   look.Index = row.Index;
@@ -66,6 +68,7 @@ TRdRowLook TRdRowsPainter::LookOf(const TRow& row) const {
 
 void TRdRowsPainter::PaintPlainRow(QPainter& painter, const TRow& row) {
   PaintRowBackground(painter, row.Area, LookOf(row), FList.Skin(), FList.palette());
+  // Called, not told: what it may not do stands in RdListEvents.h.
   if (FList.OnCustomDrawItem) FList.OnCustomDrawItem(painter, &row.Item, row.Area);
   PaintGridLine(painter, row.Area, FList.Skin().Item, FList.palette());
   const QRect box = row.Reader.CheckBoxRect(row.Item, row.Index);
@@ -125,6 +128,7 @@ void TRdRowsPainter::PaintFocus(QPainter& painter, const TRow& row) {
   FList.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, &FList);
 }
 
+// Below the last row and right of the last column.
 void TRdRowsPainter::PaintBlank(QPainter& painter, const TRdCellReader& reader, const QRegion& region) {
   const TListMetrics& metrics = reader.Layout().Metrics();
   const QRect client(QPoint(), metrics.Client);

@@ -47,6 +47,7 @@ bool TRdTip::Show(const QPoint& pos) {
   const TRdCellReader reader(FList);
   const TRdCell cell = reader.Cell(*FList.Items().Item(FCell.y()), FCell.y(), FCell.x());
   const TItemSkin& skin = FList.Skin().Item;
+  // So that the tip's text begins about where the cell's does.
   const int inset = skin.TextOffset - 2 + (cell.Column == 0 ? skin.ItemLeftOffset : 0);
   FLabel->setPalette(QToolTip::palette());
   FLabel->setFont(cell.Font);

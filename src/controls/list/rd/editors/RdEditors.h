@@ -1,5 +1,11 @@
 // Editing in the cells of a TRdListView: opens the line editor or the drop-down list on a cell and writes
 // what they give back to it. Main thread.
+//
+// The way of an edit: Open (by a press, a release or a key) shows the editor over the cell and tells that it
+// opens; leaving the focus, Enter, a scroll, another press or Hide ends it by ExitEdit, or CloseUp of the
+// drop-down list, which tell the end and write the cell. EditItem of the state is the truth: null means that
+// nothing is being edited, whatever is still on the screen. Every event may clear it, so it is compared after
+// each.
 #pragma once
 
 #include "controls/list/rd/RdListState.h"
@@ -62,6 +68,8 @@ class TRdEditors {
   TRdEditState FState;
   int FColumn = -1;
   int FSavedIndex = -1;  // the line on opening
+  // Leaving tells events and moves the focus, each of which may ask for leaving again.
   bool FExiting = false;
+  // The edited row has gone; the editor follows as RowsChanged comes.
   bool FForgotten = false;
 };

@@ -8,6 +8,7 @@
 
 namespace {
 
+// More choices than these are scrolled.
 constexpr int kMostLines = 12;
 constexpr int kLinePadding = 4;
 
@@ -84,6 +85,7 @@ QStringList TkInplaceComboBox::Items() const {
   return lines;
 }
 
+// As wide as the box and at least one line high, so that an empty list of choices is seen to be empty.
 void TkInplaceComboBox::DropDown(const QRect& box) {
   const int line = fontMetrics().height() + kLinePadding;
   for (int one = 0; one < count(); ++one)

@@ -5,8 +5,9 @@
 #include <algorithm>
 
 namespace {
+// One press of Ctrl+Shift with Left or Right.
 constexpr int kWidthStep = 10;  // pixels
-}
+}  // namespace
 
 bool TRdCellKeys::Key(int key, Qt::KeyboardModifiers shift) {
   if (FList.Items().Count() == 0 && key != Qt::Key_Space) return false;
@@ -21,6 +22,7 @@ bool TRdCellKeys::Key(int key, Qt::KeyboardModifiers shift) {
 
 // Rules of their own for the ends; other moves are the host's.
 bool TRdCellKeys::MoveInRows(int key) {
+  // Without a selection the keys are those of any list.
   if (FList.SelCount() == 0) return false;
   const TEventScope scope(FList.EventLife());
   const int last = FList.Items().Count() - 1;
@@ -78,6 +80,7 @@ void TRdCellKeys::MoveCursor(int step) {
   const int room = FList.viewport()->width();
   int pos = FList.HorzPos();
   if (section.right() >= room) pos += section.right() + 1 - room;
+  // Last, so that of a column wider than the list its beginning shows.
   if (section.left() < 0) pos += section.left();
   FList.SetHorzPos(pos);
   if (!scope.ListGone()) FList.CursorMoved();

@@ -6,6 +6,7 @@
 
 namespace {
 
+// About twenty looks a second: each lays the text of a cell out to know whether the mouse is on it.
 constexpr quint64 kMoveIntervalMs = 51;
 
 // The mouse becomes a hand over these; others have a look of their own.
@@ -38,6 +39,7 @@ bool TRdCellMouse::Press(const QPoint& pos, bool bothButtons, bool second) {
     return true;
   }
   if (FList.OpenOwnerDraw() && reader.CheckBoxRect(*item, hit.Row).contains(pos)) {
+    // The press goes on to the host, which then moves the focus and leaves the box alone (PressRows).
     FState.BoxClicked = true;
     ClickBox(*item);
     return scope.ListGone();
@@ -74,6 +76,8 @@ bool TRdCellMouse::PressGroupRow(TkListItem& header, int row) {
   return scope.ListGone();
 }
 
+// A check box cell acts at the press, a button shows it and acts at the release. What is not hot is left to
+// the host.
 bool TRdCellMouse::PressCell(TkListItem& item, const THit& hit, const QPoint& pos, bool bothButtons) {
   const TEventScope scope(FList.EventLife());
   const TRdCellReader reader(FList);
@@ -269,6 +273,7 @@ void TRdCellMouse::Leave() {
   FLast = {-1, -1};
   TakeHot(-1, -1);
   HoverGroupButton(-1);
+  // The editor lies over the cell and takes the mouse away from it, which ends no press.
   if (!FList.Editors().State().EditActive) LosePress();
 }
 

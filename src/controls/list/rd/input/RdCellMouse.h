@@ -1,5 +1,9 @@
 // The mouse on the rows of a TRdListView: hover, presses on boxes, buttons and cells, the clicks that end on
 // them. What is left goes to the host as on any list. Main thread.
+//
+// A press finds what lies under it (Press). Boxes, check box cells and editors act at once; buttons, labels
+// and expand buttons act at the release (Release), if that is on the row and place that were held meanwhile
+// (Hold). Hover follows the moves (Move, TakeHot, HoverCell) and repaints only what looks different by it.
 #pragma once
 
 #include "controls/list/rd/RdListState.h"

@@ -10,6 +10,7 @@
 
 namespace {
 
+// Device-independent pixels, as all lengths here: what a text keeps from the edges of its room.
 constexpr int kMargin = 5;
 
 QStringList Paragraphs(QString text) {
@@ -18,6 +19,7 @@ QStringList Paragraphs(QString text) {
   return text.split(u'\n');
 }
 
+// By the layout engine of the toolkit, so that a line that fits here fits as it is drawn.
 QStringList BrokenAtWords(const QString& paragraph, const QFont& font, int width) {
   QTextLayout layout(paragraph, font);
   QTextOption option;
@@ -102,9 +104,11 @@ TTextBlock LayoutText(const QString& text, const QFont& font, const QRect& rect,
 
 namespace {
 
+// Behind a check box, and the widest row that a bitmap is made for.
 constexpr int kBoxGap = 5;
 constexpr int kWidestRow = 60000;
 
+// A push button without a picture, and the least cell that has a button at all.
 constexpr int kWidestButton = 150;
 constexpr int kLeastButton = 15;
 constexpr int kLeastButtonCell = 5;
@@ -116,10 +120,13 @@ constexpr int kStarCaptionStart = 84;  // from the cell's left to where the capt
 constexpr double kHalfStar = 0.6;      // up to this a rest is half a star
 constexpr double kRounding = 1e-9;     // what decimals lose in binary
 
+// The bar in its cell: from the sides, half its height, and the frame around it.
 constexpr int kProgressInset = 5;
 constexpr int kProgressHalfHeight = 5;
 constexpr int kProgressFrameGap = 2;
 
+// The box of an edit cell. A cell that is narrower than the height of the box and the rest together gets no
+// inside.
 constexpr int kEditFrameInset = 9;
 constexpr int kEditTextInset = 2;
 constexpr int kLeastEditRest = 10;
@@ -175,6 +182,8 @@ QRect PaintedRow(const QRect& row, int clientWidth, int itemHeight) {
   return {left, row.top(), std::clamp(right - left, 0, kWidestRow), std::min(row.height(), 2 * itemHeight)};
 }
 
+// A step of n gives one row of the first look and then n of the second. Below 0, the rows whose number it
+// divides have the second.
 bool HasSecondLook(int row, int itemDrawStep) {
   return itemDrawStep >= 0 ? row % (itemDrawStep + 1) != 0 : row % itemDrawStep == 0;
 }
@@ -231,6 +240,7 @@ QRect StarCaptionArea(const QRect& cell) {
   return cell.adjusted(kStarCaptionStart, 0, 0, 0);
 }
 
+// The bar stops at its ends, the number does not: a text of 140 fills the bar and says "140 %".
 TProgressParts LayoutProgress(const QRect& cell, const QString& text) {
   const double value = NumberOf(text);
   TProgressParts parts;

@@ -1,5 +1,8 @@
 // Where the parts of a row lie, the content of a cell by its type, and a text in its rectangle: figures in,
 // rectangles out, in the same coordinates. Painters and hit tests share these. Any thread that may use fonts.
+//
+// One function per part, all with the cell and the skin in and rectangles out. A rectangle that has no room
+// is empty, and painters and hit tests both pass over it.
 #pragma once
 
 #include <QFont>

@@ -46,6 +46,8 @@ void TkCheckBook::Changed(TkListItem& item, bool checked, bool fireEvent) {
     Book(item, checked, fireEvent);
 }
 
+// The box of a group changes for one of two reasons: somebody set it, which takes its rows along and is told,
+// or its last row changed, which FGroupChecked already says.
 void TkCheckBook::HeaderChanged(TkListItem& header, bool checked, bool fireEvent) {
   const TEventScope scope(FModel.Life());
   TkListGroup& group = *header.Group();

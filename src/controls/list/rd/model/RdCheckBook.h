@@ -2,6 +2,13 @@
 //
 // Handlers may do anything to the list in the events that these tell; the counts are right before each of
 // them.
+//
+// Three numbers that must agree: the check of each row (FCheckedState), the count of each group (its checked
+// members, without the header row) and the count of the whole list (header rows too). A change comes in by
+// HostChanged, Set, SetGroup or SetAll, ends in Book, and is told there, after all counts.
+// Two guards keep levels from chasing each other: while a group's check goes to its rows (FCheckPropagating)
+// their changes do not come back to the group's box, and while rows are set one by one (FPropagating) header
+// rows leave theirs alone.
 #pragma once
 
 class TkListGroup;

@@ -40,12 +40,15 @@ void TkGroupPlacing::GoToNone(TkListItem& item, int groupID, bool wasHidden) {
 void TkGroupPlacing::GoTo(TkListItem& item, TkListGroup& group, bool wasHidden) {
   Join(item, group);
   if (wasHidden) group.FHiddenItems.Add(item);
+  // Without header rows the user has nothing to expand the group by, so its rows show.
   if (DrawsGroups() && group.Collapsed())
     GoToCollapsed(item, group);
   else
     GoToShown(item, group);
 }
 
+// Behind the last row of the group. A row that comes from above leaves a gap that the others close, so its
+// new place is one less.
 void TkGroupPlacing::GoToShown(TkListItem& item, TkListGroup& group) {
   TkListItems& items = FModel.Items();
   EnsureHeader(group);
@@ -114,6 +117,7 @@ std::vector<TkListGroup*> TkGroupPlacing::Forget(const std::vector<TkListItem*>&
       continue;
     }
     TkCheckBook::CountMember(*group, item->Checked() ? -1 : 0);
+    // Rows of a group mostly come in a row: most repeats are met here, the rest by the sort.
     if (groups.empty() || groups.back() != group) groups.push_back(group);
   }
   std::ranges::sort(groups);
@@ -212,6 +216,7 @@ void TkGroupPlacing::GatherRows(const TkListGroup& group) {
     if (row >= 0 && row < header) before[row] = item;
     if (row > last) behind[row] = item;
   }
+  // From the header row outwards on both sides, so that the strays keep their order.
   for (auto stray = before.rbegin(); stray != before.rend(); ++stray)
     items.Shift(stray->first, group.HeaderItem()->Index());
   for (const auto& stray : behind)
@@ -250,6 +255,8 @@ void TkGroupPlacing::DeselectRows(const TkListGroup& group) {
   }
 }
 
+// Looks between this header row and the next one; without a header row, or with nothing between, at all rows,
+// as rows of the group may lie anywhere.
 std::vector<int> TkGroupPlacing::RowsToHide(const TkListGroup& group) const {
   const TkListItems& items = FModel.Items();
   int first = 0;
@@ -281,6 +288,7 @@ void TkGroupPlacing::Expand(TkListGroup& group, bool internal) {
   FModel.Items().Tell();
 }
 
+// In the order of their stamps, which a sort of the collapsed group has set anew.
 void TkGroupPlacing::ShowHiddenItems(TkListGroup& group) {
   const std::vector<TkListItem*> rows(group.HiddenItems().begin(), group.HiddenItems().end());
   group.FHiddenItems.Clear();

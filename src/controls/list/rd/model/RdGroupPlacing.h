@@ -2,6 +2,14 @@
 //
 // Rows of a group lie together behind its header row, groups in the order of their ids, rows without group
 // where they were put. A collapsed group has its rows out of the list, in its HiddenItems.
+//
+// Who is where: AllItems of the model has every row; the rows of the list have those that are shown, header
+// rows among them; the Items of a group have all its members, shown or hidden, without the header row; its
+// HiddenItems those that its collapse took out. A member can be hidden by itself as well (TkListItem::Hide)
+// and is then in none of its group's hidden rows.
+// Every move goes three steps: Leave the former group, Join the new one, then take the place that it gives
+// (GoToShown, GoToCollapsed, GoToNone). The row host follows each placing; whoever starts a move tells of it
+// once, at its end.
 #pragma once
 
 #include "controls/list/rd/model/RdListGroup.h"

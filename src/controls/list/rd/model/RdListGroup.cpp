@@ -126,6 +126,7 @@ TkListGroup& TkListGroups::Add(const QString& header) {
   return added;
 }
 
+// Dissolved while it still has its id, as rows are looked up by it; only then the later groups take theirs.
 void TkListGroups::Delete(int index) {
   FModel.Placing().Dissolve((*this)[index]);
   std::unique_ptr<TkListGroup> gone = std::move(FGroups[static_cast<size_t>(index)]);

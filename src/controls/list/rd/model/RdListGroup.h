@@ -20,6 +20,8 @@ using TkItemOrder = int (*)(const TkListItem& a, const TkListItem& b);
 [[nodiscard]] int BySerial(const TkListItem& a, const TkListItem& b);
 [[nodiscard]] int ByGroupOrder(const TkListItem& a, const TkListItem& b);
 
+// Rows in it must not change what they are sorted by, but for Restamp, which does so for all at once.
+//
 // A sorted list of rows that finds a row by binary search. It owns none of them.
 class TkItemQuickList {
  public:
@@ -133,6 +135,7 @@ class TkListGroup {
   int FExtendedImage = -1;
   bool FGroupHeadCheckbox = true;
   bool FGroupCheckboxes = true;
+  // Both say that the rows are out of the list; they are set together, and Collapsed asks for either.
   bool FCollapsed = false;
   bool FGroupExpand = true;
   bool FCheckPropagating = false;

@@ -6,8 +6,9 @@
 #include <cstdlib>
 
 namespace {
+// The published values for "no colour of its own" beside clNone and clDefault are this and 1.
 constexpr TColor kNoOverride = -16777215;
-}
+}  // namespace
 
 // What few rows need.
 struct TkListItem::TExtras {
@@ -95,6 +96,8 @@ bool TkListItem::SubItemChecked(int column) const {
   return column > 0 && !ShownText(*this, column).isEmpty();
 }
 
+// OnSubItemChecking comes even if the box has that state already, as its handler may turn the wish over;
+// OnSubItemChecked only after a change.
 void TkListItem::SetSubItemChecked(int column, bool checked) {
   if (Gone() || column <= 0 || !HasCell(*this, column)) return;
   const TEventScope scope(OwnerItems().Life());
@@ -125,6 +128,7 @@ void TkListItem::MoveTo(int newIndex) {
   const int from = Index();
   if (from < 0) return;
   const int to = std::clamp(newIndex, 0, OwnerItems().Count() - 1);
+  // Neighbours change places, which costs nothing but the two.
   if (std::abs(to - from) < 2) return ExchangeWith(to);
   OwnerItems().Shift(from, to);
   OwnerItems().Tell();

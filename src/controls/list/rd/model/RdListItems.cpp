@@ -44,6 +44,9 @@ TListItems::TCompare WithinGroups(const TListItems::TCompare& compare) {
 }
 
 // What the rows are sorted by, all in one place.
+// Texts stand one behind the other in one string, and a key knows its part: comparing walks memory in order
+// and never touches a row.
+//
 struct TTextKeys {
   struct TKey {
     TListItem* Item;
@@ -146,6 +149,8 @@ void TkListItems::Assign(const TListItems& source) {
     std::ranges::copy_if(full->Model().AllItems(), std::back_inserter(rows),
                          [](const TkListItem* row) { return row->Hidden(); });
   }
+  // Header rows are not copied but made anew for our groups. They are told by their caption, as the source
+  // may be a plain list that knows of no header rows. Any row of that caption stays out, which is wanted.
   std::erase_if(rows, [](const TListItem* row) { return row->Caption() == u"Group"; });
   for (const TListItem* row : rows) {
     if (!row->Gone()) CopyRow(*row);
@@ -222,9 +227,11 @@ bool TkListItems::EndUpdate() {
     FUpdateStack.pop_back();
     Owner().RowStates().Remove(Owner().RowStates().Count() - room, room);
   }
+  // Before the bracket closes, as what is told by that asks for indexes.
   if (UpdateDepth() == 1) FNumbers.Settle();
   const TEventScope scope(Life());
   if (!TListItems::EndUpdate() || scope.ListGone()) return false;
+  // Whatever the bracket did to the bars, the list stays as far to the side as the user had it.
   if (const int pos = std::exchange(FSavedHorzPos, -1); pos >= 0) FOwner.ScrollToHorz(pos);
   if (!scope.ListGone()) FOwner.Realign();
   return true;
@@ -279,6 +286,7 @@ void TkListItems::TakeOut(const std::vector<int>& ascending) {
   MoveFocusToRows();
 }
 
+// Costs the rows between, pointers and bits, and the numbers of that stretch.
 void TkListItems::Shift(int from, int to) {
   const auto place = [this](int index) { return FRows.begin() + index; };
   if (from < to)
@@ -315,6 +323,7 @@ void TkListItems::HostInsert(int index, int count) {
     used = std::min(count, FUpdateStack.back());
     FUpdateStack.back() -= used;
     if (used > 0 && index + count < Count()) {
+      // Rows in the middle: the room moves from the end to their place.
       states.Remove(states.Count() - used, used);
       states.Insert(index, used);
     }

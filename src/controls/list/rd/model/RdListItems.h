@@ -1,5 +1,9 @@
 // The rows of a TRdListView in their order: adding, deleting, moving, sorting, update brackets with a count.
 // Main thread.
+//
+// Who counts what: Count and Index are about shown rows, header rows among them; Model().AllItems() has the
+// hidden ones too. The row host counts shown rows and, in an open bracket with a count, the room that the
+// bracket holds behind them.
 #pragma once
 
 #include "controls/list/model/ListItems.h"
@@ -130,6 +134,8 @@ class TkListItems : public TListItems {
   TkRowNumbers FNumbers{FRows};
   TkGroupOrder FGroupOrder{FRows};
   // Rows of the host behind ours that an open bracket with a count holds, innermost last.
+  // Rows that come take of it, rows that go give to it, so that adding the announced rows at the end moves no
+  // bits.
   std::vector<int> FUpdateStack;
   int FSerialCounter = 0;
   int FSavedHorzPos = -1;

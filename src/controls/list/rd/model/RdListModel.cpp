@@ -22,6 +22,7 @@ TkListItem* TkListModel::Enter(std::unique_ptr<TListItem> item) {
 }
 
 TkListItem* TkListModel::NewHeader() {
+  // The row learns it in its constructor, which the factory of the program may call from a class of its own.
   const QScopedValueRollback next(FNextItemIsHeader, true);
   TkListItem* const header = Enter(FItems.Owner().CreateListItem(FItems));
   header->SetCaption(QStringLiteral("Group"));
@@ -32,6 +33,8 @@ bool TkListModel::TellDeletion(TkListItem& item) {
   return item.IsGroupHeader() || FNoDeletionEvents || FItems.TellDeletion(item);
 }
 
+// Out of the list, out of groups, out of AllItems, out of the counts, and then buried: nothing is told, so
+// nobody sees a state between.
 std::vector<TkListGroup*> TkListModel::Remove(const std::vector<TkListItem*>& items) {
   std::vector<int> places;
   int checked = 0;
@@ -61,6 +64,7 @@ void TkListModel::RemoveAndFollow(std::vector<TkListItem*> items, const std::vec
     if (!header->Gone() && (header->Group() == nullptr || header->Group()->Items().Count() == 0))
       Remove({header});
   }
+  // The list first: the boxes of groups tell events, and what these ask must be right by then.
   FItems.Tell();
   for (TkListGroup* group : groups) {
     if (scope.ListGone()) return;

@@ -12,6 +12,7 @@ int GroupOf(const TListItem* row) {
   return static_cast<const TkListItem*>(row)->GroupID();
 }
 
+// Rows without group come last.
 int Rank(int groupID) {
   return groupID < 0 ? std::numeric_limits<int>::max() : groupID;
 }
@@ -132,6 +133,7 @@ bool TkGroupOrder::Ordered(int first, int last) const {
   return std::is_sorted(FRows.begin() + first, FRows.begin() + last + 1, Before);
 }
 
+// Once out of order stays so until all is looked at again: to find out would cost a walk at each change.
 void TkGroupOrder::Changed(int first, int last) {
   const int end = static_cast<int>(FRows.size()) - 1;
   if (FOrdered.value_or(false)) FOrdered = Ordered(std::max(0, first - 1), std::min(end, last + 1));

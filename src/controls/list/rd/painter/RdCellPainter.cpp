@@ -11,6 +11,7 @@
 
 namespace {
 
+// Device-independent pixels at both sides of a button that the style draws.
 constexpr int kThemeButtonInset = 3;
 
 // The pictures of a three-state part, with the normal one for a missing one.
@@ -20,6 +21,8 @@ const TPicture& StatePicture(TPartState state, const TPicture& normal, const TPi
   return wanted.Empty() ? normal : wanted;
 }
 
+// A disabled button looks the same whatever the mouse does; its grey picture is made once, as the normal one
+// is set (TkLVSkinItem).
 const TPicture& ButtonPicture(const TItemSkin& skin, TPartState state, bool enabled) {
   if (enabled)
     return StatePicture(state, skin.ButtonNormalImage, skin.ButtonHoverImage, skin.ButtonDownImage);
@@ -195,6 +198,7 @@ void TRdCellPainter::PaintProgressText(const TRdCell& cell, const TProgressParts
   }
 }
 
+// The text of the cell is the number, the caption is the same for all cells of the list.
 void TRdCellPainter::PaintStars(const TRdCell& cell) {
   const TItemSkin& skin = FSkin.Item;
   int place = 0;

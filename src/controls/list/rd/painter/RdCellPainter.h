@@ -9,6 +9,8 @@ class QPainter;
 class QWidget;
 class TImageList;
 
+// What OnCustomDrawSubItem is handed and may change for this one paint.
+//
 // One cell as the mouse and the painter find it.
 struct TRdCell {
   bool Exists = true;  // a column beyond the sub-items of its row has no cell: nothing is painted there

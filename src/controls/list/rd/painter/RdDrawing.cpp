@@ -44,6 +44,7 @@ void DrawArrow(QPainter& painter, const QStyleOption& option, bool up, const QWi
 
 }  // namespace
 
+// Other pixels are made for another size only: the rows of one paint share the same.
 TRowCanvas::TRowCanvas(QPainter& target, TRdBitmap& bitmap, const QRect& area)
     : FTarget(target), FBitmap(bitmap), FArea(area) {
   if (!FBitmap.SetSize(area.size(), target.device()->devicePixelRatioF())) return;
@@ -111,6 +112,8 @@ void DrawTextBlock(QPainter& painter, const TTextBlock& block, TAlignment alignm
                                        : alignment == TAlignment::Center     ? Qt::AlignHCenter
                                                                              : Qt::AlignLeft;
   painter.setFont(look.Font);
+  // A sample of a few pixels per block of text; only an image can be asked, which is why rows are composed in
+  // one.
   const QColor background = BackgroundBehind(painter, behind.isEmpty() ? block.Rect : behind);
   painter.setPen(ReadableOn(background, look.Color, look.Pale));
   QRect line = block.Rect;

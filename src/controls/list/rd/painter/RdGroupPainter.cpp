@@ -15,6 +15,7 @@
 
 namespace {
 
+// Device-independent pixels, from the edges of the row and between its parts.
 constexpr int kTitleGap = 5;
 constexpr int kRightInset = 15;
 constexpr int kButtonGap = 2;  // between text and expand button
@@ -94,6 +95,7 @@ const TPicture& GroupButtonPicture(const TGroupSkin& skin, bool collapsed, TPart
   const TPicture& hover = collapsed ? skin.GroupDownHoverImage : skin.GroupUpHoverImage;
   const TPicture& press = collapsed ? skin.GroupDownPressImage : skin.GroupUpPressImage;
   const TPicture& wanted = state == TPartState::Pressed ? press : state == TPartState::Hot ? hover : normal;
+  // A skin may have one of the three only: then it serves for all states of this side.
   const TPicture& other = state == TPartState::Pressed ? hover : press;
   for (const TPicture* picture : std::array{&wanted, &normal, &other})
     if (!picture->Empty()) return *picture;

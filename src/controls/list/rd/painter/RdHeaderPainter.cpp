@@ -93,6 +93,7 @@ TRdHeaderParts LayoutRdHeader(const QRect& section, const TRdHeaderContent& cont
 }
 
 std::vector<int> ShareColumnWidths(std::vector<TAutoColumn> columns, int room) {
+  // Each turn but the last fixes a column at its bound, so there are no more turns than columns.
   while (!Share(columns, room)) {
   }
   std::vector<int> widths;
@@ -145,6 +146,7 @@ void TRdHeaderPainter::PaintBackground(QPainter& painter, const QRect& rect) {
 
 void TRdHeaderPainter::PaintState(QPainter& painter, const QRect& rect, TPartState state) {
   const THeaderSkin& skin = FSkin.Header;
+  // Both pictures or none: a header with one of them would answer half of what the mouse does.
   if (state == TPartState::Normal || skin.HeaderHoverImage.Empty() || skin.HeaderPressImage.Empty()) return;
   (state == TPartState::Hot ? skin.HeaderHoverImage : skin.HeaderPressImage).Draw(painter, rect, true);
 }

@@ -42,6 +42,7 @@ struct TStateLook {
   const TPicture* Picture = nullptr;
 };
 
+// Selected goes before hovered, but a skin whose selection has no look of its own lets the hover show.
 TStateLook LookOf(const TRdRowLook& look, const TItemSkin& skin) {
   const bool hasSelectLook = skin.ItemSelectColor != clNone || !skin.ItemPic_BgSelect.Empty();
   if (look.Selected && (hasSelectLook || !look.Hovered))
@@ -76,6 +77,8 @@ const TPicture& RowPicture(int row, const TItemSkin& skin) {
   return HasSecondLook(row, skin.ItemDrawStep) ? skin.ItemPic_BgNormal2 : skin.ItemPic_BgNormal;
 }
 
+// Colour of the row, then the picture of the row, then that of its state. A state with a colour and no
+// picture covers all of it with the raised look instead.
 void PaintRowBackground(QPainter& painter, const QRect& row, const TRdRowLook& look, const TListSkin& skin,
                         const QPalette& palette) {
   const TStateLook state = LookOf(look, skin.Item);

@@ -1,5 +1,8 @@
 // The looks of a list as plain values: what layout and painters are given. The list owns one TListSkin; the
 // objects of Skins.h are its published face. Lengths are device-independent pixels.
+//
+// Colours are TColor, 0x00BBGGRR, written as decimal numbers: 16711680 is blue. A new value is a field here,
+// a property of the same name in RdSkins.h, and whoever paints or lays out by it.
 #pragma once
 
 #include "controls/list/model/ListColumns.h"

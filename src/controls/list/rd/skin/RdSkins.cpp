@@ -39,6 +39,7 @@ TColor TkLVSkinItem::SelectColorOf(const TColor& color) {
   return color == clDefault ? kDefaultItemSelectColor : color;
 }
 
+// Only ever sets it: a mode that the program has chosen is not taken back by a new picture.
 void TkLVSkinItem::GuessCrossMode() {
   const TPicture& hover = FValues.ItemPic_BgHover;
   if (FValues.ItemPic_BgCrossMode || hover.Size().height() < kCrossModeHeight ||

@@ -91,6 +91,7 @@ class TLVPicture {
   std::function<void()> FOnSet;
 };
 
+// The values stand in the list; skins are made of references to these, so neither is ever copied or moved.
 class TkLVSkinBase {
  public:
   explicit TkLVSkinBase(TSkinOwner& owner) : FOwner(owner) {}
