@@ -1,3 +1,11 @@
+// Five tables, from what there is to when it is on: kItems (every menu, bar, popup and command), kLinks (what
+// shows it, in order), kDispatch (the commands that run the handler of a tab), kForwards (large buttons that
+// do what a menu item does) and kRules (what goes on and off with which event of which tab).
+// A new command is a row of kItems, one of kLinks for each place, its texts in the language files under the
+// name of its component, and its work: a row of kDispatch with a handler in TResultTab, or an OnClick where
+// the form or a part of it wires its own (views/main/UnitMain.cpp, views/contents/Navigation.cpp). If it is
+// not always on, the rules of the tabs name it.
+
 #include "views/commands/Commands.h"
 
 #include <QApplication>
@@ -10,6 +18,9 @@ namespace {
 
 using enum TBarItemKind;
 
+// The names are those of the language files, the tests and the names for screen readers. The captions are the
+// stored English ones, mniTDel's too, which every language file replaces.
+//
 // Bars and popups, then one row per command; which bar shows it stands below.
 constexpr TBarItemRow kItems[] = {
     {"dxbrManager1Bar", MenuBar},
@@ -167,6 +178,7 @@ struct TDispatchRow {
   std::array<const char*, kTabCount> PopupItem;
 };
 
+// By TTabIndex. Where a global command does not reach, it may be on and does nothing.
 constexpr std::array<bool, kTabCount> kEverywhere = {true, true, true, true};
 constexpr std::array<bool, kTabCount> kNotOnDownloads = {true, true, true, false};
 constexpr std::array<bool, kTabCount> kChecksOnly = {false, true, true, false};
@@ -231,6 +243,9 @@ constexpr TNames kGlobalCommands = {"btnOpen",  "btnOFF",   "btnPPT",     "btnDe
                                     "btnMove",  "lbtnOpen", "lbtnDelete", "lbtnProperty",
                                     "lbtnMove", "lbtnBack", "lbtnForward"};
 
+// The lists below hold what one event switches together, on the tab that has them. Rules of one event run in
+// their order, so that a later row has the last word on a command that two name.
+//
 // Commands of the selected row.
 constexpr TNames kTopRow = {"mniLOpen", "mniLOFF", "mniLPPT",  "btnOpen",
                             "btnOFF",   "btnPPT",  "lbtnOpen", "lbtnProperty"};
@@ -320,6 +335,8 @@ void TMainCommands::CopyCaptions() {
     Button(row.PopupItem[kDownloadsTab]).SetCaption(Button(row.PopupItem[kTopFilesTab]).Caption());
 }
 
+// The tabs live as long as the form, whose children the commands are; the table is static. So the handlers
+// may hold both.
 void TMainCommands::DispatchTo(const std::array<TResultTab*, kTabCount>& tabs,
                                std::function<int()> activeIndex) {
   for (const TDispatchRow& row : kDispatch) {
@@ -356,6 +373,8 @@ void btnHelpClick() {
   OpenWithShell(QStringLiteral(TALLYSCOPE_FORUM) + u"forumdisplay.php?f=41"_qs);
 }
 
+// Each name is looked up among some sixty components, which costs little at the pace of a user. Nothing calls
+// this per row.
 void ApplyEnableRules(TMainCommands& commands, TTabIndex tab, TTabEvent event, bool flag) {
   for (const TEnableRow& row : kRules)
     if (row.Tab == tab && row.Event == event)

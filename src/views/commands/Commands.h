@@ -39,6 +39,7 @@ class TMainCommands {
 
  private:
   TdxBarManager FBars;
+  // Asked at each click and not put into the enabled states, which stay as the rules have set them.
   bool FHeld = false;
 };
 

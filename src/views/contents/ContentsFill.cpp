@@ -58,6 +58,8 @@ TContentsFill::TContentsFill(TRzShellList& list, const TMainState& state)
                {WM_RESTOREFOLDER, [this](const TMessage& message) { RestoreFolder(message); }}}),
       FFolderSizeThread(&FWindow) {}
 
+// The size thread goes on with folders that were asked for before: what it tells of them is kept for a later
+// visit.
 void TContentsFill::Begin() {
   FFilling = true;
   FAllowFill = true;
@@ -118,6 +120,7 @@ void TContentsFill::End() {
   if (!FAllowFill) PostMessage(&FWindow, WM_RESTOREFOLDER, kRestoreWord, kRestoreMore);
 }
 
+// Paths lead to rows anew, as all cells are written; sizes that are known cost no new sum.
 void TContentsFill::Repeat() {
   FFolderRows.clear();
   const TListUpdate update(FList.Items());
@@ -153,6 +156,7 @@ void TContentsFill::FolderSize(const TFolderSizeInfo& info) {
 }
 
 void TContentsFill::RestoreFolder(const TMessage& message) {
+  // A copy, as what the list tells meanwhile may set the very path that it is given.
   if (message.WParam == kRestoreWord && message.LParam == kRestoreMore)
     FList.SetPath(QString(FCurrentFolder));
 }

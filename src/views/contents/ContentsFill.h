@@ -92,8 +92,11 @@ class TContentsFill {
   TRzShellList& FList;
   const TMainState& FState;
   TFolderSizes FFolderSizes;
+  // The list tells of each row before it is freed (Forget), so no pointer here outlives its row.
   TFolderMap<TListItem*> FFolderRows;  // of the folder shown
   QString FCurrentFolder;
+  // A Stop while filling takes it away and only the next fill gives it back; rows that are told meanwhile get
+  // no cells.
   bool FAllowFill = true;  // false from a Stop until the next fill begins
   bool FFilling = false;
   TMessageWindow FWindow;

@@ -11,6 +11,8 @@
 
 namespace {
 
+// Digits of the sizes that compare as numbers do, up to a thousand terabytes; beyond, their first digits
+// decide.
 constexpr int kKeyLength = 15;
 
 // The columns that are not compared as texts.
@@ -52,6 +54,7 @@ void TContentsSort::ColumnClick(const TListColumn& column) {
   kept = !kept;
   if (FContentSortColumn == kFolderSize && !FCombo.Path().isEmpty()) PlaceFolders();
   FList.AlphaSort();
+  // The rows may be freed from here on, and only their addresses stood in it.
   FPlaces.clear();
 }
 

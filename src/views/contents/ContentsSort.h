@@ -35,6 +35,8 @@ class TContentsSort {
   TRzShellList& FList;
   const TRzShellCombo& FCombo;
   const TDriveList& FDrives;
+  // By index, and for both sets of columns, that of the computer level and that of folders: a direction
+  // belongs to the place, not to what stands there.
   int FContentSortColumn = -1;
   std::array<bool, 4> FContentSortDir = {false, true, false, false};  // false negates the comparison
   std::unordered_map<const TListItem*, int> FPlaces;                  // of all rows, within a sort by size

@@ -250,6 +250,8 @@ void TContentsTab::ShowRow(TListItem& item) {
 // One look at a time, however many rows are gone through meanwhile.
 void TContentsTab::LookAtFolder(const QString& path) {
   if (std::exchange(FLooking, true)) return;
+  // On a thread, as the folder may lie behind a server that is gone; a look that never ends leaves the size
+  // line as it is.
   FLook.Start([this, path](TDetachedTask::TLine& line) {
     line.Tell([this, path, found = DirectoryExists(path)] { FolderLookedAt(path, found); });
   });
@@ -291,6 +293,7 @@ void TContentsTab::ShellListContentDblClick() {
   if (FNavigation.ShellListContentDblClick()) FParts.StatusLine.HideSizeLine();
 }
 
+// Of a folder, the history gets the one that is left, as by a double click, and then the one that is entered.
 void TContentsTab::Open() {
   ShellListContentDblClick();
   const TListItem* item = ShellListContent->Selected();

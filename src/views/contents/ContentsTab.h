@@ -1,6 +1,12 @@
 // The Contents tab: the folders of the computer, one at a time, with a size on every row. This file joins the
 // list, the combo above it, the fill of their rows, the sort and the history, and tells the status bar of
 // them. Main thread.
+//
+// Who tells whom: going somewhere is TNavigation, which moves the list; the list tells OnPathChanged (the
+// fill begins), OnFillItem per row (cells), OnFolderChanged (the fill ends), OnRefreshed (the disk has
+// changed) and OnDeletion (cells are freed). A size that comes later goes from the thread to the fill and
+// back here by OnSized. What the status bar shows is either the folder or drive shown (Subject) or the
+// selected row (ShowRow).
 #pragma once
 
 #include <QObject>
@@ -78,6 +84,8 @@ class TContentsTab : public QObject, public TResultTab {
   QWidget& FPanel;
   TRzShellCombo* RzShellCombo1;
   TRzShellList* ShellListContent;
+  // Each holds references to those above it. The list is deleted first of all (the destructor), while these
+  // can still free what hangs on its rows.
   TContentsFill FFill;
   TContentsSort FSort;
   TNavigation FNavigation;

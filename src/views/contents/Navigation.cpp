@@ -37,6 +37,8 @@ void TNavigation::Enable(const char* command, bool enabled) {
   FCommands.SetEnabled({command}, enabled);
 }
 
+// A folder that has gone meanwhile is gone to all the same: the list shows that it can not be read, and
+// Forward leads back.
 void TNavigation::lbtnBackClick() {
   if (!FBackHistory.isEmpty()) {
     Record(FForwardHistory, FList.Path());

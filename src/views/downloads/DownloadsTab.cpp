@@ -18,6 +18,7 @@
 namespace {
 
 constexpr int kHeaderBoxTop = 7;  // pixels
+// Rows announced to the list, more than a fill ever has: what is not used is given back at its end.
 constexpr int kCountDelta = 5000;
 
 }  // namespace

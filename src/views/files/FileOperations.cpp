@@ -21,6 +21,9 @@ QString TFileOperations::Text(const QString& key, const QString& defaultText) co
 
 // The commands are held from before the question on: while a box is open, a second one can't begin its own
 // walk.
+// What the system or a list that follows the disk does meanwhile may change rows at any time from here on: an
+// index is used at once or not at all.
+//
 void TFileOperations::Delete() {
   if (FRules.Rows == TRowsTaken::Selected && FRows.Selected() < 0) return;
   QWidget& window = FParts.Host.Window();
@@ -54,6 +57,7 @@ void TFileOperations::DeleteRows(TFileWork& work) {
 // The system may handle input while it deletes a folder, and a list that follows the disk may have taken the
 // row off by then.
 void TFileOperations::DeleteRow(int row) {
+  // A copy: the row itself may go while the system deletes.
   const TFileRow target = FRows.Row(row);
   if (!DeleteEntry(target, FRows.OpenParent(row))) return;
   if (row < FRows.Count() && FRows.Row(row).Path == target.Path) FRows.Remove(row);
@@ -96,6 +100,9 @@ void TFileOperations::Move() {
 }
 
 // The folder is held from the first row to the last: all go to the one that the user has chosen.
+// First to last, unlike a delete: rows stay, but for those that the list takes off itself as it follows the
+// disk.
+//
 void TFileOperations::MoveRows(TFileWork& work, const QString& folder) {
   const TOpenFolder target = TOpenFolder::Open(folder);
   const QString location = IncludeTrailingPathDelimiter(folder);
@@ -133,6 +140,7 @@ QString TFileOperations::SelectedPath() const {
   return row < 0 ? QString() : FRows.Row(row).Path;
 }
 
+// By the path and not by the folder that is held: what opens is another program, which knows only paths.
 void TFileOperations::Open() {
   const QString path = SelectedPath();
   if (path.isEmpty()) return;

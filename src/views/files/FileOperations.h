@@ -29,6 +29,8 @@ enum class TAfterMove { NewLocation, CountRows };
 // How Open opens, and whether it tells of a failure.
 enum class TOpenWay { Silently, OrTell, WithShell };
 
+// A new rule is a field here, its value in each of the four rows below, and one place in the engine that asks
+// for it.
 struct TFileRules {
   TRowsTaken Rows;
   TButtonsOff ButtonsOff;
@@ -55,8 +57,14 @@ inline constexpr std::array<TFileRules, kTabCount> kFileRules = {{
 }};
 
 // What the file commands of a tab do with its rows: delete, move, open, show in the file manager, properties.
-// One engine over the rows of any list; what differs by tab stands in FileRules.h. None of these changes a
-// result list, a sum or a label of the header: what was found stays as it was found. Main thread.
+// One engine over the rows of any list; what differs by tab is its row of rules above. None of these changes
+// a result list, a sum or a label of the header: what was found stays as it was found. Main thread.
+//
+// The way of a delete: the command runs the tab's DeleteRows, which is Delete here. TFileWork holds all
+// commands, the question is asked, and then each row that the tab takes is looked at anew: its folder is
+// opened as it was when the row was listed (TFileRows::OpenParent), the entry in it is deleted, and what came
+// of that decides whether the row goes. A move goes the same way, with one chosen folder held open over all
+// rows.
 
 class TFileWork;
 

@@ -27,6 +27,7 @@ TOpenFolder TResultFileRows::OpenParent(int row) const {
   const TListItem* item = FList.Items()[row];
   const QString location = item->SubItems().Text(kLocationColumn - 1);
   if (const auto moved = FMoved->find(item); moved != FMoved->end()) return moved->second.Open(location);
+  // Roots may lie within each other; the first that leads there without a link is as good as any.
   for (const TKnownRoot& root : FRoots)
     if (TOpenFolder folder = root.Open(location); folder.IsOpen()) return folder;
   return {};

@@ -75,6 +75,8 @@ class TResultFileRows : public TFileRows {
   const std::optional<int> FFolderImage;
   std::vector<TKnownRoot> FRoots;
   using TMoved = std::map<const TListItem*, TKnownRoot>;
+  // Shared with the deletion handler of the list, which outlives this. Keyed by address, so a row that goes
+  // must be forgotten, or a new one at its address would be taken for it.
   const std::shared_ptr<TMoved> FMoved = std::make_shared<TMoved>();
 };
 

@@ -16,10 +16,13 @@
 namespace {
 
 constexpr int kMomentMs = 100;  // in which the window may stand still
+// From one look at input and painting to the next, and from the begin of a move to the box that tells of it.
 constexpr int kStepMs = 20;
 constexpr int kTellAfterMs = 1000;
+// The box counts in int, which the bytes of a file may exceed.
 constexpr int kProgressSteps = 1000;
 
+// What a user does. Moves of the mouse, paintings, timers and messages pass, so that the window looks alive.
 bool IsInput(QEvent::Type type) {
   switch (type) {
     case QEvent::MouseButtonPress:
@@ -61,6 +64,7 @@ void TFileWork::Begin() {
 // A close is not held up: the window goes, and the walk ends behind the row at hand. All other input is
 // dropped but for that of the box that tells of a copy, whose Cancel must work.
 bool TFileWork::eventFilter(QObject* watched, QEvent* event) {
+  // Only noted: the window decides by itself.
   if (watched == &FWindow && event->type() == QEvent::Close) FEnded = true;
   return FBegun && IsInput(event->type()) && !IsInProgressBox(watched);
 }

@@ -1,3 +1,8 @@
+// The window asks two questions, for the facts at once and for the checksum when the button is pressed. Each
+// runs on a thread of its own that nobody waits for; window and thread share a TQuestion, whose lock the
+// thread takes once, to leave its answer. A timer looks for answers as long as any is due. A window that
+// closes drops its half of the questions, and a checksum under way is asked to stop.
+
 #include "views/files/PropertiesDialog.h"
 
 #include <QDialog>
@@ -21,6 +26,7 @@
 
 namespace {
 
+// Milliseconds between two looks for an answer.
 constexpr int kLookMs = 30;
 
 // One question to the file system on a thread that nobody waits for: a dead network drive may keep it for
@@ -177,6 +183,7 @@ void TPropertiesDialog::ShowFacts(const TFileFacts& facts) {
   ShowSizes(facts);
   ShowTimes(facts);
   ShowOwner(facts);
+  // Reading a device or a pipe might never end.
   constexpr unsigned kNoContent = kAttributeDirectory | kAttributeReparse | kAttributeSystem;
   btnChecksum->setEnabled((facts.Attributes & kNoContent) == 0);
 }

@@ -1,3 +1,11 @@
+// From a form to its texts: AddComponentsBelow walks the objects in the order of their making, ComponentOf
+// asks the table of classes for each, and the class's function adds the texts with their keys and the way to
+// put another one. The language, the spoken names and the tests all begin with that list. It is made anew for
+// each use: nothing of it outlives a change of the form.
+// A control of a new class is a function and a row of kClasses, before the rows of the classes that it
+// derives from. A language needs nothing here: its file has the section of the form (FormSection) with these
+// keys.
+
 #include "views/language/FormComponents.h"
 
 #include <QAction>
@@ -217,6 +225,8 @@ TFormComponent ComponentOf(QObject& object) {
 
 void AddComponentsBelow(const QObject& parent, std::vector<TFormComponent>& components) {
   for (QObject* child : parent.children()) {
+    // Unnamed objects are passed by, but not what stands in them: layouts of the toolkit put nameless widgets
+    // between.
     if (IsForm(child) || qobject_cast<QTabBar*>(child) != nullptr) continue;  // a tab bar names its arrows
     const QString name = child->objectName();
     if (!name.isEmpty() && !name.startsWith(u"qt_"_qs)) components.push_back(ComponentOf(*child));
@@ -292,6 +302,7 @@ void ApplySpokenNames(const TLanguage& language, QObject& form, std::span<const 
     QWidget* component = FindWidget(form, row.Component);
     if (component == nullptr) continue;
     component->setAccessibleName(name);
+    // The focus of an editable box is in its line.
     const auto* box = qobject_cast<QComboBox*>(component);
     if (box != nullptr && box->lineEdit() != nullptr) box->lineEdit()->setAccessibleName(name);
   }

@@ -75,6 +75,7 @@ QColor ReadableColor(unsigned storedColor, const QPalette& palette) {
   const QColor color(static_cast<int>(storedColor & 0xFF), static_cast<int>(storedColor >> 8 & 0xFF),
                      static_cast<int>(storedColor >> 16 & 0xFF));
   if (!IsDark(palette)) return color;
+  // The hue stays, so that a title keeps its character on a dark ground.
   constexpr float kReadableLightness = 0.8F;
   return QColor::fromHslF(color.hslHueF(), color.hslSaturationF(), kReadableLightness);
 }

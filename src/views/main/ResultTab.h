@@ -1,5 +1,10 @@
 // How the parts of the main form know each other: the four tabs as the form sees them and what they are
 // given, and the two forms by an interface each. Main thread.
+//
+// A new tab is a file pair in a folder of its own with a class over TResultTab, a value of TTabIndex, and a
+// row in each table that has one per tab: kTabs (views/main/TabSwitching.cpp), kDispatch and kRules
+// (views/commands/Commands.cpp) and kFileRules (views/files/FileOperations.h). kTabCount makes the compiler
+// ask for most of them.
 #pragma once
 
 #include <QString>

@@ -18,6 +18,7 @@ QLabel* AddLine(const QString& name, QWidget* parent) {
   auto* label = new QLabel(parent);
   label->setObjectName(name);
   label->setTextFormat(Qt::PlainText);
+  // A long name is cut at the edge of the window and does not widen it.
   label->setMinimumWidth(1);
   return label;
 }

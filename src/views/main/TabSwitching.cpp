@@ -43,6 +43,7 @@ TTabSwitching::TTabSwitching(const TTabParts& parts, TdxTabContainerDockSite& si
     FPanels[index] = AddPanel(kTabs[index], FSite);
     FTabs[index] = kTabs[index].Make(FParts, *FPanels[index]);
   }
+  // Behind the panels, the first of which becomes active as it is made.
   FSite.OnActiveChildChanged = [this] { Activated(); };
 }
 

@@ -24,11 +24,14 @@
 
 namespace {
 
+// Device-independent pixels.
 constexpr QSize kClientSize(812, 572);
 constexpr QSize kMinimumSize(820, 599);  // with the frame
+// After the form has been shown, for a desktop that activates nothing by itself.
 constexpr int kActivationMs = 500;
 constexpr int kListRoom = 780;  // pixels that the columns of a list have in the form as it opens
 
+// What screen readers call the components that show no text of their own.
 constexpr TSpokenRow kSpoken[] = {
     {"dxbrManager1Bar", "M_Menu", "Menu"},
     {"dxbrManager1Bar1", "M_Tool_Bar", "Tool bar"},
@@ -64,6 +67,8 @@ TFormMain::~TFormMain() {
   delete takeCentralWidget();
 }
 
+// The language comes first, as the parts ask for texts while they are made; the tabs need commands and status
+// bar.
 void TFormMain::FormCreate() {
   LoadLanguage();
   FState.FDrives.Enumerate(FState.FLanguage.GetMessage(u"M_Local_Disk"_qs, u"Local Disk"_qs));
@@ -129,6 +134,8 @@ QString TFormMain::DownloadsCaption() const {
   return FTabSwitching->Panel(kDownloadsTab).Caption();
 }
 
+// In the order of the tabs. Each may handle waiting input, so that the window stays alive; the wizard is
+// modal meanwhile and refuses to close.
 void TFormMain::FillResults(const TTallyscopeScan& scan, const QStringList& targets) {
   for (TResultTab* tab : FTabSwitching->Tabs())
     tab->Fill(scan, targets);

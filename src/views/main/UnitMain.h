@@ -1,5 +1,11 @@
 // The main form: menu, tool bar, four tabs and status bar, joined here and nowhere else. It holds what the
 // whole program shares, resets itself before each analysis and shows its result afterwards. Main thread.
+//
+// In which order things happen: the form is made with all its parts, the wizard is joined to it, and it is
+// shown (FormShow: language, minimum size). Its first activation (FormActivate) tells the tabs, fits the
+// columns and opens the wizard. Each analysis is one modal call of the wizard, from btnScanClick, which
+// resets the form before, or from a double click on a drive; FillResults comes from within that call. Until
+// the first activation no command and no status text follows a change of tabs.
 #pragma once
 
 #include <QMainWindow>
@@ -74,6 +80,8 @@ class TFormMain : public QMainWindow, public TResultForm, public TTabHost {
 
   const TStartParameters FParameters;
   TDialogs& FDialogs;
+  // What the parts below are given by reference stands above them, so that it outlives them. The tabs
+  // themselves are children of the central widget, which the destructor deletes first.
   TMainState FState;
   QString FAnalyzingText;
   QString FCompletedText;

@@ -269,6 +269,7 @@ void TOverviewTab::lvOverviewSelectItem(TListItem* item, bool selected) {
   }
 }
 
+// No scan is under way, so there are no other targets: with this one the wizard begins at once.
 void TOverviewTab::lvOverviewDblClick() {
   const TDriveRowData* drive = DriveRowOf(lvOverview->Selected());
   TScanForm* form = FParts.Host.ScanForm();
@@ -282,6 +283,8 @@ void TOverviewTab::lvTopSelectItem() {
   if (item == nullptr) return FParts.Host.ActivateAgain();
   TStatusLine& line = FParts.StatusLine;
   const QString path = ResultPath(*item);
+  // Also true of a file that has come into the place of a folder since the scan: what is there is what the
+  // icon shows.
   if (FileExists(path))
     line.SetIcon(GetFileIconHandle(path));
   else
@@ -331,6 +334,8 @@ void TOverviewTab::Fill(const TTallyscopeScan& scan, const QStringList& targets)
   TrimWorkingSet();
 }
 
+// Folders first, then files, up to the limit of each; the sort that follows mixes them. A folder without
+// bytes is no find.
 void TOverviewTab::FillTop(const TTallyscopeScan& scan) {
   const TListUpdate update(lvTop->Items());
   const QString folderType = Text(u"M_Folder"_qs, u"File Folder"_qs);

@@ -1,5 +1,8 @@
 // The Overview tab: the drives before any analysis, the largest folders and files after one, under a header
 // that names the subject. Main thread.
+//
+// Two lists stand in one place, of which one shows: lvOverview with the drives from ShowDrives on, lvTop with
+// the largest items from Fill on. The header above and the status bar follow the one that shows.
 #pragma once
 
 #include <QObject>

@@ -31,6 +31,7 @@ void FitFirstColumn(TCustomListView& list, int room) {
     excess += list.Columns()[index].Width();
   if (excess <= 0) return;
   TListColumn& first = list.Columns()[0];
+  // The bound gives way too, or the width would not.
   first.SetMinWidth(std::min(first.MinWidth(), first.Width() - excess));
   first.SetWidth(first.Width() - excess);
 }
@@ -84,6 +85,7 @@ int THeaderCheckBox::CountChecked() {
   return static_cast<int>(checked);
 }
 
+// Each row that changes tells its own event; in the bracket the list paints once.
 void THeaderCheckBox::CheckRows(bool checked) {
   const TListUpdate update(FList.Items());
   for (TListItem* item : FList.Items())

@@ -82,6 +82,7 @@ QString ResultPath(const TListItem& item) {
 void TResultSort::ColumnClick(TCustomListView& list, TListColumn& column) {
   const int clicked = column.Index();
   FSortColumn = clicked;
+  // At most one other column has a mark.
   if (column.ImageIndex() == -1) {
     for (int index = 0; index < list.Columns().Count(); ++index) {
       TListColumn& other = list.Columns()[index];

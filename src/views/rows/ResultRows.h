@@ -1,5 +1,9 @@
 // What the lists of result rows have in common: columns, rows with their size, and sorting by a click on a
 // column. Where two lists differ, the difference is a value of TResultRules. Main thread.
+//
+// A new column is a value of TResultColumn, its caption and its share of the growth in ResultRows.cpp, a
+// width in each of the three rules, a text in AddResultRow, and what it compares by in TResultSort::Compare.
+// What one list alone is to do is a field of TResultRules.
 #pragma once
 
 #include <array>

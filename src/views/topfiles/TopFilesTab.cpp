@@ -90,6 +90,7 @@ void TTopFilesTab::Activate() {
 
 // Unlike those of a fill, these rows keep the result's order and have no size: a sort by it leaves them so.
 void TTopFilesTab::Refill() {
+  // Null after a scan that was stopped: its lists are never read.
   const TTallyscopeScan* scan = FParts.Host.ScanForm()->Result();
   if (scan == nullptr) return;
   DropImagesFrom(FParts.Images.cxmglstlvFile, kTopFileRules.OwnImages);

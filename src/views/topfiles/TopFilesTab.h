@@ -1,5 +1,9 @@
 // The Top 100 Files tab: the largest files of the last analysis, each with a check box, and one in the header
 // for all. Checked rows and the selected row are kept apart. Main thread.
+//
+// What the commands act on: Delete and Move on the checked rows, Open, Properties and Open File Folder on the
+// selected one. The box in the header follows the rows when a box is clicked, Space is released or a command
+// has marked rows, and at no other time.
 #pragma once
 
 #include <QObject>
