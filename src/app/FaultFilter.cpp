@@ -17,9 +17,11 @@
 
 namespace {
 
+// Words of the system's own messages, in Swedish, Turkish and English.
 constexpr const char16_t* kSilent[] = {u"angivna enheten", u"Sistem belirtilen",
                                        u"Not enough storage is available"};
 
+// Device-independent pixels.
 constexpr QSize kReportSize(480, 260);
 constexpr int kLongestReport = 1000;  // lines
 
@@ -76,6 +78,7 @@ void TGuardedApplication::Take(const char* type, const char* text, const QEvent&
 void TGuardedApplication::Report(const QString& fault) {
   if (FReport == nullptr) OpenReport();
   const QString before = FReport->toPlainText();
+  // A fault that comes with every repaint stands in the report once.
   if (!before.contains(fault)) FReport->appendPlainText(before.isEmpty() ? fault : u'\n' + fault);
 }
 
@@ -96,6 +99,7 @@ void TGuardedApplication::OpenReport() {
   FReport->setReadOnly(true);
   FReport->setTabChangesFocus(true);
   FReport->setMaximumBlockCount(kLongestReport);
+  // A screen reader that comes to the details hears first what they are of.
   FReport->setAccessibleName(said->text());
   auto* buttons = new QDialogButtonBox(dialog);
   auto* copy = buttons->addButton(Text(u"M_Copy"_qs, u"Copy"_qs), QDialogButtonBox::ActionRole);

@@ -1,6 +1,9 @@
 // Where an exception ends that nobody has caught: one place for every event handler, posted message and fill
 // of the program. It is told in a report that the user can copy, and the program goes on. Nothing is logged
 // or sent, and a crash stays a crash.
+//
+// A fault passes three hands: notify catches it, Take drops it or posts it, Report shows it. Only the last
+// makes a window, and only on the main thread.
 #pragma once
 
 #include <QApplication>
@@ -30,6 +33,7 @@ class TGuardedApplication : public QApplication {
   void OpenReport();
   [[nodiscard]] QString Text(const QString& key, const QString& defaultText) const;
 
+  // Both null until ReportOn.
   QWidget* FForm = nullptr;
   const TLanguage* FLanguage = nullptr;
   QPointer<QPlainTextEdit> FReport;  // while a report shows; what happens meanwhile is added to it

@@ -15,6 +15,8 @@
 
 namespace {
 
+// Milliseconds that a mark shows and that it does not; units of a step, as ScanMessages.h counts them;
+// pixels.
 constexpr int kBlinkMs = 500;
 constexpr int kStepUnits = 300;
 constexpr int kBarHeight = 17;
@@ -53,6 +55,7 @@ void TScanProgressPage::BuildRows(TImageList& images) {
   lvAnalyze = new TListView(this);
   lvAnalyze->setObjectName(u"lvAnalyze"_qs);
   TListViewOptions options;
+  // Rows stand in the order in which they are scanned.
   options.ColumnClick = false;
   lvAnalyze->SetOptions(options);
   lvAnalyze->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
@@ -74,6 +77,7 @@ void TScanProgressPage::BuildBar() {
     item.Height = kBarHeight;
     item.Stretch = true;
   }
+  // A bar that is full, until the first scan begins.
   imgPgBar->SetMax(99);
   imgPgBar->SetPosition(100);
 }
@@ -111,6 +115,7 @@ void TScanProgressPage::Begin(const std::vector<TScanRow>& rows) {
   Timer_ShowIcon.start();
 }
 
+// A row that the scan jumped over keeps what it shows: only the one before is marked as finished.
 void TScanProgressPage::ShowRow(int row) {
   if (row == FCurrentRow) return;
   if (row == -1) {
@@ -155,6 +160,7 @@ void TScanProgressPage::ShowProgress(quintptr stepWord, int phase) {
   }
   if (phase != 0) {
     const qint64 position = qint64{FCurrentStep} * kStepUnits + phase;
+    // A phase that would lead past the end is passed over, as those of a step that the total does not count.
     if (imgPgBar->Max() >= position) imgPgBar->SetPosition(static_cast<int>(position));
   }
 }
@@ -168,6 +174,7 @@ void TScanProgressPage::ClearMarks() {
     item->SetStateIndex(-1);
 }
 
+// A row that has been finished between two ticks keeps its mark.
 void TScanProgressPage::Timer_ShowIconTimer() {
   TListItem* item = lvAnalyze->Items().Item(FCurrentRow);
   if (item == nullptr) return;

@@ -1,5 +1,9 @@
 // The wizard's second page: one row per path in progress, the bar and the path line. It follows the numbered
 // messages of a scan and knows nothing of the thread behind them. Main thread.
+//
+// The bar has two measures: a position as such (ShowBarPosition), and steps of 300 units with phases within
+// (ShowProgress), where each path and each place of downloads is a step. A row's mark has three states: none,
+// running (which blinks, so that it is none every other time) and finished.
 #pragma once
 
 #include <QStringList>
@@ -64,6 +68,7 @@ class TScanProgressPage : public QWidget {
   TImageProgress* imgPgBar;
   TEllipsisLabel* lblCurPath;
   QTimer Timer_ShowIcon;
+  // Index in the list, beyond its end in a step that has no row; -1 before the first and after the last.
   int FCurrentRow = -1;
   int FCurrentStep = 0;
 };

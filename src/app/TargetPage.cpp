@@ -34,6 +34,7 @@ TTargetPage::TTargetPage(const TResultForm& results, TImageList& images, QWidget
     : QWidget(parent), FResults(results) {
   Build(images);
   FillDriveRows(*lvDrive, FResults.Drives());
+  // The folder above the desktop, which is the home folder on most systems.
   edtBtnFolder->setText(ExtractFileDir(GetSpecialFolderPath(static_cast<int>(TSpecialFolder::Desktop))));
 
   connect(rbScanDrive, &QRadioButton::clicked, this, [this] { rbScanDriveClick(); });
@@ -102,6 +103,8 @@ void TTargetPage::BuildDriveChoice(TImageList& images) {
   lvDrive->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
 }
 
+// The width by design comes back first, as an earlier look may have had a bar and this one not.
+//
 // With many drives there is a scroll bar beside the columns.
 void TTargetPage::FitColumns() {
   lvDrive->Columns()[0].SetMinWidth(kNameWidth);
@@ -118,6 +121,7 @@ void TTargetPage::BuildFolderChoice() {
   Button_Browse->setObjectName(u"Button_Browse"_qs);
 }
 
+// Only what belongs to the chosen way reacts; the other keeps its marks or its text for later.
 void TTargetPage::EnableChoice() {
   rbScanDrive->setEnabled(true);
   rbScanFolder->setEnabled(true);
@@ -151,6 +155,7 @@ void TTargetPage::Button_BrowseClick() {
     edtBtnFolder->setText(*folder);
 }
 
+// Asks the file system at each letter that is typed, on the main thread.
 bool TTargetPage::CanAnalyze() const {
   if (FolderChosen()) return DirectoryExists(edtBtnFolder->text());
   return std::any_of(lvDrive->Items().begin(), lvDrive->Items().end(),
@@ -172,11 +177,13 @@ QStringList TTargetPage::ChosenTargets() const {
 std::vector<TScanRow> TTargetPage::RowsOf(const QStringList& targets) const {
   std::vector<TScanRow> rows;
   for (const QString& target : targets) {
+    // A volume that is none of the fixed drives has no row.
     if (!IsVolumeRoot(target))
       rows.push_back({target, StaticImage::kFolder});
     else if (const TListItem* drive = FindDriveRow(*lvDrive, target))
       rows.push_back({drive->Caption(), drive->ImageIndex()});
   }
+  // The downloads of one folder alone are walked too, in a step that has no row.
   if (targets.size() > 1 || (targets.size() == 1 && IsVolumeRoot(targets.first())))
     rows.push_back({FResults.DownloadsCaption(), StaticImage::kFolder});
   return rows;
@@ -191,6 +198,7 @@ void TTargetPage::PreselectFolder(const QString& folder) {
 
 void TTargetPage::PreselectDrives(const QStringList& paths) {
   rbScanDrive->setChecked(true);
+  // Of the marks that stand there, only the first row's is taken away.
   if (TListItem* first = lvDrive->Items().Item(0)) first->SetChecked(false);
   for (const QString& path : paths)
     if (TListItem* drive = FindDriveRow(*lvDrive, path)) drive->SetChecked(true);

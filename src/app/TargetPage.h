@@ -1,4 +1,8 @@
 // The wizard's first page: check marks on drives, or one folder. Main thread.
+//
+// The page holds the choice and nothing else: the wizard asks for it when the user begins (ChosenTargets,
+// FolderChosen) and whether he may (CanAnalyze). Paths that come from elsewhere, a double click on a drive or
+// the command line, pass this page by; RowsOf serves them too.
 #pragma once
 
 #include <QStringList>

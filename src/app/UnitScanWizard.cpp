@@ -24,13 +24,17 @@
 
 namespace {
 
+// How long a close stands still for the thread, in the hope that it has ended before the window is opened
+// again; and how often a stop is asked for.
 constexpr int kCloseWaitMs = 200;
 constexpr int kStopAgainMs = 50;
+// Device-independent pixels, as drawn; the width is the same in every language.
 constexpr QSize kClientSize(595, 382);
 constexpr int kBottomHeight = 49;
 constexpr int kTargetTab = 0;
 constexpr int kProgressTab = 1;
 
+// What screen readers call the components without a text of their own: the words beside them on the page.
 constexpr TSpokenRow kSpoken[] = {{"lvDrive", "rbScanDrive"},
                                   {"edtBtnFolder", "rbScanFolder"},
                                   {"lvAnalyze", "lblSelLoc"},
@@ -68,6 +72,7 @@ TFormWizard::TFormWizard(TResultForm& results, TImageList& images, const TStartP
                  {WM_SCANSTOPPED, [this](const TMessage&) { ScanStopped(); }}}),
       FScanThread(new TTallyscopeScan(&FMessages, FindDownloadLocations)) {
   setObjectName(u"FormWizard"_qs);
+  // Both go back by themselves at the end of the first scan.
   AutoScan = FParameters.AutoStart() != TAutoStart::None;
   CountDownloads = FParameters.AutoStart() != TAutoStart::ScanSystem;
   FStopAgain.setInterval(kStopAgainMs);
@@ -129,6 +134,7 @@ void TFormWizard::ApplyLanguage() {
   FitHeight();
 }
 
+// Returns when the window has closed, be it by the user or at the end of a fill.
 void TFormWizard::ShowModal() {
   exec();
 }
@@ -159,6 +165,8 @@ void TFormWizard::FormShow() {
   if (FFirstShow) BeginAutomaticScan();
 }
 
+// Only as the window is first shown; targets that were added before are dropped for those of the command
+// line.
 void TFormWizard::BeginAutomaticScan() {
   FFirstShow = false;
   FTargets.clear();
@@ -178,6 +186,7 @@ void TFormWizard::btnAnalyzeClick() {
 void TFormWizard::StartAnalysis() {
   btnAnalyze->setText(FResults.Language().GetMessage(u"M_Stop"_qs, u"Stop"_qs));
   btnAnalyze->setEnabled(true);
+  // Targets that are there already have come from elsewhere and go before the choice on the page.
   if (FTargets.isEmpty()) FTargets = FTargetPage->ChosenTargets();
   pgntScan->SetTabIndex(kProgressTab);
   FProgressPage->Begin(FTargetPage->RowsOf(FTargets));
@@ -222,6 +231,7 @@ bool TFormWizard::FormClose() {
 
 void TFormWizard::StopAndWaitBriefly() {
   AskToStop();
+  // No message is handled meanwhile, so the last one of the thread comes after the window has closed.
   const QDeadlineTimer deadline(kCloseWaitMs);
   while (Scanning() && !deadline.hasExpired())
     QThread::msleep(1);
@@ -250,6 +260,7 @@ void TFormWizard::ScanDone() {
     FTargets.clear();
     accept();
   });
+  // The modal call that opened the window returns after this, with the tabs filled.
   FResults.FillResults(*FScanThread, FTargets);
 }
 
@@ -261,6 +272,7 @@ void TFormWizard::ScanStatus(const TMessage& message) {
     case kScanStatusBar:
       FProgressPage->ShowBarPosition(static_cast<int>(message.LParam));
       break;
+    // The text is the one that is there now, maybe a later one than at the time of the message.
     case kScanStatusPath:
       FProgressPage->ShowPath(reinterpret_cast<const TPathText*>(message.LParam)->Load());
       break;
@@ -279,6 +291,7 @@ void TFormWizard::ScanStopped() {
   const bool hasNewTargets = FAbandoned && isVisible() && !FTargets.isEmpty();
   FAbandoned = false;
   ShowTargetPage();
+  // In any case: what was scanned can be scanned again.
   btnAnalyze->setEnabled(true);
   if (hasNewTargets)
     PostMessage(&FMessages, WM_SCANBEGIN, 0, 0);

@@ -1,6 +1,14 @@
 // The scan wizard: the small modal window through which every analysis runs. Its first page chooses drives or
 // one folder, its second shows the scan. It owns the scan thread, receives the scan's messages, and at the
 // end has the main form fill its tabs and closes. Made once, lives as long as the process; main thread.
+//
+// The states of the window, by its fields: choosing (the thread rests, first page), scanning (second page),
+// filling (FCanClose is false), and abandoned (closed while scanning, until the thread's last message). One
+// scan runs at a time: whoever opens the window while an abandoned one still ends has his targets kept, and
+// they begin with that last message.
+// The way of a scan: StartAnalysis hands targets to the thread, whose numbered messages come to FMessages on
+// this thread and from there to the Scan functions below; ScanDone fills and closes, ScanStopped goes back to
+// the first page.
 #pragma once
 
 #include <QDialog>
@@ -71,7 +79,9 @@ class TFormWizard : public QDialog, public TScanForm {
   TResultForm& FResults;
   const TStartParameters FParameters;
   bool FCanClose = true;
+  // The command line counts for the first show alone.
   bool FFirstShow = true;
+  // The lists of the thread are at rest and whole: only then Result gives them out.
   bool FHasResult = false;
   bool FAbandoned = false;  // closed during a scan whose final message has not come yet
   QStringList FTargets;
@@ -83,6 +93,8 @@ class TFormWizard : public QDialog, public TScanForm {
   QPushButton* btnAnalyze = nullptr;
   QPushButton* btnClose = nullptr;
 
+  // The thread posts to the window, so it stands behind it and goes first. One that hangs is left behind, and
+  // what it posts then reaches nobody.
   TMessageWindow FMessages;
   TOwnedThread<TTallyscopeScan> FScanThread;
 };

@@ -16,6 +16,8 @@ TWizardBand::TWizardBand(const QString& name, QWidget* parent)
   setFixedHeight(FLight.Size().height());
 }
 
+// Both pictures are at hand from the start, so a change of the palette needs no more than the paint that it
+// brings.
 void TWizardBand::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   (IsDark(palette()) ? FDark : FLight).Draw(painter, rect(), true);

@@ -1,5 +1,8 @@
 // What both pages of the wizard look like: the band at the top, the title, the labels, the margins. Main
 // thread.
+//
+// Forms and pages follow a change between light and dark while they show: what depends on it asks the palette
+// in each paint, or at each change of it.
 #pragma once
 
 #include <QWidget>

@@ -1,5 +1,8 @@
 // The entry point: ends a second copy, makes the main form, then the wizard, joins them and runs the message
 // loop.
+//
+// The order matters: help and version need no screen, the second copy needs no application object, the forms
+// need one, and the wizard needs the main form, which takes the wizard in turn before it is shown.
 #include <QApplication>
 #include <QIcon>
 #include <QWidget>
@@ -21,6 +24,8 @@
 
 namespace {
 
+// The file name is part of it, so that a copy under another name is another program; in capitals, as some
+// systems keep no case in names.
 QString Identity() {
   return u"{4E752811-6443-4439-A8B4-F4CF890AB92B}"_qs + ExtractFileName(ProgramFile()).toUpper();
 }
@@ -63,12 +68,14 @@ void UseOwnIconsAsFallback() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Before anything that needs a screen: help and version are printed on a machine without one.
   if (const QByteArray answer = ConsoleAnswer(ProgramParameters(argc, argv)); !answer.isEmpty()) {
     MakeOutputPlain();
     std::fwrite(answer.constData(), 1, static_cast<size_t>(answer.size()), stdout);
     return std::fflush(stdout) == 0 ? 0 : 1;
   }
   MakeProcessDpiAware();  // before any window, and before Qt asks the system for its screens
+  // A second start ends here, before it has asked the desktop for anything.
   TUniqueInstance instance;
   TGuardedApplication application(argc, argv);
   QApplication::setApplicationName(u"Tallyscope"_qs);
@@ -78,7 +85,9 @@ int main(int argc, char** argv) {
   QApplication::setWindowIcon(ProgramIcon());
 
   const TStartParameters parameters(ProgramParameters(argc, argv));  // without what Qt took for itself
+  // Each of these uses those above it. None is destroyed: the process ends below with all of them.
   TSystemDialogs dialogs;
+  // The window may have the system ask for consent to read whole volumes.
   AskForElevation = TALLYSCOPE_ASK_ON_DESKTOP;
   TFormMain formMain(parameters, dialogs);
   TFormWizard formWizard(formMain, formMain.StaticImages(), parameters);

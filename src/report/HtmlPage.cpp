@@ -1,3 +1,10 @@
+// The page from top to bottom: style, helpers that make HTML of one value each, then TPage with a function
+// per section in the order of Make. A new section is such a function and its place in Make. Whatever others
+// have written goes through HtmlText; numbers and lengths are made here and need none. Text is joined rather
+// than formatted, as maps have thousands of tiles.
+// The page keeps below its bound of bytes by bounds on everything that can grow: rows, tiles, and the bytes
+// of each path.
+
 #include "report/HtmlPage.h"
 
 #include "platform/Paths.h"
@@ -78,6 +85,7 @@ struct TKindName {
   const char* Heading;
   const char* Within;  // a sentence
 };
+// By the kinds of volindex_folders.h, which are the numbers of the classes k0 to k7 in the style too.
 constexpr TKindName kKindNames[TALLYSCOPE_KINDS] = {
     {"Other", "other files"},   {"Pictures", "pictures"}, {"Video", "video"}, {"Audio", "audio"},
     {"Documents", "documents"}, {"Archives", "archives"}, {"Code", "code"},   {"Programs", "programs"}};
@@ -188,6 +196,7 @@ QByteArray TPage::Header() const {
   const auto box = [](const char* name, const QByteArray& value) {
     return QByteArray("<li>") + name + " <b>" + value + "</b></li>\n";
   };
+  // Whose computer and when, as a page is read elsewhere and later.
   const QByteArray host = HtmlText(QSysInfo::machineHostName(), kLongestPath);
   return "<header>\n<p>" + host + (host.isEmpty() ? "" : ", ") +
          FReport.Begun.toString(u"yyyy-MM-dd HH:mm t"_qs).toUtf8() + "</p>\n<h1>" + Heading() +
@@ -215,6 +224,7 @@ QByteArray TPage::Paths() const {
 }
 
 QByteArray TPage::MapSection() const {
+  // Nothing to draw: of empty folders, or of a scan that kept no tree.
   if (FTree.Folders.empty() || FTree.Folders[0].Total == 0) return {};
   QByteArray html = "<section>\n<h2>Map of the folders</h2>\n" + Kinds();
   for (const TMapShape& shape : kMapShapes)
@@ -240,6 +250,7 @@ QByteArray TPage::Kinds() const {
   return html + "</ul>\n";
 }
 
+// Tiles first, then the lines around folders, then names: what comes later lies above.
 QByteArray TPage::Map(const TMapShape& shape) const {
   const TMap map = LayOutMap(FTree, shape.Width, shape.Height, static_cast<size_t>(shape.MostTiles));
   QByteArray html = QByteArray("<svg class=\"map ") + shape.Name + "\" viewBox=\"0 0 " +
@@ -256,6 +267,8 @@ QByteArray TPage::Map(const TMapShape& shape) const {
   return html + "</svg>\n";
 }
 
+// The path is the greater part of a title, and a folder may have a tile for each kind and a name in both
+// maps: it is made once for each folder.
 QByteArray TPage::Title(int folder, const QByteArray& what, quint64 bytes) const {
   QByteArray& path = FPaths[static_cast<size_t>(folder)];
   if (path.isNull()) path = "<title>" + HtmlText(PathInTree(FTree, folder), kLongestTitle) + "\n";
@@ -265,6 +278,7 @@ QByteArray TPage::Title(int folder, const QByteArray& what, quint64 bytes) const
 
 // One line around all folders of a level, the thicker the fewer boxes are around them.
 QByteArray TPage::Edges(const TMap& map) const {
+  // By level, from the outermost; deeper ones have no line of their own.
   static constexpr const char* kWidths[] = {"4", "2.5", "1.5"};
   QByteArray html;
   for (size_t level = std::size(kWidths); level > 0; --level) {
@@ -286,6 +300,7 @@ QByteArray TPage::Edges(const TMap& map) const {
 QByteArray TPage::Label(const TMapLabel& label) const {
   const QByteArray size =
       label.Size.isEmpty() ? QByteArray() : " <tspan>" + HtmlText(label.Size) + "</tspan>";
+  // A name need not be placed as exactly as a tile is.
   const auto shorter = [](double pixels) { return QByteArray::number(pixels, 'f', 1); };
   return "<g class=\"name\" transform=\"translate(" + shorter(label.Box.X) + ' ' + shorter(label.Box.Y) +
          ")\">" + Title(label.Folder, {}, FTree.Folders[static_cast<size_t>(label.Folder)].Total) +
@@ -309,6 +324,7 @@ QByteArray TPage::Rows(const char* heading, std::span<const TFileInfoEx> rows) {
       html += Row(row, rows[0].Size);
     return html + "</table>\n";
   };
+  // The browser unfolds the others by itself, without a script.
   const size_t first = std::min(rows.size(), kRowsAtOnce);
   QByteArray html = QByteArray("<section>\n<h2>") + heading + "</h2>\n" + table(rows.first(first));
   if (rows.size() > first)
@@ -317,6 +333,8 @@ QByteArray TPage::Rows(const char* heading, std::span<const TFileInfoEx> rows) {
   return html + "</section>\n";
 }
 
+// Locations end in the delimiter, so that no folder counts what lies in one whose name only begins like its
+// own.
 QByteArray TPage::Downloads() const {
   if (FReport.Downloads.empty()) return {};
   QByteArray html =

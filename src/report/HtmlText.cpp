@@ -8,6 +8,7 @@
 
 namespace {
 
+// Private and unassigned characters are told in letters too: a font may have nothing for them, or anything.
 bool IsVisible(char32_t point) {
   switch (QChar::category(point)) {
     case QChar::Other_Control:
@@ -65,6 +66,8 @@ void AppendMarked(char32_t point, QByteArray& html) {
   }
 }
 
+// Asked of every text first, as it spares the walk by code points and a copy.
+//
 // Nearly all names: nothing to be told in letters, nothing that means anything to HTML.
 bool IsPlain(const QString& text) {
   return std::ranges::all_of(text, [](QChar c) {
@@ -102,6 +105,8 @@ QByteArray HtmlText(const QString& text, qsizetype mostBytes) {
   }
   begins.push_back(html.size());
   if (html.size() <= mostBytes) return html;
+  // A third for the beginning and the rest for the end, where the name is; both end between characters, so no
+  // entity is cut in two.
   const qsizetype front = *std::prev(std::ranges::upper_bound(begins, mostBytes / 3));
   const qsizetype back = *std::ranges::lower_bound(begins, html.size() - (mostBytes - front));
   return html.first(front) + "…" + html.sliced(back);

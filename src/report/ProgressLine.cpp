@@ -8,6 +8,7 @@
 
 namespace {
 
+// Columns of the bar between its brackets.
 constexpr int kBarCells = 20;
 
 }  // namespace
@@ -30,6 +31,7 @@ int TProgressLine::Percent() const {
   return std::min(position * 100 / (FSteps * kPhaseDone), 100);
 }
 
+// In a narrow terminal the path gives way first, from its beginning, then the bar.
 QString TProgressLine::Text(int columns) const {
   const int percent = Percent();
   const int filled = percent * kBarCells / 100;

@@ -48,10 +48,12 @@ TReportArguments ParseReportArguments(const QStringList& arguments) {
       result.Format = TReportFormat::Html, file = true;
     else if (options && argument == u"--")
       options = false;
+    // A lone dash is a path here; it is standard output only behind --html.
     else if (!options || !argument.startsWith(u'-') || argument == u"-")
       result.Paths.append(argument);
     else if (!TakeOption(argument, result))
       return Wrong(u"unknown option "_qs + argument);
+    // Help and version are answered whatever else is wrong behind them.
     if (result.Action != TReportAction::Scan) return result;
   }
   if (file || (result.Format == TReportFormat::Html && result.HtmlFile.isEmpty()))

@@ -1,4 +1,7 @@
 // The command line of the console program.
+//
+// A new option is a field here, a line of TakeOption (or of ParseReportArguments, if an argument follows it),
+// a line of the help and one of the usage; what it does is report/main.cpp's.
 #pragma once
 
 #include <QStringList>

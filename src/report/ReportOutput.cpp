@@ -23,6 +23,7 @@ QByteArray BytesText(quint64 bytes) {
 
 // What is unreadable stands in a volume's balance, or else behind the sums.
 QByteArray UsageText(const TPathTotals& totals) {
+  // No reader told what the files occupy.
   if (!totals.Usage) return {};
   const QByteArray onDisk = ", " + BytesText(totals.Usage->Allocated) + " on disk";
   if (const auto balance = BalanceOf(totals)) return onDisk + "\n  " + balance->Text().toUtf8();
@@ -110,6 +111,7 @@ QByteArray JsonRows(const char* name, std::span<const TFileInfoEx> rows) {
   return JsonArray(name, rows.size(), [rows](size_t i) { return JsonRow(rows[i]); });
 }
 
+// Five columns that only a path fills.
 constexpr const char* kNoCounts = ",,,,";
 
 // Files, folders, allocated, volumeUsed, unreadable; empty where it is not known.
@@ -122,6 +124,7 @@ QByteArray CsvCounts(const TPathTotals& totals) {
          QByteArray::number(usage.Unreadable);
 }
 
+// Every path is quoted, so that neither commas nor line breaks in it need a rule.
 QByteArray CsvRow(const char* kind, const QByteArray& bytes, const QByteArray& counts, const QString& path) {
   const QByteArray quoted = EscapedName(path).toUtf8().replace('"', "\"\"");
   return QByteArray(kind) + ',' + bytes + ',' + counts + ",\"" + quoted + "\"\n";

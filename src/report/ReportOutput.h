@@ -1,4 +1,8 @@
 // The forms in which the console program prints a scan's results.
+//
+// A new figure of the report comes from the scan (TPathTotals or a list of it), gets its place in TReport,
+// and is told in each form: ReportAsText, ReportAsJson with its schema, ReportAsCsv with its heading, and the
+// page (HtmlPage.cpp).
 #pragma once
 
 #include "download/DownloadDirectoryScan.h"

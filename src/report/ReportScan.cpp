@@ -15,6 +15,7 @@ namespace {
 // The program's own message to itself: a Ctrl-C came.
 constexpr unsigned kInterrupted = 1;
 
+// How often the line on the terminal is drawn, at most.
 constexpr std::chrono::milliseconds kTick{100};
 
 void WriteToStdErr(const QByteArray& bytes) {
@@ -41,6 +42,7 @@ TReportScan::TReportScan(bool showProgress)
       FScan(new TTallyscopeScan(
           &FWindow, [this](const QStringList& folders) { return FindLocations(folders); },
           showProgress ? TPathDisplay::Shown : TPathDisplay::None)) {
+  // Download folders are steps of the line too.
   CountDownloads = true;
   FScan->SetProgressTarget(&FWindow, WM_SCANPROGRESS);
   QObject::connect(&FTick, &QTimer::timeout, [this] { Tick(); });
@@ -70,6 +72,7 @@ TReport TReportScan::Run(const QStringList& paths, bool folderMode) {
           .Milliseconds = FClock.elapsed()};
 }
 
+// On the scan's thread, as it begins. What is kept here is read after its last message.
 QStringList TReportScan::FindLocations(const QStringList& paths) {
   FDownloads = FindDownloads(paths);
   QStringList directories;
@@ -82,6 +85,7 @@ void TReportScan::Interrupt() {
   PostMessage(&FWindow, kInterrupted, 0, 0);
 }
 
+// The text of a path is read at once, as its sender writes the next one over it.
 void TReportScan::TakeStatus(const TMessage& message) {
   if (!FShowProgress) return;
   if (message.WParam == kScanStatusPath)

@@ -1,4 +1,8 @@
 // Runs one scan for the console program: the event loop on the main thread, fed by the scan's messages.
+//
+// The scan runs on its own thread and posts to FWindow; Run sits in the event loop until the last message
+// ends it. A Ctrl-C comes on a thread of the system and is posted like any other message. The lists of the
+// scan are read after the last message and not before.
 #pragma once
 
 #include "platform/Messages.h"
@@ -36,6 +40,7 @@ class TReportScan {
   bool FStopped = false;
   QElapsedTimer FClock;
   QTimer FTick;
+  // The thread posts to the window and writes FDownloads, so it stands behind both and goes first.
   TMessageWindow FWindow;
   TOwnedThread<TTallyscopeScan> FScan;
 };

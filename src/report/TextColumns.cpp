@@ -6,11 +6,14 @@
 
 namespace {
 
+// Blocks rather than single characters: a terminal that sees one of them otherwise shows the line a column
+// shorter or longer.
 constexpr std::pair<char32_t, char32_t> kWide[] = {
     {0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},
     {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x1F300, 0x1FAFF}, {0x20000, 0x3FFFD},
 };
 
+// A format character takes none where it is shown at all; FitToColumns shows it as a question mark.
 int Columns(char32_t character) {
   switch (QChar::category(character)) {
     case QChar::Mark_NonSpacing:
@@ -69,6 +72,7 @@ QString FitToColumns(const QString& text, int columns) {
   }
   if (width <= columns) return QString::fromUcs4(points.constData(), points.size());
 
+  // The end of a path tells more than its beginning.
   const int room = columns - static_cast<int>(kCutMark.size());
   if (room < 0) return kCutMark.left(std::max(columns, 0));
   qsizetype first = 0;

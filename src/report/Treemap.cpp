@@ -11,6 +11,7 @@
 
 namespace {
 
+// Boxes in boxes; what lies deeper is drawn as part of the deepest.
 constexpr int kDeepestLevel = 7;
 constexpr double kFirstSmallest = 48;       // square pixels of the smallest tile, at first
 constexpr double kSmallestFolderSide = 14;  // of a box that is parted among folders
@@ -23,6 +24,9 @@ double WorstRatio(double areas, double largest, double smallest, double side) {
   return std::max(square * largest / row, row / (square * smallest));
 }
 
+// Largest first, the ratio of a row falls while it gets more boxes and rises from some point on, so the first
+// rise ends the search: each size is looked at once or twice in all.
+//
 // How many of the sizes make the next row: more, as long as that does not make its boxes longer.
 size_t RowLength(std::span<const quint64> sizes, double scale, double side) {
   double areas = static_cast<double>(sizes[0]) * scale;
@@ -44,6 +48,7 @@ quint64 Sum(const TKindSizes& sizes) {
 // Lays one tree out, with a given smallest tile each time.
 class TMapMaker {
  public:
+  // Children stand behind their parents, so one walk from the last to the first sums all up.
   TMapMaker(const TFolderTree& tree, double scale)
       : FTree(tree), FScale(scale), FBelow(tree.Folders.size()), FChildren(FBelow.size()) {
     for (size_t folder = FBelow.size(); folder-- > 0;) {
@@ -58,6 +63,7 @@ class TMapMaker {
     }
   }
 
+  // By a stack of its own and not by calls: a folder is placed before those in it, as TMap promises.
   [[nodiscard]] TMap Make(const TMapBox& box, double smallest) {
     FSmallest = smallest;
     Place({box, 0, 0, 0});
@@ -80,6 +86,8 @@ class TMapMaker {
 
   [[nodiscard]] double AreaOf(quint64 bytes) const { return static_cast<double>(bytes) * FScale; }
 
+  // A folder with one folder in it and nothing else gives its box to that one, so that no box lies within
+  // another of its size; the label tells both names.
   void Place(TMapFolder folder) {
     std::vector<TPart> parts = PartsOf(folder);
     while (parts.size() == 1 && parts[0].Folder >= 0) {
@@ -107,6 +115,7 @@ class TMapMaker {
         folder.Level < kDeepestLevel && std::min(folder.Box.Width, folder.Box.Height) >= kSmallestFolderSide;
     for (const int child : FChildren[static_cast<size_t>(folder.Folder)]) {
       const TKindSizes& below = FBelow[static_cast<size_t>(child)];
+      // Twice the smallest tile, as a folder with a box is to have room for more than one.
       if (const quint64 bytes = Sum(below); roomy && AreaOf(bytes) >= 2 * FSmallest)
         parts.push_back({bytes, child});
       else
@@ -136,6 +145,7 @@ class TMapMaker {
   const TFolderTree& FTree;
   const double FScale;   // square pixels a byte
   double FSmallest = 0;  // square pixels
+  // By place in the tree: bytes by kind of all that lies below, and the folders right in it.
   std::vector<TKindSizes> FBelow;
   std::vector<std::vector<int>> FChildren;
   std::vector<TMapFolder> FOpen;
@@ -150,6 +160,8 @@ constexpr double kNarrowest = 40;  // text
 constexpr double kSpare = 1.04;    // for bold letters
 constexpr int kMostLetters = 400;  // that any label has room for
 
+// Pixels at the font size of the page's style.
+//
 // About, and rather more: which fonts a browser has is not known.
 double LetterWidth(char32_t point) {
   if (point >= 0x80 && TextColumns(QString::fromUcs4(&point, 1)) != 1) return 12;
@@ -201,6 +213,8 @@ std::vector<TMapBox> PartBox(TMapBox box, std::span<const quint64> sizes) {
     double row = 0;
     for (const quint64 size : sizes.first(count))
       row += static_cast<double>(size);
+    // The row lies along the shorter side of what is left, and takes from the longer one what its sizes ask
+    // for.
     const double depth = row * scale / side;
     double at = 0;
     for (const quint64 size : sizes.first(count)) {
@@ -220,12 +234,15 @@ TMap LayOutMap(const TFolderTree& tree, double width, double height, size_t most
   if (tree.Folders.empty() || tree.Folders[0].Total == 0) return {};
   const double scale = width * height / static_cast<double>(tree.Folders[0].Total);
   TMapMaker maker(tree, scale);
+  // Ends: at a tile larger than the picture, one is left. Each turn walks the tree once at most.
   for (double smallest = kFirstSmallest;; smallest *= 1.5) {
     TMap map = maker.Make({0, 0, width, height}, smallest);
     if (map.Tiles.size() <= mostTiles) return map;
   }
 }
 
+// Outer folders come first and take the upper places; an inner one whose place is taken goes below them or
+// has no name.
 std::vector<TMapLabel> LabelMap(const TFolderTree& tree, const TMap& map) {
   std::vector<TMapLabel> labels;
   for (const TMapFolder& folder : map.Folders) {
@@ -238,6 +255,7 @@ std::vector<TMapLabel> LabelMap(const TFolderTree& tree, const TMap& map) {
     const QString name = PathInTree(tree, folder.Folder, folder.Top).left(kMostLetters);
     const QString text = Beginning(ShownText(name), room);
     QString size = SizeToText(static_cast<qint64>(tree.Folders[static_cast<size_t>(folder.Folder)].Total));
+    // A cut name has no room beside it.
     if (TextWidth(text + u' ' + size) > room) size.clear();
     box.Width =
         std::min(kLabelPadding + kSpare * TextWidth(size.isEmpty() ? text : text + u' ' + size), box.Width);

@@ -1,5 +1,9 @@
 // A treemap of folders: a box that is parted among them, so that area is size, everywhere in the picture by
 // the same measure. Pure functions; lengths are in pixels, from the upper left corner.
+//
+// How a picture is made: LayOutMap lays the whole tree out by a smallest tile (TMapMaker in the .cpp), and
+// again by a larger one while there are too many; PartBox parts one box among sizes; LabelMap then puts names
+// on it. HtmlPage.cpp draws what they give. Bytes are exact up to the boxes, which are doubles.
 #pragma once
 
 #include "scan/FolderTree.h"

@@ -10,6 +10,7 @@ QString WithUnit(quint64 bytes) {
 
 }  // namespace
 
+// Both sums are always whole: what is told is an equation, with the sign that makes it true.
 QString TVolumeBalance::Text() const {
   const bool shared = Left() < 0;
   QString text = u"%1 bytes used on the volume = %2 by these files %3 %4 "_qs.arg(Used)

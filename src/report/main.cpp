@@ -1,4 +1,8 @@
 // tallyscope-report: scans paths and prints what takes their space.
+//
+// The way of a run: the arguments (Run), absolute paths that are looked at before anything begins
+// (ScanPaths), the scan and the form that was asked for (Report), and one exit code. Standard output has the
+// report alone; complaints and the line of progress go to standard error, so that a pipe gets nothing else.
 #include "platform/FileTests.h"
 #include "platform/Paths.h"
 #include "platform/Process.h"
@@ -19,6 +23,7 @@
 
 namespace {
 
+// As the help tells them. 130 is what a shell makes of a Ctrl-C.
 enum TExitCode { kDone = 0, kFailed = 1, kWrongUsage = 2, kInterrupted = 130 };
 
 // Where a Ctrl-C goes while a scan runs.
@@ -97,6 +102,8 @@ bool WritePage(const QString& file, const QByteArray& page) {
   return false;
 }
 
+// The scan reads these flags as it begins, so they are set before it is made. From the target on until it is
+// taken back a Ctrl-C goes to the scan.
 int Report(const TReportArguments& arguments, const QStringList& paths) {
   const bool page = arguments.Format == TReportFormat::Html;
   if (page && !CheckPageFile(arguments.HtmlFile)) return kFailed;
@@ -109,6 +116,7 @@ int Report(const TReportArguments& arguments, const QStringList& paths) {
   SetInterruptTarget(nullptr);
   // An object tells of a stop by itself, a table or text would look whole.
   if (arguments.Format == TReportFormat::Json) Print(stdout, ReportAsJson(report));
+  // Nothing is written over a page that is there.
   if (report.Stopped) {
     Complain(u"stopped"_qs);
     return FinishOutput(kInterrupted);
@@ -120,6 +128,7 @@ int Report(const TReportArguments& arguments, const QStringList& paths) {
 }
 
 // A path as the system has it: bytes or UTF-16.
+// The standard library asks the system itself: the current folder may have a name of any bytes.
 template <typename TUnit>
 QString PathText(const std::basic_string<TUnit>& path) {
   if constexpr (sizeof(TUnit) == 1)
