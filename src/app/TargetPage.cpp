@@ -103,9 +103,9 @@ void TTargetPage::BuildDriveChoice(TImageList& images) {
   lvDrive->OnDeletion = [](TListItem* item) { FreeDriveRow(*item); };
 }
 
-// The width by design comes back first, as an earlier look may have had a bar and this one not.
-//
 // With many drives there is a scroll bar beside the columns.
+//
+// The width by design comes back first, as an earlier look may have had a bar and this one not.
 void TTargetPage::FitColumns() {
   lvDrive->Columns()[0].SetMinWidth(kNameWidth);
   FitFirstColumn(*lvDrive, lvDrive->ClientWidth());

@@ -66,9 +66,8 @@ void AppendMarked(char32_t point, QByteArray& html) {
   }
 }
 
-// Asked of every text first, as it spares the walk by code points and a copy.
-//
 // Nearly all names: nothing to be told in letters, nothing that means anything to HTML.
+// Asked of every text first, as it spares the walk by code points and a copy.
 bool IsPlain(const QString& text) {
   return std::ranges::all_of(text, [](QChar c) {
     if (c > u'~') return !c.isSurrogate() && IsVisible(c.unicode()) && !IsMark(c.unicode());

@@ -24,10 +24,10 @@ double WorstRatio(double areas, double largest, double smallest, double side) {
   return std::max(square * largest / row, row / (square * smallest));
 }
 
+// How many of the sizes make the next row: more, as long as that does not make its boxes longer.
+//
 // Largest first, the ratio of a row falls while it gets more boxes and rises from some point on, so the first
 // rise ends the search: each size is looked at once or twice in all.
-//
-// How many of the sizes make the next row: more, as long as that does not make its boxes longer.
 size_t RowLength(std::span<const quint64> sizes, double scale, double side) {
   double areas = static_cast<double>(sizes[0]) * scale;
   double worst = WorstRatio(areas, areas, areas, side);
@@ -160,9 +160,8 @@ constexpr double kNarrowest = 40;  // text
 constexpr double kSpare = 1.04;    // for bold letters
 constexpr int kMostLetters = 400;  // that any label has room for
 
-// Pixels at the font size of the page's style.
-//
 // About, and rather more: which fonts a browser has is not known.
+// Pixels at the font size of the page's style.
 double LetterWidth(char32_t point) {
   if (point >= 0x80 && TextColumns(QString::fromUcs4(&point, 1)) != 1) return 12;
   if (QStringView(u"ijlIt.,:;'|!()[] ").contains(QChar(static_cast<char16_t>(point)))) return 4;

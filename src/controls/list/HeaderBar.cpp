@@ -128,10 +128,10 @@ void THeaderBar::mouseDoubleClickEvent(QMouseEvent* event) {
   Press(*event, true);
 }
 
+// Each gesture may end in a handler that destroys the list, and the header with it.
+//
 // The list comes first with each gesture (HeaderMouse), then the header by itself. A second press in a row is
 // one like the first but at a divider, so that fast clicks on a section all count.
-//
-// Each gesture may end in a handler that destroys the list, and the header with it.
 
 void THeaderBar::Press(QMouseEvent& event, bool second) {
   const TEventScope scope(FHost.EventLife());

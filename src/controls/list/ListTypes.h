@@ -8,10 +8,9 @@
 
 class TListColumns;
 
+// State bits of a row. The first four are those that a row host keeps in any mode.
 // Six bits, as many as TRowStateList counts. Focus and anchor are one row's alone; so is the selection
 // without MultiSelect.
-//
-// State bits of a row. The first four are those that a row host keeps in any mode.
 inline constexpr unsigned kRowFocused = 1;      // at most one row
 inline constexpr unsigned kRowSelected = 2;     // at most one row unless MultiSelect
 inline constexpr unsigned kRowCut = 4;          // painted faint

@@ -37,9 +37,9 @@
 class TListColumn;
 class TListItem;
 
-// Fields rather than signals: one handler each, which the form sets and may replace at any time.
-//
 // Positions are in pixels of the client area. A handler may do anything to the list (model/EventScope.h).
+//
+// Fields rather than signals: one handler each, which the form sets and may replace at any time.
 struct TListViewEvents {
   std::function<void(TListItem* item, bool selected)> OnSelectItem;
   std::function<void(TListItem* item)> OnItemChecked;

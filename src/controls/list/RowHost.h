@@ -18,14 +18,14 @@ class THeaderBar;
 class TListColumns;
 class TRowSource;
 
+// Main thread. The vertical scroll bar counts rows, the horizontal one pixels; both show as needed.
+//
 // The states have one entry per row of the source: whoever changes the rows brings both in step before
 // anything is asked or painted. Only in an open bracket with a count (TkListItems::BeginUpdate) there may be
 // entries behind the last row, and nothing is painted then.
 //
 // Rows are counted rather than pixels, so that the range of a bar, an int, holds any number of them and the
 // row at the top is never cut.
-//
-// Main thread. The vertical scroll bar counts rows, the horizontal one pixels; both show as needed.
 class TRowHost : public QAbstractScrollArea, protected TRowInputHost {
  public:
   explicit TRowHost(QWidget* parent);

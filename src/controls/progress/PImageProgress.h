@@ -2,7 +2,7 @@
 //
 // Who does what: SetPosition reckons the widths of the filled part from the range (ApplyPosition) and
 // repaints; the timer moves a sheen, a control of its own above the pictures, within what is filled (Tick,
-// MoveSheen). The two share only ProgressRight.
+// MoveSheen), and changes nothing that SetPosition has reckoned.
 #pragma once
 
 #include <QTimer>

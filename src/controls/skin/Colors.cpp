@@ -91,10 +91,10 @@ QColor Mixed(const QColor& color, const QColor& other, int factor) {
 
 namespace {
 
+// Contrasts of light to dark, 1 to 21. A text with less than Least is brought to Good.
+//
 // Contrast is the ratio of luminances as guidelines for readable text define it; they ask 3 of large text and
 // 7 of small text at their strictest.
-//
-// Contrasts of light to dark, 1 to 21. A text with less than Least is brought to Good.
 struct TContrastRule {
   double Least;
   double Good;

@@ -18,10 +18,10 @@ namespace {
 
 using enum TBarItemKind;
 
+// Bars and popups, then one row per command; which bar shows it stands below.
+//
 // The names are those of the language files, the tests and the names for screen readers. The captions are the
 // stored English ones, mniTDel's too, which every language file replaces.
-//
-// Bars and popups, then one row per command; which bar shows it stands below.
 constexpr TBarItemRow kItems[] = {
     {"dxbrManager1Bar", MenuBar},
     {"dxbrManager1Bar1", ToolBar},

@@ -23,7 +23,6 @@ QString TFileOperations::Text(const QString& key, const QString& defaultText) co
 // walk.
 // What the system or a list that follows the disk does meanwhile may change rows at any time from here on: an
 // index is used at once or not at all.
-//
 void TFileOperations::Delete() {
   if (FRules.Rows == TRowsTaken::Selected && FRows.Selected() < 0) return;
   QWidget& window = FParts.Host.Window();
@@ -102,7 +101,6 @@ void TFileOperations::Move() {
 // The folder is held from the first row to the last: all go to the one that the user has chosen.
 // First to last, unlike a delete: rows stay, but for those that the list takes off itself as it follows the
 // disk.
-//
 void TFileOperations::MoveRows(TFileWork& work, const QString& folder) {
   const TOpenFolder target = TOpenFolder::Open(folder);
   const QString location = IncludeTrailingPathDelimiter(folder);

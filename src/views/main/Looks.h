@@ -82,10 +82,10 @@ inline constexpr const char* kNames[] = {"Folder64",  "Disk64", "Computer64", "F
 inline constexpr int kSmallImageSide = 16;  // pixels
 inline constexpr int kLargeImageSide = 32;  // pixels
 
+// All of them with their first pictures. Owned by the main form; outlives the lists that draw them.
+//
 // Lists keep an index, not a picture: what a fill adds behind kOwn is taken off again before the next fill,
 // after the rows that show it have gone.
-//
-// All of them with their first pictures. Owned by the main form; outlives the lists that draw them.
 struct TFormImages {
   TFormImages();
 

@@ -101,7 +101,7 @@ int TRdCellReader::IconTextHit(const TRdCell& cell, const QPoint& pos) const {
 
 bool TRdCellReader::InHotArea(const TRdCell& cell, const QPoint& pos) const {
   const TListSkin& skin = FList.Skin();
-  // Disabled is a row for its buttons and labels; its stars, boxes and editors react.
+  // Disabled is a row for its buttons and labels; all else in it reacts.
   const bool edits = cell.Type == ltEdit || cell.Type == ltComboBox;
   if (!cell.Cell.contains(pos) || (!cell.Exists && !edits)) return false;
   switch (cell.Type) {

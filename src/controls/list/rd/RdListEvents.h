@@ -37,11 +37,10 @@ using TOnButtonClick = std::function<void(TListItem* item, int columnIndex)>;
 using TOnLabelClick = std::function<void(TListItem* item, int columnIndex)>;
 using TOnSubItemChecking = std::function<void(TkListItem* item, int columnIndex, bool& checked)>;
 
+// A handler may do anything to the list (model/EventScope.h).
 // The events of painting are the exception: rows, columns and the list itself have to stay while it is
 // painted, so OnCustomDrawItem, OnCustomDrawSubItem and OnDrawSortColumnIcon draw or answer and change
-// nothing.
-//
-// A handler may do anything to the list (model/EventScope.h).
+// nothing of the list.
 struct TRdListEvents {
   TOnButtonClick OnButtonClick;
   TOnLabelClick OnLabelClick;

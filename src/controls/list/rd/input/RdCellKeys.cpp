@@ -80,7 +80,6 @@ void TRdCellKeys::MoveCursor(int step) {
   const int room = FList.viewport()->width();
   int pos = FList.HorzPos();
   if (section.right() >= room) pos += section.right() + 1 - room;
-  // Last, so that of a column wider than the list its beginning shows.
   if (section.left() < 0) pos += section.left();
   FList.SetHorzPos(pos);
   if (!scope.ListGone()) FList.CursorMoved();

@@ -145,7 +145,7 @@ QString ShownText(const TkListItem& item, int column) {
 
 QStringView ShownView(const TkListItem& item, int column) {
   if (!HasCell(item, column)) return {};
-  // A view, for sorts and measures that ask for every row: no text is copied.
+  // A view, for sorts, which ask for every row: no text is copied.
   const QStringView text = column == 0 ? item.Caption() : item.SubItems()[column - 1];
   return PrefixOf(text) != 0 ? text.sliced(1) : text;
 }

@@ -9,10 +9,10 @@
 #include "controls/list/model/ListColumns.h"
 #include "controls/picture/ImageList.h"
 
+// Words that the model of a TRdListView shares with layout and painters.
+//
 // The type of a cell is looked up three times: the prefix of its text, then the types of its row, then the
 // type of its column.
-//
-// Words that the model of a TRdListView shares with layout and painters.
 
 // How a cell is drawn and hit. A cell text that begins with the character of code N+1 makes its cell of
 // type N.
@@ -37,10 +37,10 @@ enum TkGroupBtnAlign { tkgNone, tkgLeft, tkgRight };
 class TkListColumn;
 class TkListItem;
 
-// Few rows have one, and then of a few lines: a sorted list of texts is enough.
-//
 // Name=value lines, kept in the order of their names, each name once. Names compare without regard to the
 // case of ASCII letters; what stands behind "=" never counts.
+//
+// Few rows have one, and then of a few lines: a sorted list of texts is enough.
 class TStringValueList {
  public:
   [[nodiscard]] int Count() const { return static_cast<int>(FLines.size()); }

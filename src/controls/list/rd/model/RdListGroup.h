@@ -20,9 +20,8 @@ using TkItemOrder = int (*)(const TkListItem& a, const TkListItem& b);
 [[nodiscard]] int BySerial(const TkListItem& a, const TkListItem& b);
 [[nodiscard]] int ByGroupOrder(const TkListItem& a, const TkListItem& b);
 
-// Rows in it must not change what they are sorted by, but for Restamp, which does so for all at once.
-//
 // A sorted list of rows that finds a row by binary search. It owns none of them.
+// Rows in it must not change what they are sorted by, but for Restamp, which does so for all at once.
 class TkItemQuickList {
  public:
   // In stamping mode each added row gets the next GroupOrder stamp, so that it goes to the end.

@@ -11,11 +11,11 @@ class TkListGroup;
 class TkListItems;
 class TkListModel;
 
-// Its life: entered in AllItems, placed in the list, hidden and shown again as often as one likes, told of
-// its deletion, gone, freed. Between being entered and being placed it has neither an index nor is it hidden.
-//
 // A list has many of these, so what few rows need stands in a block of its own. A row is shown, that is, it
 // has an index, or it is hidden: out of the row host, but still of the list.
+//
+// Its life: entered in AllItems, placed in the list, hidden and shown again as often as one likes, told of
+// its deletion, gone, freed. Between being entered and being placed it has neither an index nor is it hidden.
 class TkListItem : public TListItem {
  public:
   explicit TkListItem(TkListItems& owner);

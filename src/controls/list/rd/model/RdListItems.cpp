@@ -46,7 +46,6 @@ TListItems::TCompare WithinGroups(const TListItems::TCompare& compare) {
 // What the rows are sorted by, all in one place.
 // Texts stand one behind the other in one string, and a key knows its part: comparing walks memory in order
 // and never touches a row.
-//
 struct TTextKeys {
   struct TKey {
     TListItem* Item;

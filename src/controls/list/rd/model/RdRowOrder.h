@@ -9,11 +9,11 @@
 class TListItem;
 class TkListItem;
 
-// Asked for an index at each event and each change of a row, and so kept in the row.
-//
 // Outside a bracket every row knows its index. Inside one, rows that come and go leave the others' numbers as
 // they are: a new row takes the number of the row that it pushes down, and an order among the rows with that
 // number. So the rows stay sorted by number and order, and a row is found by binary search.
+//
+// Asked for an index at each event and each change of a row, and so kept in the row.
 class TkRowNumbers {
  public:
   explicit TkRowNumbers(const std::vector<TListItem*>& rows) : FRows(rows) {}

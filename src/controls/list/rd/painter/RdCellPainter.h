@@ -9,9 +9,8 @@ class QPainter;
 class QWidget;
 class TImageList;
 
-// What OnCustomDrawSubItem is handed and may change for this one paint.
-//
 // One cell as the mouse and the painter find it.
+// What OnCustomDrawSubItem is handed and may change for this one paint.
 struct TRdCell {
   bool Exists = true;  // a column beyond the sub-items of its row has no cell: nothing is painted there
   QRect Cell;          // in column 0 without the check box
