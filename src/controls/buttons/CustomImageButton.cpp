@@ -353,7 +353,7 @@ void TCustomImageButton::EnabledChanged() {
   Repaint();
 }
 
-// The pixels of a widget can not be read back, so the picture is drawn a second time, into an image of one
+// The pixels of a widget can't be read back, so the picture is drawn a second time, into an image of one
 // pixel per device-independent one. That is what a paint costs beside the picture itself.
 QColor TCustomImageButton::TextColor(const QRect& text) const {
   const bool disabled = FMood.State == TImageButtonState::Disabled;

@@ -54,7 +54,7 @@ class TImageList {
 
   QSize FSize;
   std::vector<QIcon> FIcons;
-  // By number, which is never given twice, so that removing an old link can not hit a newer one.
+  // By number, which is never given twice, so that removing an old link can't hit a newer one.
   std::map<int, TLink> FLinks;
   int FNextLink = 1;
 };

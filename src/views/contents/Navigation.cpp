@@ -37,7 +37,7 @@ void TNavigation::Enable(const char* command, bool enabled) {
   FCommands.SetEnabled({command}, enabled);
 }
 
-// A folder that has gone meanwhile is gone to all the same: the list shows that it can not be read, and
+// A folder that has gone meanwhile is gone to all the same: the list shows that it can't be read, and
 // Forward leads back.
 void TNavigation::lbtnBackClick() {
   if (!FBackHistory.isEmpty()) {
