@@ -73,7 +73,7 @@ class TFolderCrew::TCore {
   std::mutex FLock;
   std::condition_variable FWork;  // there is something to take, or the end
   std::condition_variable FOver;  // the run is over, or a thread has ended, or the end
-  // Under FLock; FVisitor, FRoot and FRun change between runs only, FConfined with a run's first folder.
+  // Under FLock; FVisitor, FRoot and FRun change between runs only.
   TWaitingFolders FWaiting;
   unsigned FReading = 0;   // folders that are being read
   unsigned FSleeping = 0;  // threads
@@ -81,6 +81,8 @@ class TFolderCrew::TCore {
   std::shared_ptr<TFolderVisitor> FVisitor;
   QString FRoot;
   quint64 FRun = 0;
+  // Under FConfining, apart from FLock since the system may take its time over it:
+  std::mutex FConfining;
   quint64 FConfinedRun = 0;
   TFileEnumeration FConfined;  // lists nothing: confined to the root, as a model for the threads
 };
@@ -120,8 +122,9 @@ void TFolderCrew::TCore::Done(std::vector<TFolderTask>& next) {
   if (IsOver()) FOver.notify_all();
 }
 
-// A run's first folder is its only one, so whoever reads it is alone with the model.
+// Once per thread and run. The thread with the run's first folder asks the system, the others copy its answer.
 void TFolderCrew::TCore::Confine(TReader& reader) {
+  const std::lock_guard lock(FConfining);
   if (FConfinedRun != FRun) FConfined.ConfineTo(FRoot);
   FConfinedRun = FRun;
   reader.Enumeration.ConfineLike(FConfined);
