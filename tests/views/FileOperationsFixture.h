@@ -48,16 +48,16 @@ class TFileOperationsTest : public testing::Test, public TTabHost {
   void ActivateAgain() override {}
   QWidget& Window() override { return FForm; }
 
-  // A checked row of "folder/name", the selected one from now on.
-  void AddRow(const QByteArray& folder, const char* name, bool isFolder = false) {
-    TListItem* item = FList.Items().Add();
-    item->SetCaption(QLatin1String(name));
+  // A checked row of "folder/name", the last one or at an index, the selected one from now on.
+  void AddRow(const QByteArray& folder, const QByteArray& name, bool isFolder = false, int row = -1) {
+    TListItem* item = FList.Items().Insert(row < 0 ? FList.Items().Count() : row);
+    item->SetCaption(QString::fromLatin1(name));
     item->SubItems().Assign({FTree.Path(folder) + PathDelim, u"1 Byte"_qs, u"FILE"_qs});
     item->SetImageIndex(isFolder ? kFolderImage : 5);
     item->SetChecked(true);
     FList.SetSelected(item);
   }
-  void AddFileRow(const QByteArray& folder, const char* name) {
+  void AddFileRow(const QByteArray& folder, const QByteArray& name) {
     FTree.MakeFile(folder + '/' + name, 1);
     AddRow(folder, name);
   }

@@ -171,6 +171,36 @@ TEST_F(FileOperations, NothingIsReachedThroughALinkOrInThePlaceOfSomethingElse) 
   EXPECT_TRUE(There("precious/file")) << "a link is deleted itself";
 }
 
+// When the first rows have been handled, a row goes, another comes above them, one is checked and one unchecked.
+TEST_F(FileOperations, AListThatChangesMeanwhileHidesNoCheckedRowAndAddsNone) {
+  FTree.MakeFile("root/late", 1);
+  for (const bool moves : {false, true}) {
+    Clear();
+    for (int row = 0; row < 31; ++row)
+      AddFileRow("root", "file" + QByteArray::number(row));
+    FList.Items()[15]->SetChecked(false);
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, &FForm, [&] {
+      if (There(moves ? "root/file1" : "root/file30")) return;
+      other.stop();
+      FList.Items()[15]->SetChecked(true);
+      FList.Items()[16]->SetChecked(false);
+      if (moves)
+        FList.Items().Delete(1);
+      else
+        AddRow("root", "late", false, 0);
+    });
+    other.start(0);
+    moves ? On(kTopFilesTab).Move() : On(kTopFilesTab).Delete();
+    EXPECT_FALSE(other.isActive());
+    QList<int> left;
+    for (int row = 0; row < 31; ++row)
+      if (There("root/file" + QByteArray::number(row))) left << row;
+    EXPECT_EQ(left, (QList<int>{15, 16})) << moves;
+    EXPECT_TRUE(There("root/late"));
+  }
+}
+
 // The first row is handled before input is; then commands, keys and clicks find nothing to act on.
 TEST_F(FileOperations, CommandsAndInputAreDroppedWhileItRunsAndClosingEndsIt) {
   for (int row = 0; row < 11; ++row)

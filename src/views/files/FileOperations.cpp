@@ -12,6 +12,46 @@
 #include "views/main/Dialogs.h"
 #include "views/main/ResultTab.h"
 
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// The rows that were checked when the work began, by the places that they had then. A list that follows the
+// disk gives rows other places whenever waiting input is handled, so each is looked for by its path when its
+// turn comes: none is passed over or met twice, and none that came or was checked later is taken.
+class TChosenRows {
+ public:
+  explicit TChosenRows(const TFileRows& rows) : FRows(rows) {
+    for (int row = 0; row < rows.Count(); ++row)
+      FPaths.push_back(rows.Checked(row) ? rows.Row(row).Path : QString());
+  }
+
+  // Of all rows, checked or not.
+  [[nodiscard]] int Count() const { return static_cast<int>(FPaths.size()); }
+
+  // The row that had this place, -1 if it was not checked, is not now, or has gone.
+  [[nodiscard]] int Find(int place) {
+    const QString& path = FPaths[static_cast<size_t>(place)];
+    const int near = place + FShift;
+    for (int away = 0; !path.isEmpty() && away <= std::max(near, FRows.Count() - near); ++away) {
+      for (const int row : {near - away, near + away}) {
+        if (row < 0 || row >= FRows.Count() || FRows.Row(row).Path != path) continue;
+        FShift = row - place;
+        return FRows.Checked(row) ? row : -1;
+      }
+    }
+    return -1;
+  }
+
+ private:
+  const TFileRows& FRows;
+  std::vector<QString> FPaths;  // empty for a row that was not checked
+  int FShift = 0;               // by which the row found last has moved
+};
+
+}  // namespace
+
 TFileOperations::TFileOperations(const TTabParts& parts, TTabIndex tab, TFileRows& rows)
     : FParts(parts), FTab(tab), FRules(kFileRules[static_cast<size_t>(tab)]), FRows(rows) {}
 
@@ -47,9 +87,10 @@ void TFileOperations::DeleteRows(TFileWork& work) {
     if (const int row = FRows.Selected(); row >= 0) DeleteRow(row);
     return;
   }
-  for (int row = FRows.Count() - 1; row >= 0 && !work.Ended(); --row) {
-    if (FRows.Checked(row)) DeleteRow(row);
-    if (FRules.DeletePump > 0 && row % FRules.DeletePump == 0) PumpMessages();
+  TChosenRows chosen(FRows);
+  for (int place = chosen.Count() - 1; place >= 0 && !work.Ended(); --place) {
+    if (const int row = chosen.Find(place); row >= 0) DeleteRow(row);
+    if (FRules.DeletePump > 0 && place % FRules.DeletePump == 0) PumpMessages();
   }
 }
 
@@ -109,8 +150,10 @@ void TFileOperations::MoveRows(TFileWork& work, const QString& folder) {
     if (row >= 0 && MoveRow(work, row, target)) AfterMove(row, location);
     return;
   }
-  for (int row = 0; row < FRows.Count() && !work.Ended(); ++row) {
-    if (FRows.Checked(row) && MoveRow(work, row, target)) AfterMove(row, location);
+  TChosenRows chosen(FRows);
+  for (int place = 0; place < chosen.Count() && !work.Ended(); ++place) {
+    const int row = chosen.Find(place);
+    if (row >= 0 && MoveRow(work, row, target)) AfterMove(row, location);
     if (FRules.MovePumps) PumpMessages();
   }
 }
