@@ -56,6 +56,8 @@ TFileMove::TFileMove(TOpenFolder from, QString name, TOpenFolder to) {
   });
 }
 
+// Waits without a bound, unlike other threads: a copy must not be left half made. On Linux the request ends
+// the copying within one buffer.
 TFileMove::~TFileMove() {
   FProgress.Stop = true;
   FThread.join();

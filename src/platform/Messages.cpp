@@ -1,3 +1,9 @@
+// A post puts the message into the window's own queue and a wake event into Qt's; the event's arrival takes
+// one message (TakeOne) and runs its handler. A send does the same and waits for a reply.
+//
+// The order of locks: the list of windows (Windows().Guard) or a line's FGuard, then a window's FGuard, then
+// a reply's. No handler ever runs under one of them. A window takes itself off the list before anything of it
+// goes, so whoever finds it there under that lock may use it until the lock is given back.
 #include "platform/Messages.h"
 
 #include <QAbstractEventDispatcher>

@@ -31,6 +31,7 @@ TDecoded DecodeOne(const unsigned char* bytes, qsizetype available) {
     if ((bytes[i] & 0xc0) != 0x80) return invalid;
     value = (value << 6) | (bytes[i] & 0x3fU);
   }
+  // Forms longer than needed and encoded surrogates are bytes too, or two names would have one text.
   const bool overlong = (length == 3 && value < 0x800) || (length == 4 && value < 0x10000);
   const bool surrogate = value >= 0xd800 && value <= 0xdfff;
   return overlong || surrogate || value > 0x10ffff ? invalid : TDecoded{value, length};

@@ -1,3 +1,12 @@
+// Each thread runs TCore::Serve: it sleeps until a folder may be taken, takes the one whose turn is the
+// least, reads it without FLock (Read, which tells the visitor) and adds what the visitor wants read too to
+// the folders that wait (Done).
+//
+// FLock guards all that the threads share but the model of their confinement, which has FConfining; neither
+// is held with the other. FLock is held while the visitor is asked whether it has room, so a visitor must not
+// call the crew with a lock of its own held that HasRoom takes as well. No other call of a visitor comes
+// under a lock. FVisitor, FRoot and FRun are read without one, as they change only while no folder is being
+// read.
 #include "scan/FolderCrew.h"
 
 #include <algorithm>
@@ -11,6 +20,8 @@
 
 namespace {
 
+// A thread looks at Stop at its next entry; one that has not ended by then hangs in the system and is left
+// behind.
 constexpr std::chrono::milliseconds kLongestEnd{50};
 
 // The folders that wait, by their turns.
@@ -34,6 +45,8 @@ class TWaitingFolders {
     size_t Next = 0;  // the ones before it were taken
   };
 
+  // Turns are fewer than folders: one per level of a tree, or per level and branch of a walk. A lookup costs
+  // little beside the reading of a folder.
   std::map<quint64, TTurn> FTurns;
 };
 
@@ -122,7 +135,8 @@ void TFolderCrew::TCore::Done(std::vector<TFolderTask>& next) {
   if (IsOver()) FOver.notify_all();
 }
 
-// Once per thread and run. The thread with the run's first folder asks the system, the others copy its answer.
+// Once per thread and run. The thread with the run's first folder asks the system, the others copy its
+// answer.
 void TFolderCrew::TCore::Confine(TReader& reader) {
   const std::lock_guard lock(FConfining);
   if (FConfinedRun != FRun) FConfined.ConfineTo(FRoot);

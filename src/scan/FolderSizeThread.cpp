@@ -1,3 +1,7 @@
+// The form's object and its thread share TWork, which goes with the last of them, so that a thread that hangs
+// can be left behind. Execute sums the first of the queue with the crew (GetFolderSize), sends the answer and
+// only then takes the folder off the queue. Send waits until the form's handler has run, which copies
+// FResult; Terminate closes the line first, which ends that wait, then stops the crew, which ends the sum.
 #include "scan/FolderSizeThread.h"
 
 #include "platform/FileTests.h"

@@ -1,3 +1,6 @@
+// From all folders of a path to those worth a place: TLargestFolders chooses, MakeFolderTree gives the chosen
+// ones their places, AddContents gives what lies in every other folder to the nearest one above that has one.
+// It costs a few passes over the folders and at most 1,500 names; those of all others are never asked for.
 #include "scan/FolderTree.h"
 
 #include "platform/Paths.h"
@@ -137,6 +140,7 @@ class TWalkedFolders {
 QString NameOfFolder(quint32 folder) {
   std::vector<char16_t> name(static_cast<size_t>(kLongestPath));
   while (Tallyscope_GetFolderName(folder, name.data(), static_cast<quint32>(name.size())) == 0) {
+    // No folder's name is as long; the bound is for a number that has no name.
     if (name.size() > 0xFFFF) return {};
     name.resize(2 * name.size());
   }

@@ -178,6 +178,8 @@ void TReadAhead::TListings::CountAhead(size_t more, size_t less) {
   FAhead = FAhead + more - less;
   FMostAhead = std::max(FMostAhead, FAhead);
   if (FAhead >= FLimits.Bytes) FFull.store(true, std::memory_order_relaxed);
+  // Between the two bounds the mark stays as it is, so that the threads do not stop and go with each part
+  // that is taken.
   if (FAhead <= FLimits.Bytes / 2) FFull.store(false, std::memory_order_relaxed);
 }
 

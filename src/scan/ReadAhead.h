@@ -5,6 +5,14 @@
 //
 // What was read and not yet taken is bounded: the threads pause while it is too much. A folder that is longer
 // than the room left is dropped again and read when the walk is at it, piece by piece as the walk takes it.
+//
+// A folder's way: Waiting; perhaps AskedFor, when the walk needs it and no thread has come to it; Begun by
+// one thread; Whole when its last part is there. A folder that is dropped is Waiting again and read from its
+// beginning, which is safe as the walk takes parts of no folder but the one it is at, and that one is never
+// dropped.
+//
+// One lock, that of the listings, guards states, parts and the count of bytes; only the mark that there is no
+// room left is read without it. It is never held while the crew is called.
 #pragma once
 
 #include "scan/FolderCrew.h"

@@ -41,6 +41,7 @@ TFileBlock TFileBlockMaker::Take(const QString& path) {
 // The pointer handed out shares the chunk's count, so that the chunk lives as long as the longest-lived block
 // in it.
 std::shared_ptr<std::byte> TFileBlockMaker::Allocate(size_t bytes) {
+  // Bytes: some thousand files of ordinary names in one piece.
   constexpr size_t kChunk = size_t{256} << 10;
   if (FChunkSize - FChunkUsed < bytes) {
     FChunkSize = std::max(kChunk, bytes);

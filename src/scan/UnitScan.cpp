@@ -1,3 +1,12 @@
+// A scan's way on its thread: Execute waits for a Start and calls RunScan; this finds the download locations,
+// has ScanFolder walk the one folder or ScanDrives go through the drives, each by ScanVolume where the
+// library serves it and by ScanFolder where it does not, then ScanDownloadFolders, and ends with the one
+// final message.
+//
+// From Start to that message this thread alone touches the lists. What crosses threads before it are posted
+// numbers, the path texts and three stop flags, which Stop sets in this order: this object's, the library's,
+// the walker's. The first stands until the next Start; each of the others is taken back as the library or the
+// walker begins a path.
 #include "scan/UnitScan.h"
 
 #include "platform/Paths.h"
@@ -66,6 +75,7 @@ void PostToWindow(void* window, unsigned message, uintptr_t wparam, intptr_t lpa
 }
 
 // Of the ticker.
+// The first path shows after half a second, and no more than fifty a second.
 constexpr std::chrono::milliseconds kStartPause{500};
 constexpr std::chrono::milliseconds kEntryPause{20};
 

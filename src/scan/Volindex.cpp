@@ -1,3 +1,7 @@
+// Walk lists the root (WalkRoot) and then takes each direct subfolder to its end (WalkSubfolder),
+// breadth-first by a work list. Both get a folder's entries from TakeFolder, which waits for the listings
+// that the read-ahead has, part by part, and counts them in TakePart: records, totals and every twentieth
+// path go by the order of the entries, whatever the threads did. A stop is seen between two entries.
 #include "scan/Volindex.h"
 
 #include "platform/Paths.h"
@@ -49,6 +53,7 @@ bool TTallyscope::Walk() {
   const auto count = static_cast<qint64>(subfolders.size());
   for (qint64 i = 0; i != count && !FStopped; ++i) {
     WalkSubfolder(ahead, std::exchange(subfolders[static_cast<size_t>(i)], nullptr));
+    // By subfolders, as nothing is known of their sizes before; the walk of the root has had 1 to 3.
     if (const auto percent = static_cast<int>(i * 99 / count); percent > FPercent) PostPercent(percent);
   }
   return !FStopped;

@@ -23,8 +23,12 @@ namespace {
 using volindex::TVolumeIndex;
 
 constexpr char kDelimiter = '/';  // inside, on every system
+// A unit of UTF-16 is made of at most three bytes; a code point of four takes two units.
 constexpr size_t kMostBytesPerUnit = 3;
 
+// Written by the thread that makes the calls, but for the two flags and what Progress guards itself. Calls
+// that come one after the other need no lock here; Stop is the only one that may come at any time, with the
+// two that set how to scan.
 struct TSession {
   std::atomic<bool> Stop{false};
   std::atomic<bool> KeepKinds{false};

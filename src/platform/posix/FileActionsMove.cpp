@@ -111,6 +111,7 @@ class TContentCopy {
   const int FFrom;
   const int FTo;
   TActionProgress& FProgress;
+  // What lies between two looks at the request to stop, and between two reports of how far it is.
   QByteArray FBuffer = QByteArray(1024 * 1024, Qt::Uninitialized);
 };
 
@@ -243,6 +244,9 @@ bool MayBeMoved(const TEntryPlace& from, const TEntryPlace& to) {
   return faccessat(from.Folder, ".", W_OK | X_OK, AT_EACCESS) == 0 && !StatusOf(to);
 }
 
+// What is there after a crash, step by step: the source and a ".part" that is not whole; the source and a
+// whole one; the source and the target; the source under a temporary name and the target; the target. At
+// least one of them is whole.
 bool MoveAcross(const TEntryPlace& from, const TEntryPlace& to, TActionProgress& progress) {
   const auto source = StatusOf(from);
   if (!source || S_ISDIR(source->st_mode) || !MayBeMoved(from, to)) return false;

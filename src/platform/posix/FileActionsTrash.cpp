@@ -1,6 +1,12 @@
 // The trash as the desktops keep it: a folder "files" with what was put there and beside it "info" with a
 // text per entry that tells where it came from and when. A user has one at home and may have one on each
 // volume; what is put there is renamed, never copied.
+//
+// How it goes: DeleteFolderWithUndo opens the folder itself and learns its true path; PutIntoAnyTrash tries
+// the home's trash, the shared one of the volume and the user's own there; PutInto looks for a free name,
+// PutAs writes the info and renames. What may be hostile is what others may write to: the top of a volume. So
+// no link there is followed, nothing but the shared folder itself may be another user's, and the folder is
+// compared by number after it was renamed.
 #include "platform/posix/FileActionsFolder.h"
 
 #include "platform/KnownFolders.h"
@@ -112,11 +118,13 @@ class TTrashedFolder {
   }
 
  private:
+  // Each number is one try to make a file; a trash with as many folders of one name is told as a failure.
   static constexpr int kMostOfOneName = 10'000;
 
   // The name with a number, cut so that the name of its info file is no longer than a name may be; never in
   // the middle of a character.
   [[nodiscard]] QByteArray NameInTrash(int number) const {
+    // Room for a point, four digits and the suffix of the info file.
     constexpr qsizetype kLongest = NAME_MAX - 16;
     QByteArray name = FPlace.Name;
     if (name.size() > kLongest) {

@@ -17,6 +17,7 @@
 namespace {
 
 // The record that getdents64 writes.
+// As the man page getdents(2) has it. Records are aligned by the kernel, so they are read where they lie.
 struct TKernelEntry {
   ino64_t Inode;
   off64_t Offset;
@@ -26,6 +27,7 @@ struct TKernelEntry {
 };
 
 constexpr size_t kNameOffset = offsetof(TKernelEntry, Name);
+// About two thousand entries a call; a walk has as many buffers as threads.
 constexpr size_t kBufferSize = 64 * 1024;
 
 bool IsDotOrDotDot(const char* name) {

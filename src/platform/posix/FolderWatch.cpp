@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kJoinedMilliseconds = 200;
 constexpr uint32_t kChanges = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_MODIFY | IN_ATTRIB;
+// After one of these the folder is gone or lies elsewhere, so nothing more is told of it.
 constexpr uint32_t kEnds = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
 
 // By way of an open file, as its path may be longer than the system's call takes.
@@ -42,6 +43,7 @@ class TFolderChanges {
 
   // Takes all that waits. True if nothing more will come.
   [[nodiscard]] bool TakeAll() const {
+    // Holds an event with the longest name many times; the kernel never cuts one.
     std::array<char, 64 * 1024> buffer;
     uint32_t seen = 0;
     if (FSignal == QSocketNotifier::Exception) return false;

@@ -46,6 +46,8 @@ std::optional<dev_t> ParseDevice(const QByteArray& field) {
 }
 
 // id parent major:minor root point options [tags...] - type source superoptions
+// The man page proc(5) tells it under mountinfo. The tags are any number of fields, hence the search for the
+// dash, which comes behind the sixth field at the earliest.
 std::optional<TMount> ParseLine(const QByteArray& line) {
   const QList<QByteArray> fields = line.split(' ');
   const qsizetype dash = fields.indexOf("-", 6);
@@ -158,12 +160,15 @@ QVector<TMount> ChooseFixedMounts(const QVector<TMount>& mounts, const TFixedDev
     const bool isTop = mount.Point == "/";
     const std::optional<dev_t> device = IsReadOnlyImage(mount) ? std::nullopt : fixedDeviceOf(mount);
     if (isTop || (device && !devices.contains(*device))) chosen.append(mount);
+    // Of the top as well, so that its device is not listed under another mount point again.
     if (device) devices.insert(*device);
   }
   std::sort(chosen.begin(), chosen.end(), [](const TMount& a, const TMount& b) { return a.Point < b.Point; });
   return chosen;
 }
 
+// The device is that of the mount's source: where several subvolumes of a file system are mounted, their own
+// numbers are none of a block device.
 std::optional<dev_t> FixedDeviceOf(const TMount& mount) {
   struct stat source;
   if (!mount.Source.startsWith('/') || stat(mount.Source, &source) != 0 || !S_ISBLK(source.st_mode))

@@ -26,6 +26,7 @@ qint64 BytesOfStatusLine(const QByteArray& name) {
   return 0;
 }
 
+// From the signal handler, which may do next to nothing, to the thread that calls the program's handler.
 int gInterruptPipe[2] = {-1, -1};
 
 // Does nothing but what a signal handler may: writes a byte and keeps errno.

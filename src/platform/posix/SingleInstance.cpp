@@ -1,3 +1,6 @@
+// The lock decides who is the first copy, and the kernel frees it however a process ends; the socket only
+// carries calls. A call is one datagram: the token, or nothing. Nobody but this user can write to either, as
+// the runtime folder is checked to be his alone, but a token is cut and calls are counted all the same.
 #include "platform/SingleInstance.h"
 
 #include "platform/posix/FileDescriptor.h"
@@ -19,6 +22,7 @@ namespace {
 
 constexpr int kPollMicroseconds = 2000;
 constexpr size_t kLongestToken = 1024;  // bytes; what is longer is no token
+// A caller that never ends must not keep the event loop here; what is left comes with the next activation.
 constexpr int kCallsAtOnce = 1000;
 
 // The runtime folder if it can be trusted: of this user, and nobody else may enter it.

@@ -120,6 +120,8 @@ std::optional<QString> TXmlElement::SelectText(const QString& expression) const 
   return TextOf(result->nodesetval->nodeTab[0]);
 }
 
+// The document is hostile: no network, and no option that would load an external type, expand entities or
+// lift the library's own bounds on depth and sizes.
 TXmlElement ParseXml(const QByteArray& document) {
   if (document.size() > std::numeric_limits<int>::max()) throw TXmlError("a document that is too large");
   const TParser parser(Made(xmlNewParserCtxt()));

@@ -1,3 +1,7 @@
+// Calls of the system that delete and move take paths, not handles. What makes a path safe here is that the
+// folder at its end and those above it, up to the one that was opened by its path, are held open without the
+// right to share a removal: as long as the handles live nobody can rename one of them or put a link in its
+// place, so the path leads where it led when it was looked at.
 #include "platform/FileActions.h"
 
 #include "platform/FileEnumeration.h"

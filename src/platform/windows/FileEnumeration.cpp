@@ -56,6 +56,8 @@ class TConfinement {
  private:
   [[nodiscard]] bool IsNew(const QString& real) const;
 
+  // Guards both; held while a link's real folder is asked for, so that of two links to one folder only one is
+  // entered.
   std::mutex FLock;
   QStringList FReached;  // the real folders whose trees the walk reaches, the root's first
   QSet<QString> FLinks;

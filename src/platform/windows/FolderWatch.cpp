@@ -23,6 +23,8 @@ constexpr DWORD kContent = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR
 
 // One change handle of the system, which is signalled from the first change on; does nothing where the system
 // gives none.
+// The system notes changes from the making on, and after each signal from the next FindNextChangeNotification
+// on; what comes in between is told then, so that none is lost.
 class TChangeHandle {
  public:
   TChangeHandle() = default;

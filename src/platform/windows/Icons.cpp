@@ -18,6 +18,7 @@ QImage AskIcon(const QString& path, UINT size) {
   SHFILEINFOW reply{};
   const UINT flags = SHGFI_ICON | SHGFI_USEFILEATTRIBUTES | size;
   if (SHGetFileInfoW(WideText(asked), FILE_ATTRIBUTE_NORMAL, &reply, sizeof reply, flags) == 0) return {};
+  // The handle is the caller's to destroy.
   const TIconHandle icon(reply.hIcon);
   return icon ? QImage::fromHICON(icon.get()) : QImage();
 }

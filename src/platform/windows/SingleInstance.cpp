@@ -1,3 +1,5 @@
+// The mutex decides who is the first copy; a registered message, broadcast to all windows, is the call. It
+// carries no token: here the right to come to the front is asked for by other means (Shell.cpp).
 #include "platform/SingleInstance.h"
 
 #include "platform/windows/Handle.h"

@@ -22,6 +22,7 @@ std::wstring ProfilePath(const QString& file) {
 }
 
 QString ReadValue(const std::wstring& file, const QString& section, const QString& key) {
+  // An answer that fills the room may have been cut, and is asked for anew with twice as much.
   std::wstring value(256, L'\0');
   for (;;) {
     const DWORD length = GetPrivateProfileStringW(WideText(section), WideText(key), kMissing, value.data(),

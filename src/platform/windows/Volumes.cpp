@@ -54,6 +54,8 @@ void AskClusters(const QString& root, TVolume& volume) {
 
 std::optional<TVolume> DescribeDrive(QChar letter) {
   const QString drive = letter + QStringLiteral(":");
+  // Before anything else: a look at the type touches no drive, whereas to ask an empty or distant one takes
+  // its time.
   if (GetDriveTypeW(WideText(drive)) != DRIVE_FIXED) return std::nullopt;
   TVolume volume;
   volume.Root = drive + PathDelim;

@@ -1,4 +1,11 @@
 // Documents through MSXML.
+//
+// The system's parser would refuse a document type where it is told to prohibit one, and a harmless one is
+// common. So WithoutDocumentType blanks it first, by its own small reader of what stands before the root
+// element (TPrologReader), and the parser gets its rules all the same (SetRules). Where that reader
+// understands less than the parser, the parser refuses.
+//
+// A document belongs to the thread that has parsed it: TDocument keeps that thread's right to use components.
 #include "platform/XmlDocument.h"
 
 #include "platform/Process.h"

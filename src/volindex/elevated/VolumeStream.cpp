@@ -18,6 +18,7 @@ constexpr size_t kUnreadableLength = 1 + 4;
 constexpr size_t kEndLength = 1 + 8;
 constexpr size_t kNameLengthSize = 2;
 constexpr size_t kSendAtOnce = size_t{64} << 10;
+// All of a volume's sums stay below this, so that no total of the index can overflow.
 constexpr uint64_t kMostBytes = std::numeric_limits<int64_t>::max();
 
 // Gathers frames, so that a million folders are not as many calls.
@@ -56,6 +57,8 @@ class TFrames {
 };
 
 // What lies directly in each folder; folders that don't count have nothing.
+// The index has totals alone, so each folder's is taken off its parent's. Sums wrap around on the way and are
+// right at the end, whatever the order of the folders.
 std::vector<uint64_t> OwnPart(const TVolumeIndex& index, uint64_t (TVolumeIndex::*total)(TFolderId) const) {
   std::vector<uint64_t> own(index.FolderEnd(), 0);
   for (TFolderId id = 0; id < index.FolderEnd(); ++id) {
@@ -184,6 +187,7 @@ TStreamParser::TStreamParser(TIndexBuilder& builder, uint64_t mostFolders, std::
   FBuilder.Begin(1, TFolderOrder::ParentsFirst);
 }
 
+// Only a frame's beginning is kept between two calls: at most its head and a name of 65,535 bytes.
 TStreamState TStreamParser::Feed(TBytes bytes) {
   if (FState == TStreamState::Wrong || bytes.empty()) return FState;
   FRest.insert(FRest.end(), bytes.begin(), bytes.end());

@@ -43,6 +43,7 @@ class TFolderKinds {
   [[nodiscard]] TKindBytes Of(TFolderId id) const;
 
  private:
+  // The folder table's scheme with larger chunks, since most of a chunk costs nothing until it is written to.
   static constexpr unsigned kFirstChunkBits = 12;
 
   struct TPlace {

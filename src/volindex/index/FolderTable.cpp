@@ -9,6 +9,7 @@ namespace volindex {
 
 namespace {
 
+// Bytes. Blocks double from small ones, as each thread has an arena and most have few names.
 constexpr size_t kFirstBlock = 1024;
 constexpr size_t kLargestBlock = 64 * 1024;
 constexpr size_t kLengthSize = sizeof(uint16_t);
@@ -16,6 +17,7 @@ constexpr size_t kLongestName = 0xFFFF;
 constexpr char kEmptyName[kLengthSize] = {};
 
 // The byte after a component at the place where another one goes on: a delimiter, or the end as -1.
+// Paths are compared as whole texts, so that "a b/c" comes before "a/c": a blank is less than a delimiter.
 int NextByte(std::string_view component, size_t at, bool delimiterFollows) {
   if (at < component.size()) return static_cast<unsigned char>(component[at]);
   return delimiterFollows ? '/' : -1;
@@ -128,6 +130,8 @@ std::string_view TFolderTable::Name(TFolderId id) const {
 }
 
 // A folder's jump spans the two equal jumps above it, else just its parent.
+// The depth of a folder's jump depends on its own depth alone: so two folders of one depth jump to one depth
+// again, which is what ClimbBelowCommon goes by.
 void TFolderTable::Place(TFolderId id) {
   TRecord& folder = At(id);
   const TRecord& parent = At(folder.Parent);

@@ -1,5 +1,13 @@
 // The folders of a volume: 40 bytes each and their names. Grows without moving, so that threads may fill and
 // read different folders at the same time.
+//
+// Ids are dense, so a folder is found by its number in chunks that double: chunk k begins at id 256 * (2^k -
+// 1), and 25 of them hold every id. A chunk is never moved or given back, hence a reference to a folder stays
+// good while other threads make more.
+//
+// What is atomic and what is not: the sums may be added to by any thread. Name is set once, by the thread
+// that wins, and Parent, Depth and Jump are written by that thread alone, or by Finish. Who reads them on
+// another thread has learnt of the folder through a lock, or after the threads have ended.
 #pragma once
 
 #include <array>

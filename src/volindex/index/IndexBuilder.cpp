@@ -1,3 +1,14 @@
+// How Finish goes, on one thread, when all others have ended: FlushShards adds what the shards have pending,
+// ResolveFolders finds out which folders count (FStates) and takes what lies in the others off, ResolveLinks
+// gives each file with several names to the folder of its first one, MergeTopFiles makes the list of the
+// shards' lists. If names are missing by then, PrepareSecondPass turns the shards so that they take names
+// alone, and the reader is asked to tell them again; FStates stays as it is, so both passes see the same
+// folders. MakeTotals adds folders to their parents last, since until then the table's sums must be those of
+// the folders themselves.
+//
+// All loops over folders are bounded by the count of ids, and the long ones look at Stop. With
+// TFolderOrder::Any parents come from a disk and may make rings: nothing climbs along them before
+// ResolveFolders has found the way to the root.
 #include "volindex/index/IndexBuilder.h"
 
 #include <algorithm>
@@ -179,6 +190,7 @@ void TIndexBuilder::FlushShards() {
 }
 
 // Goes down level by level: one pass over the folders finds all that lie in the folders found before.
+// There are as many passes as the deepest covered path has components, and mostly none is deep.
 bool TIndexBuilder::ApplyCovers(const std::atomic<bool>& stop) {
   const TCoverTree covers(FCovers);
   const uint32_t count = FFolders->Count();
@@ -318,6 +330,7 @@ bool TIndexBuilder::MakeTotals(const std::atomic<bool>& stop) {
       if (StopSeen(stop, step)) return false;
       top.Add(id, {}, FFolders->Size(id));
       FFolders->AddContent(FFolders->Parent(id), FFolders->Size(id), 0, FFolders->Allocated(id));
+      // Done: no folder has as many subfolders, so it is never at 0 again.
       open[id] = kNoFolder;
       --open[FFolders->Parent(id)];
     }
@@ -341,6 +354,7 @@ bool TIndexBuilder::MergeTopFiles() {
     droppedSize = std::max(droppedSize, shard->FTop.DroppedSize());
   }
   TTopFiles::SortAndCut(*FFolders, records);
+  // A dropped file of the size of the last one in the list might come before it by its path.
   if (dropped && (records.size() < kTopCount || records.back().Size <= droppedSize)) return false;
   FIndex.FTopFiles = std::move(records);
   return true;
@@ -358,6 +372,7 @@ void TIndexBuilder::PrepareSecondPass() {
 
 TVolumeIndex TIndexBuilder::TakeIndex() {
   TVolumeIndex index = std::move(FIndex);
+  // The table points into the shards' names, so the index has to own both.
   for (const auto& shard : FShards)
     index.FNames.push_back(std::move(shard->FFolderNames));
   index.FFolders = std::move(FFolders);

@@ -36,6 +36,8 @@ enum class TFolderOrder {
 enum class TFinish { Done, TopListAgain, Stopped };
 
 // What Finish found out about a folder.
+// OnPath lives within one climb only. Covered is the folder on which something is mounted: it counts itself,
+// and what the volume keeps beneath the mount is LeftOut.
 enum class TFolderState : uint8_t { Unknown, OnPath, Counted, Covered, LeftOut };
 
 // One thread's part of the builder. Used by one thread at a time; never locks.
@@ -115,6 +117,7 @@ class TIndexShard {
 
 class TIndexBuilder {
  public:
+  // Bytes, for all shards and parts together.
   static constexpr size_t kLinkTextRoom = size_t{4} << 20;
 
   // Keeps that many bytes of the names of linked files, which spares most volumes the second pass.

@@ -1,3 +1,9 @@
+// The two halves of one question: under which of its names does a file count? TLinkedFiles keeps the names in
+// the first pass and forgets those that can't be the answer; where texts had to be left out TOpenLinks takes
+// the file in with the folders of its names, has the second pass tell the names (Note) and gives the answer
+// (Settle).
+//
+// TakeNumber needs no bound: it walks over nothing but what PutNumber has written.
 #include "volindex/index/LinkedFiles.h"
 
 #include <algorithm>
@@ -117,6 +123,8 @@ void TLinkedFiles::Compact(TPart& part) const {
     if (!repeated) rest.Put(name);
     last = &name;
   }
+  // Twice or four times what is left, so that a compaction is paid for by as many new names. Without paths
+  // fewer fall away each time, hence the longer wait.
   rest.CompactAt = std::max(kFirstCompaction, (FPathsKnown ? 2 : 4) * rest.Count);
   part = std::move(rest);
 }
@@ -162,6 +170,7 @@ void TOpenLinks::Note(const TFolderTable& folders, TFolderId parent, std::string
         return folders.ComparePaths(each.Folder, kBeforeNames, wanted, kBeforeNames) < 0;
       });
   if (place == end || place->Folder != parent) return;
+  // Threads only ever change it from a folder to none, and it does not matter which of them comes first.
   const std::atomic_ref<TFolderId> below(place->Below);
   const TFolderId next = below.load(std::memory_order_relaxed);
   if (next != kNoFolder && folders.ComparePaths(parent, name, next, kBeforeNames) < 0)

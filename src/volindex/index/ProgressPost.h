@@ -9,6 +9,8 @@
 namespace volindex {
 
 // Any thread.
+// The target is called with the lock held, so that values arrive in rising order; hence it must not call back
+// here.
 class TProgressPost {
  public:
   // Null for none.

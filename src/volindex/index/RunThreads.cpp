@@ -19,6 +19,7 @@ class TGuardedWork {
 
   void Run(unsigned thread) {
     try {
+      // An exception that left a thread's function would end the process.
       FWork(thread);
     } catch (...) {
       const std::lock_guard guard(FLock);
@@ -58,6 +59,7 @@ bool RunAbandonable(const std::atomic<bool>& stop, std::function<bool()> work) {
   std::packaged_task<bool()> task(std::move(work));
   std::future<bool> answer = task.get_future();
   std::thread(std::move(task)).detach();
+  // Polled instead of awaited: the flag of a stop is an atomic that nobody notifies.
   while (answer.wait_for(kLook) != std::future_status::ready) {
     if (stop.load(std::memory_order_relaxed)) return false;
   }

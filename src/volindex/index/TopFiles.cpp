@@ -1,3 +1,8 @@
+// The list is an unsorted pile of records with a floor: what is smaller is refused by one comparison, and
+// when it has grown to kRoom it is cut back by a partial sort, whose cost is spread over the records that
+// came in between. Where paths are known a tie is decided as it comes. Where they are not, files of one size
+// can't be told apart: as many are kept as there is room for, and NoteDropped says from which size on the
+// list may miss one.
 #include "volindex/index/TopFiles.h"
 
 #include <algorithm>

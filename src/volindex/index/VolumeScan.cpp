@@ -61,6 +61,8 @@ TReaders ReadersInUse() {
   return readers;
 }
 
+// As the folders reader accepts every root, this is false for what can't be described, or when a reader is
+// forced that declines.
 bool CanScan(const std::string& path) {
   const std::optional<TScanRoot> root = DescribeScanRoot(path);
   const auto readers = ReadersInUse();
@@ -77,6 +79,7 @@ TVolumeIndex ScanVolume(const std::string& path, const TScanControl& control, co
     builder.KeepKinds(control.KeepKinds);
     for (const std::string& mount : root->MountsBelow)
       builder.CoverPath(mount);
+    // The covered paths outlive a reader that hands over: each Begin keeps them.
     reader = ReadWithFirst(readers, *root, builder, control);
     if (reader != nullptr) index = builder.TakeIndex();
     if (reader != nullptr && root->IsVolumeRoot) index.SetVolumeUsed(UsedOnVolume(*root));

@@ -1,5 +1,12 @@
 // Shares tasks out to the threads that do them. Each thread works on a stack of its own and touches the
 // shared one only when another has run dry.
+//
+// FLock guards the shared stack and the three numbers; FWanted and FEnded are written under it and read
+// without, as hints that may come a task late. The end is found by the thread that goes to wait last: all
+// that have joined wait, and the shared stack is empty, so nobody is left who could add to it. Threads that
+// were never invited do not count.
+//
+// A thread that leaves by an exception must call Cancel, or the others wait for it for ever.
 #pragma once
 
 #include <atomic>

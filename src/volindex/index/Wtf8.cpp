@@ -10,6 +10,7 @@ unsigned char ByteAt(std::string_view text, std::size_t at) {
   return static_cast<unsigned char>(text[at]);
 }
 
+// 0xC0 and 0xC1 would begin what one byte says, 0xF5 and more lie beyond the last code point.
 std::size_t SequenceLength(unsigned char lead) {
   if (lead < 0x80) return 1;
   if (lead >= 0xC2 && lead < 0xE0) return 2;
@@ -45,6 +46,7 @@ bool NarrowFour(const std::byte* units, char* bytes) {
 
 // Appends the ASCII that the text begins with, nearly always all of it; the position behind.
 std::size_t AppendAscii(TBytes utf16, std::string& text) {
+  // Names have at most 255 units; longer texts go on unit by unit.
   std::array<char, 256> ascii;
   std::size_t length = 0;
   while (length + 4 <= ascii.size() && 2 * length + 8 <= utf16.size() &&

@@ -28,6 +28,8 @@ class TMountedTree : public TTreeSource {
                                              std::span<std::byte> room) const override {
     TArguments arguments{};
     if (room.size() < sizeof arguments) return std::nullopt;
+    // The bounds are two whole keys, not bounds of each number: all types of all numbers in between are
+    // found.
     arguments.key.min_objectid = from.Number;
     arguments.key.min_type = from.Type;
     arguments.key.min_offset = from.Offset;
@@ -58,6 +60,8 @@ class TMountedTree : public TTreeSource {
 };
 
 [[nodiscard]] bool IsSubvolume(const TOpenFolder& folder, const TScanRoot& root) {
+  // What is open may have been replaced since the root was described; its device and file system are asked
+  // for again.
   struct stat status {};
   struct statfs volume {};
   return ::fstat(folder.Number(), &status) == 0 && status.st_ino == kRootNumber &&

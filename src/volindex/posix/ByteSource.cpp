@@ -51,6 +51,7 @@ bool SizeOf(int descriptor, uint64_t& size) {
 }  // namespace
 
 std::unique_ptr<TByteSource> OpenByteSource(const std::string& path) {
+  // Not blocking: to open a pipe or a drive without a medium must not wait.
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) return nullptr;
   uint64_t size = 0;

@@ -1,3 +1,10 @@
+// How it goes: Accepts only where a bulk reader on the other side could serve the volume, so that nobody is
+// asked in vain. Read starts the sender (TSender) with two pipes, feeds what comes to TStreamParser and hands
+// over at anything wrong: a refusal, a sender that falls silent, bytes that do not hold together.
+//
+// What may be hostile: the sender's answer is the word of another process, hence the parser's bounds. The
+// program is taken from beside this library and by its full path, so that nothing in the environment names
+// it.
 #include "volindex/posix/ElevatedReader.h"
 
 #include "volindex/elevated/VolumeStream.h"
@@ -28,6 +35,8 @@ using TClock = std::chrono::steady_clock;
 
 constexpr const char* kAsk = "/usr/bin/pkexec";
 constexpr const char* kProgram = "tallyscope-volume";
+// Until the mark comes a box may be on the screen that a user reads and types into; after that the sender's
+// heartbeat comes every second.
 constexpr std::chrono::seconds kUserTakesAtMost{120};
 constexpr int kLookMilliseconds = 20;
 
@@ -177,6 +186,7 @@ TReadResult TElevatedReader::Read(const TScanRoot& root, TIndexBuilder& builder,
   TClock::time_point heard = TClock::now();
   for (ssize_t count = 0; count >= 0 && state != TStreamState::Wrong;) {
     count = sender.Receive(room);
+    // Returning ends the sender: its pipes are closed by then.
     if (control.Stop.load()) return TReadResult::Stopped;
     if (count > 0) {
       heard = TClock::now();
@@ -185,6 +195,8 @@ TReadResult TElevatedReader::Read(const TScanRoot& root, TIndexBuilder& builder,
     const auto patience = parser.Begun() ? std::chrono::seconds(FPatience) : kUserTakesAtMost;
     if (TClock::now() - heard > patience) break;
   }
+  // Nothing has begun: the user has said no, or could not be asked. He is not asked again for the next
+  // volume.
   if (!parser.Begun()) gRefused = true;
   if (state != TStreamState::Done) return TReadResult::HandedOver;
   return builder.Finish(control.Stop) == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;

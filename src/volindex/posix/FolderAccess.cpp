@@ -21,8 +21,12 @@ namespace volindex {
 namespace {
 
 constexpr int kNone = -1;
+// Room for thousands of entries: the more come at once, the more of them can be brought into the disk's
+// order.
 constexpr size_t kListingBuffer = 256 * 1024;
 constexpr unsigned kMostOpenFolders = 256;
+// Other threads give descriptors back within milliseconds; after about 40 of these the folder counts as
+// unreadable.
 constexpr unsigned kOpenAttempts = 20;
 constexpr std::chrono::milliseconds kOpenPause{2};
 constexpr uint64_t kAllocationUnit = 512;
@@ -92,6 +96,7 @@ TAccess Take(int opened, intptr_t& handle) {
 
 }  // namespace
 
+// Of the 4,096 bytes that a path may have: the last name of a piece comes on top.
 const size_t kPathPiece = 3000;
 
 TFolderHandle::TFolderHandle(TFolderHandle&& other) noexcept : FHandle(std::exchange(other.FHandle, kNone)) {}
@@ -198,9 +203,11 @@ void TFolderListing::CountLinks(TEntryFacts&) const {}
 
 uint64_t TimesWaited() {
   struct rusage usage {};
+  // Voluntary switches: a thread that only reads gives its processor up for nothing but the disk, or a lock.
   return ::getrusage(RUSAGE_THREAD, &usage) == 0 ? static_cast<uint64_t>(usage.ru_nvcsw) : 0;
 }
 
+// A quarter of what the process may have open at most: others in it need descriptors as well.
 unsigned OpenFolderLimit() {
   struct rlimit limit {};
   if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return kMostOpenFolders / 8;

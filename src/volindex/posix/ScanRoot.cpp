@@ -1,3 +1,10 @@
+// A line of the mount table (man page proc(5), mountinfo):
+//
+//   36 35 98:0 /mnt1 /mnt2 rw,noatime master:1 - ext3 /dev/root rw,errors=continue
+//   id parent device root point options optional… "-" file system, source, its options
+//
+// The optional fields are any number, so what follows them is found by the "-". The table is read anew for
+// each scan.
 #include "volindex/system/ScanRoot.h"
 
 #include "volindex/index/RunThreads.h"
@@ -20,6 +27,8 @@ namespace volindex {
 
 namespace {
 
+// A disk that rotates loses more by moving between the places of several threads than it gains by ordering
+// them.
 constexpr unsigned kRotatingThreads = 2;
 
 struct TMount {
@@ -122,6 +131,7 @@ const TMount* MountAt(const std::vector<TMount>& mounts, const std::string& path
   struct statx facts {};
   const bool hasId = ::statx(AT_FDCWD, path.c_str(), AT_NO_AUTOMOUNT, STATX_MNT_ID, &facts) == 0 &&
                      (facts.stx_mask & STATX_MNT_ID) != 0;
+  // From behind: of mounts over one another the last one is seen.
   const auto found = std::find_if(mounts.rbegin(), mounts.rend(), [&](const TMount& mount) {
     return mount.Point == path && (!hasId || mount.Id == facts.stx_mnt_id);
   });

@@ -17,6 +17,8 @@ namespace volindex::xfs {
 namespace {
 
 // The requests of the kernel's XFS driver and what they carry, as far as these are used here.
+// As the man pages ioctl_xfs_bulkstat(2), ioctl_xfs_inumbers(2) and ioctl_xfs_fsgeometry(2) lay them out.
+// They are written down here since the kernel's headers for programs do not have them.
 struct TRequest {
   std::uint64_t Number;  // the first that is asked for
   std::uint32_t Flags;
@@ -46,6 +48,7 @@ constexpr unsigned long kTellGeometry = _IOR('X', 126, TGeometry);
 
 constexpr std::uint32_t kLargestBlock = 64u << 10;
 
+// Geometry is the volume's word too: what is divided by, shifted by or multiplied later is bounded here.
 [[nodiscard]] bool HoldsTogether(const TGeometry& geometry) {
   return std::has_single_bit(geometry.BlockSize) && geometry.BlockSize <= kLargestBlock &&
          std::has_single_bit(geometry.InodeSize) && geometry.InodeSize <= geometry.BlockSize &&

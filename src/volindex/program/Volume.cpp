@@ -146,6 +146,8 @@ int SendVolume(const std::string& path, bool kinds, TOutput& output) {
 
 }  // namespace
 
+// The order matters: arguments are looked at while nothing is done yet, rights are dropped before the first
+// thread, so that it has no more, and the watch begins before anything that may take long.
 int main(int count, char** arguments) {
   const bool kinds = count == 3 && arguments[2] == volindex::kKindsWord;
   const std::string path = count == 2 || kinds ? arguments[1] : "";

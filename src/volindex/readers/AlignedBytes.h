@@ -18,6 +18,7 @@ class TAlignedBytes {
   [[nodiscard]] std::span<std::byte> All() const { return {FBytes.get(), FSize}; }
 
  private:
+  // Also a multiple of every sector in use, as reads past the system's cache want it.
   static constexpr std::align_val_t kPage{4096};
   struct TDelete {
     void operator()(std::byte* bytes) const { ::operator delete[](bytes, kPage); }

@@ -1,4 +1,7 @@
 // Reading little-endian numbers out of foreign bytes. Nothing here allocates.
+//
+// Bytes are loaded by copying them, as a number on a disk need not lie where the processor wants it; it costs
+// no more than a load.
 #pragma once
 
 #include <bit>

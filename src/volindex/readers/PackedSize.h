@@ -2,6 +2,9 @@
 //
 // Nearly every file occupies about as many blocks as its length fills. So what is kept is the length, in the
 // lower 44 bits, and above it how many blocks there are more or less than these, from -32,768 to 32,767.
+//
+// Lengths up to 16 TiB fit. A sparse file with larger holes, or one with far more blocks than it fills, does
+// not; the reader then keeps it elsewhere (ext4) or asks for it again (XFS).
 #pragma once
 
 #include <cstdint>
@@ -24,6 +27,8 @@ class TPackedSize {
   // None when there is no room for it.
   [[nodiscard]] constexpr std::optional<std::uint64_t> Pack(std::uint64_t length,
                                                             std::uint64_t blocks) const {
+    // Fewer blocks than the length fills wrap around below 0 and come back with the addition; what is out of
+    // range either way is a large number.
     const std::uint64_t more = blocks - BlocksOf(length) + kMostLess;
     if (length > kLongest || more >= 2 * kMostLess) return std::nullopt;
     return more << kLengthBits | length;

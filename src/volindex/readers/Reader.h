@@ -1,5 +1,9 @@
 // One way to read a volume. The readers are tried in the order of MakeReaders; a reader that does not accept
 // the root, or hands over, leaves it to the next one.
+//
+// A reader never decides what a volume holds by half: what it does not wholly understand it hands over, and
+// the next reader begins with an empty builder. So a disk reader may be strict; the folders reader, the last
+// one, takes anything.
 #pragma once
 
 #include "volindex/index/IndexBuilder.h"

@@ -59,8 +59,8 @@ class TFolderHandle {
   intptr_t FHandle = -1;
 };
 
-// Bytes of path that OpenBelow surely takes in one go. Whether a link was on the way shows in the Place of
-// what is open then; or no more than one component is taken.
+// Bytes of path that OpenBelow surely takes in one go. Whether a link to another file system was on the way
+// shows in the Place of what is open then; or no more than one component is taken.
 extern const size_t kPathPiece;
 
 // Reads the entries of folders, one folder at a time.

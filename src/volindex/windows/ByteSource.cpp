@@ -14,6 +14,8 @@ namespace volindex {
 
 namespace {
 
+// Reads go past the system's cache, which would only copy what is read once, and so come in whole sectors to
+// places aligned like them. Both sizes are multiples of every sector.
 constexpr size_t kMostAtOnce = size_t{256} << 20;
 constexpr size_t kBounce = size_t{64} << 10;
 constexpr uint32_t kUsualSector = 4096;  // a multiple of every sector in use

@@ -42,6 +42,13 @@ constexpr ULONG kShare = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr auto kFullListing = static_cast<FILE_INFORMATION_CLASS>(2);
 constexpr auto kListingWithIds = static_cast<FILE_INFORMATION_CLASS>(38);
 
+// [MS-FSCC], FileFullDirectoryInformation and FileIdFullDirectoryInformation:
+//
+//    0 u32  to the next entry, 0 for none      56 u32  attributes
+//    4 u32  no meaning here                    60 u32  length of the name in bytes
+//    8 4x8  times                              64 u32  length of extended attributes, or a reparse tag
+//   40 u64  length of the file                 68      the name, if there is no id
+//   48 u64  allocated                          72 u64  file id; at 80 the name
 struct TEntryWithId {
   ULONG NextEntryOffset;
   ULONG FileIndex;
@@ -208,6 +215,8 @@ struct TFolderListing::TBatch {
   intptr_t Folder = kNone;
   bool AtStart = true;
   bool HasNumbers = true;
+  // The buffer's bytes come from whatever serves the volume, a network's computer too: an entry is used only
+  // as far as it lies within Filled.
   size_t Filled = 0;  // bytes of the buffer that the system has answered with
   size_t Next = 0;    // where the next entry lies; beyond the buffer if there is none
   THead Head{};       // of the entry
@@ -314,6 +323,8 @@ void TFolderListing::CountLinks(TEntryFacts& facts) const {
   facts.Links = standard.NumberOfLinks;
   FILE_ID_INFO id{};
   if (facts.Number != kNoNumber || !AskHandle(Handle(file.FHandle), FileIdInfo, id)) return;
+  // The 128 bits of a long id in 64: two files fall together once in 2^64 pairs, if their ids are not made
+  // for it.
   const std::span<const std::byte> halves = std::as_bytes(std::span(&id.FileId, 1));
   facts.Number = Load<uint64_t>(halves, 0) + Load<uint64_t>(halves, 8) * 0x9E3779B97F4A7C15;
 }

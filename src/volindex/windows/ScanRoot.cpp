@@ -99,6 +99,7 @@ std::optional<uint64_t> UsedOnVolume(const TScanRoot& root) {
   return all.QuadPart - free.QuadPart;
 }
 
+// Opened without any right, which asking for the seek penalty does not take.
 unsigned ThreadsFor(const TScanRoot& root) {
   const unsigned processors = std::max(std::thread::hardware_concurrency(), 1U);
   const TSystemHandle volume = OpenPath(DeviceOf(root.Path.substr(0, 3)), 0, 0);

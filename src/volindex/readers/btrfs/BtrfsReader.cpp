@@ -11,6 +11,8 @@ bool TBtrfsReader::Accepts(const TScanRoot& root) const {
 }
 
 TReadResult TBtrfsReader::Read(const TScanRoot& root, TIndexBuilder& builder, const TScanControl& control) {
+  // A search waits for the disk node by node; so many may wait at the same time, whatever the number of
+  // processors.
   constexpr unsigned kThreads = 32;
   const auto source = OpenBtrfs(root);
   if (!source || !source->Flush(control.Stop)) return TReadResult::HandedOver;

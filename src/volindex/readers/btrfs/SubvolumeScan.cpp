@@ -10,9 +10,13 @@ namespace volindex::btrfs {
 namespace {
 
 // An item is smaller than a node of the tree, and that has 64 KiB at most.
+// An item that does not fit into the empty room would fail the search, hence more than the largest can take.
 constexpr std::size_t kRoom = 80 * 1024;
+// Numbers are not evenly in use, so there are more ranges than threads, and a range is halved where a thread
+// runs dry. Ranges are cut between numbers alone: all items of one inode come to one thread.
 constexpr std::uint64_t kRangesPerThread = 8;
 constexpr unsigned kSearchesBetweenLooks = 4;
+// Each of them costs a search of its own. A scan during which more folders have changed is handed over.
 constexpr std::size_t kMostUneven = 100'000;
 constexpr std::uint32_t kAll = ~std::uint32_t{0};
 

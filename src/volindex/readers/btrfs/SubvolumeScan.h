@@ -4,6 +4,14 @@
 // An inode comes with its names, each with the number of the folder that holds it; so a file is told at once,
 // and a folder too. Entries of folders serve for two things: those that lead to other subvolumes are told
 // nowhere else, and all others must be the same as the names of their inodes, or the tree is damaged.
+//
+// How it goes: Run notes the generation, FindLast the highest number, ReadAll has workers read ranges (Read,
+// TakeItem). Items come by key: the inode, its names, as a folder its entries, as a file its pieces. So a
+// worker keeps the inode it is at and tells of it what can only be told behind its last item when the next
+// one comes (Meet). LookForUnnamed reads folders that have got no name once more, EntriesAgree judges those
+// whose names and entries differ.
+//
+// Workers share FFolders, which has locks, the counter of numbers and the flag that one has failed.
 #pragma once
 
 #include "volindex/index/WorkQueue.h"

@@ -53,6 +53,9 @@ std::optional<std::uint64_t> ParseExtent(TBytes content) {
   if (content.size() < kSize) return std::nullopt;
   const auto piece = Load<std::uint64_t>(content, 45);
   if (Load<std::uint64_t>(content, 21) == 0) return 0;
+  // Of a compressed extent the file has only a part of what is stored: that part in proportion, divided first
+  // so that the products of a sound tree stay in 64 bits. Room that was set aside and not written is occupied
+  // all the same.
   const auto held = Load<std::uint64_t>(content, 8);
   if (Load<std::uint8_t>(content, 16) == 0 || held == 0) return piece;
   const auto stored = Load<std::uint64_t>(content, 29);

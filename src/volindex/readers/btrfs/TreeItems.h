@@ -1,5 +1,15 @@
 // The items of a Btrfs subvolume's tree as a search hands them out. Each has a key of three numbers and lies
 // in the order of the keys: behind an inode its names, behind a folder's names its entries.
+//
+// The head of an item that a search hands out (Btrfs documentation, "On-disk Format", and its tree search
+// request):
+//
+//   0 u64  generation      16 u64  offset of the key      28 u32  bytes of content behind the head
+//   8 u64  number          24 u32  type
+//
+// What the offset means is the type's: of names the folder's number, of a folder's entry its place in the
+// order, of a piece of a file where in the file it begins. Layouts of the contents stand at their parsers. A
+// name stands in a folder twice, by its hash and by the order of names; only the latter are taken.
 #pragma once
 
 #include "volindex/readers/DiskBytes.h"
@@ -52,6 +62,7 @@ template <class TTake>
     const TKey key{Load<std::uint64_t>(rest, 8), Load<std::uint32_t>(rest, 24),
                    Load<std::uint64_t>(rest, 16)};
     const std::size_t length = Load<std::uint32_t>(rest, 28);
+    // Rising keys are what makes every walk over the tree end: the next search begins behind the last key.
     if (length > rest.size() - kHeadSize || key < from || key.Number > last) return false;
     if (!take(key, rest.subspan(kHeadSize, length))) return false;
     rest = rest.subspan(kHeadSize + length);

@@ -1,3 +1,15 @@
+// The extent tree (kernel documentation, "ext4 Data Structures and Algorithms", The Contents of
+// inode.i_block). A node is a header and entries of 12 bytes each; the root has room for four of them and
+// lies in the inode.
+//
+//   header      0 u16  0xF30A   2 u16 entries   4 u16 room for entries   6 u16 depth, 0 in a leaf
+//   of a node   0 u32  first block of the folder below   4 u32 child, lower half   8 u16 child, upper half
+//   of a leaf   0 u32  first block of the folder   4 u16 count   6 u16 place, upper half   8 u32 lower half
+//
+// The walks over the tree and over the old block map keep the way down as a vector instead of recursing, so
+// their depth is bounded by what is checked here and not by the stack: the root's depth by kDeepestTree, a
+// child's by being one less than its parent's, that of a map by its span. The bounds of blocks and Count
+// guard them; the checksums that nodes may carry are not looked at.
 #include "volindex/readers/ext4/FolderBlocks.h"
 
 #include <algorithm>
@@ -8,6 +20,7 @@ namespace {
 
 constexpr std::size_t kEntrySize = 12;  // of extents, index entries and the header before them
 constexpr std::uint16_t kExtentMagic = 0xF30A;
+// Five levels of the smallest blocks hold more extents than a file has block numbers.
 constexpr unsigned kDeepestTree = 5;
 constexpr std::uint32_t kLongestExtent = 32768;  // longer ones are set aside, but not written
 
@@ -128,6 +141,7 @@ bool TFolderBlocks::FindMapped(TBytes map, std::uint64_t blocks, std::vector<TBl
   return true;
 }
 
+// Blocks up to the first data block hold the superblock at best, so nothing that is followed can lie there.
 bool TFolderBlocks::ReadBlock(std::uint64_t block, std::vector<std::byte>& bytes) {
   bytes.resize(FSuper.BlockSize);
   return !FStop && block > FSuper.FirstDataBlock && block < FSuper.BlockCount && Count(1) &&
@@ -143,6 +157,8 @@ bool TFolderBlocks::Take(std::uint64_t first, std::uint64_t count, std::vector<T
   return true;
 }
 
+// Over all folders and threads. Each addition is at most the blocks of the volume (Fits, or 1), so the
+// counter passes that bound long before it could wrap.
 bool TFolderBlocks::Count(std::uint64_t blocks) {
   return FCounted.fetch_add(blocks, std::memory_order_relaxed) + blocks <= FSuper.BlockCount;
 }

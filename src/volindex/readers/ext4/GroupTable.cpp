@@ -1,3 +1,12 @@
+// A group descriptor has 32 bytes, or more where the volume has 64-bit numbers (kernel documentation, "ext4
+// Data Structures and Algorithms", Block Group Descriptors):
+//
+//   0x08 u32  block of the inode table, lower half     0x1E u16  checksum
+//   0x12 u16  flags                                    0x28 u32  block of the inode table, upper half
+//   0x1C u16  inodes never used, lower half            0x32 u16  inodes never used, upper half
+//
+// The count of inodes never used is what spares most of the reading on a volume that is not full. It is
+// believed only where a checksum covers it; else whole tables are read.
 #include "volindex/readers/ext4/GroupTable.h"
 
 #include <algorithm>
@@ -10,6 +19,8 @@ namespace {
 constexpr std::size_t kChecksumOffset = 0x1E;
 constexpr std::uint16_t kInodesNeverUsed = 0x1;
 
+// Of the seed, the number of the group and the descriptor with its checksum field as 0. Only the lower half
+// of the sum is stored.
 [[nodiscard]] std::uint32_t Chain32(TBytes bytes, TBytes group, const TSuperblock& super) {
   constexpr std::byte kNoChecksum[2]{};
   std::uint32_t sum = Crc32c(super.ChecksumSeed, group);
@@ -18,6 +29,7 @@ constexpr std::uint16_t kInodesNeverUsed = 0x1;
   return Crc32c(sum, bytes.subspan(kChecksumOffset + 2));
 }
 
+// Here the checksum field is left out instead of taken as 0.
 [[nodiscard]] std::uint16_t Chain16(TBytes bytes, TBytes group, const TSuperblock& super) {
   std::uint16_t sum = Crc16(0xFFFF, super.Uuid);
   sum = Crc16(sum, group);
@@ -43,6 +55,9 @@ constexpr std::uint16_t kInodesNeverUsed = 0x1;
 
 // The block that holds the index-th block full of descriptors.
 [[nodiscard]] std::uint64_t DescriptorBlock(const TSuperblock& super, std::uint32_t index) {
+  // The table lies in one piece behind the superblock, or from the first meta group on each of its blocks
+  // lies in the first of the groups that it describes, there behind a backup of the superblock if that group
+  // has one.
   const std::uint64_t superBlock = super.BlockSize == 1024 ? 1 : 0;
   if (!super.HasMetaGroups || index < super.FirstMetaGroup) return superBlock + 1 + index;
   const std::uint64_t group = std::uint64_t{index} * (super.BlockSize / super.DescriptorSize);
@@ -76,6 +91,8 @@ std::optional<TGroup> ParseGroup(TBytes bytes, std::uint32_t group, const TSuper
   return result;
 }
 
+// The count of groups is no promise of room: the vector grows as descriptors are read, so that groups which
+// are only claimed cost nothing. The first descriptor that does not hold together is the end.
 std::optional<std::vector<TGroup>> ReadGroups(const TByteSource& source, const TSuperblock& super,
                                               const std::atomic<bool>& stop) {
   const std::uint32_t perBlock = super.BlockSize / super.DescriptorSize;

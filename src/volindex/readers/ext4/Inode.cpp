@@ -1,3 +1,16 @@
+// What is used of an inode (kernel documentation, "ext4 Data Structures and Algorithms", Index Nodes):
+//
+//   0x00 u16  mode, the kind in its upper four bits    0x20 u32  flags
+//   0x04 u32  length, lower half                       0x28 60   extent root, block map or inline data
+//   0x1A u16  names                                    0x6C u32  length, upper half
+//   0x1C u32  occupied, lower half                     0x74 u16  occupied, upper half
+//   0x80 u16  bytes in use from here on, if the inode is longer than 128 bytes
+//
+// Behind these may stand attributes: the mark 0xEA020000, then entries, ended by four bytes of 0.
+//
+//   0 u8   length of the name                          4 u32  inode that holds the value, or 0
+//   1 u8   what the name begins with; 7 is "system."   8 u32  length of the value
+//   2 u16  where the value begins, from the first entry  16   the name, padded to four bytes
 #include "volindex/readers/ext4/Inode.h"
 
 #include <algorithm>
@@ -14,6 +27,7 @@ constexpr std::uint32_t kFlagCountsBlocks = 0x40000;
 constexpr std::uint32_t kFlagExtents = 0x80000;
 constexpr std::uint32_t kFlagInline = 0x10000000;
 
+// Bytes: far more than any block map or extent tree can describe.
 constexpr std::uint64_t kLargestSize = std::uint64_t{1} << 60;
 
 enum class TModeType : unsigned {
@@ -94,6 +108,8 @@ struct TAttribute {
   return Fits(at, 4, table.size()) && Load<std::uint32_t>(table, at) == 0;
 }
 
+// Comes to an end on any bytes: an entry is at least 16 long and must lie within the table, which is within
+// one inode.
 [[nodiscard]] std::optional<TBytes> FindInlineRest(TBytes table) {
   std::size_t at = 0;
   while (!AtEnd(table, at)) {
@@ -121,6 +137,8 @@ std::optional<TInode> ParseInode(TBytes bytes, const TSuperblock& super) {
   const std::uint64_t size = LoadSize(bytes, type, super);
   if (size >= kLargestSize) return std::nullopt;
   const bool folder = type == TModeType::Folder;
+  // A folder's count of names says 1 where it has too many subfolders to be counted; beyond 0 nobody looks at
+  // it.
   return TInode{folder ? TInodeKind::Folder : TInodeKind::File, LayoutOf(flags), links, size,
                 LoadAllocated(bytes, flags, super)};
 }

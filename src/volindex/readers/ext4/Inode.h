@@ -9,6 +9,7 @@ namespace volindex::ext4 {
 
 inline constexpr std::size_t kMapSize = 60;
 
+// Symbolic links, devices, sockets and pipes are files here: what counts is that a folder's entry names them.
 enum class TInodeKind : std::uint8_t { Unused, File, Folder };
 
 // Where the entries of a folder, as told by its inode, lie.

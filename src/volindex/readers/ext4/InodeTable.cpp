@@ -11,6 +11,8 @@ TInodeTable::TInodeTable(const TSuperblock& super, std::vector<TGroup> groups)
     : FSuper(super),
       FPacking(static_cast<unsigned>(std::countr_zero(super.BlockSize))),
       FGroups(std::move(groups)) {
+  // As much as one read brings (kLargestRead), so that a piece is never cut. Slots are counted for whole
+  // tables although few pieces are read of most: an empty slot costs 40 bytes for a mebibyte of table.
   constexpr std::uint32_t kPieceBytes = 1u << 20;
   FPieceInodes = kPieceBytes / super.InodeSize;
   FSlotsPerGroup = (super.InodesPerGroup - 1) / FPieceInodes + 1;
@@ -27,6 +29,8 @@ std::optional<std::vector<TTablePiece>> TInodeTable::Pieces(const std::atomic<bo
                         group * FSuper.InodesPerGroup + within + 1, inodes});
     }
   }
+  // Groups may place their tables in any order and far from themselves, as they do in flexible groups. That
+  // two tables share bytes is no sound volume: the same inode would be read under two numbers.
   if (!SortUnlessStopped(pieces, &TTablePiece::Offset, stop)) return std::nullopt;
   const auto overlap = [](const TTablePiece& a, const TTablePiece& b) {
     return a.Offset + a.Length > b.Offset;
@@ -42,6 +46,7 @@ TInodeTable::TEntry TInodeTable::EntryFor(const TInode& file, std::vector<TFileS
   return {use, TEntry::kListed | (list.size() - 1)};
 }
 
+// No lock: each piece has a slot of its own, and no slot is read before the threads that store have ended.
 void TInodeTable::Store(const TTablePiece& piece, std::span<const TEntry> entries,
                         std::span<const TFileSize> list) {
   while (!entries.empty() && entries.back().Use() == TUse::None)

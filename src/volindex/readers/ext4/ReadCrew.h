@@ -1,4 +1,8 @@
 // Threads that share the reads of a plan among themselves.
+//
+// A thread takes the next read of the plan, waits for it, handles it and goes on: so as many reads are under
+// way as there are threads, mostly of neighbouring places. Whatever fails in one of them ends all at their
+// next read.
 #pragma once
 
 #include <atomic>

@@ -10,6 +10,7 @@
 
 namespace volindex::ext4 {
 
+// Bytes: what each thread has room for, and what lies between two looks at the stop flag.
 inline constexpr std::uint64_t kLargestRead = 1u << 20;
 
 // One read and the pieces that it brings, by their indices.
@@ -39,6 +40,7 @@ template <class TItem, class TKey>
 
 // pieces: sorted by the offset that place(piece) gives as {offset, length}, with no length above
 // kLargestRead. What lies between two pieces is read as well where that costs less than another read.
+// Pieces may overlap, as two folders of a damaged volume may claim one block: both get their bytes.
 template <class TPiece, class TPlace>
 [[nodiscard]] std::vector<TReadBatch> PlanReads(std::span<const TPiece> pieces, TPlace&& place) {
   constexpr std::uint64_t kWidestGap = 32u << 10;

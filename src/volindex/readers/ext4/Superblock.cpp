@@ -1,3 +1,21 @@
+// What is used of the superblock (kernel documentation, "ext4 Data Structures and Algorithms", The Super
+// Block):
+//
+//   0x00 u32  inodes in all                 0x5C u32  compatible features: may be ignored by everybody
+//   0x04 u32  blocks, lower half            0x60 u32  incompatible: who does not know one must not read
+//   0x14 u32  first block of group 0        0x64 u32  read-only: who does not know one must not write
+//   0x18 u32  log2 of the block size - 10   0x68 16   identity of the volume
+//   0x1C u32  log2 of the cluster size - 10 0xFE u16  size of a group descriptor, with 64-bit numbers
+//   0x20 u32  blocks per group              0x104 u32 first group with its descriptors in itself
+//   0x28 u32  inodes per group              0x150 u32 blocks, upper half, with 64-bit numbers
+//   0x38 u16  0xEF53                        0x24C u32 and 0x250 u32: the two groups with a backup
+//   0x4C u32  revision                      0x270 u32 seed of checksums, if it is not made of the identity
+//   0x54 u32  first inode of files          0x3FC u32 checksum of all before it
+//   0x58 u16  size of an inode
+//
+// Nothing here is believed: each number is bounded by the device's size or by what the format allows before
+// another one is made of it, so that no product or shift of later steps can overflow and no table is longer
+// than the device.
 #include "volindex/readers/ext4/Superblock.h"
 
 #include <algorithm>
@@ -25,6 +43,9 @@ constexpr std::uint32_t kIncompatLargeFolders = 0x4000;
 constexpr std::uint32_t kIncompatInlineData = 0x8000;
 constexpr std::uint32_t kIncompatEncrypt = 0x10000;
 constexpr std::uint32_t kIncompatCasefold = 0x20000;
+// Left out are compression, a journal on a device of its own and data in folder entries, which change what is
+// parsed. Of the read-only features none is refused: whoever only reads may pass over those that he does not
+// know.
 constexpr std::uint32_t kKnownIncompat =
     kIncompatFileType | kIncompatRecover | kIncompatMetaGroups | kIncompatExtents | kIncompat64Bit |
     kIncompatMultiMount | kIncompatFlexGroups | kIncompatValueInodes | kIncompatChecksumSeed |
@@ -70,6 +91,7 @@ void LoadSeed(TBytes bytes, std::uint32_t incompat, TSuperblock& super) {
       (incompat & kIncompatChecksumSeed) != 0 ? Load<std::uint32_t>(bytes, 0x270) : Crc32c(~0u, super.Uuid);
 }
 
+// An inode table fills at least a block, and its bitmap, one bit per inode, no more than one.
 [[nodiscard]] bool LoadInodeLayout(TBytes bytes, TSuperblock& super) {
   super.InodeCount = Load<std::uint32_t>(bytes, 0x00);
   super.InodesPerGroup = Load<std::uint32_t>(bytes, 0x28);
@@ -104,6 +126,7 @@ constexpr std::uint32_t kLeastBlocksPerGroup = 256;
          super.BlocksPerGroup / ratio <= super.BlockSize * 8;
 }
 
+// The last group may have fewer blocks than the others, but never fewer inodes; so the count is exact.
 [[nodiscard]] bool CountGroups(TSuperblock& super) {
   const std::uint64_t blocks = super.BlockCount - super.FirstDataBlock;
   const std::uint64_t groups = (blocks - 1) / super.BlocksPerGroup + 1;

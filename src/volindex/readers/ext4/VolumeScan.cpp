@@ -8,6 +8,8 @@
 namespace volindex::ext4 {
 namespace {
 
+// Percent of the whole. The last range is for the second look at the folders, which most volumes need not
+// have.
 constexpr TProgressRange kInodeProgress{1, 50};
 constexpr TProgressRange kFolderProgress{50, 98};
 constexpr TProgressRange kAgainProgress{98, 99};
@@ -94,6 +96,8 @@ bool TVolumeScan::HandlePiece(unsigned thread, const TTablePiece& piece, TBytes 
   return true;
 }
 
+// The file system's own inodes are passed over: the journal, the one for resizing and their like have no name
+// in any folder, and what they occupy is no file's.
 bool TVolumeScan::HandleInode(TFound& found, std::uint32_t number, std::uint64_t offset, TBytes bytes,
                               TInodeTable::TEntry& entry) {
   if (number < FSuper.FirstInode && number != kRootInode) return true;
@@ -130,6 +134,8 @@ std::pair<std::uint64_t, std::uint64_t> TVolumeScan::PlaceOf(const TFolderRun& r
   return {run.First * FSuper.BlockSize, std::uint64_t{run.Blocks} * FSuper.BlockSize};
 }
 
+// 16 bytes a run, of which a folder has mostly one. Sorted by place so that the disk is crossed once,
+// whatever tree the folders make.
 bool TVolumeScan::SortRuns() {
   std::size_t count = 0;
   for (const TFound& found : FFound)
@@ -178,6 +184,8 @@ bool TVolumeScan::HandleEntries(unsigned thread, TFolderId folder, TBytes bytes)
   });
 }
 
+// An inode number beyond the volume, or a name that no path can hold, is damage and not a change in the
+// meantime: the volume is handed over.
 bool TVolumeScan::HandleEntry(TIndexShard& shard, TFolderId parent, std::uint32_t number,
                               std::string_view name) {
   if (number > FSuper.InodeCount || name.find('/') != name.npos || name.find('\0') != name.npos) return false;
@@ -207,6 +215,9 @@ bool TVolumeScan::IsPassedOver(std::uint32_t number) const {
   return group && FInodes.IsInUsedPart(number, *group);
 }
 
+// A folder that gets a second name makes SetFolder answer false, which hands the volume over: there is a ring
+// or a double link, or it was moved from a folder read already to one read later. Then too the next reader
+// knows better.
 bool TVolumeScan::NameFolder(TIndexShard& shard, TFolderId folder, TFolderId parent, std::string_view name) {
   if (FFilesOnly) return true;
   FNamed[folder].store(true, std::memory_order_relaxed);
@@ -225,6 +236,8 @@ bool TVolumeScan::UnnamedFoldersAreGone() const {
 }
 
 bool TVolumeScan::IsStillFolder(std::uint32_t number) const {
+  // What can't be read or makes no sense counts as a folder that is still there, so that the volume is handed
+  // over.
   std::vector<std::byte> bytes(FSuper.InodeSize);
   if (!FSource.ReadAt(FInodes.OffsetOf(number), bytes)) return true;
   const auto inode = ParseInode(bytes, FSuper);

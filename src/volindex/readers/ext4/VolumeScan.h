@@ -1,5 +1,17 @@
 // Reads a whole ext2, ext3 or ext4 volume: first all inode tables, then the entries of all folders, both in
 // the order in which they lie on the disk.
+//
+// How it goes: ReadVolume parses superblock and groups, Run does the rest. ReadInodes has each piece of the
+// tables taken by HandlePiece: what an inode is goes to FInodes, where a folder's blocks lie to FFound.
+// SortRuns brings these into disk order, ReadFolders has HandleEntries take each entry: by its number it
+// finds the inode in FInodes and tells the builder. A folder whose name did not turn up is looked at once
+// more (UnnamedFoldersAreGone). If the builder wants the largest files again, ReadFolders runs a second time;
+// the inode tables need not.
+//
+// The two phases are parted by the end of all their threads, which is the only synchronisation: FInodes is
+// written in the first, each piece by one thread, and only read in the second; FFound[t] belongs to thread t;
+// FRuns is made in between by the one thread that called Run. The volume may be mounted and change all the
+// while.
 #pragma once
 
 #include <atomic>

@@ -7,6 +7,8 @@ namespace volindex {
 
 namespace {
 
+// A look costs a call of the system. A thread that has waited more often than once in four folders invites
+// one more.
 constexpr unsigned kFoldersBetweenLooks = 16;
 
 TAccess StaysInPlace(const TFolderScan& scan, const TFolderHandle& folder) {
@@ -119,6 +121,7 @@ TAccess TFolderWorker::AskFor(TEntryFacts& facts) const {
 
 void TFolderWorker::AddFolder(TFolderId parent, const TEntryFacts& facts) {
   const TFolderId id = FScan.Builder.ReserveFolder();
+  // What is mounted here is a folder without content: the volume on it is not the one that is scanned.
   if (FShard.SetFolder(id, parent, FListing.Name()) && facts.Place == FScan.RootFacts.Place)
     FSubfolders.push_back(id);
 }
@@ -142,6 +145,8 @@ void TFolderWorker::AddFile(TFolderId parent, TEntryFacts& facts) {
 }
 
 void TFolderWorker::QueueSubfolders(const TFolderTask& task, TFolderHandle folder) {
+  // A folder's share is split evenly between itself and its subfolders, as nothing is known of these yet; so
+  // progress is uneven but comes to the whole.
   const double share = task.Share / static_cast<double>(FSubfolders.size() + 1);
   if (!FSubfolders.empty()) {
     std::shared_ptr<TKeptFolder> kept;

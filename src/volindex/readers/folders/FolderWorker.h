@@ -1,4 +1,10 @@
 // Reads folders on one thread.
+//
+// How it goes: Run takes a task off the queue, ReadFolder opens the folder (Open), asks for each entry
+// (ReadEntries, AskFor), tells the builder (AddFolder, AddFile) and puts the subfolders on the worker's own
+// stack (QueueSubfolders). A folder is opened from its parent, which is kept open until the last of its
+// subfolders is read; when too many are open it is opened from the root instead, in pieces of the path. The
+// stack makes it a walk in depth, so that few parents are open at a time.
 #pragma once
 
 #include "volindex/index/IndexBuilder.h"
@@ -45,7 +51,8 @@ struct TFolderScan {
   return {facts.Number, (facts.Place.Major << 20) ^ facts.Place.Minor};
 }
 
-// Goes down from the root in pieces, and makes sure that no folder on the way was replaced by a link.
+// Goes down from the root in pieces. Gone where a folder on the way was replaced by a link to another place;
+// one within the same mount does not show.
 [[nodiscard]] TAccess OpenFromRoot(const TFolderScan& scan, TFolderId id, TFolderHandle& folder);
 
 class TFolderWorker {

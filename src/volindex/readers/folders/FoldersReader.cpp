@@ -48,6 +48,7 @@ TReadResult TFoldersReader::Read(const TScanRoot& root, TIndexBuilder& builder, 
                    std::vector<TSeenFiles>(threads),
                    FKnown};
   RunThreads(threads, [&scan](unsigned thread) { RunWorker(scan, thread); });
+  // By then every worker has ended, so that nothing is added any more while files are taken back.
   TLinkSearch(scan).Run(atOnce);
   return builder.Finish(control.Stop) == TFinish::Done ? TReadResult::Done : TReadResult::Stopped;
 }

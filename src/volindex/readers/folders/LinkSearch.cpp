@@ -23,6 +23,8 @@ void TLinkSearch::Run(unsigned threads) {
   if (!Stopped()) Withdraw();
 }
 
+// Parts are shared out by a counter, and all that is seen of a file is in one part: the lock is for the
+// results alone.
 void TLinkSearch::SearchParts() {
   for (size_t part = FNextPart++; part < TSeenFiles::kParts && !Stopped(); part = FNextPart++) {
     std::vector<TSeenFile> files;

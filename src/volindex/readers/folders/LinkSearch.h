@@ -2,6 +2,10 @@
 // have: those that were seen more than once. Their folders are listed once more and they are added as what
 // they are; only then are they taken back from the sums that they were added to. One that is not found again,
 // since its folders are gone or shut by now, stays in the sum of one of them.
+//
+// Memory: 16 bytes for each file that was seen, gathered by parts of the numbers so that a part is sorted at
+// a time; what is left is the files with several names alone. Every thread has ended its part of a step
+// before the next begins.
 #pragma once
 
 #include "volindex/readers/folders/FolderWorker.h"

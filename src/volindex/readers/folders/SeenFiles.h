@@ -12,6 +12,7 @@
 
 namespace volindex {
 
+// Files below 512 MiB. Of larger ones, which are few, the system is asked at once.
 inline constexpr unsigned kSeenSizeBits = 29;
 
 struct TSeenFile {

@@ -11,6 +11,8 @@ constexpr std::size_t kTotalSectors = 0x28;
 constexpr std::size_t kMftCluster = 0x30;
 constexpr std::size_t kClustersPerRecord = 0x40;
 
+// The largest units that are taken. What is larger is refused here, so that no buffer of a record or product
+// with a cluster has to be doubted later.
 constexpr std::uint32_t kMaxClusterSize = 2u << 20;
 constexpr std::uint32_t kMaxRecordSize = 64u << 10;
 
@@ -43,6 +45,8 @@ std::optional<TGeometry> ParseBootSector(TBytes sector, std::uint64_t deviceSize
   if (!IsPowerWithin(clusterSize, 512, kMaxClusterSize)) return std::nullopt;
   const std::uint64_t recordSize = RecordSize(Load<std::int8_t>(sector, kClustersPerRecord), clusterSize);
   if (!IsPowerWithin(recordSize, 1024, kMaxRecordSize)) return std::nullopt;
+  // In units of its own sectors, which need not be the device's. The sector behind the last one holds a copy
+  // of this one and is not counted.
   const std::uint64_t sectors = Load<std::uint64_t>(sector, kTotalSectors);
   if (sectors == 0 || sectors > deviceSize / sectorSize) return std::nullopt;
   const std::uint64_t clusters = sectors * sectorSize / clusterSize;

@@ -1,5 +1,30 @@
 // One file record of the master file table: its fixups, its header and the walk over its attributes. Every
 // length and offset is checked; a record that does not hold together is refused as a whole.
+//
+// A record, and what is used of its header:
+//
+//   0x00 4    "FILE"                             0x14 u16  where the first attribute begins
+//   0x04 u16  where the fixups lie               0x16 u16  flags: 1 in use, 2 a folder
+//   0x06 u16  how many: strides + 1              0x18 u32  bytes in use, the end mark among them
+//   0x10 u16  sequence number                    0x20 u64  base record, 0 if this is one
+//
+// An attribute, whose length is a multiple of 8; behind the last one stands the type 0xFFFFFFFF:
+//
+//   0x00 u32  type                               0x09 u8   units of its name, 0 if it has none
+//   0x04 u32  length                             0x0A u16  where the name lies
+//   0x08 u8   0 if the value is resident         0x0C u16  flags: 0x00FF compressed, 0x8000 sparse
+//   resident: 0x10 u32 length of the value, 0x14 u16 where it lies
+//   else:     0x10 u64 first cluster of this extent   0x30 u64 length of the value
+//             0x20 u16 where the run list lies        0x38 u64 how much of it was written
+//             0x28 u64 allocated                      0x40 u64 the same without holes, if it can have any
+//
+// An entry of an attribute list:
+//
+//   0x00 u32 type, 0x04 u16 length, 0x06 u8 units of the name, 0x08 u64 first cluster, 0x10 u64 record
+//
+// The order of checks is what keeps the loads safe: ApplyFixups, then ParseRecordHeader, then the walk, which
+// hands out an attribute only when all offsets in it hold (HoldsTogether). Only what a value tells of itself
+// is left to be checked by who parses it.
 #pragma once
 
 #include <optional>
@@ -134,6 +159,7 @@ struct TListEntry {
 
 // What is done for each record of the volume stands here, for who calls it to have it without a call.
 
+// Strides are of 512 bytes even where the disk has sectors of 4 KiB.
 inline constexpr std::size_t kStride = 512;
 inline constexpr std::size_t kRecordHeaderSize = 0x2A;
 inline constexpr std::size_t kListEntrySize = 0x1A;
@@ -172,8 +198,11 @@ inline bool ApplyFixups(std::span<std::byte> record) {
   const std::size_t offset = Load<std::uint16_t>(record, 0x04);
   const std::size_t strides = record.size() / kStride;
   if (Load<std::uint16_t>(record, 0x06) != strides + 1) return false;
+  // The array ends before the last two bytes of the first stride, so that putting bytes back never changes
+  // the array itself.
   if (offset < kRecordHeaderSize - 2 || offset % 2 != 0 || !Fits(offset, 2 * (strides + 1), kStride - 2))
     return false;
+  // All strides are compared before any is changed, so a torn record stays as it was read.
   const std::byte* const number = record.data() + offset;
   for (std::size_t stride = 1; stride <= strides; ++stride)
     if (std::memcmp(record.data() + stride * kStride - 2, number, 2) != 0) return false;
@@ -200,6 +229,8 @@ inline bool TAttributeWalk::Fail() {
   return false;
 }
 
+// Comes to an end in any case: each step is at least the size of a resident attribute's header, within the
+// record.
 inline bool TAttributeWalk::Next(TAttribute& attribute) {
   for (;;) {
     const TBytes rest = FRecord.subspan(FPosition);

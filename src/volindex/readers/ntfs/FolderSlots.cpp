@@ -7,6 +7,9 @@ namespace volindex::ntfs {
 
 namespace {
 
+// A record has rivals where a folder was deleted and its record given away while files still name it. A sound
+// volume has hardly any; a hostile one could make one per name, each with a place in the map and an
+// identifier.
 constexpr std::size_t kMaxRivals = 1u << 16;
 
 std::uint64_t Packed(TFolderId id, std::uint16_t sequence) {
@@ -47,6 +50,8 @@ TFolderId TFolderSlots::IdOfNewcomer(TFileReference folder) {
   if (held == 0) {
     if (FClosed) return kNoFolder;
     const TFolderId id = FBuilder.ReserveFolder();
+    // The identifier of a thread that loses is never set, and so left out by the index. Relaxed is enough:
+    // the slot is all that is told, nothing else is read by way of it.
     if (slot.compare_exchange_strong(held, Packed(id, folder.Sequence()), std::memory_order_relaxed))
       return id;
   }

@@ -1,6 +1,10 @@
 // Which folder of the index a file record stands for. A file names its folder by record and sequence number
 // long before or after that folder's own record is met, so the pair itself gets the identifier; a pair that
 // no folder ever claims is a folder that was deleted, and the index leaves it out with all that it holds.
+//
+// A slot is written once, by whichever thread needs it first, and never changes; so a look at it needs no
+// lock. Only rivals are behind one. What a hostile volume can make it hold is 8 bytes a record and kMaxRivals
+// pairs.
 #pragma once
 
 #include <atomic>

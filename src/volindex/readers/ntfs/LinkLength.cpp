@@ -8,6 +8,8 @@ namespace volindex::ntfs {
 
 namespace {
 
+// Tags ([MS-FSCC], Reparse Tags). Those between the subsystem's socket and its block device are its pipe and
+// its character device.
 constexpr std::uint32_t kJunction = 0xA0000003;
 constexpr std::uint32_t kSymbolicLink = 0xA000000C;
 constexpr std::uint32_t kSubsystemLink = 0xA000001D;
@@ -35,6 +37,8 @@ bool BeginsWith(TBytes data, std::string_view mark) {
 
 }  // namespace
 
+// The length that the value itself tells (at 4) is not used: who has written it may have told more than there
+// is.
 std::optional<std::uint64_t> ReparseTargetLength(TBytes value) {
   if (value.size() < kReparseHeader) return std::nullopt;
   const auto tag = Load<std::uint32_t>(value, 0);

@@ -1,4 +1,12 @@
 // What is stored as data or as a reparse point but shown as a link, device or socket: its length.
+//
+// The value of a reparse point ([MS-FSCC], Reparse Data Buffers):
+//
+//    0 u32  tag                                  8 u16  where the target lies, behind the header of the names
+//    4 u16  length of what follows at 8         10 u16  length of the target in bytes, UTF-16
+//   16      the names of a junction, or u32 flags and the names of a symbolic link at 20
+//
+// That of a subsystem's link has a version of four bytes at 8, then the target in UTF-8.
 #pragma once
 
 #include <optional>
@@ -22,6 +30,7 @@ inline constexpr std::size_t kMaxSpecialData = 8u + 2 * 4096;
 
 // Whether folders with that reparse tag, or with that reparse value, may hold files of their own: those of a
 // store in the cloud do, a junction does not.
+// The bit of a tag that says so ([MS-FSCC], Reparse Tags, the D bit).
 [[nodiscard]] constexpr bool TagHoldsFiles(std::uint32_t tag) {
   return (tag & 0x10000000) != 0;
 }

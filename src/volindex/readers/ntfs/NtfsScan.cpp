@@ -12,6 +12,8 @@ namespace {
 
 // What is read in one go: little enough to be parsed while the second-level cache still has it.
 constexpr std::size_t kShareBytes = 128u << 10;
+// Slots for these take 2 GiB, and their table 256 GiB of the disk at least. What claims more is left to the
+// driver.
 constexpr std::uint64_t kMaxRecords = 1u << 28;
 constexpr int kTries = 4;  // a record or a file may be caught while its volume's driver changes it
 
@@ -25,6 +27,8 @@ bool IsBaseInUse(TBytes record) {
 
 }  // namespace
 
+// One buffer a thread: a name is made when it is told and is void at the next one, so no name costs an
+// allocation.
 std::string_view TNtfsScan::TWorker::TextOf(const TFileName& name) {
   Text.clear();
   AppendWtf8(name.Utf16, Text);
@@ -55,6 +59,8 @@ TReadResult TNtfsScan::Run() {
   }
 }
 
+// The root's own sequence number must be known before the threads begin, for every file in it names that
+// pair.
 bool TNtfsScan::FindRoot(TFileReference& root) const {
   std::vector<std::byte> bytes;
   TRecord record;
@@ -79,6 +85,8 @@ void TNtfsScan::Work(TWorker& worker) {
 
 bool TNtfsScan::TakeTable(TWorker& worker) {
   const std::uint64_t share = kShareBytes / FVolume.RecordSize();
+  // All threads share this work first. None waits for the others: a slot on a page that is not prepared yet
+  // is only slower.
   while (!FControl.Stop && FSlots->PreparePart()) {
   }
   worker.Buffer = TAlignedBytes(std::min<std::uint64_t>(share, FVolume.RecordCount()) * FVolume.RecordSize());
@@ -116,6 +124,7 @@ bool TNtfsScan::TakeRecord(TWorker& worker, std::uint64_t number, std::span<std:
 }
 
 bool TNtfsScan::Understand(std::uint64_t number, std::span<std::byte> bytes, TRecord& record) const {
+  // ApplyFixups may have changed the bytes when a later check refuses them; so a new try reads them anew.
   record.Self = TFileReference(number, 0);
   for (int tries = 1; !Parse(bytes, record); ++tries)
     if (tries == kTries || !FVolume.ReadRecords(number, bytes)) return false;
@@ -137,6 +146,8 @@ bool TNtfsScan::ReadRecord(std::uint64_t number, std::vector<std::byte>& bytes, 
          Understand(number, bytes, record);
 }
 
+// Each file is read alone, so that a volume on which every file is spread takes no more memory than any
+// other.
 bool TNtfsScan::JoinSpread(TWorker& worker) {
   for (const std::uint32_t number : worker.Spread) {
     for (int tries = 1; !Join(worker, number); ++tries)
@@ -177,6 +188,7 @@ bool TNtfsScan::JoinHolders(TWorker& worker) {
 
 bool TNtfsScan::AddRecord(TWorker& worker, const TRecord& record) {
   const auto& names = record.Facts.Names;
+  // Nearly all records take one of these two ways. A folder waits until the memory of its two slots has come.
   if (names.size() == 1 && IsFolder(record)) {
     worker.Folders.push_back({record.Self, names[0]});
     FSlots->Prefetch(record.Self);

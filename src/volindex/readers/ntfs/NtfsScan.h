@@ -4,6 +4,15 @@
 // only noted, and joined with the records that the list names when the thread has no more of the table to
 // read: the records are then read once more, one file at a time. So whatever the volume, all that is kept
 // here is 4 bytes per such file and 8 bytes per record of the table (FolderSlots.h).
+//
+// How it goes: Run finds the root and makes passes, a second one only if the builder asks. In a pass each
+// thread does Work: TakeTable has TakeShare read a share of the table and TakeRecord parse each record
+// (Understand, Parse), of which AddRecord tells the builder; folders wait until the end of their share.
+// JoinSpread then joins the noted records, and TakeNames and TellWaiting tell what came together.
+//
+// Threads share the counter of records, the slots of folders and the flag that one has failed; everything
+// else is a worker's own. A record that does not hold together is read up to kTries times, as its driver may
+// be writing it, before the volume is handed over.
 #pragma once
 
 #include <atomic>

@@ -69,6 +69,8 @@ bool TNtfsVolume::ReadMapped(const std::vector<TRun>& runs, std::uint64_t offset
 
 std::optional<std::vector<std::byte>> TNtfsVolume::ReadValue(const TAttribute& attribute,
                                                              std::size_t limit) const {
+  // The limit comes before any allocation: the length is the volume's word alone. What was never written
+  // reads as zeros, which no value that is asked for here consists of.
   if (attribute.DataSize() > limit || attribute.InitializedSize() < attribute.DataSize()) return std::nullopt;
   const TBytes resident = attribute.Value();
   std::vector<std::byte> value(resident.begin(), resident.end());
@@ -87,6 +89,8 @@ bool TNtfsVolume::MapTable(const std::atomic<bool>& stop) {
   if (!Fits(begin, record.size(), FSource->Size()) || !FSource->ReadAt(begin, record)) return false;
   std::vector<std::byte> list;
   if (!ApplyFixups(record) || !MapFirstExtent(record, list) || !MapFurtherExtents(list, stop)) return false;
+  // The table's first extent must begin where the boot sector has said, or record 0 told of another table. A
+  // hole in it would be records that nobody has written.
   if (FTable.front().Cluster != FGeometry.MftCluster) return false;
   if (std::any_of(FTable.begin(), FTable.end(), [](const TRun& run) { return run.Cluster == TRun::kHole; }))
     return false;

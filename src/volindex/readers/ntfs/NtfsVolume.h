@@ -1,4 +1,8 @@
 // An NTFS volume opened for reading: the bytes of attributes, and the master file table read by its own runs.
+//
+// Opening goes from what is surely there to what it leads to: the boot sector tells where record 0 lies,
+// record 0 how the table's first extent and its attribute list lie, and each further extent is read through
+// those before it.
 #pragma once
 
 #include <atomic>

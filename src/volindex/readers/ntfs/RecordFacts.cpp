@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::size_t kFileAttributes = 0x20;  // within the standard information
 constexpr std::uint32_t kSystemFile = 0x04;
+// A name's value: 0 u64 parent, 0x40 u8 units, 0x41 u8 kind of name, 0x42 the name. The lengths that it
+// repeats in between are not used: they are of the time when the name was last changed.
 constexpr std::size_t kNameHeader = 0x42;
 constexpr std::uint8_t kNameForDosOnly = 2;
 constexpr std::uint64_t kUnsupportedTagText = 34;  // "unsupported reparse tag 0x80000017"
@@ -45,6 +47,7 @@ bool IsPlain(TBytes utf16) {
 
 // Every name of the volume comes by here.
 bool IsPlainName(TBytes utf16) {
+  // For 8 to 32 units two looks, from both ends and perhaps overlapping, spare the loop over them.
   if (utf16.size() >= 16 && utf16.size() <= 32) return IsPlain<2>(utf16);
   if (utf16.size() > 32 && utf16.size() <= 64) return IsPlain<4>(utf16);
   const TBytes dots = std::as_bytes(std::span(u"..", utf16.size() <= 4 ? utf16.size() / 2 : 0));
@@ -68,6 +71,7 @@ bool TakeName(TBytes value, TRecordFacts& facts) {
   return true;
 }
 
+// Standard information lies in the base record, and of data the first extent alone tells lengths.
 bool IsOfInterest(const TListEntry& entry) {
   if (entry.Named) return entry.Type == TAttributeType::Data && entry.LowestVcn == 0;
   return entry.Type == TAttributeType::FileName || entry.Type == TAttributeType::ReparsePoint ||
@@ -115,6 +119,8 @@ class TGathering {
     if (FFacts.DataLength) return false;
     FFacts.DataLength = attribute.DataSize();
     FFacts.DataAllocated = attribute.AllocatedSize();
+    // An extension record does not know the system attribute; so it looks at any short data, and the base
+    // decides.
     if (FDriver == TDriver::Windows || attribute.DataSize() > kMaxSpecialData ||
         !(attribute.Resident() || FFacts.System || FExtension))
       return true;

@@ -47,7 +47,10 @@ bool AppendChecked(TBytes packed, std::uint64_t vcn, std::uint64_t clusterCount,
     const auto run = TakeRun(packed);
     if (!run || run->Length <= 0) return false;
     const auto length = static_cast<std::uint64_t>(run->Length);
+    // Holes cost nothing on the disk but are bounded like runs: else a list of a few bytes could map any
+    // length.
     if (!Fits(vcn, length, clusterCount)) return false;
+    // Wraps around for a delta that leads before the volume's beginning, and is then beyond its end.
     cluster += static_cast<std::uint64_t>(run->Delta.value_or(0));
     if (run->Delta && !Fits(cluster, length, clusterCount)) return false;
     AppendRun({vcn, run->Delta ? cluster : TRun::kHole, length}, runs);

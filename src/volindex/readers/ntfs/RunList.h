@@ -1,4 +1,10 @@
 // Run lists: where on the volume the clusters of an attribute lie.
+//
+// A packed list is a row of runs, ended by a byte of 0:
+//
+//   1 byte       its lower four bits: bytes of the length; its upper four: bytes of the delta, 0 for a hole
+//   length       of the run, in clusters
+//   delta        signed: from the first cluster of the last run that was no hole to that of this one
 #pragma once
 
 #include <vector>

@@ -8,6 +8,8 @@
 namespace volindex::xfs {
 namespace {
 
+// 48 KiB of chunks and, with 1,024 inodes, 192 KiB of inodes in one answer: enough that the call itself costs
+// little, and little enough that a Stop is seen between two.
 constexpr std::uint32_t kChunksAtOnce = 2048;
 constexpr std::size_t kSliceChunks = 16;
 constexpr std::uint64_t kOneName = 1;
@@ -73,6 +75,8 @@ bool TInodeTable::Read(unsigned threads, const TProgress& progress) {
   return !failed && !FStop;
 }
 
+// By one thread: each question begins behind the last answer. The numbers must rise from chunk to chunk and
+// their count stay below what the volume has room for, so any answers come to an end and to a bounded table.
 bool TInodeTable::ReadChunks() {
   std::vector<std::byte> answer(kHeaderSize + kChunksAtOnce * kChunkSize);
   for (;;) {
@@ -123,6 +127,8 @@ bool TInodeTable::ReadGroups(unsigned thread, const TProgress& progress) {
   return true;
 }
 
+// The answer may go beyond the slice when inodes of it are gone; these are then told twice, and the later
+// word stays.
 bool TInodeTable::ReadSlice(std::size_t begin, std::size_t end, std::span<std::byte> answer) {
   std::uint32_t count = 0;
   for (std::size_t chunk = begin; chunk < end; ++chunk)
@@ -162,6 +168,7 @@ std::atomic<std::uint64_t>* TInodeTable::EntryOf(std::uint64_t number) const {
   if (chunk == nullptr) return nullptr;
   const std::uint64_t bit = std::uint64_t{1} << (number - chunk->First);
   if ((chunk->Used & bit) == 0) return nullptr;
+  // Its place is the count of used numbers before it: 64 bits tell it without a table of their own.
   return &FEntries[chunk->Base + static_cast<std::size_t>(std::popcount(chunk->Used & (bit - 1)))];
 }
 

@@ -6,6 +6,14 @@
 // into slices, and threads ask for the inodes of a slice at a time. Numbers begin with the number of an
 // allocation group, in which the system lets one thread after the other look inodes up, so that each thread
 // keeps to a group of its own as long as there is one.
+//
+// The records are those of the requests that the man pages ioctl_xfs_inumbers(2) and ioctl_xfs_bulkstat(2)
+// describe; how a number is made is told in "XFS Algorithms & Data Structures", Inode Numbers. Only the
+// system's driver writes answers, but of a volume that anybody may have made: so they are checked like bytes
+// of a disk.
+//
+// Read runs before Find is called. Find may be called by all threads that list folders: entries are atomic
+// because it marks those of files with one name as met.
 #pragma once
 
 #include "volindex/readers/DiskBytes.h"

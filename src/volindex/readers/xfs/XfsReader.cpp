@@ -10,6 +10,7 @@ namespace volindex::xfs {
 
 namespace {
 
+// Four for each processor up to this, as each waits for the disk within its question.
 constexpr unsigned kMostThreads = 16;
 
 // The table and the folders take about as long as each other.
