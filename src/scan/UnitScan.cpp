@@ -200,6 +200,7 @@ void TTallyscopeScan::RunScan() {
 
 // The cut comes before the sort: of the walk's records the first ones are taken, whatever their size.
 void TTallyscopeScan::ScanFolder(const QString& path) {
+  if (FStopped) return;  // the walk would begin by forgetting it
   FWalker.Scan(path);
   const TFileList& files = FWalker.Files();
   for (int i = 0; i < files.Count() && i < kRowsPerPath && !FStopped; ++i) {

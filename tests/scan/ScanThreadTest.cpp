@@ -33,7 +33,12 @@ class TScanThreadTest : public testing::Test {
 
   void Make(TPathDisplay paths = TPathDisplay::Shown) {
     FScan.reset(new TTallyscopeScan(
-        FRecorder.Window(), [this](const QStringList&) { return FLocations; }, paths));
+        FRecorder.Window(),
+        [this](const QStringList&) {
+          if (FWhileFinding) FWhileFinding();
+          return FLocations;
+        },
+        paths));
     FakeVolindex().Calls.clear();
     FScan->SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
   }
@@ -62,6 +67,7 @@ class TScanThreadTest : public testing::Test {
 
   TTempTree FTree;
   QStringList FLocations;
+  std::function<void()> FWhileFinding;
   TScanRecorder FRecorder;
   TOwnedThread<TTallyscopeScan> FScan;
 };
@@ -209,6 +215,14 @@ TEST_F(TScanThreadTest, AStopDuringAReadTakesNothingAndGoesToTheProgressWindow) 
   FScan->SetProgressTarget(FRecorder.Window(), WM_SCANPROGRESS);
   Scan({u"/v/"_qs}, false);
   EXPECT_EQ(FScan->Files().Count(), 5) << "the next scan is whole";
+}
+
+TEST_F(TScanThreadTest, AStopBeforeTheFirstFolderBeginsNoWalk) {
+  FTree.MakeFile("file", 1);
+  FWhileFinding = [this] { FScan->Stop(); };
+  Scan({FTree.Path()}, true);
+  EXPECT_TRUE(Log().endsWith(u"stopped"));
+  EXPECT_EQ(FScan->FileCount(), 0U);
 }
 
 // Of many folders beside and inside each other. On a busy computer a walk may be over before the request
