@@ -205,6 +205,11 @@ QMargins TRdListView::BarMargins() const {
   return FBars != nullptr ? FBars->Margins() : QMargins();
 }
 
+bool TRdListView::BarsPlaced() const {
+  const QMargins bars = BarMargins();
+  return viewportMargins().right() == bars.right() && viewportMargins().bottom() == bars.bottom();
+}
+
 // Bars that come or go change the room that columns share, and the ranges with it.
 void TRdListView::Arranged() {
   if (FArranging || FBars == nullptr) return;
@@ -214,10 +219,7 @@ void TRdListView::Arranged() {
   // that.
   for (int pass = 0; pass < 3; ++pass) {
     FBars->Mirror();
-    const QMargins bars = BarMargins();
-    const bool placed =
-        viewportMargins().right() == bars.right() && viewportMargins().bottom() == bars.bottom();
-    if (!ShareColumns() && placed) break;
+    if (!ShareColumns() && BarsPlaced()) break;
     Arrange();
   }
 }
@@ -254,6 +256,7 @@ void TRdListView::UpdateHeader() {
 void TRdListView::SkinChanged(TSkinChange change) {
   switch (change) {
     case TSkinChange::Repaint:
+      UpdateHeader();
       return viewport()->update();
     case TSkinChange::Header:
       Header().setFont(FSkin.Header.HeaderFont);
@@ -291,8 +294,7 @@ void TRdListView::changeEvent(QEvent* event) {
 bool TRdListView::event(QEvent* event) {
   // A skinned bar that shows or hides itself (AutoHide), or takes the thickness of new pictures, has the room
   // beside the rows change behind the back of the host.
-  const bool bars = event->type() == QEvent::LayoutRequest && FBars != nullptr;
-  if (bars && viewportMargins().right() != BarMargins().right()) ContentChanged();
+  if (event->type() == QEvent::LayoutRequest && FBars != nullptr && !BarsPlaced()) ContentChanged();
   if (event->type() != QEvent::Paint || FProperties.FrameColor == clNone)
     return TCustomListView::event(event);
   QPainter painter(this);

@@ -128,6 +128,7 @@ class TRdListView : public TCustomListView, public TRdListEvents, private TkList
   void HeaderClicked(int column) override;
   void ColumnCountChanged() override;
   [[nodiscard]] QMargins BarMargins() const override;
+  [[nodiscard]] bool BarsPlaced() const;
   [[nodiscard]] bool BarCrossesHeader() const override { return FSkin.Header.VertScrollBarCross; }
   void Arranged() override;
   void CheckChanged(TListItem& item) override;

@@ -63,6 +63,19 @@ TEST_F(TRdEvents, CellsThatARowDoesNotHaveDoNotReact) {
   EXPECT_EQ(TakeLog(), u"+Picture, down, click, up, down, click, up, down, click, up, down, click, up");
 }
 
+TEST_F(TRdEvents, TheColumnOfTheCursorShows) {
+  const auto section = [this](int column) { return List.Layout().SectionRect(column, 1); };
+  List.Columns()[1].SetWidth(3 * List.viewport()->width());
+  List.SetHorzPos(0);
+  for (const int column : {0, 1, 2}) {
+    QTest::keyClick(&List, Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_GE(section(column).left(), 0) << column;
+    EXPECT_TRUE(section(column).left() == 0 || section(column).right() < List.viewport()->width()) << column;
+  }
+  QTest::keyClick(&List, Qt::Key_Left, Qt::ControlModifier);
+  EXPECT_EQ(section(1).left(), 0);
+}
+
 TEST_F(TRdEvents, AReleaseThatWasLostIsMadeUpFor) {
   const QPoint button = Hot(1, kButtonColumn);
   QTest::mousePress(List.viewport(), Qt::LeftButton, {}, button);

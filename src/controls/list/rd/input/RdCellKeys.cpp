@@ -77,11 +77,9 @@ void TRdCellKeys::MoveCursor(int step) {
   const TEventScope scope(FList.EventLife());
   FColumn = std::clamp(FColumn < 0 ? (step > 0 ? 0 : columns - 1) : FColumn + step, 0, columns - 1);
   const QRect section = FList.Layout().SectionRect(FColumn, 1);
-  const int room = FList.viewport()->width();
-  int pos = FList.HorzPos();
-  if (section.right() >= room) pos += section.right() + 1 - room;
-  if (section.left() < 0) pos += section.left();
-  FList.SetHorzPos(pos);
+  // Of a column that is wider than the list, the beginning shows.
+  const int hidden = std::max(section.right() + 1 - FList.viewport()->width(), 0);
+  FList.SetHorzPos(FList.HorzPos() + std::min(hidden, section.left()));
   if (!scope.ListGone()) FList.CursorMoved();
 }
 
