@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -70,15 +71,28 @@ bool OutOfDescriptors() {
   return errno == EMFILE || errno == ENFILE;
 }
 
+// Of a way of several names below a folder none may be a link: they were folders when they were listed.
+// Kernels before 5.6, and sandboxes that refuse the call, look at the last name alone.
+int OpenOnce(int parent, const char* path, int flags) {
+  if (parent != AT_FDCWD && std::strchr(path, '/') != nullptr) {
+    open_how how{};
+    how.flags = static_cast<uint64_t>(flags);
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    const long opened = ::syscall(SYS_openat2, parent, path, &how, sizeof how);
+    if (opened >= 0 || (errno != ENOSYS && errno != EPERM)) return static_cast<int>(opened);
+  }
+  return ::openat(parent, path, flags);
+}
+
 // Answers with the descriptor, or kNone with errno.
 int OpenFolder(int parent, const char* path) {
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-  int opened = ::openat(parent, path, kFlags | O_NOATIME);
+  int opened = OpenOnce(parent, path, kFlags | O_NOATIME);
   if (opened < 0 && errno == EPERM)
-    opened = ::openat(parent, path, kFlags);  // only the owner may ask for O_NOATIME
+    opened = OpenOnce(parent, path, kFlags);  // only the owner may ask for O_NOATIME
   for (unsigned attempt = 1; opened < 0 && OutOfDescriptors() && attempt < kOpenAttempts; ++attempt) {
     std::this_thread::sleep_for(kOpenPause);
-    opened = ::openat(parent, path, kFlags);
+    opened = OpenOnce(parent, path, kFlags);
   }
   return opened;
 }

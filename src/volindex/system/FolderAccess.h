@@ -42,8 +42,8 @@ class TFolderHandle {
   TFolderHandle& operator=(TFolderHandle&& other) noexcept;
 
   // `path` may have several components for as long as the system takes it in one go. A symbolic link in its
-  // last component is not followed. Replaces what was open before. Waits a little when the system has no
-  // handles left.
+  // last component is not followed, nor one before it below a parent where the system can say so.
+  // Replaces what was open before. Waits a little when the system has no handles left.
   [[nodiscard]] TAccess OpenRoot(const std::string& path);
   [[nodiscard]] TAccess OpenBelow(const TFolderHandle& parent, const std::string& path);
   // The same folder once more, to be listed by another thread.

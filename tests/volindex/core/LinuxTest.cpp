@@ -1,6 +1,7 @@
 // What only Linux has: permission bits, mounts, names of any bytes.
 #include "volindex/IndexAnswer.h"
 #include "volindex/TestTree.h"
+#include "volindex/system/FolderAccess.h"
 #include "volindex/system/Utf16.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,23 @@ TEST(FoldersReader, UnreadableFoldersCountForNothingAndAreCounted) {
   EXPECT_EQ(reading.Index.Unreadable().size(), 2U);
   EXPECT_EQ(AnswerOf(reading.Index).Folders,
             (std::vector<TListed>{{3, "open"}, {0, "names only"}, {0, "shut"}}));
+}
+
+TEST(FolderHandle, NoPartOfAWayBelowAFolderMayBeALink) {
+  TTestTree tree;
+  tree.AddFile("real/inner/file", 1);
+  fs::create_directory_symlink("real", tree.Root() / "link");
+  const struct {
+    const char* Way;
+    TAccess Access;
+  } ways[] = {{"real/inner", TAccess::Ok}, {"link", TAccess::Gone}, {"link/inner", TAccess::Gone}};
+  TFolderHandle root;
+  ASSERT_EQ(root.OpenRoot((tree.Root() / "link/inner/..").string()), TAccess::Ok) << "the user's own way";
+  ASSERT_EQ(root.OpenRoot(tree.Root().string()), TAccess::Ok);
+  for (const auto& [way, access] : ways) {
+    TFolderHandle folder;
+    EXPECT_EQ(folder.OpenBelow(root, way), access) << way;
+  }
 }
 
 std::atomic<bool> flushBlocks{false};
