@@ -2,13 +2,8 @@
 #include "download/DownloadDirectoryScan.h"
 
 #include "CatalogueMaker.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TestUser.h"
+#include "fixtures/SystemTest.h"
 #include "platform/Process.h"
-
-#include <gtest/gtest.h>
 
 #include <filesystem>
 
@@ -149,18 +144,17 @@ TEST_F(DirectoryScan, OfNestedFoldersTheOuterStaysAndMovesToTheEnd) {
 // Another volume below a location is no part of it. None of the folders needs to exist.
 TEST_F(DirectoryScan, OnlyWhatBeginsWithALocationStaysAndOfNestedFoldersTheOuter) {
   const QString all = u"/d/abc/ /d/abcdef/ /d/x/ /e/y/ "_qs, home = u"/home/m/ /homework/"_qs;
-  const struct {
-    QString Folders, Locations, Volumes, Kept;
-  } rows[] = {{all, u"/d/abc"_qs, u"/"_qs, u"/d/abc/ /d/abcdef/"_qs},
-              {all, u"/e/ /d/abc/"_qs, u"/"_qs, u"/d/abc/ /e/y/"_qs},
-              {all, u"/d/x/deeper"_qs, u"/"_qs, {}},
-              {all, {}, u"/"_qs, {}},
-              {u"/d/a/b/ /d/a/ /d/a/b/c/ /e/"_qs, u"/"_qs, u"/"_qs, u"/d/a/ /e/"_qs},
-              {home, u"/"_qs, u"/ /home/"_qs, u"/homework/"_qs},
-              {home, u"/home/"_qs, u"/ /home/"_qs, u"/home/m/"_qs},
-              {home, u"/home"_qs, u"/ /home/"_qs, home},
-              {home, u"/ /home/"_qs, u"/ /home/"_qs, home},
-              {u"/d/A/ /d/\u00c4/"_qs, u"/D/a /d/\u00e4"_qs, u"/"_qs, HasDrives() ? u"/d/A/"_qs : QString()}};
+  const std::array<QString, 4> rows[] = {
+      {all, u"/d/abc"_qs, u"/"_qs, u"/d/abc/ /d/abcdef/"_qs},
+      {all, u"/e/ /d/abc/"_qs, u"/"_qs, u"/d/abc/ /e/y/"_qs},
+      {all, u"/d/x/deeper"_qs, u"/"_qs, {}},
+      {all, {}, u"/"_qs, {}},
+      {u"/d/a/b/ /d/a/ /d/a/b/c/ /e/"_qs, u"/"_qs, u"/"_qs, u"/d/a/ /e/"_qs},
+      {home, u"/"_qs, u"/ /home/"_qs, u"/homework/"_qs},
+      {home, u"/home/"_qs, u"/ /home/"_qs, u"/home/m/"_qs},
+      {home, u"/home"_qs, u"/ /home/"_qs, home},
+      {home, u"/ /home/"_qs, u"/ /home/"_qs, home},
+      {u"/d/A/ /d/\u00c4/"_qs, u"/D/a /d/\u00e4"_qs, u"/"_qs, HasDrives() ? u"/d/A/"_qs : QString()}};
   for (const auto& [folders, locations, volumes, kept] : rows) {
     FScan.FDirectories = Native(folders);
     FScan.FilterByLocations(Native(locations), Native(volumes));

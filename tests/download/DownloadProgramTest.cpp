@@ -1,13 +1,6 @@
 // The console program, beside a catalogue of its own, on a home folder made for it.
 #include "CatalogueMaker.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/TestUser.h"
-
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QFileInfo>
-#include <QProcess>
+#include "fixtures/SystemTest.h"
 
 // Texts in files that tell no encoding are in that of the system. Nothing but the report may come out.
 TEST(DownloadProgram, ListsTheFilesOfAllApplicationsOnceAndLargestFirst) {

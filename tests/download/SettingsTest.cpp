@@ -1,20 +1,12 @@
 // What is read out of the settings of browsers and applications.
 #include "download/DownloadSettings.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TestUser.h"
+#include "fixtures/SystemTest.h"
 #include "platform/Process.h"
 #include "platform/XmlDocument.h"
 
-#include <gtest/gtest.h>
-
 namespace {
 
-struct TRow {
-  QByteArray Content;
-  QString Value;
-};
+using TRow = std::pair<QByteArray, QString>;  // content and value
 
 class Settings : public testing::Test {
  protected:

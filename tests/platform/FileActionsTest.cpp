@@ -1,8 +1,7 @@
 // What every system's file actions do with real trees.
 #include "platform/FileActions.h"
 
-#include "PlatformTest.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 
 namespace {
 

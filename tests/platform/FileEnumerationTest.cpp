@@ -1,11 +1,7 @@
 // What folders hold and what stands at a path.
 #include "platform/FileEnumeration.h"
 
-#include "PlatformTest.h"
-#include "platform/FileTests.h"
-
-#include <QDateTime>
-#include <QFile>
+#include "fixtures/SystemTest.h"
 
 namespace {
 
@@ -23,7 +19,8 @@ unsigned OfFile(unsigned attributes) {
   return HasDrives() ? attributes | 0x20 : attributes;
 }
 
-TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
+// A status is that of the entry itself, whatever delimiters follow its name.
+TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLengthAsItsStatusDoes) {
   TTempTree tree;
   tree.MakeFile("plain", 7);
   tree.MakeFile("dotless", 5);
@@ -57,8 +54,17 @@ TEST(FileEnumeration, GivesEachKindOfEntryItsAttributesAndLength) {
   for (const auto& [name, attributes, size] : rows) {
     EXPECT_EQ(entries[name].Attributes, attributes) << name.data();
     EXPECT_EQ(entries[name].Size, size) << name.data();
+    const bool isFolder = name.contains("folder");
+    for (const QByteArray& path :
+         isFolder ? QByteArrayList{name, name + "/", name + "//"} : QByteArrayList{name}) {
+      const auto status = GetFileStatus(tree.Path(path));
+      ASSERT_TRUE(status) << path.data();
+      EXPECT_EQ(status->Attributes, attributes) << path.data();
+      EXPECT_EQ(status->Size, size) << path.data();
+    }
   }
   EXPECT_EQ(entries.size(), std::size(rows));
+  EXPECT_FALSE(GetFileStatus(tree.Path("missing")) || GetFileStatus(QString()));
 }
 
 TEST(FileEnumeration, TellsTheTimeOfTheLastChange) {
@@ -157,29 +163,6 @@ TEST(FileTests, WhatStandsAtAPath) {
     EXPECT_EQ(DirectoryReadable(tree.Path(name)), isFolder) << name.data();
   }
   EXPECT_FALSE(FileExists(QString()) || DirectoryExists(QString()) || DirectoryReadable(QString()));
-}
-
-TEST(FileTests, StatusIsThatOfTheEntryItself) {
-  TTempTree tree;
-  tree.MakeFile("dotless/file", 12);
-  const QByteArray hidden = tree.Hide("dotless");
-  tree.MakeFolder("plain");
-  tree.MakeLink("link", "plain");
-  const TFileStatus ofFolder{kAttributeDirectory | kAttributeHidden, 0};
-  const auto ofLink = HasDrives() ? TFileStatus{kAttributeReparse | kAttributeDirectory, 0}
-                                  : TFileStatus{kAttributeReparse, 5};
-  const std::pair<QByteArray, TFileStatus> rows[] = {{hidden + "/file", {OfFile(0), 12}},
-                                                     {hidden, ofFolder},
-                                                     {hidden + "//", ofFolder},
-                                                     {"link", ofLink},
-                                                     {"link/", ofLink}};
-  for (const auto& [name, expected] : rows) {
-    const auto status = GetFileStatus(tree.Path(name));
-    ASSERT_TRUE(status) << name.data();
-    EXPECT_EQ(status->Attributes, expected.Attributes) << name.data();
-    EXPECT_EQ(status->Size, expected.Size) << name.data();
-  }
-  EXPECT_FALSE(GetFileStatus(tree.Path("missing")) || GetFileStatus(QString()));
 }
 
 TEST(FileTests, WholeFilesUpToTheBound) {

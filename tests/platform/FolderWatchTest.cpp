@@ -1,11 +1,7 @@
 // Changes of one folder, made for real and told once per burst.
 #include "platform/FolderWatch.h"
 
-#include "PlatformTest.h"
-
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QTimer>
+#include "fixtures/SystemTest.h"
 
 namespace {
 

@@ -1,16 +1,11 @@
 #include "platform/Messages.h"
 
-#include <gmock/gmock.h>
-
-#include <QElapsedTimer>
+#include "fixtures/SystemTest.h"
 
 #include <atomic>
 #include <thread>
-#include <vector>
 
 namespace {
-
-using ::testing::ElementsAre;
 
 enum : unsigned { kFirst = 8045, kSecond = 8046, kLast = 8047, kUnknown = 9999 };
 

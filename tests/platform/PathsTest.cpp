@@ -1,10 +1,9 @@
 // Texts of paths and names, and the volumes that they lie on.
 #include "platform/Paths.h"
 
-#include "PlatformTest.h"
+#include "fixtures/SystemTest.h"
 #include "platform/KnownFolders.h"
 #include "platform/Messages.h"
-#include "platform/Volumes.h"
 
 #include <filesystem>
 #include <random>

@@ -1,6 +1,6 @@
 #include "platform/Process.h"
 
-#include "PlatformTest.h"
+#include "fixtures/SystemTest.h"
 
 #include <thread>
 

@@ -1,6 +1,5 @@
 // Settings in ini and XML files.
-#include "PlatformTest.h"
-#include "platform/Paths.h"
+#include "fixtures/SystemTest.h"
 #include "platform/SystemSettings.h"
 #include "platform/XmlDocument.h"
 
@@ -49,19 +48,10 @@ TEST(PrivateProfile, OddLinesAndNames) {
     EXPECT_EQ(Read(content, section, key), HasDrives() ? onWindows : onLinux) << key.toStdString();
 }
 
-QByteArray Utf16(const QString& text, bool bigEndian = false) {
-  QByteArray bytes = bigEndian ? "\xfe\xff" : "\xff\xfe";
-  for (const QChar c : text) {
-    bytes += static_cast<char>(bigEndian ? c.row() : c.cell());
-    bytes += static_cast<char>(bigEndian ? c.cell() : c.row());
-  }
-  return bytes;
-}
-
 TEST(PrivateProfile, AByteOrderMarkDecidesTheEncoding) {
   const QString text = u"[Main]\r\nLanguage=Français\r\n"_qs;
   for (const QByteArray& content :
-       {"\xef\xbb\xbf" + text.toUtf8(), Utf16(text), Utf16(text, true), TextToAnsi(text)})
+       {"\xef\xbb\xbf" + text.toUtf8(), MarkedUtf16(text), MarkedUtf16(text, true), TextToAnsi(text)})
     EXPECT_EQ(Read(content, u"Main"_qs, u"Language"_qs), u"Français"_qs.toUtf8()) << content.toHex().data();
 }
 
@@ -77,7 +67,7 @@ TEST(XmlDocument, EncodingsAreAsDeclared) {
       {"\xef\xbb\xbf<a v='caf\xc3\xa9'/>", u"café"_qs},
       {"<?xml version='1.0' encoding='ISO-8859-1'?><a v='caf\xe9'/>", u"café"_qs},
       {"<?xml version='1.0' encoding='windows-1252'?><a v='5 \x80'/>", u"5 €"_qs},
-      {Utf16(u"<?xml version='1.0' encoding='UTF-16'?><a v='日本'/>"_qs), u"日本"_qs},
+      {MarkedUtf16(u"<?xml version='1.0' encoding='UTF-16'?><a v='日本'/>"_qs), u"日本"_qs},
       {"<a v='&lt;&#233;&amp;'/>", u"<é&"_qs}};
   for (const auto& [document, value] : rows)
     EXPECT_EQ(ParseXml(document).Attribute(u"v"_qs), value);

@@ -1,8 +1,6 @@
-#include "PlatformTest.h"
+#include "fixtures/SystemTest.h"
 #include "platform/Shell.h"
 #include "platform/SystemSettings.h"
-
-#include <QDir>
 
 TEST(Shell, TargetsAreAddressesOrFilesAndWhatIsNotThereIsNotOpened) {
   const QByteArray here = "file://" + QByteArray(HasDrives() ? "/" : "") + QDir::currentPath().toUtf8();

@@ -2,7 +2,6 @@
 #include "ScanRecorder.h"
 #include "Truth.h"
 #include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "fixtures/TempTree.h"
 #include "scan/FolderSizeThread.h"

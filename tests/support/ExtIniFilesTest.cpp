@@ -1,8 +1,5 @@
-#include "fixtures/NativePath.h"
-#include "fixtures/TempTree.h"
+#include "fixtures/SystemTest.h"
 #include "support/ExtIniFiles.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -54,22 +51,20 @@ TEST_F(TIniTest, Grammar) {
       u"[X] ; not a head\n"
       u"[]\n"
       u"in = the empty one\n");
-  const struct {
-    QString Section, Key, Value;
-  } rows[] = {{u"mAIN"_qs, u"KEY"_qs, u"a = b"_qs},
-              {u"Main"_qs, u"blanks"_qs, u"round both"_qs},
-              {u"Main"_qs, u"quoted"_qs, u"\"x\" ; stays"_qs},
-              {u"Main"_qs, u"wide"_qs, u"\u3000\u00a0x\u00a0"_qs},
-              {u"Main"_qs, u"empty"_qs, {}},
-              {u"Main"_qs, {}, u"nameless"_qs},
-              {u"Main"_qs, u"no equals"_qs, u"-"_qs},
-              {u"Main"_qs, u"; a comment"_qs, u"-"_qs},
-              {u"Main"_qs, u"early"_qs, u"-"_qs},
-              {u"X"_qs, u"in"_qs, u"-"_qs},
-              {{}, u"in"_qs, u"the empty one"_qs},
-              {u"None"_qs, u"key"_qs, u"-"_qs}};
-  for (const auto& row : rows)
-    EXPECT_EQ(Read(row.Section, row.Key), row.Value) << qPrintable(row.Section + u'/' + row.Key);
+  const std::tuple<QString, QString, QString> rows[] = {{u"mAIN"_qs, u"KEY"_qs, u"a = b"_qs},
+                                                        {u"Main"_qs, u"blanks"_qs, u"round both"_qs},
+                                                        {u"Main"_qs, u"quoted"_qs, u"\"x\" ; stays"_qs},
+                                                        {u"Main"_qs, u"wide"_qs, u"\u3000\u00a0x\u00a0"_qs},
+                                                        {u"Main"_qs, u"empty"_qs, {}},
+                                                        {u"Main"_qs, {}, u"nameless"_qs},
+                                                        {u"Main"_qs, u"no equals"_qs, u"-"_qs},
+                                                        {u"Main"_qs, u"; a comment"_qs, u"-"_qs},
+                                                        {u"Main"_qs, u"early"_qs, u"-"_qs},
+                                                        {u"X"_qs, u"in"_qs, u"-"_qs},
+                                                        {{}, u"in"_qs, u"the empty one"_qs},
+                                                        {u"None"_qs, u"key"_qs, u"-"_qs}};
+  for (const auto& [section, key, value] : rows)
+    EXPECT_EQ(Read(section, key), value) << qPrintable(section + u'/' + key);
   EXPECT_TRUE(Values(u"Main"_qs).endsWith(u"|=nameless|no equals|[X] ; not a head"_qs));
 }
 
@@ -99,13 +94,8 @@ TEST_F(TIniTest, WritingChangesMemoryInPlace) {
 
 TEST_F(TIniTest, TheMarkDecidesTheEncodingAndBrokenBytesDoNoHarm) {
   const QString value = u"Größe 𝄞 日本"_qs, text = u"[S]\r\nk="_qs + value + u"\r\n"_qs;
-  QByteArray little("\xff\xfe"), big("\xfe\xff");
-  for (const QChar unit : text) {
-    const QByteArray low(1, static_cast<char>(unit.cell())), high(1, static_cast<char>(unit.row()));
-    little += low + high;
-    big += high + low;
-  }
-  for (const QByteArray& content : {"\xef\xbb\xbf" + text.toUtf8(), little, big})
+  for (const QByteArray& content :
+       {"\xef\xbb\xbf" + text.toUtf8(), MarkedUtf16(text), MarkedUtf16(text, true)})
     EXPECT_EQ(Load(content), value);
   EXPECT_EQ(Load(text.toLocal8Bit()), QString::fromLocal8Bit(value.toLocal8Bit()));
   const char broken[] = "a\xff\x81";

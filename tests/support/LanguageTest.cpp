@@ -1,15 +1,6 @@
 // The texts that the user sees, and the language files beside the program.
-#include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
-#include "fixtures/TestUser.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "support/PLanguage.h"
-
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QDirIterator>
-#include <QRegularExpression>
 
 #include <set>
 
@@ -103,10 +94,6 @@ TEST(GetSuiteLanguageName, ReadsTheSettingsOfTheSuite) {
 }
 
 namespace {
-
-QString SourceFile(const QString& name) {
-  return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u'/' + name;
-}
 
 // Key, with its section before it, and text.
 std::vector<std::pair<QString, QString>> TextsOf(const QString& path) {

@@ -1,7 +1,6 @@
 // The shell list over real folders: what rows say, and what stays theirs while the folder changes.
 #include "ShownFolder.h"
 #include "fixtures/NativePath.h"
-#include "fixtures/OrdinaryUser.h"
 #include "fixtures/QtPrinters.h"
 #include "platform/KnownFolders.h"
 #include "platform/SystemSettings.h"

@@ -4,26 +4,12 @@
 #include "download/DownloadApplication.h"
 #include "download/DownloadDirectoryScan.h"
 #include "download/DownloadSettings.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TestUser.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "platform/Process.h"
-
-#include <gtest/gtest.h>
-
-#include <QDirIterator>
-#include <QRegularExpression>
-
-#include <map>
 
 namespace {
 
 using TFolders = std::map<QString, QString>;
-
-QString SourceFile(const QString& name) {
-  return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u'/' + name;
-}
 
 struct TCatalogue {
   [[nodiscard]] QString Sample(const QString& name) const {
@@ -47,35 +33,24 @@ struct TCatalogue {
   }
 
   const QString FSystem;
-  const bool FWindows = FSystem == u"windows";
   const QString FFile = SourceFile(u"data/DownloadApplication.%1.xml"_qs.arg(FSystem));
   const TComThread FComponents = {};
 };
 
-const QString kSystems[] = {u"linux"_qs, u"windows"_qs};
-
 const QString kKinds = u"ini dat keyvalue xml reg"_qs, kInstall = u"InstallFolder"_qs;
 
 // An element of an entry, the kinds of entries that need a value in it, and what the value looks like.
-struct TElementRule {
-  QString Element, NeededBy, Shape;
-};
-
-// On Linux, which has no registry, an entry of kind "reg" is there for its default alone.
-std::vector<TElementRule> ElementRules(bool windows) {
+std::vector<std::array<QString, 3>> ElementRules() {
   const QString path =
-      windows
-          ? uR"(%(APPDATA|LOCALAPPDATA|USERPROFILE|ProgramData|ProgramFiles(\(x86\))?)%([^%/]*[^%/\\])?)"_qs
-          : uR"(%(HOMEPATH|APPDATA|LOCALAPPDATA)%([^%\\]*[^%/\\])?)"_qs;
-  const QString files = u"ini dat keyvalue xml"_qs;
-  const QString registry = windows ? u"reg"_qs : u"none"_qs, any = u".+"_qs;
+      uR"(%(APPDATA|LOCALAPPDATA|USERPROFILE|ProgramData|ProgramFiles(\(x86\))?)%([^%/]*[^%/\\])?)"_qs;
+  const QString files = u"ini dat keyvalue xml"_qs, registry = u"reg"_qs, any = u".+"_qs;
   const QString rootKey = u"HKEY_CURRENT_USER|HKEY_LOCAL_MACHINE"_qs;  // any other means the current user's
   return {{u"RegistryInfo/RegistryRegType"_qs, registry, any},
           {u"RegistryInfo/RegistryRootKey"_qs, registry, rootKey},
           {u"RegistryInfo/RegistryKeyPath"_qs, registry, any},
           {u"RegistryInfo/RegistryKeyName"_qs, registry, any},
           {u"ConfigInfo/ConfigDirectory"_qs, files, kInstall + u'|' + path},
-          {u"ConfigInfo/ConfigPath"_qs, files, windows ? u"[^/]+"_qs : u"[^\\\\]+"_qs},
+          {u"ConfigInfo/ConfigPath"_qs, files, u"[^/]+"_qs},
           {u"ConfigInfo/ConfigSection"_qs, u"ini xml"_qs, any},
           {u"ConfigInfo/ConfigName"_qs, u"ini dat keyvalue"_qs, any},
           {u"InstallInfo/RegistryRootKey"_qs, kInstall, rootKey},
@@ -87,33 +62,29 @@ std::vector<TElementRule> ElementRules(bool windows) {
 
 // An element missing or standing twice would be read as empty or by its first place only; a variable that the
 // system does not set, or the other system's delimiter, would find nothing.
-TEST(Catalogue, EveryElementStandsOnceAndHasAValueOfItsSystemWhereItsKindNeedsOne) {
-  for (const QString& system : kSystems) {
-    const TCatalogue catalogue{system};
-    const TXmlElement root = LoadXml(catalogue.FFile);
-    QStringList names;
-    for (int i = 0; i < root.ChildCount(u"Application"_qs); ++i) {
-      const TXmlElement application = root.ChildAt(u"Application"_qs, i);
-      const QString kind = application.Attribute(u"ConfigInfoFrom"_qs);
-      const QString folder =
-          application.Child(u"ConfigInfo"_qs).Child(u"ConfigDirectory"_qs).Attribute(u"Value"_qs);
-      names.append(application.Attribute(u"Name"_qs));
-      ASSERT_TRUE(kKinds.split(u' ').contains(kind)) << qPrintable(names.last());
-      for (const auto& [element, neededBy, shape] : ElementRules(catalogue.FWindows)) {
-        const QString parent = element.section(u'/', 0, 0), name = element.section(u'/', 1);
-        const TXmlElement holder = parent == u"." ? application : application.Child(parent);
-        const QString value = holder.Child(name).Attribute(u"Value"_qs);
-        const bool needed =
-            neededBy.split(u' ').contains(kind) || (neededBy == kInstall && folder == kInstall);
-        const QString pattern = QRegularExpression::anchoredPattern(needed ? shape : QString());
-        EXPECT_EQ(holder.ChildCount(name), 1) << qPrintable(names.last() + u' ' + element);
-        EXPECT_TRUE(QRegularExpression(pattern).match(value).hasMatch())
-            << qPrintable(names.last() + u' ' + element + u' ' + value);
-      }
+TEST(Catalogue, OfWindowsHasEachElementOnceAndAValueWhereItsKindNeedsOne) {
+  const TXmlElement root = LoadXml(TCatalogue{u"windows"_qs}.FFile);
+  QStringList names;
+  for (int i = 0; i < root.ChildCount(u"Application"_qs); ++i) {
+    const TXmlElement application = root.ChildAt(u"Application"_qs, i);
+    const QString kind = application.Attribute(u"ConfigInfoFrom"_qs);
+    const QString folder =
+        application.Child(u"ConfigInfo"_qs).Child(u"ConfigDirectory"_qs).Attribute(u"Value"_qs);
+    names.append(application.Attribute(u"Name"_qs));
+    ASSERT_TRUE(kKinds.split(u' ').contains(kind)) << qPrintable(names.last());
+    for (const auto& [element, neededBy, shape] : ElementRules()) {
+      const QString parent = element.section(u'/', 0, 0), name = element.section(u'/', 1);
+      const TXmlElement holder = parent == u"." ? application : application.Child(parent);
+      const QString value = holder.Child(name).Attribute(u"Value"_qs);
+      const bool needed = neededBy.split(u' ').contains(kind) || (neededBy == kInstall && folder == kInstall);
+      const QString pattern = QRegularExpression::anchoredPattern(needed ? shape : QString());
+      EXPECT_EQ(holder.ChildCount(name), 1) << qPrintable(names.last() + u' ' + element);
+      EXPECT_TRUE(QRegularExpression(pattern).match(value).hasMatch())
+          << qPrintable(names.last() + u' ' + element + u' ' + value);
     }
-    EXPECT_GT(names.size(), 10);
-    EXPECT_EQ(names.removeDuplicates(), 0);
   }
+  EXPECT_GT(names.size(), 10);
+  EXPECT_EQ(names.removeDuplicates(), 0);
 }
 
 // A text in braces in a bencoded file gets its length, which depends on the home's path, in front.

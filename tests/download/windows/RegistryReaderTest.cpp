@@ -2,13 +2,9 @@
 #include "download/CatalogueMaker.h"
 #include "download/DownloadDirectoryScan.h"
 #include "download/DownloadSettings.h"
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TestUser.h"
+#include "fixtures/SystemTest.h"
 #include "fixtures/windows/RegistryKey.h"
-#include "platform/Paths.h"
 #include "platform/Process.h"
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -33,11 +29,7 @@ class RealRegistry : public testing::Test {
 TEST_F(RealRegistry, TextsComeOutAndOtherTypesDoNot) {
   const QByteArray text = TTempRegistryKey::BytesOf(u"D:\\é 日"_qs);
   const QByteArray end(2, '\0');
-  const struct {
-    DWORD Type;
-    QByteArray Bytes;
-    QString Text;
-  } rows[] = {
+  const std::tuple<DWORD, QByteArray, QString> rows[] = {
       {REG_SZ, text + end, u"D:\\é 日"_qs},
       {REG_SZ, text, u"D:\\é 日"_qs},
       {REG_SZ, TTempRegistryKey::BytesOf(QString(QChar(0xd800)) + u'x'), QString(QChar(0xd800)) + u'x'},
@@ -49,21 +41,20 @@ TEST_F(RealRegistry, TextsComeOutAndOtherTypesDoNot) {
       {REG_QWORD, text.left(8), u"D:\\é"_qs},
       {REG_NONE, text, u"D:\\é 日"_qs},
       {REG_MULTI_SZ, {}, QString()}};
-  for (const auto& row : rows) {
-    FKey.Set(u"Folder"_qs, row.Type, row.Bytes);
-    EXPECT_EQ(ReadRegistryValue(u"HKEY_CURRENT_USER"_qs, kKey, u"Folder"_qs), row.Text) << row.Type;
+  for (const auto& [type, bytes, value] : rows) {
+    FKey.Set(u"Folder"_qs, type, bytes);
+    EXPECT_EQ(ReadRegistryValue(u"HKEY_CURRENT_USER"_qs, kKey, u"Folder"_qs), value) << type;
   }
 }
 
 TEST_F(RealRegistry, AnyOtherRootIsTheCurrentUsers) {
   FKey.SetText(u"Folder"_qs, u"here"_qs);
-  const struct {
-    QString Root, Text;
-  } rows[] = {{u"HKEY_CURRENT_USER"_qs, u"here"_qs},  {QString(), u"here"_qs},
-              {u"hkey_local_machine"_qs, u"here"_qs}, {u"HKEY_CLASSES_ROOT"_qs, u"here"_qs},
-              {u"HKEY_LOCAL_MACHINE"_qs, QString()},  {u"HKEY_CURRENT_CONFIG"_qs, QString()}};
-  for (const auto& row : rows)
-    EXPECT_EQ(ReadRegistryValue(row.Root, kKey, u"Folder"_qs), row.Text) << qPrintable(row.Root);
+  const std::pair<QString, QString> rows[] = {
+      {u"HKEY_CURRENT_USER"_qs, u"here"_qs},  {QString(), u"here"_qs},
+      {u"hkey_local_machine"_qs, u"here"_qs}, {u"HKEY_CLASSES_ROOT"_qs, u"here"_qs},
+      {u"HKEY_LOCAL_MACHINE"_qs, QString()},  {u"HKEY_CURRENT_CONFIG"_qs, QString()}};
+  for (const auto& [root, text] : rows)
+    EXPECT_EQ(ReadRegistryValue(root, kKey, u"Folder"_qs), text) << qPrintable(root);
   const QString system = u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion"_qs;
   EXPECT_FALSE(ReadRegistryValue(u"HKEY_LOCAL_MACHINE"_qs, system, u"ProductName"_qs).isEmpty());
 }

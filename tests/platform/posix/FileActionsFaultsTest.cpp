@@ -3,12 +3,9 @@
 // to be.
 #include "platform/FileActions.h"
 
-#include "../PlatformTest.h"
 #include "SystemCalls.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "platform/posix/FileDescriptor.h"
-
-#include <QRegularExpression>
 
 #include <fcntl.h>
 #include <sys/stat.h>

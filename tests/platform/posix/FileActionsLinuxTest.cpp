@@ -1,13 +1,9 @@
 // What Linux's own file actions do: links, rights, the trash, requests to systemd, copies to another volume.
 #include "platform/FileActions.h"
 
-#include "../PlatformTest.h"
 #include "SystemCalls.h"
 #include "fixtures/MountNamespace.h"
-#include "platform/FileTests.h"
-
-#include <QCryptographicHash>
-#include <QDateTime>
+#include "fixtures/SystemTest.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

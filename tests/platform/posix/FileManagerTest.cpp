@@ -1,31 +1,16 @@
 // What the desktop's file manager is asked by D-Bus, on a bus of the test's own.
 #include "platform/Shell.h"
 
-#include "platform/Paths.h"
-
-#include <gtest/gtest.h>
+#include "fixtures/SystemTest.h"
+#include "fixtures/UrlTaker.h"
 
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QDesktopServices>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
-#include <QUrl>
 
 namespace {
-
-// Takes what the desktop is to open.
-class TOpener : public QObject {
-  Q_OBJECT
-
- public:
-  Q_INVOKABLE void Open(const QUrl& url) { Opened = url.toEncoded(); }
-
-  QByteArray Opened;
-};
 
 // Takes every call of the file manager and notes it.
 class TFileManager : public QDBusVirtualObject {
@@ -69,13 +54,12 @@ class FileManagerTest : public testing::Test {
 TEST_F(FileManagerTest, ItIsAskedByUriAndWhereThereIsNoneTheCallerServes) {
   const QString path = NameFromBytes("/a/b c,\xff#%.txt");
   int served = 0;
-  TOpener opener;
-  QDesktopServices::setUrlHandler(u"file"_qs, &opener, "Open");
+  TUrlTaker desktop(u"file"_qs);
   ShowPropertiesDialog(path, [&] { ++served; });
   ShowInFileManager(path);
-  EXPECT_TRUE(served == 0 && opener.Opened.isEmpty()) << "later, not at once";
-  EXPECT_TRUE(QTest::qWaitFor([&] { return served == 1 && !opener.Opened.isEmpty(); }, 20'000));
-  EXPECT_EQ(std::exchange(opener.Opened, {}), "file:///a") << "the folder";
+  EXPECT_TRUE(served == 0 && desktop.Opened.isEmpty()) << "later, not at once";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return served == 1 && !desktop.Opened.isEmpty(); }, 20'000));
+  EXPECT_EQ(std::exchange(desktop.Opened, {}), QList{QUrl(u"file:///a"_qs)}) << "the folder";
 
   ASSERT_TRUE(FBus->registerService(u"org.freedesktop.FileManager1"_qs));
   const auto asked = [this] {
@@ -86,10 +70,7 @@ TEST_F(FileManagerTest, ItIsAskedByUriAndWhereThereIsNoneTheCallerServes) {
   EXPECT_EQ(asked(), u"org.freedesktop.FileManager1.ShowItemProperties file:///a/b%20c%2C%FF%23%25.txt"_qs);
   ShowInFileManager(path);
   EXPECT_EQ(asked(), u"org.freedesktop.FileManager1.ShowItems file:///a/b%20c%2C%FF%23%25.txt"_qs);
-  EXPECT_TRUE(served == 1 && opener.Opened.isEmpty());
-  QDesktopServices::unsetUrlHandler(u"file"_qs);
+  EXPECT_TRUE(served == 1 && desktop.Opened.isEmpty());
 }
 
 }  // namespace
-
-#include "FileManagerTest.moc"

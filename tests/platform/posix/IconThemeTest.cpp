@@ -1,4 +1,4 @@
-#include "../PlatformTest.h"
+#include "fixtures/SystemTest.h"
 #include "platform/Icons.h"
 
 #include <QImage>

@@ -2,12 +2,9 @@
 // it.
 #include "platform/posix/MountTable.h"
 
-#include "../PlatformTest.h"
 #include "fixtures/MountNamespace.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "platform/XmlDocument.h"
-
-#include <QProcess>
 
 #include <sys/mount.h>
 #include <sys/sysmacros.h>

@@ -1,11 +1,6 @@
 #include "platform/SingleInstance.h"
 
-#include "../PlatformTest.h"
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QElapsedTimer>
+#include "fixtures/SystemTest.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

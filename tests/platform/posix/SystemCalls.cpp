@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
+#include <thread>
 
 namespace {
 
@@ -43,6 +44,10 @@ bool Strike(const char* name) {
   if (gPlan.Error == 0) std::raise(SIGKILL);
   errno = gPlan.Error;
   return true;
+}
+
+bool Crosses(int from, int to) {
+  return from != to && (gDisk.IsOther || (gArmed && gPlan.OtherVolume));
 }
 
 bool BreakOff() {
@@ -116,7 +121,6 @@ PLANNED_CALL(ssize_t, readlinkat, (int a, const char* b, char* c, size_t d), (a,
 PLANNED_CALL(int, renameat, (int a, const char* b, int c, const char* d), (a, b, c, d))
 PLANNED_CALL(int, statx, (int a, const char* b, int c, unsigned d, struct statx* e), (a, b, c, d, e))
 PLANNED_CALL(int, symlinkat, (const char* a, int b, const char* c), (a, b, c))
-PLANNED_CALL(int, unlinkat, (int a, const char* b, int c), (a, b, c))
 PLANNED_CALL(int, utimensat, (int a, const char* b, const timespec* c, int d), (a, b, c, d))
 
 extern "C" int __real_access(const char* path, int mode);
@@ -136,7 +140,7 @@ extern "C" int __wrap_openat(int folder, const char* path, int flags, ...) {
 extern "C" int __real_renameat2(int from, const char* name, int to, const char* newName, unsigned flags);
 extern "C" int __wrap_renameat2(int from, const char* name, int to, const char* newName, unsigned flags) {
   if (Strike("renameat2")) return -1;
-  if (gArmed && gPlan.OtherVolume && from != to) return Failed(EXDEV);
+  if (Crosses(from, to)) return Failed(EXDEV);
   if (gArmed && gPlan.NoFlags && flags != 0) return Failed(EINVAL);
   return __real_renameat2(from, name, to, newName, flags);
 }
@@ -144,8 +148,13 @@ extern "C" int __wrap_renameat2(int from, const char* name, int to, const char* 
 extern "C" int __real_linkat(int from, const char* name, int to, const char* newName, int flags);
 extern "C" int __wrap_linkat(int from, const char* name, int to, const char* newName, int flags) {
   if (Strike("linkat")) return -1;
-  return gArmed && gPlan.OtherVolume && from != to ? Failed(EXDEV)
-                                                   : __real_linkat(from, name, to, newName, flags);
+  return Crosses(from, to) ? Failed(EXDEV) : __real_linkat(from, name, to, newName, flags);
+}
+
+extern "C" int __real_unlinkat(int folder, const char* name, int flags);
+extern "C" int __wrap_unlinkat(int folder, const char* name, int flags) {
+  if (Strike("unlinkat")) return -1;
+  return gArmed && gPlan.Undeletable ? Failed(EPERM) : __real_unlinkat(folder, name, flags);
 }
 
 extern "C" ssize_t __real_read(int file, void* buffer, size_t size);
@@ -155,6 +164,8 @@ extern "C" ssize_t __wrap_read(int file, void* buffer, size_t size) {
 
 extern "C" ssize_t __real_write(int file, const void* buffer, size_t size);
 extern "C" ssize_t __wrap_write(int file, const void* buffer, size_t size) {
+  while (gDisk.Stalls && gettid() != getpid())
+    std::this_thread::yield();
   if (!gArmed) return __real_write(file, buffer, size);
   if (Strike("write") || BreakOff()) return -1;
   auto taken = static_cast<qint64>(size);

@@ -1,8 +1,6 @@
 #include "platform/Process.h"
 
-#include "../PlatformTest.h"
-
-#include <QSemaphore>
+#include "fixtures/SystemTest.h"
 
 #include <fcntl.h>
 #include <sys/ioctl.h>

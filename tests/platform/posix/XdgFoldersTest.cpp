@@ -1,9 +1,7 @@
 // Folders by the user's environment, as the desktop's rules have it.
 #include "platform/KnownFolders.h"
 
-#include "../PlatformTest.h"
-
-#include <QCoreApplication>
+#include "fixtures/SystemTest.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -49,11 +47,6 @@ TEST(XdgFolders, DownloadsAreWhereTheUserDirectoriesSay) {
     tree.WriteFile(".config/user-dirs.dirs", line);
     EXPECT_EQ(GetDownloadsFolder(), folder) << line;
   }
-}
-
-TEST(XdgFolders, PlacesOfTheSystemAndTheProgram) {
-  EXPECT_EQ(GetWindowsFolder() + GetSystemFolder() + SystemVolumeRoot(), u"///"_qs);
-  EXPECT_EQ(ProgramFolder(), QCoreApplication::applicationDirPath() + PathDelim);
 }
 
 TEST(XdgFolders, NamesOfOtherSystemsAreKnown) {

@@ -3,12 +3,8 @@
 #include "platform/FileActions.h"
 #include "platform/Shell.h"
 
-#include "fixtures/TempTree.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "platform/KnownFolders.h"
-#include "platform/Paths.h"
-
-#include <gtest/gtest.h>
 
 #include <windows.h>
 

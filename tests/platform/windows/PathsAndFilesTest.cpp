@@ -1,10 +1,7 @@
 // Paths in the forms of Windows, its links to folders, and the prolog of an XML file.
-#include "../PlatformTest.h"
+#include "fixtures/SystemTest.h"
 #include "platform/windows/FileEntry.h"
 #include "platform/windows/XmlProlog.h"
-
-#include <QDir>
-#include <QTemporaryDir>
 
 namespace {
 

@@ -1,14 +1,9 @@
 // The console, the registry and the folders of Windows.
-#include "../PlatformTest.h"
+#include "fixtures/SystemTest.h"
 #include "fixtures/windows/RegistryKey.h"
-#include "platform/FileTests.h"
 #include "platform/KnownFolders.h"
 #include "platform/Process.h"
 #include "platform/SystemSettings.h"
-
-#include <QCoreApplication>
-#include <QDir>
-#include <QSemaphore>
 
 #include <windows.h>
 
@@ -111,16 +106,12 @@ TEST(RegistryFileTypes, TheExtensionLeadsToItsClassAndTheClassHasTheText) {
   EXPECT_EQ(FileTypeText(u".tallyscope-test"_qs), QString()) << "no text";
 }
 
-QString Variable(const char* name) {
-  return qEnvironmentVariable(name);
-}
-
 TEST(SpecialFolders, FoldersByNumberAreTheOnesOfTheEnvironment) {
-  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::AppData), Variable("APPDATA")));
-  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::LocalAppData), Variable("LOCALAPPDATA")));
-  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::CommonAppData), Variable("PROGRAMDATA")));
-  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::Profile), Variable("USERPROFILE")));
-  const QString profile = IncludeTrailingPathDelimiter(Variable("USERPROFILE"));
+  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::AppData), qEnvironmentVariable("APPDATA")));
+  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::LocalAppData), qEnvironmentVariable("LOCALAPPDATA")));
+  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::CommonAppData), qEnvironmentVariable("PROGRAMDATA")));
+  EXPECT_TRUE(SameFolder(GetKnownFolder(TSpecialFolder::Profile), qEnvironmentVariable("USERPROFILE")));
+  const QString profile = IncludeTrailingPathDelimiter(qEnvironmentVariable("USERPROFILE"));
   for (const TSpecialFolder folder : {TSpecialFolder::Personal, TSpecialFolder::Desktop}) {
     EXPECT_TRUE(GetKnownFolder(folder).startsWith(profile, Qt::CaseInsensitive));
     EXPECT_TRUE(DirectoryExists(GetKnownFolder(folder)));
@@ -128,9 +119,9 @@ TEST(SpecialFolders, FoldersByNumberAreTheOnesOfTheEnvironment) {
 }
 
 TEST(SpecialFolders, PlacesOfTheSystemAndTheProgram) {
-  EXPECT_TRUE(SameFolder(GetWindowsFolder(), Variable("SystemRoot")));
-  EXPECT_TRUE(SameFolder(GetSystemFolder(), Variable("SystemRoot") + u"\\system32"_qs));
-  EXPECT_TRUE(SameFolder(SystemVolumeRoot(), Variable("SystemDrive") + u'\\'));
+  EXPECT_TRUE(SameFolder(GetWindowsFolder(), qEnvironmentVariable("SystemRoot")));
+  EXPECT_TRUE(SameFolder(GetSystemFolder(), qEnvironmentVariable("SystemRoot") + u"\\system32"_qs));
+  EXPECT_TRUE(SameFolder(SystemVolumeRoot(), qEnvironmentVariable("SystemDrive") + u'\\'));
   EXPECT_EQ(ProgramFolder(), QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) + u'\\');
 }
 

@@ -1,36 +1,17 @@
 // Opening is watched at the desktop's door: nothing is started.
-#include "fixtures/TempTree.h"
+#include "fixtures/SystemTest.h"
+#include "fixtures/UrlTaker.h"
 #include "platform/KnownFolders.h"
 #include "support/ShellRoutines.h"
 
-#include <gtest/gtest.h>
-
-#include <QDesktopServices>
-#include <QObject>
-#include <QUrl>
-
-namespace {
-
-class TWatcher : public QObject {
-  Q_OBJECT
-
- public:
-  TWatcher() { QDesktopServices::setUrlHandler(u"file"_qs, this, "Opened"); }
-  ~TWatcher() override { QDesktopServices::unsetUrlHandler(u"file"_qs); }
-
-  QStringList Paths;
-
- public Q_SLOTS:
-  void Opened(const QUrl& url) { Paths.append(url.path()); }
-};
-
-}  // namespace
-
 TEST(OpenWithShell, ReplacesTheFoldersItKnowsByTheirExactNames) {
-  TWatcher watcher;
+  TUrlTaker desktop(u"file"_qs);
   for (const QString& target : {u"%APP%/a%APP%\\b"_qs, u"%WINDOWS%a/%SYSTEM%b"_qs, u"/%app%/x"_qs})
     OpenWithShell(target);
-  EXPECT_EQ(watcher.Paths,
+  QStringList paths;
+  for (const QUrl& url : desktop.Opened)
+    paths << url.path();
+  EXPECT_EQ(paths,
             QStringList({ProgramFolder() + u'a' + ProgramFolder() + u'b', u"/a//b"_qs, u"/%app%/x"_qs}));
 }
 
@@ -46,5 +27,3 @@ TEST(GetFileIconHandle, GoesByTheNameThatIsLeftOfACommandLine) {
   EXPECT_EQ(GetFileIconHandle(u"\"/no such/a.pdf\" -x"_qs).name(), u"application-pdf");
   EXPECT_EQ(GetFileIconHandle(u"/a/b - c.pdf"_qs).name(), u"text-x-generic") << "cut before the extension";
 }
-
-#include "ShellRoutinesTest.moc"

@@ -1,14 +1,7 @@
 // Opening is watched by what is opened: scripts that leave a file behind.
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TempTree.h"
-#include "platform/FileTests.h"
+#include "fixtures/SystemTest.h"
 #include "support/Korvel_Routine_New.h"
 #include "support/ShellRoutines.h"
-
-#include <gtest/gtest.h>
-
-#include <QElapsedTimer>
-#include <QThread>
 
 namespace {
 
