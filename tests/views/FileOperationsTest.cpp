@@ -1,40 +1,32 @@
 // The file commands over real files, by the rules of each tab.
-#include "FileOperationsFixture.h"
-
-#include <QTest>
-
+#include "TabFixture.h"
 #include "controls/shell/RzShellList.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/QtPrinters.h"
 #include "views/files/FileRows.h"
 #include "views/rows/ListHelpers.h"
 
 using FileOperations = TFileOperationsTest;
 
 TEST_F(FileOperations, WhichRowsGoAfterADeleteDiffersByTab) {
-  const struct {
-    TTabIndex Tab;
-    bool FileRowGoes, MissingRowGoes, FolderGoes, FolderRowGoes;
-  } rules[] = {{kOverviewTab, false, false, true, true},
-               {kContentsTab, true, false, true, true},
-               {kTopFilesTab, true, true, false, false},
-               {kDownloadsTab, true, true, false, false}};
-  for (const auto& rule : rules) {
+  const std::tuple<TTabIndex, bool, bool, bool> rows[] = {{kOverviewTab, false, false, true},
+                                                          {kContentsTab, true, false, true},
+                                                          {kTopFilesTab, true, true, false},
+                                                          {kDownloadsTab, true, true, false}};
+  for (const auto& [tab, fileRowGoes, missingRowGoes, folderGoes] : rows) {
     Clear();
     AddFileRow("root", "file");
-    On(rule.Tab).Delete();
-    EXPECT_FALSE(There("root/file")) << rule.Tab;
-    EXPECT_EQ(FList.Items().Count() == 0, rule.FileRowGoes) << rule.Tab;
+    On(tab).Delete();
+    EXPECT_FALSE(There("root/file")) << tab;
+    EXPECT_EQ(FList.Items().Count() == 0, fileRowGoes) << tab;
     Clear();
     AddRow("root", "missing");
-    On(rule.Tab).Delete();
-    EXPECT_EQ(FList.Items().Count() == 0, rule.MissingRowGoes) << rule.Tab;
+    On(tab).Delete();
+    EXPECT_EQ(FList.Items().Count() == 0, missingRowGoes) << tab;
     Clear();
     FTree.MakeFile("root/folder/inner", 1);
     AddRow("root", "folder", true);
-    On(rule.Tab).Delete();
-    EXPECT_EQ(There("root/folder"), !rule.FolderGoes) << rule.Tab;
-    EXPECT_EQ(FList.Items().Count() == 0, rule.FolderRowGoes) << rule.Tab;
+    On(tab).Delete();
+    EXPECT_EQ(There("root/folder"), !folderGoes) << tab;
+    EXPECT_EQ(FList.Items().Count() == 0, folderGoes) << tab;
   }
 }
 
@@ -264,14 +256,11 @@ TEST_F(FileOperations, TheMenuKeysOpenThePopupAtTheFocusedRow) {
 TEST_F(FileOperations, RowsOfAFolderAreActedOnInTheFolderThatIsHeld) {
   FTree.MakeAll({"root/a", "root/sub/b"});
   TRzShellList list;
-  TListViewOptions options;
-  options.CheckBoxes = true;
-  list.SetOptions(options);
+  list.SetOptions({.CheckBoxes = true});
   TShellFileRows rows(list);
   int refills = 0;
   rows.OnRefill = [&refills] { ++refills; };
-  const TTabParts parts{*this, FState, FCommands, FLine, FDialogs, FPictures, FImages};
-  TFileOperations operations(parts, kContentsTab, rows);
+  TFileOperations operations(Parts(), kContentsTab, rows);
   list.SetPath(FTree.Path("root"));
   ASSERT_TRUE(QTest::qWaitFor([&] { return rows.Count() == 2; }, 10000));
   EXPECT_TRUE(rows.Row(0).IsFolder);

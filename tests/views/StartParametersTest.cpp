@@ -1,25 +1,8 @@
 #include "views/main/StartParameters.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "fixtures/Completions.h"
-#include "fixtures/QtPrinters.h"
+#include "fixtures/SystemTest.h"
 #include "platform/KnownFolders.h"
-
-namespace {
-
-QString WriteList(const QTemporaryDir& folder, const QByteArray& content) {
-  QFile file(folder.filePath(u"list.txt"_qs));
-  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(content);
-  return file.fileName();
-}
-
-}  // namespace
 
 TEST(StartParameters, FirstParameterBeginsAScanWithoutRegardToCase) {
   EXPECT_EQ(TStartParameters({u"/ScanSys"_qs}).AutoStart(), TAutoStart::ScanSystem);
@@ -38,18 +21,19 @@ TEST(StartParameters, HelpAndVersionAreAnsweredOnTheConsole) {
 }
 
 TEST(StartParameters, PathsToScanAreTheSystemVolumeOrTheFoldersThatExist) {
-  const QTemporaryDir folder;
-  const QString missing = folder.filePath(u"missing"_qs);
-  EXPECT_EQ(TStartParameters({u"/scansys"_qs, folder.path()}).AutoPaths(), QStringList{SystemVolumeRoot()});
-  EXPECT_EQ(TStartParameters({u"/scandrive"_qs, missing, folder.path(), QDir::tempPath()}).AutoPaths(),
-            (QStringList{folder.path(), QDir::tempPath()}));
-  EXPECT_TRUE(TStartParameters({folder.path(), folder.path()}).AutoPaths().isEmpty());
+  const TTempTree tree;
+  EXPECT_EQ(TStartParameters({u"/scansys"_qs, tree.Path()}).AutoPaths(), QStringList{SystemVolumeRoot()});
+  EXPECT_EQ(
+      TStartParameters({u"/scandrive"_qs, tree.Path("missing"), tree.Path(), QDir::tempPath()}).AutoPaths(),
+      (QStringList{tree.Path(), QDir::tempPath()}));
+  EXPECT_TRUE(TStartParameters({tree.Path(), tree.Path()}).AutoPaths().isEmpty());
 }
 
 TEST(StartParameters, AListFileOfOneFolderPreselectsIt) {
-  const QTemporaryDir folder;
+  TTempTree tree;
   const auto preselected = [&](const QByteArray& content) {
-    return TStartParameters({u"x"_qs, WriteList(folder, content)}).Preselection();
+    tree.WriteFile("list.txt", content);
+    return TStartParameters({u"x"_qs, tree.Path("list.txt")}).Preselection();
   };
   EXPECT_EQ(preselected("/srv/data\r\n").Folder, u"/srv/data"_qs);
   EXPECT_EQ(preselected("\xEF\xBB\xBF/srv/d\xC3\xA4ta").Folder, u"/srv/däta"_qs);

@@ -1,18 +1,9 @@
 // Our own window of properties, for desktops that have none.
 #include "views/files/PropertiesDialog.h"
 
-#include <gtest/gtest.h>
-
-#include <QDialog>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
-
 #include <filesystem>
 
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TempTree.h"
-#include "platform/Paths.h"
+#include "fixtures/FormTest.h"
 #include "support/PLanguage.h"
 
 namespace {

@@ -1,21 +1,13 @@
-// The file commands of any tab over a list of rows, real files and dialogs that give set answers.
+// One tab between real commands, a real status bar and dialogs that give set answers; and the file commands
+// of any tab over a list of rows and real files.
 #pragma once
 
-#include "views/files/FileOperations.h"
-
-#include <gtest/gtest.h>
-
-#include <QMainWindow>
-#include <QTimer>
+#include "fixtures/FormTest.h"
 
 #include "controls/list/ListView.h"
 #include "controls/notes/Image.h"
-#include "fixtures/GivenDialogs.h"
-#include "fixtures/TempTree.h"
-#include "fixtures/TestUser.h"
-#include "platform/FileTests.h"
-#include "platform/Paths.h"
 #include "views/commands/Commands.h"
+#include "views/files/FileOperations.h"
 #include "views/main/ResultTab.h"
 #include "views/rows/ResultRows.h"
 
@@ -28,7 +20,25 @@ struct TCountingRows : public TResultFileRows {
   int Refills = 0;
 };
 
-class TFileOperationsTest : public testing::Test, public TTabHost {
+class TTabTest : public testing::Test, public TTabHost {
+ protected:
+  TScanForm* ScanForm() const override { return nullptr; }
+  void ActivateAgain() override {}
+  QWidget& Window() override { return FForm; }
+  [[nodiscard]] TTabParts Parts() { return {*this, FState, FCommands, FLine, FDialogs, FPictures, FImages}; }
+  [[nodiscard]] bool Enabled(const char* command) { return FCommands.Button(command).Enabled(); }
+
+  QMainWindow FForm;
+  TMainCommands FCommands{FForm};
+  TImageNote FPictures;
+  TMainState FState{QString()};
+  TdxStatusBar FBar;
+  TStatusLine FLine{FBar, FPictures, FState};
+  TGivenDialogs FDialogs;
+  TFormImages FImages;
+};
+
+class TFileOperationsTest : public TTabTest {
  protected:
   TFileOperationsTest() {
     FList.SetOptions({.CheckBoxes = true});
@@ -37,16 +47,11 @@ class TFileOperationsTest : public testing::Test, public TTabHost {
     FForm.setCentralWidget(&FList);
     FForm.show();
     FRows.SetRoots({FTree.Path("root")});
-    FTree.MakeFolder("root");
-    FTree.MakeFolder("to");
+    FTree.MakeAll({"root/", "to/"});
     FDialogs.Folder = FTree.Path("to");
     FDialogs.Yes = true;
   }
   ~TFileOperationsTest() override { FForm.takeCentralWidget(); }
-
-  TScanForm* ScanForm() const override { return nullptr; }
-  void ActivateAgain() override {}
-  QWidget& Window() override { return FForm; }
 
   // A checked row of "folder/name", the last one or at an index, the selected one from now on.
   void AddRow(const QByteArray& folder, const QByteArray& name, bool isFolder = false, int row = -1) {
@@ -66,11 +71,9 @@ class TFileOperationsTest : public testing::Test, public TTabHost {
     FDialogs.Said.clear();
     SetLarge(true);
   }
-  TFileOperations On(TTabIndex tab) {
-    return TFileOperations({*this, FState, FCommands, FLine, FDialogs, FPictures, FImages}, tab, FRows);
-  }
+  TFileOperations On(TTabIndex tab) { return TFileOperations(Parts(), tab, FRows); }
   void SetLarge(bool on) { FCommands.SetEnabled({"lbtnDelete", "lbtnMove"}, on); }
-  [[nodiscard]] bool LargeOn() { return FCommands.Button("lbtnDelete").Enabled(); }
+  [[nodiscard]] bool LargeOn() { return Enabled("lbtnDelete"); }
   [[nodiscard]] bool There(const QByteArray& name) const {
     return GetFileStatus(FTree.Path(name)).has_value();
   }
@@ -88,14 +91,6 @@ class TFileOperationsTest : public testing::Test, public TTabHost {
 
   TTestUser FUser;  // whose trash it is
   TTempTree FTree;
-  QMainWindow FForm;
-  TMainCommands FCommands{FForm};
-  TImageNote FPictures;
-  TMainState FState{QString()};
-  TdxStatusBar FBar;
-  TStatusLine FLine{FBar, FPictures, FState};
-  TGivenDialogs FDialogs;
-  TFormImages FImages;
   TListView FList;
   TCountingRows FRows{FList, kFolderImage};
 };
