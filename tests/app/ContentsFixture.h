@@ -1,13 +1,9 @@
 // The Contents tab of the real form, over the small tree and whatever a test puts into it.
 #pragma once
 
-#include <QTest>
-
 #include "FormsFixture.h"
 #include "controls/shell/RzShellCombo.h"
 #include "controls/shell/RzShellList.h"
-#include "platform/Paths.h"
-#include "support/Korvel_Routine_New.h"
 
 class TContentsTest : public TFormsTest {
  protected:

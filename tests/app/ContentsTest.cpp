@@ -1,11 +1,5 @@
 // The Contents tab: what its rows, the status bar and the commands say, and the ways through the folders.
-#include <gtest/gtest.h>
-
-#include <QElapsedTimer>
-#include <QLabel>
-
 #include "ContentsFixture.h"
-#include "fixtures/NativePath.h"
 #include "platform/KnownFolders.h"
 #include "views/contents/ContentsTab.h"
 

@@ -1,16 +1,7 @@
 // What becomes of exceptions that leave a handler, in the program's own application object.
 #include "app/FaultFilter.h"
 
-#include <gtest/gtest.h>
-
-#include <QClipboard>
-#include <QDialog>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QTimer>
-
-#include "fixtures/QtPrinters.h"
+#include "fixtures/FormTest.h"
 #include "platform/Messages.h"
 
 namespace {

@@ -1,34 +1,16 @@
 // The language on the forms: every text has its key, every language has every text, and none is cut.
-#include <QAccessible>
-#include <QComboBox>
-#include <QFile>
-#include <QGroupBox>
-#include <QListWidget>
-#include <QScrollBar>
-#include <QTabBar>
-#include <QToolBar>
-#include <QToolButton>
-#include <QTreeWidget>
-
-#include <map>
-
 #include "FormsFixture.h"
-#include "controls/bars/TabContainerDockSite.h"
 #include "controls/buttons/RdImageButton.h"
 #include "controls/fold/RdFoldPanel.h"
 #include "controls/list/rd/RdListView.h"
 #include "controls/notes/Image.h"
 #include "controls/notes/Labels.h"
-#include "controls/notes/PPageNote.h"
 #include "controls/shell/RzShellList.h"
-#include "fixtures/TestUser.h"
 #include "views/language/FormComponents.h"
 
 namespace {
 
-QString LanguageFolder() {
-  return qEnvironmentVariable("TALLYSCOPE_SOURCE_DIR") + u"/data/Toolbox_Language"_qs;
-}
+const QString kLanguageFolder = SourceFile(u"data/Toolbox_Language"_qs);
 
 // What the forms say without any language file where that is not what the English one says.
 const std::pair<const char*, const char*> kStored[] = {
@@ -42,7 +24,7 @@ const char* const kLabels[] = {"lblStcSize",          "lblStcFiles", "lblstcUsed
 
 // Gives the text of a key of either form.
 std::function<QString(const QString& key)> ReaderOf(const char* name) {
-  const auto language = std::make_shared<TLanguage>(u"Tallyscope"_qs, LanguageFolder());
+  const auto language = std::make_shared<TLanguage>(u"Tallyscope"_qs, kLanguageFolder);
   language->LoadLanguage(QLatin1String(name));
   return [language](const QString& key) {
     const QString text = language->ReadText(u"Tallyscope_FormWizard"_qs, key, u"no text"_qs);
@@ -88,14 +70,11 @@ class FormLanguage : public TFormsTest {
   // Both forms as the program shows them to a user of this language, without their message loop.
   void OpenIn(const QByteArray& name, const QString& folder) {
     FUser.Home.WriteFile(TTestUser::AppData + "/Korvel/Hearthline V7/Main.ini", "[Main]\nLanguage=" + name);
-    const TStartParameters start({});
-    FForm = std::make_unique<TFormMain>(start, FDialogs, folder);
-    FWizard = std::make_unique<TFormWizard>(*FForm, FForm->StaticImages(), start);
+    Open({}, folder);
     FForm->SetScanForm(*FWizard);
     FForm->show();
     FForm->hide();
-    FForm->show();
-    FWizard->show();
+    ShowWizard();
   }
 
   [[nodiscard]] std::map<QString, QString> Texts() {
@@ -117,14 +96,14 @@ class FormLanguage : public TFormsTest {
       lookAt(*FWizard);
     }
     for (int tab = 0; tab < kTabCount; ++tab) {
-      FForm->findChild<TdxTabContainerDockSite*>(u"dxTabContainerDockSite1"_qs)->SetActiveChildIndex(tab);
+      ActivateTab(tab);
       lookAt(*FForm);
     }
   }
 
   // English with four tenths more of each text behind it.
   [[nodiscard]] QString MakeLongerLanguage() {
-    QFile file(LanguageFolder() + u"/English.lng"_qs);
+    QFile file(kLanguageFolder + u"/English.lng"_qs);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
     for (QString& line : lines) {
@@ -155,7 +134,7 @@ TEST_F(FormLanguage, WithoutFilesTheFormsSayWhatTheyStore) {
 }
 
 TEST_P(EachLanguage, HasAndShowsEveryText) {
-  OpenIn(GetParam(), LanguageFolder());
+  OpenIn(GetParam(), kLanguageFolder);
   const auto read = ReaderOf(GetParam());
   const auto room = [](const QString& key) {
     return key.contains(u"File.Columns[0]"_qs) ? u"      "_qs : QString();
@@ -175,7 +154,7 @@ TEST_P(EachLanguage, HasAndShowsEveryText) {
 }
 
 TEST_P(EachLanguage, CutsNoText) {
-  OpenIn(GetParam(), GetParam() == std::string("Longer") ? MakeLongerLanguage() : LanguageFolder());
+  OpenIn(GetParam(), GetParam() == std::string("Longer") ? MakeLongerLanguage() : kLanguageFolder);
   OnEveryWidget([](QWidget& widget) {
     EXPECT_FALSE(Cuts(widget)) << qPrintable(widget.objectName()) << widget.metaObject()->className();
   });
@@ -190,27 +169,30 @@ INSTANTIATE_TEST_SUITE_P(Forms, EachLanguage,
 
 TEST_F(FormLanguage, TheWalkKnowsTheClassesOfEveryForm) {
   QDialog form;
-  const auto add = [](QObject* component, const char* name) {
+  const auto add = [&form](const char* name, auto* component) {
+    component->setParent(&form);
     component->setObjectName(QLatin1String(name));
+    return component;
   };
-  auto* note = new TLabelNote(&form);
+  add("Button", new TRdImageButton);
+  add("ButtonEx", new TRdImageButtonEx);
+  add("Fold", new TRdFoldPanel);
+  add("Label", new TLabel);
+  add("Group", new QGroupBox);
+  add("Tool", new QToolButton);
+  add("Plain", new QLabel(u"plain"_qs));
+  add("Shell", new TRzShellList);
+  add("Choices", new QListWidget)->addItem(u"choice"_qs);
+  auto* note = add("Note", new TLabelNote);
   note->Items().Add().Text = u"old"_qs;
   note->SetTextIndex(0);
-  auto* image = new TImageNote(&form);
-  auto* box = new QComboBox(&form);
+  auto* image = add("Image", new TImageNote);
+  auto* box = add("Box", new QComboBox);
   box->addItems({u"one"_qs, u"two"_qs});
   box->setCurrentIndex(1);
-  auto* tree = new QTreeWidget(&form);
+  auto* tree = add("Tree", new QTreeWidget);
   (new QTreeWidgetItem(new QTreeWidgetItem(tree)))->setText(0, u"child"_qs);
-  auto* choices = new QListWidget(&form);
-  choices->addItem(u"choice"_qs);
-  auto* item = new QAction(&form);
-  auto* shell = new TRzShellList(&form);
-  add(new TRdImageButton(&form), "Button"), add(new TRdImageButtonEx(&form), "ButtonEx");
-  add(new TRdFoldPanel(&form), "Fold");
-  add(note, "Note"), add(image, "Image"), add(box, "Box"), add(tree, "Tree"), add(choices, "Choices");
-  add(item, "Item"), add(shell, "Shell"), add(new TLabel(&form), "Label"), add(new QGroupBox(&form), "Group");
-  add(new QToolButton(&form), "Tool"), add(new QLabel(u"plain"_qs, &form), "Plain");
+  auto* item = add("Item", new QAction);
   FTree.WriteFile(
       "L/L.lng",
       "[T_F]\nNote.Items[0].Caption=n\nImage.Hint=h\nBox.Items[1].Caption=b\nTree.Items[1].Caption=t\n"

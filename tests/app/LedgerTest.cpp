@@ -2,17 +2,6 @@
 // renames, replaces and removes files. A ledger of its own, which knows the rules and no code, tells after
 // each step what must be on disk and which rows must be listed. TALLYSCOPE_LEDGER_RUNS is the number of runs
 // on each volume, TALLYSCOPE_LEDGER_SEED the first one.
-#include <QApplication>
-#include <QDir>
-#include <QDirIterator>
-#include <QMenuBar>
-#include <QProcess>
-#include <QTabBar>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QToolBar>
-
-#include <map>
 #include <random>
 #include <set>
 
@@ -21,9 +10,6 @@
 #include "controls/list/rd/RdListView.h"
 #include "controls/shell/RzShellCombo.h"
 #include "controls/shell/RzShellList.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/TestUser.h"
-#include "platform/FileTests.h"
 
 namespace {
 
@@ -330,11 +316,7 @@ void Ledger::SwitchBox(int row) {
     list.SetItemFocused(list.Items()[row]);
     QTest::keyClick(&list, Qt::Key_Space);
   } else {
-    const int y = list.Layout().RowRect(row - list.TopIndex()).center().y();
-    int x = 0;
-    while (x < 60 && (list.GetHitTestInfoAt(x, y) & htOnStateIcon) == 0)
-      ++x;
-    QTest::mouseClick(list.viewport(), right ? Qt::RightButton : Qt::LeftButton, {}, {x + 3, y});
+    ClickBox(list, row, right ? Qt::RightButton : Qt::LeftButton);
     if (auto* popup = QApplication::activePopupWidget()) popup->close();
   }
   if (OnContents()) NoteChosen(Disk(), [&](const TRow& each) { return each.IsOf(shown); });

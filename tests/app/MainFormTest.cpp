@@ -1,26 +1,8 @@
 // The main form: its tabs, commands and status bar over a result and without one, and the menu of help.
-#include <QCheckBox>
-#include <QDesktopServices>
-#include <QMessageBox>
-#include <QTest>
-#include <QTimer>
-
 #include "FormsFixture.h"
 #include "controls/bars/StatusBar.h"
-#include "fixtures/NativePath.h"
-#include "support/Korvel_Routine_New.h"
+#include "fixtures/UrlTaker.h"
 #include "views/commands/Commands.h"
-#include "views/main/Looks.h"
-
-// Takes web addresses in place of the desktop.
-class TBrowser : public QObject {
-  Q_OBJECT
- public:
-  TBrowser() { QDesktopServices::setUrlHandler(u"https"_qs, this, "Open"); }
-  ~TBrowser() override { QDesktopServices::unsetUrlHandler(u"https"_qs); }
-  Q_SLOT void Open(const QUrl& url) { Opened.append(url); }
-  QList<QUrl> Opened;
-};
 
 class MainForm : public TFormsTest {
  protected:
@@ -29,15 +11,6 @@ class MainForm : public TFormsTest {
     const auto& bar = *FForm->findChild<TdxStatusBar*>(u"dxstsbr1"_qs);
     return (bar.Panels(0).Visible() ? bar.Panels(0).Text() : QString()) + u'|' +
            (bar.Panels(1).Visible() ? Label("lblFileName") : QString());
-  }
-  static void ClickBox(TListView& list, int row) {
-    const int y = list.Layout().RowRect(row).center().y();
-    for (int x = 0; x < 40; ++x) {
-      if ((list.GetHitTestInfoAt(x, y) & htOnStateIcon) == 0) continue;
-      QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {x + 3, y});
-      return;
-    }
-    ADD_FAILURE() << "no check box";
   }
 };
 
@@ -127,9 +100,6 @@ TEST_F(MainForm, OpensInItsSizeHoldsTheLeastOneAndSpreadsTheResultColumns) {
   FForm->resize(100, 100);
   const QSize frame = FForm->frameGeometry().size() - FForm->size();
   EXPECT_EQ(FForm->size(), (QSize(820, 599) - frame).boundedTo(QSize(812, 572)));
-  QList<QSize> sizes = ProgramIcon().availableSizes();
-  std::sort(sizes.begin(), sizes.end(), [](QSize a, QSize b) { return a.width() < b.width(); });
-  EXPECT_EQ(sizes, (QList<QSize>{{16, 16}, {32, 32}, {48, 48}, {64, 64}, {128, 128}, {256, 256}}));
 }
 
 TEST_F(MainForm, TheCheckBoxesOfTheTopFilesDriveDeleteAndTheHeaderBox) {
@@ -249,7 +219,7 @@ TEST_F(MainForm, AboutShowsTheBoxOfItsLibrary) {
 
 TEST_F(MainForm, HomepageAndHelpGoToTheBrowserAndWithoutTheLibraryOnlyHelpDoes) {
   Open();
-  TBrowser browser;
+  TUrlTaker browser(u"https"_qs);
   Command("btnHome").Click();
   EXPECT_EQ(browser.Opened.size(), 1);
   browser.Opened.clear();
@@ -264,5 +234,3 @@ TEST_F(MainForm, HomepageAndHelpGoToTheBrowserAndWithoutTheLibraryOnlyHelpDoes) 
   btnHomeClick(FTree.Path("nothing"));
   EXPECT_TRUE(browser.Opened.isEmpty());
 }
-
-#include "MainFormTest.moc"

@@ -31,19 +31,16 @@ bool HasText(const QByteArray& program, const QString& text) {
 }  // namespace
 
 TEST(ProgramFile, SaysWhatItIsAndWhichRightsItNeeds) {
-  const struct {
-    QString Name;
-    int Subsystem;
-    const char* Level;
-  } programs[] = {{u"tallyscope.exe"_qs, kWindowProgram, "level=\"requireAdministrator\""},
-                  {u"tallyscope-report.exe"_qs, kConsoleProgram, "level=\"asInvoker\""}};
-  for (const auto& one : programs) {
-    const QByteArray program = ReadProgram(one.Name);
+  const std::tuple<QString, int, const char*> programs[] = {
+      {u"tallyscope.exe"_qs, kWindowProgram, "level=\"requireAdministrator\""},
+      {u"tallyscope-report.exe"_qs, kConsoleProgram, "level=\"asInvoker\""}};
+  for (const auto& [name, subsystem, level] : programs) {
+    const QByteArray program = ReadProgram(name);
     ASSERT_GT(program.size(), 1000);
-    EXPECT_EQ(SubsystemOf(program), one.Subsystem) << qPrintable(one.Name);
-    for (const char* setting : {one.Level, ">PerMonitorV2<", "Microsoft.Windows.Common-Controls"})
-      EXPECT_TRUE(program.contains(setting)) << qPrintable(one.Name) << setting;
-    for (const QString& text : {u"MAINICON"_qs, u"OriginalFilename"_qs, one.Name})
-      EXPECT_TRUE(HasText(program, text)) << qPrintable(one.Name) << qPrintable(text);
+    EXPECT_EQ(SubsystemOf(program), subsystem) << qPrintable(name);
+    for (const char* setting : {level, ">PerMonitorV2<", "Microsoft.Windows.Common-Controls"})
+      EXPECT_TRUE(program.contains(setting)) << qPrintable(name) << setting;
+    for (const QString& text : {u"MAINICON"_qs, u"OriginalFilename"_qs, name})
+      EXPECT_TRUE(HasText(program, text)) << qPrintable(name) << qPrintable(text);
   }
 }

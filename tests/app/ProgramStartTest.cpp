@@ -1,17 +1,8 @@
 // The program as a user starts it: one copy stays, every other ends with 0 before it has a window.
-#include "fixtures/TempTree.h"
+#include "fixtures/SystemTest.h"
 #include "platform/KnownFolders.h"
 
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QFile>
-#include <QProcess>
-#include <QUuid>
-
 #include <algorithm>
-#include <memory>
 
 namespace {
 

@@ -1,18 +1,9 @@
 // The wizard: its two pages, and the ways in which a scan begins and ends.
-#include <QDir>
-#include <QElapsedTimer>
-#include <QFileInfo>
-#include <QLineEdit>
-#include <QRadioButton>
-#include <QTest>
-
 #include "FormsFixture.h"
 #include "app/ScanProgressPage.h"
 #include "controls/notes/Labels.h"
 #include "controls/progress/PImageProgress.h"
-#include "fixtures/TestUser.h"
 #include "platform/KnownFolders.h"
-#include "platform/Paths.h"
 #include "scan/ScanMessages.h"
 
 namespace {

@@ -1,20 +1,11 @@
 // The crew that reads folders, and the thread that answers a queue of them with their sums.
 #include "ScanRecorder.h"
-#include "fixtures/NativePath.h"
-#include "fixtures/QtPrinters.h"
-#include "fixtures/TempTree.h"
+#include "Truth.h"
+#include "fixtures/SystemTest.h"
 #include "scan/FolderCrew.h"
 #include "scan/FolderSizeThread.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <QElapsedTimer>
-#include <QSemaphore>
-
 #include <mutex>
-
-using testing::ElementsAre;
 
 namespace {
 
@@ -56,7 +47,7 @@ struct TAnswers {
     const auto* const info = reinterpret_cast<const TFolderSizeInfo*>(message.LParam);
     Records << message.LParam;
     EXPECT_EQ(message.WParam, 0U);
-    Log << u"%1 %2"_qs.arg(info->Path.section(PathDelim, Root)).arg(info->Size);
+    Log << info->Path.section(PathDelim, Root) + u' ' + QString::number(info->Size);
     if (WhenAnswered) WhenAnswered();
   }
 
@@ -152,6 +143,36 @@ TEST(FolderSizeThread, AnswersItsQueueInOrderWithOneRecord) {
   EXPECT_EQ(answers.Records, QList<qintptr>(5, answers.Records.front()));
   thread.AddFolder(answers.Tree.Path("a"));
   ASSERT_TRUE(answers.WaitFor(6)) << "after it has come to rest";
+}
+
+TEST(FolderSizeThread, SumsAreThoseOfAnotherListing) {
+  TAnswers answers;
+  TTempTree& tree = answers.Tree;
+  tree.MakeFile("films/.deep/x", 12345);
+  tree.MakeFile("same/one", 4000);
+  tree.MakeHardLink("same/two", "same/one");
+  tree.MakeHardLink("other/three", "same/one");
+  tree.MakeHole("other/hole", qint64{1} << 40);
+  tree.MakeFile("\xe6\x97\xa5\xe6\x9c\xac/caf\xc3\xa9", 77);
+  tree.MakeFile(QByteArray("deep/").repeated(60) + "x", 3);
+  tree.MakeFile("100%/%APP%", 9);
+  QByteArrayList folders{tree.Hide("films"), "same", "other", "\xe6\x97\xa5\xe6\x9c\xac", "deep", "100%"};
+  if (!HasDrives()) {
+    tree.MakeFile("a/x", 1);
+    tree.MakeFile("A/x", 2000);
+    tree.MakeFile("odd/bad\xff/\xfe", 300);
+    tree.MakeLink("odd/bad\xff/up", "..");
+    tree.MakeSystemEntry("same/pipe");
+    folders += {"a", "A", "odd"};
+  }
+  TGetFolderSizeThread thread(&answers.Window);
+  QStringList expected;
+  for (const QByteArray& folder : folders) {
+    thread.AddFolder(tree.Path(folder));
+    expected << NameFromBytes(folder) + u' ' + QString::number(TTruth(tree.Path(folder)).Bytes);
+  }
+  ASSERT_TRUE(answers.WaitFor(folders.size()));
+  EXPECT_EQ(answers.Log, expected);
 }
 
 // By its owner, who comes to take no answer any more, or within the handler of one.
