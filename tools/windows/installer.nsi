@@ -1,10 +1,11 @@
 ; The Windows installer, made by tools/windows/package with makensis. Defined by it: VERSION, STAGE (the folder with what is
 ; installed), OUTPUT, and LISTS, a folder with two scripts: what the uninstaller deletes, file by file and folder by folder,
-; so that it never takes a file along that somebody else put there. /S installs and removes without a window.
-Unicode true
+; so that it never takes a file along that somebody else put there. /S installs and removes without a window. Of 64 bits like
+; the programs, so that a Windows on which they can't run refuses it too.
+Target amd64-unicode
 SetCompressor /SOLID lzma
 !include MUI2.nsh
-!include x64.nsh
+!include LogicLib.nsh
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tallyscope"
 Name "Tallyscope"
@@ -37,10 +38,6 @@ VIAddVersionKey "LegalCopyright" "The Tallyscope developers"
 !insertmacro MUI_LANGUAGE "SimpChinese"
 
 Function .onInit
-  ${IfNot} ${RunningX64}
-    MessageBox MB_ICONSTOP "Tallyscope needs a 64-bit Windows." /SD IDOK
-    Abort
-  ${EndIf}
   SetRegView 64
 FunctionEnd
 
