@@ -209,6 +209,22 @@ TEST_F(TShellListTest, AFolderThatGoesLosesItsRows) {
   EXPECT_TRUE(WaitForNames(u"again more"_qs)) << "and is followed anew";
 }
 
+TEST_F(TShellListTest, MarksAreOfTheFolderThatWasShown) {
+  if (HasDrives()) GTEST_SKIP() << "a folder that is held open keeps its name there";
+  Tree.MakeFile("shown/file", 1);
+  ASSERT_TRUE(GoTo(Tree.Path("shown")));
+  Row(u"file"_qs)->SetChecked(true);
+  Tree.MakeFile("shown/more", 1);
+  ASSERT_TRUE(WaitForNames(u"file more"_qs));
+  EXPECT_TRUE(Row(u"file"_qs)->Checked());
+  Tree.Rename("shown", "aside");
+  for (const char* const name : {"shown/file", "shown/most"})
+    Tree.MakeFile(name, 1);
+  QTest::keyClick(&List, Qt::Key_F5);
+  ASSERT_TRUE(WaitForNames(u"file most"_qs));
+  EXPECT_FALSE(Row(u"file"_qs)->Checked()) << "another file of the same name";
+}
+
 TEST_F(TShellListTest, ANavigationDuringAFillTakesOver) {
   MakeFiles(HasDrives() ? 1500 : 3000);
   Tree.MakeFile("sub/one", 1);
