@@ -35,7 +35,7 @@ class TFormsTest : public testing::Test {
   }
   // Pumps events until the condition holds, at most ten seconds.
   [[nodiscard]] static bool WaitFor(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 10000);
+    return QTest::qWaitFor(condition, 30'000);
   }
   // Waits until the wizard has closed by itself after a scan.
   [[nodiscard]] bool WaitForResult() {
