@@ -33,7 +33,7 @@ class TFormsTest : public testing::Test {
     FForm->show();
     FWizard->show();
   }
-  // Pumps events until the condition holds, at most ten seconds.
+  // Pumps events until the condition holds, at most half a minute.
   [[nodiscard]] static bool WaitFor(const std::function<bool()>& condition) {
     return QTest::qWaitFor(condition, 30'000);
   }
